@@ -1,0 +1,39 @@
+# How Ovin's targets are made: one library per folder, with the language and the warnings that all code shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+set(OVIN_SANITIZE "" CACHE STRING "Sanitizers to build everything with, for example address,undefined")
+
+add_library(ovin_options INTERFACE)
+target_include_directories(ovin_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(ovin_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wold-style-cast -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
+if(OVIN_SANITIZE)
+    target_compile_options(ovin_options INTERFACE
+        -fsanitize=${OVIN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(ovin_options INTERFACE -fsanitize=${OVIN_SANITIZE})
+    if(OVIN_SANITIZE MATCHES undefined AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
+        target_compile_options(ovin_options INTERFACE -fsanitize=float-cast-overflow,implicit-integer-truncation)
+    endif()
+endif()
+
+# ovin_add_folder(NAME [SOURCES ...] [LINKS ...]): the library of the current folder. A folder without sources yet is an
+# interface library, which still carries what the folder may use.
+function(ovin_add_folder name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    if(ARG_SOURCES)
+        add_library(${name} STATIC ${ARG_SOURCES})
+        target_link_libraries(${name} PUBLIC ovin_options ${ARG_LINKS})
+    else()
+        add_library(${name} INTERFACE)
+        target_link_libraries(${name} INTERFACE ovin_options ${ARG_LINKS})
+    endif()
+endfunction()

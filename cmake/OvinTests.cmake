@@ -1,0 +1,33 @@
+# How tests are built: ovin_add_test names the files that it builds, and ovin_check_tests_are_built fails the configuration
+# when a test file exists that nothing builds, so that a test cannot be lost silently.
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# ovin_add_test(NAME SOURCES ... LINKS ...): one test program, its tests known to ctest one by one.
+function(ovin_add_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ovin_options ${ARG_LINKS} GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+    ovin_count_as_built(${ARG_SOURCES})
+endfunction()
+
+# Records test files as built by some target.
+function(ovin_count_as_built)
+    foreach(source IN LISTS ARGN)
+        cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
+        set_property(GLOBAL APPEND PROPERTY OVIN_BUILT_TEST_FILES ${source})
+    endforeach()
+endfunction()
+
+# Every *.cpp below the current folder must be built by some target.
+function(ovin_check_tests_are_built)
+    file(GLOB_RECURSE present CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    get_property(built GLOBAL PROPERTY OVIN_BUILT_TEST_FILES)
+    list(REMOVE_ITEM present ${built})
+    if(present)
+        list(JOIN present "\n  " files)
+        message(FATAL_ERROR "No target builds these test files:\n  ${files}")
+    endif()
+endfunction()

@@ -1,0 +1,140 @@
+#include "discovery/ItemProvider.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "discovery/ItemLabels.h"
+#include "discovery/ItemMatching.h"
+#include "discovery/ItemOrder.h"
+#include "discovery/ItemScan.h"
+#include "discovery/MenuBarGeometry.h"
+#include "discovery/OuterBundlePath.h"
+
+namespace ovin::ItemProvider {
+namespace {
+
+constexpr std::chrono::milliseconds pressTimeout{1500};
+constexpr std::string_view bundleExtension = ".app";
+
+AppInfo appInfo(const Workspace& workspace, const RunningApplication& application) {
+    AppInfo info{application.pid, application.bundleIdentifier, {}, {}};
+    if (const auto path = outerBundlePath(application)) {
+        info.name = workspace.displayName(*path);
+        if (info.name.ends_with(bundleExtension)) info.name.resize(info.name.size() - bundleExtension.size());
+        info.icon = workspace.icon(*path);
+    } else {
+        info.name = application.localizedName.value_or(application.bundleIdentifier.value_or("Unknown"));
+        info.icon = application.icon;
+    }
+    return info;
+}
+
+bool isDebugging(const Platform& platform) { return platform.process.environment("OVIN_DEBUG").has_value(); }
+
+/// Tells, for a bug report, whether the Accessibility interface works at all: everybody has a Finder.
+std::int32_t probeFinder(const Platform& platform) {
+    for (const RunningApplication& application : platform.workspace.runningApplications()) {
+        if (application.bundleIdentifier != "com.apple.finder") continue;
+        const auto element = platform.accessibility.applicationElement(application.pid);
+        platform.accessibility.setMessagingTimeout(element, scanTimeout);
+        return static_cast<std::int32_t>(platform.accessibility.copyAttributeValue(element, "AXRole").error);
+    }
+    return -1;
+}
+
+/// Seconds with two decimals and a point, whatever the locale.
+std::string formattedSeconds(std::chrono::nanoseconds duration) {
+    const auto hundredths = std::llround(std::chrono::duration<double>(duration).count() * 100);
+    const std::string fraction = std::to_string(hundredths % 100);
+    return std::to_string(hundredths / 100) + "." + (fraction.size() < 2 ? "0" : "") + fraction;
+}
+
+void logUndrawn(const Platform& platform, const std::vector<DiscoveredItem>& items, std::chrono::nanoseconds elapsed) {
+    std::string line =
+        "Ovin DEBUG discovery: " + std::to_string(items.size()) + " undrawn items, " + formattedSeconds(elapsed) + "s: ";
+    const char* separator = "";
+    for (const DiscoveredItem& item : items) {
+        line += separator + item.appName;
+        separator = ", ";
+    }
+    platform.log.write(line);
+}
+
+/// Removes the items that the system is drawing from `items`; leaves all of them when that cannot be known.
+void removeDrawnItems(const Platform& platform, ScannedItems& scanned, std::size_t appCount) {
+    const std::string found = "Ovin DEBUG discovery: " + std::to_string(scanned.items.size()) + " items from " +
+                              std::to_string(appCount) + " apps; ";
+    const auto snapshot = MenuBarGeometry::snapshot(platform, scanned.silentOwners);
+    if (!snapshot) {
+        if (isDebugging(platform)) platform.log.write(found + "geometry unavailable");
+        return;
+    }
+
+    const auto foreign = snapshot->foreign();
+    const MatchingMode mode = matchingMode(scanned.items, foreign);
+    removeDrawn(scanned.items, *snapshot, mode);
+    if (isDebugging(platform)) {
+        platform.log.write(found + std::to_string(foreign.size()) + " containers; matching by " +
+                           (mode == MatchingMode::element ? "element" : "per-app count"));
+    }
+}
+
+}  // namespace
+
+bool isTrusted(const Platform& platform) { return platform.accessibility.isProcessTrusted(); }
+
+void requestTrust(const Platform& platform) { platform.accessibility.promptForTrust(); }
+
+std::set<std::string> excludedBundleIDs(const Platform& platform) {
+    return {"com.apple.controlcenter", "com.apple.systemuiserver", "com.apple.MenuBarAgent",
+            platform.process.bundleIdentifier()};
+}
+
+std::vector<AppInfo> snapshotApps(const Platform& platform) {
+    const auto excluded = excludedBundleIDs(platform);
+    std::vector<AppInfo> apps;
+    for (const RunningApplication& application : platform.workspace.runningApplications()) {
+        if (application.bundleIdentifier && excluded.contains(*application.bundleIdentifier)) continue;
+        if (application.localizedName == "MenuBarAgent") continue;
+        apps.push_back(appInfo(platform.workspace, application));
+    }
+    return apps;
+}
+
+std::vector<DiscoveredItem> discoverItems(const Platform& platform, const std::vector<AppInfo>& apps) {
+    const bool trusted = isTrusted(platform);
+    if (isDebugging(platform)) {
+        platform.log.write("Ovin DEBUG AX: trusted=" + std::to_string(trusted ? 1 : 0) +
+                           ", probe of Finder returned AXError " + std::to_string(probeFinder(platform)));
+    }
+    if (!trusted) return {};
+
+    const auto start = platform.clock.now();
+    ScannedItems scanned = scanItems(platform, apps);
+    removeDrawnItems(platform, scanned, apps.size());
+    std::vector<DiscoveredItem> undrawn = std::move(scanned.items);
+    addLabels(platform.text, undrawn);
+    if (isDebugging(platform)) logUndrawn(platform, undrawn, platform.clock.now() - start);
+    sortForDisplay(platform.text, undrawn);
+    return undrawn;
+}
+
+bool activate(const Platform& platform, const DiscoveredItem& item) {
+    const Accessibility& accessibility = platform.accessibility;
+    const auto opensMenu = [&](std::string_view action) {
+        const AccessibilityError error = accessibility.performAction(item.element, action);
+        return error == AccessibilityError::success || error == AccessibilityError::cannotComplete;
+    };
+
+    accessibility.setMessagingTimeout(item.element, pressTimeout);
+    if (opensMenu("AXPress") || opensMenu("AXShowMenu")) return true;
+    platform.log.write("Ovin: " + item.appName + " — " + item.title + " rejected AXPress and AXShowMenu");
+    return false;
+}
+
+}  // namespace ovin::ItemProvider

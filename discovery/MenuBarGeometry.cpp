@@ -1,0 +1,205 @@
+#include "discovery/MenuBarGeometry.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <utility>
+
+#include "discovery/AccessibilityReaders.h"
+
+namespace ovin::MenuBarGeometry {
+namespace {
+
+using Elements = std::vector<AccessibilityElement>;
+
+constexpr std::chrono::milliseconds messagingTimeout{500};
+
+/// How far below a slot its owner's element may be: the slot, its children and its grandchildren are looked at.
+constexpr int ownerSearchDepth = 2;
+
+/// Slots that overlap by up to this many points are neighbours whose edges were rounded.
+constexpr double toleratedOverlap = 1.0;
+
+std::optional<ProcessID> findAgent(const Workspace& workspace) {
+    for (const RunningApplication& application : workspace.runningApplications()) {
+        if (application.bundleIdentifier == "com.apple.MenuBarAgent" || application.localizedName == "MenuBarAgent") {
+            return application.pid;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The area of a window that can be seen on the display. A window that is there but has no height still counts by its width.
+double visibleArea(const Accessibility& accessibility, const AccessibilityElement& window, const Rect& display) {
+    accessibility.setMessagingTimeout(window, messagingTimeout);
+    const auto windowFrame = frame(accessibility, window);
+    if (!windowFrame) return 0;
+    const auto visible = intersection(*windowFrame, display);
+    if (!visible) return 0;
+    return visible->size.width * std::max(visible->size.height, 1.0);
+}
+
+/// The agent keeps one window per display: the menu bar to look at is the one that shows most on the main display. Equal
+/// ones keep the earlier.
+const AccessibilityElement& menuBarWindow(const Platform& platform, const Elements& windows) {
+    if (windows.size() == 1) return windows.front();
+    const Rect display = platform.displays.bounds(platform.displays.mainDisplay());
+    const AccessibilityElement* best = &windows.front();
+    for (std::size_t i = 1; i < windows.size(); ++i) {
+        const double bestArea = visibleArea(platform.accessibility, *best, display);
+        const double area = visibleArea(platform.accessibility, windows[i], display);
+        if (bestArea < area) best = &windows[i];
+    }
+    return *best;
+}
+
+struct OwnedElement {
+    ProcessID pid;
+    AccessibilityElement element;
+};
+
+/// The first element at or under `element`, depth first, that belongs to another process than the agent.
+std::optional<OwnedElement> foreignElement(const Accessibility& accessibility, const AccessibilityElement& element,
+                                           ProcessID agentPID, int depth) {
+    const ProcessIDAnswer owner = accessibility.processIdentifier(element);
+    if (owner.error == AccessibilityError::success && owner.pid != agentPID) return OwnedElement{owner.pid, element};
+    if (depth == 0) return std::nullopt;
+
+    const auto children = elements(accessibility, element, "AXChildren");
+    if (!children) return std::nullopt;
+    for (const AccessibilityElement& child : *children) {
+        if (auto found = foreignElement(accessibility, child, agentPID, depth - 1)) return found;
+    }
+    return std::nullopt;
+}
+
+std::string itemTitle(const Accessibility& accessibility, const AccessibilityElement& element) {
+    if (auto description = string(accessibility, element, "AXDescription")) return *std::move(description);
+    return string(accessibility, element, "AXTitle").value_or("");
+}
+
+/// The slot as an entry whose `isDrawn` is not known yet; nothing for a slot without a frame or a width.
+std::optional<Entry> readSlot(const Accessibility& accessibility, const AccessibilityElement& slot, ProcessID agentPID,
+                              const std::set<ProcessID>& silentOwners) {
+    accessibility.setMessagingTimeout(slot, messagingTimeout);
+    const auto slotFrame = frame(accessibility, slot);
+    if (!slotFrame || !(slotFrame->size.width > 0)) return std::nullopt;
+
+    Entry entry;
+    entry.frame = *slotFrame;
+    if (auto found = foreignElement(accessibility, slot, agentPID, ownerSearchDepth)) {
+        entry.owner = found->pid;
+        if (!silentOwners.contains(found->pid)) entry.title = itemTitle(accessibility, found->element);
+        entry.element = std::move(found->element);
+    }
+    return entry;
+}
+
+/// Toward zero; what does not fit stops at the ends of the range.
+std::int64_t truncated(double value) {
+    constexpr double limit = 0x1p63;
+    if (std::isnan(value)) return 0;
+    if (value >= limit) return std::numeric_limits<std::int64_t>::max();
+    if (value < -limit) return std::numeric_limits<std::int64_t>::min();
+    return static_cast<std::int64_t>(value);
+}
+
+/// An x that is not a number sorts last, so that any bar has an order.
+bool isLeftOf(const Entry& a, const Entry& b) {
+    const double x = a.frame.origin.x;
+    const double otherX = b.frame.origin.x;
+    return std::isnan(otherX) ? !std::isnan(x) : x < otherX;
+}
+
+void logFrames(const Platform& platform, std::vector<Entry> entries) {
+    std::stable_sort(entries.begin(), entries.end(), isLeftOf);
+
+    std::map<ProcessID, std::string> names;
+    for (const RunningApplication& application : platform.workspace.runningApplications()) {
+        if (application.localizedName) names.emplace(application.pid, *application.localizedName);
+    }
+    const auto name = [&names](const Entry& entry) -> std::string {
+        const auto found = entry.owner ? names.find(*entry.owner) : names.end();
+        return found == names.end() ? "agent" : found->second;
+    };
+
+    std::string line = "Ovin DEBUG frames: ";
+    const char* separator = "";
+    for (const Entry& entry : entries) {
+        line += separator + name(entry) + "@" + std::to_string(truncated(entry.frame.origin.x)) + "+" +
+                std::to_string(truncated(entry.frame.size.width));
+        separator = " ";
+    }
+    platform.log.write(line);
+}
+
+bool overlaps(const Rect& a, const Rect& b) {
+    const auto common = intersection(a, b);
+    return common && common->size.width > toleratedOverlap;
+}
+
+bool isOverlapped(const std::vector<Entry>& entries, std::size_t index) {
+    for (std::size_t other = 0; other < entries.size(); ++other) {
+        if (other != index && overlaps(entries[other].frame, entries[index].frame)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+std::vector<Entry> Snapshot::foreign() const {
+    std::vector<Entry> result;
+    std::copy_if(entries.begin(), entries.end(), std::back_inserter(result),
+                 [this](const Entry& entry) { return entry.owner && *entry.owner != ownPID; });
+    return result;
+}
+
+bool Snapshot::everythingIsDrawn() const {
+    const auto others = foreign();
+    return std::all_of(others.begin(), others.end(), [](const Entry& entry) { return entry.isDrawn; });
+}
+
+double Snapshot::totalItemsWidth() const {
+    double width = 0;
+    for (const Entry& entry : entries) width += entry.frame.size.width;
+    return width;
+}
+
+std::map<ProcessID, int> Snapshot::drawnCountsByPID() const {
+    std::map<ProcessID, int> counts;
+    for (const Entry& entry : foreign()) {
+        if (entry.isDrawn) ++counts[*entry.owner];
+    }
+    return counts;
+}
+
+std::optional<Snapshot> snapshot(const Platform& platform, const std::set<ProcessID>& silentOwners) {
+    const Accessibility& accessibility = platform.accessibility;
+    if (!accessibility.isProcessTrusted()) return std::nullopt;
+    const auto agentPID = findAgent(platform.workspace);
+    if (!agentPID) return std::nullopt;
+
+    const AccessibilityElement agent = accessibility.applicationElement(*agentPID);
+    accessibility.setMessagingTimeout(agent, messagingTimeout);
+    const auto windows = elements(accessibility, agent, "AXWindows");
+    if (!windows || windows->empty()) return std::nullopt;
+
+    const AccessibilityElement& window = menuBarWindow(platform, *windows);
+    accessibility.setMessagingTimeout(window, messagingTimeout);
+    const auto slots = elements(accessibility, window, "AXChildren");
+    if (!slots) return std::nullopt;
+
+    Snapshot result{{}, platform.process.processIdentifier()};
+    for (const AccessibilityElement& slot : *slots) {
+        if (auto entry = readSlot(accessibility, slot, *agentPID, silentOwners)) result.entries.push_back(*std::move(entry));
+    }
+    if (platform.process.environment("OVIN_DEBUG_FRAMES")) logFrames(platform, result.entries);
+    for (std::size_t i = 0; i < result.entries.size(); ++i) result.entries[i].isDrawn = !isOverlapped(result.entries, i);
+    return result;
+}
+
+}  // namespace ovin::MenuBarGeometry

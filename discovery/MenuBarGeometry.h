@@ -1,0 +1,63 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/Accessibility.h"
+#include "platform/Geometry.h"
+#include "platform/Platform.h"
+#include "platform/ProcessInfo.h"
+
+/// Which status items the system draws. One system process, the menu bar agent, lays out the status items of all
+/// applications in slots of a window of its own; slots have a frame whether their items are drawn or not, and the items that
+/// are not drawn lie over one another. A slot counts as drawn when no other slot overlaps it: overlap is the test, not the
+/// position on screen.
+namespace ovin::MenuBarGeometry {
+
+/// One slot of the menu bar.
+struct Entry {
+    /// The process that owns the item in the slot; absent when no element of another process was found under the slot.
+    std::optional<ProcessID> owner;
+    /// The owning application's element for the item, the one to press. Absent together with `owner`.
+    std::optional<AccessibilityElement> element;
+    /// The item's description or title; empty when it has none or `owner` is absent.
+    std::string title;
+    /// The frame of the slot, not of the owner's element. Its width is greater than 0.
+    Rect frame;
+    /// True when no other slot overlaps this one by more than a point horizontally.
+    bool isDrawn = false;
+};
+
+/// All slots at one moment.
+struct Snapshot {
+    /// In the order of the agent window's children.
+    std::vector<Entry> entries;
+    /// The process id of this program, whose own status item is nobody's business.
+    ProcessID ownPID = 0;
+
+    /// The entries that another process owns, in order.
+    [[nodiscard]] std::vector<Entry> foreign() const;
+
+    /// Whether every foreign entry is drawn; true when there is none.
+    [[nodiscard]] bool everythingIsDrawn() const;
+
+    /// The width in points of all entries together, own and unowned ones included, without spacing.
+    [[nodiscard]] double totalItemsWidth() const;
+
+    /// How many drawn foreign entries each process has. A process without any has no key.
+    [[nodiscard]] std::map<ProcessID, int> drawnCountsByPID() const;
+};
+
+/// Reads the slots once; nothing is cached between calls. Absent when the geometry cannot be had: no trust, no menu bar
+/// agent, or an agent whose window cannot be read. A snapshot may hold no entries.
+///
+/// The entries of `silentOwners`, processes just found not to answer, keep an empty title, which is what asking them would
+/// give after a wait of a second each.
+///
+/// Any thread, several at once. Blocks for up to 0.5 s per request.
+[[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform, const std::set<ProcessID>& silentOwners = {});
+
+}  // namespace ovin::MenuBarGeometry

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <algorithm>
+#include <optional>
+
+namespace ovin {
+
+/// Lengths are points in double precision. Unless a function says otherwise, coordinates are the Accessibility interface's
+/// global ones: the origin is the top left corner of the main display and y grows downwards.
+struct Point {
+    double x = 0;
+    double y = 0;
+
+    friend bool operator==(const Point&, const Point&) = default;
+};
+
+/// A size may be negative or not a number: it is whatever another process said it was.
+struct Size {
+    double width = 0;
+    double height = 0;
+
+    friend bool operator==(const Size&, const Size&) = default;
+};
+
+/// A rectangle as it was delivered. Only `intersection` normalises negative sizes.
+struct Rect {
+    Point origin;
+    Size size;
+
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+/// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and
+/// rectangles that share only an edge or a corner have a common part without area: both are the rules of the macOS
+/// function `CGRectIntersection`. A coordinate that is not a number meets nothing.
+[[nodiscard]] inline std::optional<Rect> intersection(const Rect& a, const Rect& b) {
+    const auto lower = [](double origin, double length) { return std::min(origin, origin + length); };
+    const auto upper = [](double origin, double length) { return std::max(origin, origin + length); };
+
+    const double left = std::max(lower(a.origin.x, a.size.width), lower(b.origin.x, b.size.width));
+    const double right = std::min(upper(a.origin.x, a.size.width), upper(b.origin.x, b.size.width));
+    const double top = std::max(lower(a.origin.y, a.size.height), lower(b.origin.y, b.size.height));
+    const double bottom = std::min(upper(a.origin.y, a.size.height), upper(b.origin.y, b.size.height));
+    if (!(left <= right) || !(top <= bottom)) return std::nullopt;
+    return Rect{{left, top}, {right - left, bottom - top}};
+}
+
+}  // namespace ovin

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace ovin {
+
+/// A picture that only the world that made it can draw. Copies share the content, which a world may load when it is first
+/// drawn: holding an image costs nothing. Copied and dropped on any thread.
+class Image {
+public:
+    /// What a world keeps behind an image.
+    class Content {
+    public:
+        Content() = default;
+        Content(const Content&) = delete;
+        Content& operator=(const Content&) = delete;
+        virtual ~Content() = default;
+    };
+
+    /// `content` is never null.
+    explicit Image(std::shared_ptr<const Content> content) : content_(std::move(content)) {}
+
+    [[nodiscard]] const Content& content() const { return *content_; }
+
+    /// Images are equal when they share their content; pictures are not compared.
+    friend bool operator==(const Image&, const Image&) = default;
+
+private:
+    std::shared_ptr<const Content> content_;
+};
+
+}  // namespace ovin

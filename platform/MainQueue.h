@@ -1,0 +1,34 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace ovin {
+
+/// Runs work on the main thread, which owns all state of this program.
+class MainQueue {
+public:
+    using Work = std::function<void()>;
+
+    /// Keeps delayed work alive. Destroying it before the work began cancels the work. Main thread only.
+    class Timer {
+    public:
+        Timer() = default;
+        Timer(const Timer&) = delete;
+        Timer& operator=(const Timer&) = delete;
+        virtual ~Timer() = default;
+    };
+
+    virtual ~MainQueue() = default;
+
+    /// Runs `work` on the main thread, after the work that is already there and never within this call. Any thread. Work
+    /// that is still waiting when the program ends is dropped.
+    virtual void async(Work work) = 0;
+
+    /// Runs `work` on the main thread once `delay` has passed, unless the timer is destroyed first. Works due at the same
+    /// time run in the order in which they were asked for. Main thread only; the work may destroy its own timer.
+    [[nodiscard]] virtual std::unique_ptr<Timer> after(std::chrono::nanoseconds delay, Work work) = 0;
+};
+
+}  // namespace ovin

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Accessibility.h"
+#include "platform/Clock.h"
+#include "platform/DisplayServices.h"
+#include "platform/MainQueue.h"
+#include "platform/ProcessInfo.h"
+#include "platform/SystemLog.h"
+#include "platform/Tasks.h"
+#include "platform/Text.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+
+namespace ovin {
+
+/// The world that the program runs in. Made once by `main`, which keeps everything behind it alive until the process ends;
+/// copied freely.
+struct Platform {
+    Accessibility& accessibility;
+    Workspace& workspace;
+    DisplayServices& displays;
+    UserDefaults& defaults;
+    ProcessInfo& process;
+    Text& text;
+    SystemLog& log;
+    Clock& clock;
+    MainQueue& mainQueue;
+    Tasks& tasks;
+};
+
+}  // namespace ovin

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Image.h"
+#include "platform/ProcessInfo.h"
+
+namespace ovin {
+
+/// One process of the user's session that the system regards as an application, background agents included.
+struct RunningApplication {
+    ProcessID pid = 0;
+    std::optional<std::string> bundleIdentifier;
+    /// The name that the system shows for it, in the user's language.
+    std::optional<std::string> localizedName;
+    /// The absolute path of its bundle, its components separated by "/".
+    std::optional<std::string> bundlePath;
+    std::optional<Image> icon;
+};
+
+/// The running applications of the user's session, and the names and icons that the system gives to files. Any thread.
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+
+    /// All running applications, in the system's order, which is stable while no application starts or ends.
+    [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
+
+    /// The name under which the system shows a file to the user; for a path that does not exist, its last component.
+    [[nodiscard]] virtual std::string displayName(const std::string& path) const = 0;
+
+    /// The icon of a file; a generic one, or nothing, for a path that does not exist.
+    [[nodiscard]] virtual std::optional<Image> icon(const std::string& path) const = 0;
+};
+
+}  // namespace ovin

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <utility>
+
+#include "platform/Workspace.h"
+
+namespace ovin {
+
+/// An image that is only a name.
+class MemoryImage final : public Image::Content {
+public:
+    explicit MemoryImage(std::string imageName) : name(std::move(imageName)) {}
+
+    static Image named(std::string name) { return Image(std::make_shared<const MemoryImage>(std::move(name))); }
+    static const std::string& nameOf(const Image& image) { return static_cast<const MemoryImage&>(image.content()).name; }
+
+    const std::string name;
+};
+
+/// Running applications as the test lists them, and files that are known by their display name and their icon.
+class MemoryWorkspace final : public Workspace {
+public:
+    void launch(RunningApplication application) {
+        const std::lock_guard lock(mutex_);
+        applications_.push_back(std::move(application));
+    }
+
+    void quit(ProcessID pid) {
+        const std::lock_guard lock(mutex_);
+        std::erase_if(applications_, [pid](const RunningApplication& application) { return application.pid == pid; });
+    }
+
+    void addFile(const std::string& path, std::string displayName, Image icon) {
+        const std::lock_guard lock(mutex_);
+        files_.insert_or_assign(path, std::pair(std::move(displayName), std::move(icon)));
+    }
+
+    [[nodiscard]] std::vector<RunningApplication> runningApplications() const override {
+        const std::lock_guard lock(mutex_);
+        return applications_;
+    }
+
+    [[nodiscard]] std::string displayName(const std::string& path) const override {
+        const std::lock_guard lock(mutex_);
+        const auto file = files_.find(path);
+        if (file != files_.end()) return file->second.first;
+        return path.substr(path.find_last_of('/') + 1);
+    }
+
+    [[nodiscard]] std::optional<Image> icon(const std::string& path) const override {
+        const std::lock_guard lock(mutex_);
+        const auto file = files_.find(path);
+        if (file == files_.end()) return std::nullopt;
+        return file->second.second;
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<RunningApplication> applications_;
+    std::map<std::string, std::pair<std::string, Image>> files_;
+};
+
+}  // namespace ovin

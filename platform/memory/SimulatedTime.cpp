@@ -1,0 +1,98 @@
+#include "platform/memory/SimulatedTime.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace ovin {
+
+class SimulatedTime::PendingTimer final : public Timer {
+public:
+    PendingTimer(SimulatedTime& time, Key key) : time_(time), key_(key), alive_(time.alive_) {}
+    ~PendingTimer() override {
+        if (!alive_.expired()) time_.agenda_.erase(key_);
+    }
+
+private:
+    SimulatedTime& time_;
+    Key key_;
+    std::weak_ptr<const bool> alive_;
+};
+
+void SimulatedTime::advance(Duration duration) {
+    const Duration target = now_ + duration;
+    while (!agenda_.empty() && agenda_.begin()->first.first <= target) runNext();
+    now_ = std::max(now_, target);
+}
+
+void SimulatedTime::runUntilIdle() {
+    while (runNext()) {
+    }
+}
+
+bool SimulatedTime::runNext() {
+    if (agenda_.empty()) return false;
+    auto node = agenda_.extract(agenda_.begin());
+    run(node.key().first, std::move(node.mapped()));
+    return true;
+}
+
+void SimulatedTime::happen(Duration delay, Work event) { add(now_ + delay, Kind::event, std::move(event)); }
+
+void SimulatedTime::wait(Duration duration) {
+    const Duration target = now_ + std::max(duration, Duration::zero());
+    runEventsUpTo(target);
+    now_ = target;
+}
+
+void SimulatedTime::async(Work work) { add(now_, Kind::mainWork, std::move(work)); }
+
+std::unique_ptr<MainQueue::Timer> SimulatedTime::after(std::chrono::nanoseconds delay, Work work) {
+    const Key key = add(now_ + std::max(delay, Duration::zero()), Kind::mainWork, std::move(work));
+    return std::make_unique<PendingTimer>(*this, key);
+}
+
+void SimulatedTime::start(Priority, std::function<void()> work) { add(now_, Kind::task, std::move(work)); }
+
+void SimulatedTime::forEach(std::size_t count, const std::function<void(std::size_t)>& child,
+                            const std::function<void(std::size_t)>& finished) {
+    const Duration start = now_;
+    std::vector<std::pair<Duration, std::size_t>> ends;
+    ends.reserve(count);
+    for (std::size_t index = 0; index < count; ++index) {
+        now_ = start;
+        child(index);
+        ends.emplace_back(now_, index);
+    }
+    std::sort(ends.begin(), ends.end());
+    now_ = start;
+    for (const auto& [end, index] : ends) {
+        now_ = std::max(now_, end);
+        finished(index);
+    }
+}
+
+SimulatedTime::Key SimulatedTime::add(Duration time, Kind kind, Work work) {
+    const Key key{time, nextNumber_++};
+    agenda_.emplace(key, Entry{kind, std::move(work)});
+    return key;
+}
+
+void SimulatedTime::run(Duration time, Entry entry) {
+    const bool isOnMainThread = entry.kind == Kind::mainWork;
+    now_ = isOnMainThread ? std::max(time, mainThreadFree_) : time;
+    entry.work();
+    if (isOnMainThread) mainThreadFree_ = now_;
+}
+
+void SimulatedTime::runEventsUpTo(Duration time) {
+    while (true) {
+        const auto due = std::find_if(agenda_.begin(), agenda_.end(),
+                                      [](const auto& pending) { return pending.second.kind == Kind::event; });
+        if (due == agenda_.end() || due->first.first > time) return;
+        auto node = agenda_.extract(due);
+        now_ = std::max(now_, node.key().first);
+        node.mapped().work();
+    }
+}
+
+}  // namespace ovin

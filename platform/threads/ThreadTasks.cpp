@@ -1,0 +1,77 @@
+#include "platform/threads/ThreadTasks.h"
+
+#include <deque>
+#include <system_error>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace ovin {
+namespace {
+
+/// Hands the numbers of finished children from their threads to the one that waits for them.
+class FinishedChildren {
+public:
+    void push(std::size_t index) {
+        // Notified under the lock: the waiting thread may destroy this object as soon as it has the last number.
+        const std::lock_guard lock(mutex_);
+        indices_.push_back(index);
+        notEmpty_.notify_one();
+    }
+
+    std::size_t pop() {
+        std::unique_lock lock(mutex_);
+        notEmpty_.wait(lock, [this] { return !indices_.empty(); });
+        const std::size_t index = indices_.front();
+        indices_.pop_front();
+        return index;
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable notEmpty_;
+    std::deque<std::size_t> indices_;
+};
+
+}  // namespace
+
+ThreadTasks::~ThreadTasks() {
+    std::unique_lock lock(mutex_);
+    allEnded_.wait(lock, [this] { return running_ == 0; });
+}
+
+void ThreadTasks::start(Priority, std::function<void()> work) {
+    {
+        const std::lock_guard lock(mutex_);
+        ++running_;
+    }
+    const auto run = [this, work = std::move(work)]() mutable {
+        work();
+        work = nullptr;  // What the work holds on to goes before anybody is told that it has ended.
+        const std::lock_guard lock(mutex_);
+        if (--running_ == 0) allEnded_.notify_all();
+    };
+    std::thread(run).detach();
+}
+
+void ThreadTasks::forEach(std::size_t count, const std::function<void(std::size_t)>& child,
+                          const std::function<void(std::size_t)>& finished) {
+    FinishedChildren finishedChildren;
+    std::vector<std::thread> threads;
+    threads.reserve(count);
+    for (std::size_t index = 0; index < count; ++index) {
+        const auto run = [&child, &finishedChildren, index] {
+            child(index);
+            finishedChildren.push(index);
+        };
+        try {
+            threads.emplace_back(run);
+        } catch (const std::system_error&) {
+            run();
+        }
+    }
+    for (std::size_t i = 0; i < count; ++i) finished(finishedChildren.pop());
+    for (std::thread& thread : threads) thread.join();
+}
+
+}  // namespace ovin

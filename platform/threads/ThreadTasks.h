@@ -1,0 +1,32 @@
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+
+#include "platform/Tasks.h"
+
+namespace ovin {
+
+/// Tasks as threads of the operating system, one for each task and for each child: the children spend their time waiting
+/// for other processes, and a pool of any size would make the ones behind a full pool wait for those that never get an
+/// answer. No thread outlives its work, so nothing is left to wake up. Priorities are not passed on to the system.
+class ThreadTasks final : public Tasks {
+public:
+    ThreadTasks() = default;
+    ThreadTasks(const ThreadTasks&) = delete;
+    ThreadTasks& operator=(const ThreadTasks&) = delete;
+
+    /// Waits until every task that was started has ended.
+    ~ThreadTasks() override;
+
+    void start(Priority priority, std::function<void()> work) override;
+    void forEach(std::size_t count, const std::function<void(std::size_t)>& child,
+                 const std::function<void(std::size_t)>& finished) override;
+
+private:
+    std::mutex mutex_;
+    std::condition_variable allEnded_;
+    std::size_t running_ = 0;
+};
+
+}  // namespace ovin
