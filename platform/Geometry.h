@@ -32,17 +32,25 @@ struct Rect {
 
 /// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and
 /// rectangles that share only an edge or a corner have a common part without area: both are the rules of the macOS
-/// function `CGRectIntersection`. A coordinate that is not a number meets nothing.
+/// function `CGRectIntersection`. A rectangle with an edge that is not a number meets nothing.
 [[nodiscard]] inline std::optional<Rect> intersection(const Rect& a, const Rect& b) {
-    const auto lower = [](double origin, double length) { return std::min(origin, origin + length); };
-    const auto upper = [](double origin, double length) { return std::max(origin, origin + length); };
+    struct Span {
+        double lower;
+        double upper;
+    };
+    const auto span = [](double origin, double length) {
+        return length < 0 ? Span{origin + length, origin} : Span{origin, origin + length};
+    };
+    const auto common = [](Span one, Span other) -> std::optional<Span> {
+        if (!(one.lower <= other.upper) || !(other.lower <= one.upper)) return std::nullopt;
+        if (!(one.lower <= one.upper) || !(other.lower <= other.upper)) return std::nullopt;
+        return Span{std::max(one.lower, other.lower), std::min(one.upper, other.upper)};
+    };
 
-    const double left = std::max(lower(a.origin.x, a.size.width), lower(b.origin.x, b.size.width));
-    const double right = std::min(upper(a.origin.x, a.size.width), upper(b.origin.x, b.size.width));
-    const double top = std::max(lower(a.origin.y, a.size.height), lower(b.origin.y, b.size.height));
-    const double bottom = std::min(upper(a.origin.y, a.size.height), upper(b.origin.y, b.size.height));
-    if (!(left <= right) || !(top <= bottom)) return std::nullopt;
-    return Rect{{left, top}, {right - left, bottom - top}};
+    const auto x = common(span(a.origin.x, a.size.width), span(b.origin.x, b.size.width));
+    const auto y = common(span(a.origin.y, a.size.height), span(b.origin.y, b.size.height));
+    if (!x || !y) return std::nullopt;
+    return Rect{{x->lower, y->lower}, {x->upper - x->lower, y->upper - y->lower}};
 }
 
 }  // namespace ovin

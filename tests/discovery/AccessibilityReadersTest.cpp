@@ -1,0 +1,164 @@
+#include "discovery/AccessibilityReaders.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <limits>
+#include <string>
+
+#include "discovery/ItemProvider.h"
+#include "platform/memory/MemoryWorld.h"
+
+namespace ovin {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Optional;
+
+class AccessibilityReaders : public testing::Test {
+protected:
+    MemoryWorld world;
+    MemoryElement root = world.accessibility.launch(7);
+    MemoryElement child = world.accessibility.makeElement(7);
+
+    std::optional<std::vector<AccessibilityElement>> readElements() {
+        return elements(world.accessibility, root.element(), "AXChildren");
+    }
+    std::optional<Rect> readFrame() { return frame(world.accessibility, root.element()); }
+    std::optional<std::string> readTitle() { return string(world.accessibility, root.element(), "AXTitle"); }
+};
+
+TEST_F(AccessibilityReaders, AnArrayOfElementsIsReadInOrder) {
+    root.setChildren({child, root});
+    EXPECT_THAT(readElements(), Optional(ElementsAre(child.element(), root.element())));
+}
+
+TEST_F(AccessibilityReaders, AnEmptyArrayIsPresent) {
+    root.setChildren({});
+    EXPECT_THAT(readElements(), Optional(IsEmpty()));
+}
+
+TEST_F(AccessibilityReaders, AnArrayWithOneMemberOfAnotherTypeIsAbsent) {
+    root.set("AXChildren", {AttributeValue::Array{{child.element()}, {std::string("text")}}});
+    EXPECT_EQ(readElements(), std::nullopt);
+    root.set("AXChildren", {AttributeValue::Array{{AttributeValue::Null{}}}});
+    EXPECT_EQ(readElements(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, AValueThatIsNoArrayIsAbsent) {
+    root.set("AXChildren", {child.element()});
+    EXPECT_EQ(readElements(), std::nullopt);
+    root.set("AXChildren", {std::string("text")});
+    EXPECT_EQ(readElements(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, SuccessWithoutAValueIsAbsent) {
+    for (const char* attribute : {"AXChildren", "AXPosition", "AXSize", "AXTitle"}) {
+        root.set(attribute, {AttributeValue::Null{}});
+    }
+    EXPECT_EQ(readElements(), std::nullopt);
+    EXPECT_EQ(readFrame(), std::nullopt);
+    EXPECT_EQ(readTitle(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, EveryErrorCodeIsAbsentEvenWithAValue) {
+    for (const auto error : {AccessibilityError::cannotComplete, AccessibilityError::noValue, AccessibilityError::apiDisabled,
+                             AccessibilityError::attributeUnsupported, AccessibilityError{1}}) {
+        root.answer("AXTitle", {{std::string("text")}, error});
+        EXPECT_EQ(readTitle(), std::nullopt) << static_cast<int>(error);
+    }
+}
+
+TEST_F(AccessibilityReaders, AFrameIsPositionAndSizeUnchanged) {
+    root.setFrame({{-3.5, 0.25}, {-10, 24.75}});
+    EXPECT_THAT(readFrame(), Optional(Rect{{-3.5, 0.25}, {-10, 24.75}}));
+}
+
+TEST_F(AccessibilityReaders, AZeroSizedElementHasAFrame) {
+    root.setFrame({{1, 2}, {0, 0}});
+    EXPECT_THAT(readFrame(), Optional(Rect{{1, 2}, {0, 0}}));
+}
+
+TEST_F(AccessibilityReaders, APositionWithoutASizeIsNoFrame) {
+    root.set("AXPosition", {Point{1, 2}});
+    EXPECT_EQ(readFrame(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, ASizeWithoutAPositionIsNoFrame) {
+    root.set("AXSize", {Size{1, 2}});
+    EXPECT_EQ(readFrame(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, APositionOrSizeOfAnotherTypeIsNoFrame) {
+    root.set("AXPosition", {Size{1, 2}});
+    root.set("AXSize", {Size{1, 2}});
+    EXPECT_EQ(readFrame(), std::nullopt);
+    root.set("AXPosition", {Point{1, 2}});
+    root.set("AXSize", {Point{1, 2}});
+    EXPECT_EQ(readFrame(), std::nullopt);
+    root.set("AXSize", {AttributeValue::Other{}});
+    EXPECT_EQ(readFrame(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, TheSizeIsNotAskedForOnceThePositionFailed) {
+    std::vector<std::string> asked;
+    world.accessibility.observeRequests([&](const MemoryRequest& request) { asked.push_back(request.name); });
+    EXPECT_EQ(readFrame(), std::nullopt);
+    EXPECT_THAT(asked, ElementsAre("AXPosition"));
+}
+
+TEST_F(AccessibilityReaders, APositionOfAnotherTypeIsNoticedAfterTheSizeWasAskedFor) {
+    root.set("AXPosition", {std::string("text")});
+    std::vector<std::string> asked;
+    world.accessibility.observeRequests([&](const MemoryRequest& request) { asked.push_back(request.name); });
+    EXPECT_EQ(readFrame(), std::nullopt);
+    EXPECT_THAT(asked, ElementsAre("AXPosition", "AXSize"));
+}
+
+TEST_F(AccessibilityReaders, AnEmptyTitleIsTheSameAsNoTitle) {
+    EXPECT_EQ(readTitle(), std::nullopt);
+    root.set("AXTitle", {std::string()});
+    EXPECT_EQ(readTitle(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, AStringOfWhiteSpaceOrANulIsAString) {
+    root.set("AXTitle", {std::string(" ")});
+    EXPECT_THAT(readTitle(), Optional(std::string(" ")));
+    root.set("AXTitle", {std::string(1, '\0')});
+    EXPECT_THAT(readTitle(), Optional(std::string(1, '\0')));
+}
+
+TEST_F(AccessibilityReaders, AValueThatIsNoStringIsAbsent) {
+    root.set("AXTitle", {Point{}});
+    EXPECT_EQ(readTitle(), std::nullopt);
+}
+
+TEST_F(AccessibilityReaders, WithoutTrustEveryReaderIsAbsentWithoutBlocking) {
+    root.setChildren({child});
+    root.setFrame({{1, 2}, {3, 4}});
+    root.set("AXTitle", {std::string("text")});
+    world.accessibility.setHung(7, true);
+    world.accessibility.setTrusted(false);
+
+    EXPECT_FALSE(ItemProvider::isTrusted(world.platform()));
+    EXPECT_EQ(readElements(), std::nullopt);
+    EXPECT_EQ(readFrame(), std::nullopt);
+    EXPECT_EQ(readTitle(), std::nullopt);
+    EXPECT_EQ(world.time.now(), 0s);
+}
+
+TEST_F(AccessibilityReaders, TrustIsAskedAfreshEachTime) {
+    world.accessibility.setTrusted(false);
+    EXPECT_FALSE(ItemProvider::isTrusted(world.platform()));
+    ItemProvider::requestTrust(world.platform());
+    EXPECT_EQ(world.accessibility.promptCount(), 1);
+    EXPECT_FALSE(ItemProvider::isTrusted(world.platform()));
+    world.accessibility.setTrusted(true);
+    EXPECT_TRUE(ItemProvider::isTrusted(world.platform()));
+}
+
+}  // namespace
+}  // namespace ovin
