@@ -65,8 +65,9 @@ TEST_F(AccessibilityReaders, SuccessWithoutAValueIsAbsent) {
 }
 
 TEST_F(AccessibilityReaders, EveryErrorCodeIsAbsentEvenWithAValue) {
-    for (const auto error : {AccessibilityError::cannotComplete, AccessibilityError::noValue, AccessibilityError::apiDisabled,
-                             AccessibilityError::attributeUnsupported, AccessibilityError{1}}) {
+    for (const auto error :
+         {AccessibilityError::cannotComplete, AccessibilityError::noValue, AccessibilityError::apiDisabled,
+          AccessibilityError::attributeUnsupported, AccessibilityError{1}}) {
         root.answer("AXTitle", {{std::string("text")}, error});
         EXPECT_EQ(readTitle(), std::nullopt) << static_cast<int>(error);
     }

@@ -36,8 +36,10 @@ protected:
     std::vector<bool> drawn() {
         std::vector<bool> result;
         const auto snapshot = scene.snapshot();
-        if (!snapshot) ADD_FAILURE() << "no snapshot";
-        else for (const Entry& entry : snapshot->entries) result.push_back(entry.isDrawn);
+        if (!snapshot)
+            ADD_FAILURE() << "no snapshot";
+        else
+            for (const Entry& entry : snapshot->entries) result.push_back(entry.isDrawn);
         return result;
     }
 
@@ -269,7 +271,8 @@ TEST_F(MenuBarGeometryTest, ASlotWithoutAWidthIsLeftOutAndHidesNothing) {
     scene.addSlot(10, 20);
     for (const double width : {0.0, -20.0, notANumber}) scene.addSlot(15, width);
     const auto snapshot = scene.snapshot();
-    EXPECT_THAT(snapshot->entries, ElementsAre(AllOf(Field(&Entry::isDrawn, true), Field(&Entry::frame, Rect{{10, 0}, {20, 24}}))));
+    EXPECT_THAT(snapshot->entries,
+                ElementsAre(AllOf(Field(&Entry::isDrawn, true), Field(&Entry::frame, Rect{{10, 0}, {20, 24}}))));
 }
 
 // Drawn or not
@@ -431,8 +434,8 @@ TEST_F(MenuBarGeometryTest, AnOwnerKnownToBeSilentIsNotAsked) {
     scene.draw(scene.launchWithItems(513, "Sound", {"Volume"}));
     accessibility.setHung(512, true);
     const auto snapshot = MenuBarGeometry::snapshot(scene.world.platform(), {512});
-    EXPECT_THAT(snapshot->entries, ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, "")),
-                                               Field(&Entry::title, "Volume")));
+    EXPECT_THAT(snapshot->entries,
+                ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, "")), Field(&Entry::title, "Volume")));
     EXPECT_EQ(scene.world.time.now(), 0s);
 }
 

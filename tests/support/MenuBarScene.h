@@ -27,7 +27,8 @@ public:
     }
 
     /// An application with one status item per title.
-    std::vector<MemoryElement> launchWithItems(ProcessID pid, const std::string& name, const std::vector<std::string>& titles) {
+    std::vector<MemoryElement> launchWithItems(ProcessID pid, const std::string& name,
+                                               const std::vector<std::string>& titles) {
         const MemoryElement root = launch(pid, name);
         std::vector<MemoryElement> items;
         for (const std::string& title : titles) {
@@ -90,9 +91,7 @@ public:
     [[nodiscard]] const MemoryElement& agent() const { return *agent_; }
     [[nodiscard]] const MemoryElement& window() const { return *window_; }
 
-    [[nodiscard]] std::optional<MenuBarGeometry::Snapshot> snapshot() {
-        return MenuBarGeometry::snapshot(world.platform());
-    }
+    [[nodiscard]] std::optional<MenuBarGeometry::Snapshot> snapshot() { return MenuBarGeometry::snapshot(world.platform()); }
 
     [[nodiscard]] std::vector<DiscoveredItem> discover() {
         return ItemProvider::discoverItems(world.platform(), ItemProvider::snapshotApps(world.platform()));

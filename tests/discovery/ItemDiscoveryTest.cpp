@@ -1,0 +1,421 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "tests/support/MenuBarScene.h"
+
+namespace ovin {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::SizeIs;
+
+class ItemDiscovery : public testing::Test {
+protected:
+    MenuBarScene scene;
+    MemoryAccessibility& accessibility = scene.world.accessibility;
+
+    void debug() { scene.world.process.setEnvironment("OVIN_DEBUG", ""); }
+
+    /// Stand-ins under the slots, equal to none of the elements that the applications list.
+    std::vector<MemoryElement> doubles(ProcessID pid, const std::vector<std::string>& titles) {
+        std::vector<MemoryElement> result;
+        for (const std::string& title : titles) {
+            result.push_back(accessibility.makeElement(pid));
+            result.back().set("AXTitle", {title});
+        }
+        return result;
+    }
+};
+
+// The scan
+
+TEST_F(ItemDiscovery, WithoutTrustNothingIsScanned) {
+    scene.launchWithItems(512, "Net", {"Wi-Fi"});
+    accessibility.setTrusted(false);
+    int requests = 0;
+    accessibility.observeRequests([&](const MemoryRequest&) { ++requests; });
+    EXPECT_THAT(scene.discover(), IsEmpty());
+    EXPECT_EQ(requests, 0);
+}
+
+TEST_F(ItemDiscovery, WithoutAnyExtrasMenuBarTheResultIsEmptyWithAndWithoutASnapshot) {
+    scene.launch(512, "Net");
+    EXPECT_THAT(scene.discover(), IsEmpty());
+    scene.launchAgent();
+    EXPECT_THAT(scene.discover(), IsEmpty());
+}
+
+TEST_F(ItemDiscovery, AnExtrasMenuBarThatIsNoElementYieldsNothing) {
+    const MemoryElement root = scene.launch(512, "Net");
+    for (const AttributeValue& value : {AttributeValue{std::string("bar")}, AttributeValue{AttributeValue::Null{}},
+                                        AttributeValue{AttributeValue::Array{{root.element()}}}}) {
+        root.set("AXExtrasMenuBar", value);
+        EXPECT_THAT(scene.discover(), IsEmpty());
+    }
+}
+
+TEST_F(ItemDiscovery, ChildrenThatAreNoArrayOfElementsYieldNothing) {
+    const MemoryElement root = scene.launch(512, "Net");
+    const MemoryElement bar = accessibility.makeElement(512);
+    root.set("AXExtrasMenuBar", {bar.element()});
+    EXPECT_THAT(scene.discover(), IsEmpty());
+    for (const AttributeValue& value : {AttributeValue{AttributeValue::Array{}}, AttributeValue{bar.element()},
+                                        AttributeValue{AttributeValue::Array{{std::string("item")}}}}) {
+        bar.set("AXChildren", value);
+        EXPECT_THAT(scene.discover(), IsEmpty());
+    }
+}
+
+TEST_F(ItemDiscovery, AnItemCarriesWhatIsKnownOfItsApplication) {
+    const auto elements = scene.launchWithItems(512, "Net", {"Wi-Fi"});
+    const auto items = scene.discover();
+    ASSERT_THAT(items, SizeIs(1));
+    EXPECT_EQ(items[0].element, elements[0].element());
+    EXPECT_EQ(items[0].appName, "Net");
+    EXPECT_EQ(MemoryImage::nameOf(items[0].appIcon.value()), "Net");
+    EXPECT_EQ(items[0].title, "Wi-Fi");
+    EXPECT_EQ(items[0].ownerPID, 512);
+    EXPECT_EQ(items[0].bundleID, "com.example.Net");
+    EXPECT_EQ(items[0].label, std::nullopt);
+}
+
+TEST_F(ItemDiscovery, TheTitleIsTheFirstOfTitleDescriptionAndIdentifier) {
+    const auto elements = scene.launchWithItems(512, "Net", {"title"});
+    elements[0].set("AXDescription", {std::string("description")});
+    elements[0].set("AXIdentifier", {std::string("identifier")});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("title"));
+    elements[0].set("AXTitle", {std::string()});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("description"));
+    elements[0].fail("AXDescription", AccessibilityError::cannotComplete);
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("identifier"));
+    elements[0].set("AXIdentifier", {Point{}});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre(""));
+}
+
+TEST_F(ItemDiscovery, WhiteSpaceIsATitle) {
+    scene.launchWithItems(512, "Net", {" \n"});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre(" \n"));
+}
+
+TEST_F(ItemDiscovery, ReadingStopsAtTheFirstTitle) {
+    const auto elements = scene.launchWithItems(512, "Net", {"Wi-Fi", ""});
+    std::vector<std::pair<MemoryElement, std::string>> asked;
+    accessibility.observeRequests([&](const MemoryRequest& request) { asked.emplace_back(request.element, request.name); });
+    (void)scene.discover();
+    EXPECT_THAT(asked, ElementsAre(testing::_, testing::_, Pair(elements[0], "AXTitle"), Pair(elements[1], "AXTitle"),
+                                   Pair(elements[1], "AXDescription"), Pair(elements[1], "AXIdentifier")));
+    EXPECT_EQ(asked[0].second, "AXExtrasMenuBar");
+    EXPECT_EQ(asked[1].second, "AXChildren");
+}
+
+TEST_F(ItemDiscovery, EveryRequestOfTheScanRunsUnderAQuarterOfASecond) {
+    scene.launchWithItems(512, "Net", {"Wi-Fi", ""});
+    std::vector<MemoryRequest> requests;
+    accessibility.observeRequests([&](const MemoryRequest& request) { requests.push_back(request); });
+    (void)scene.discover();
+    EXPECT_THAT(requests, SizeIs(6));
+    for (const MemoryRequest& request : requests) EXPECT_EQ(request.timeout, 250ms) << request.name;
+}
+
+TEST_F(ItemDiscovery, NoChildIsDroppedForWantOfATitle) {
+    scene.launchWithItems(512, "Net", {"", "b", ""});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("", "", "b"));
+}
+
+TEST_F(ItemDiscovery, ApplicationsAreReadAtTheSameTime) {
+    for (ProcessID pid = 1; pid <= 50; ++pid) {
+        scene.launchWithItems(pid, "App" + std::to_string(pid), {"t"});
+        accessibility.setLatency(pid, 10ms);
+    }
+    EXPECT_THAT(scene.discover(), SizeIs(50));
+    EXPECT_EQ(scene.world.time.now(), 30ms);
+}
+
+TEST_F(ItemDiscovery, HoweverManyApplicationsHangTheyCostOneTimeout) {
+    scene.launchWithItems(1, "Good", {"t"});
+    for (ProcessID pid = 2; pid <= 41; ++pid) {
+        scene.launchWithItems(pid, "Hung", {"t"});
+        accessibility.setHung(pid, true);
+    }
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("t"));
+    EXPECT_EQ(scene.world.time.now(), 250ms);
+}
+
+TEST_F(ItemDiscovery, HungApplicationsInTheBarCostNoMoreThanThat) {
+    scene.launchAgent();
+    for (ProcessID pid = 1; pid <= 40; ++pid) {
+        scene.draw(scene.launchWithItems(pid, "Hung", {"t", "u"}));
+        accessibility.setHung(pid, true);
+    }
+    EXPECT_THAT(scene.discover(), IsEmpty());
+    EXPECT_EQ(scene.world.time.now(), 250ms);
+}
+
+TEST_F(ItemDiscovery, ASlowTitleFallsThroughToTheDescription) {
+    const auto elements = scene.launchWithItems(512, "Net", {"title"});
+    elements[0].answer("AXTitle", {{std::string("title")}, AccessibilityError::success, 251ms});
+    elements[0].set("AXDescription", {std::string("description")});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("description"));
+    EXPECT_EQ(scene.world.time.now(), 250ms);
+}
+
+TEST_F(ItemDiscovery, AnApplicationThatStopsAnsweringInTheMiddleKeepsItsItemsAndCostsThreeTimeouts) {
+    const auto elements = scene.launchWithItems(512, "Net", {"a", "b", "c", "d"});
+    accessibility.setLatency(512, 1ms);
+    elements[0].answerWith("AXTitle", [this]() -> MemoryAnswer {
+        scene.world.time.happen(1ms, [this] { accessibility.setHung(512, true); });
+        return {{std::string("a")}};
+    });
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("", "", "", "a"));
+    EXPECT_EQ(scene.world.time.now(), 753ms);
+}
+
+// With a snapshot: matching by element
+
+TEST_F(ItemDiscovery, WithoutASnapshotAllFoundItemsAreReturnedLabelledAndSorted) {
+    scene.launchWithItems(512, "Net", {"b", "a"});
+    const auto items = scene.discover();
+    EXPECT_THAT(titles(items), ElementsAre("a", "b"));
+    EXPECT_THAT(labels(items), ElementsAre("a", "b"));
+}
+
+TEST_F(ItemDiscovery, DrawnItemsAreLeftOut) {
+    scene.launchAgent();
+    const auto net = scene.launchWithItems(512, "Net", {"a", "b"});
+    const auto sound = scene.launchWithItems(513, "Sound", {"c"});
+    scene.draw({net[1]});
+    scene.hide({net[0], sound[0]});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "c"));
+}
+
+TEST_F(ItemDiscovery, WithEverythingDrawnOnlyItemsWithoutASlotStay) {
+    scene.launchAgent();
+    const auto net = scene.launchWithItems(512, "Net", {"a", "b"});
+    scene.launchWithItems(513, "Sound", {"no slot"});
+    scene.draw(net);
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("no slot"));
+}
+
+TEST_F(ItemDiscovery, OneMatchingElementDecidesForMatchingByElement) {
+    scene.launchAgent();
+    const auto net = scene.launchWithItems(512, "Net", {"a"});
+    scene.launchWithItems(513, "Sound", {"v"});
+    scene.hide({net[0]});
+    scene.draw(doubles(513, {"v"}));
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "v")) << "by count v would be drawn";
+}
+
+TEST_F(ItemDiscovery, AnUndrawnMatchCountsForTheMode) {
+    scene.launchAgent();
+    const auto net = scene.launchWithItems(512, "Net", {"a", "b"});
+    scene.hide({net[0]});
+    scene.draw(doubles(512, {"b", "x"}));
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "b"));
+}
+
+// With a snapshot: matching by count
+
+TEST_F(ItemDiscovery, ByCountAProcessWithNothingDrawnKeepsAll) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"a", "b", "c"});
+    scene.hide(doubles(512, {"a", "b", "c"}));
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "b", "c"));
+}
+
+TEST_F(ItemDiscovery, ByCountAProcessWithAllDrawnKeepsNone) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"a", "b", "c"});
+    scene.draw(doubles(512, {"x", "y", "z"}));
+    EXPECT_THAT(scene.discover(), IsEmpty());
+    scene.draw(doubles(512, {"more"}));
+    EXPECT_THAT(scene.discover(), IsEmpty());
+}
+
+TEST_F(ItemDiscovery, ByCountAPartlyDrawnProcessLosesTheItemsWithADrawnTitle) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"a", "b", "c"});
+    scene.draw(doubles(512, {"b"}));
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "c"));
+}
+
+TEST_F(ItemDiscovery, ByCountAnItemWithoutATitleStaysInAPartlyDrawnProcess) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"", "b", "c"});
+    scene.draw(doubles(512, {""}));
+    scene.draw(doubles(512, {"c"}));
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("", "b"));
+}
+
+TEST_F(ItemDiscovery, ByCountTitlesAreComparedExactly) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"Wi-Fi", "b"});
+    scene.draw(doubles(512, {"wi-fi"}));
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("b", "Wi-Fi"));
+}
+
+TEST_F(ItemDiscovery, ByCountTitlesOfUndrawnSlotsOrOtherProcessesDoNotCount) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"a", "b", "c"});
+    scene.launch(513, "Other");
+    scene.draw(doubles(512, {"x"}));
+    scene.draw(doubles(513, {"a"}));
+    scene.hide(doubles(512, {"b", "c"}));
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "b", "c"));
+}
+
+// Labels
+
+TEST_F(ItemDiscovery, TheOnlyUndrawnItemOfAProcessHasNoLabel) {
+    scene.launchAgent();
+    const auto net = scene.launchWithItems(512, "Net", {"A title that is long", "drawn"});
+    scene.draw({net[1]});
+    scene.hide({net[0]});
+    EXPECT_THAT(labels(scene.discover()), ElementsAre(std::nullopt));
+}
+
+TEST_F(ItemDiscovery, ProcessesAreCountedNotApplications) {
+    scene.launchWithItems(512, "Net", {"a"});
+    scene.launchWithItems(513, "Net", {"b"});
+    EXPECT_THAT(labels(scene.discover()), ElementsAre(std::nullopt, std::nullopt));
+}
+
+TEST_F(ItemDiscovery, ATitleOfTwelveCharactersIsALabelAndOneOfThirteenIsCutToEleven) {
+    scene.launchWithItems(512, "Net", {"123456789012", "1234567890123"});
+    EXPECT_THAT(labels(scene.discover()), ElementsAre("123456789012", "12345678901…"));
+}
+
+TEST_F(ItemDiscovery, LabelsAreTrimmedAndTitlesAreNot) {
+    scene.launchWithItems(512, "Net", {"\t 123456789012 \n", " \u00A0\u3000\r\n"});
+    const auto items = scene.discover();
+    EXPECT_THAT(titles(items), testing::UnorderedElementsAre("\t 123456789012 \n", " \u00A0\u3000\r\n"));
+    EXPECT_THAT(labels(items), testing::UnorderedElementsAre("123456789012", std::nullopt));
+}
+
+TEST_F(ItemDiscovery, LabelsCountWhatAPersonTakesForACharacter) {
+    const std::string family = "👨‍👩‍👧‍👦";
+    const std::string accented = "e\u0301";
+    std::string twelve, thirteen, elevenAccented;
+    for (int i = 0; i < 12; ++i) twelve += family;
+    for (int i = 0; i < 13; ++i) thirteen += accented;
+    for (int i = 0; i < 11; ++i) elevenAccented += accented;
+    scene.launchWithItems(512, "Net", {twelve, thirteen});
+    EXPECT_THAT(labels(scene.discover()), testing::UnorderedElementsAre(twelve, elevenAccented + "…"));
+}
+
+// Order
+
+TEST_F(ItemDiscovery, ApplicationsSortByNameWhateverTheLetterCase) {
+    scene.launchWithItems(1, "zeta", {"t"});
+    scene.launchWithItems(2, "Alpha", {"t"});
+    scene.launchWithItems(3, "beta", {"t"});
+    const auto items = scene.discover();
+    ASSERT_THAT(items, SizeIs(3));
+    EXPECT_EQ(items[0].appName + items[1].appName + items[2].appName, "Alphabetazeta");
+}
+
+TEST_F(ItemDiscovery, ItemsOfOneApplicationSortByTitleWhateverTheLetterCase) {
+    scene.launchWithItems(1, "App", {"c", "B", "a", "b"});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "B", "b", "c"));
+}
+
+TEST_F(ItemDiscovery, NamesThatDifferOnlyInLetterCaseKeepTheirOrder) {
+    scene.launchWithItems(1, "zed", {"z"});
+    scene.launchWithItems(2, "Zed", {"a"});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("z", "a"));
+}
+
+TEST_F(ItemDiscovery, ItemsKeepTheOrderInWhichTheirApplicationsFinished) {
+    scene.launchWithItems(1, "Same", {"t"});
+    scene.launchWithItems(2, "Same", {"T"});
+    accessibility.setLatency(1, 2ms);
+    accessibility.setLatency(2, 1ms);
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("T", "t"));
+}
+
+// The log
+
+TEST_F(ItemDiscovery, NothingIsLoggedUnlessAsked) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"a"});
+    (void)scene.discover();
+    EXPECT_THAT(scene.world.log.lines(), IsEmpty());
+}
+
+TEST_F(ItemDiscovery, TheLogTellsOfADiscoveryWithoutGeometry) {
+    debug();
+    scene.launchWithItems(512, "zeta", {"a", "b"});
+    scene.launchWithItems(513, "Alpha", {"c"});
+    accessibility.setLatency(512, 1ms);
+    accessibility.setLatency(513, 78ms);
+    (void)scene.discover();
+    EXPECT_THAT(scene.world.log.lines(), ElementsAre("Ovin DEBUG AX: trusted=1, probe of Finder returned AXError -1",
+                                                     "Ovin DEBUG discovery: 3 items from 2 apps; geometry unavailable",
+                                                     "Ovin DEBUG discovery: 3 undrawn items, 0.23s: zeta, zeta, Alpha"));
+}
+
+TEST_F(ItemDiscovery, TheLogTellsHowItemsWereMatched) {
+    scene.launchAgent();
+    debug();
+    const auto net = scene.launchWithItems(512, "Net", {"a", "b"});
+    scene.draw({net[0]});
+    scene.hide({net[1]});
+    (void)scene.discover();
+    EXPECT_THAT(scene.world.log.lines(),
+                ElementsAre("Ovin DEBUG AX: trusted=1, probe of Finder returned AXError -1",
+                            "Ovin DEBUG discovery: 2 items from 1 apps; 2 containers; matching by element",
+                            "Ovin DEBUG discovery: 1 undrawn items, 0.00s: Net"));
+}
+
+TEST_F(ItemDiscovery, TheLogTellsOfMatchingByCount) {
+    scene.launchAgent();
+    debug();
+    scene.launchWithItems(512, "Net", {"a"});
+    scene.draw(doubles(512, {"a"}));
+    (void)scene.discover();
+    EXPECT_THAT(scene.world.log.lines(),
+                ElementsAre("Ovin DEBUG AX: trusted=1, probe of Finder returned AXError -1",
+                            "Ovin DEBUG discovery: 1 items from 1 apps; 1 containers; matching by per-app count",
+                            "Ovin DEBUG discovery: 0 undrawn items, 0.00s: "));
+}
+
+TEST_F(ItemDiscovery, TheProbeOfFinderReportsItsErrorWithAndWithoutTrust) {
+    debug();
+    scene.world.workspace.launch({40, "com.apple.finder", "Finder", {}, {}});
+    const MemoryElement finder = accessibility.launch(40);
+    finder.set("AXRole", {std::string("AXApplication")});
+    (void)scene.discover();
+    accessibility.setTrusted(false);
+    (void)scene.discover();
+    const auto lines = scene.world.log.lines();
+    EXPECT_EQ(lines.front(), "Ovin DEBUG AX: trusted=1, probe of Finder returned AXError 0");
+    EXPECT_EQ(lines.back(), "Ovin DEBUG AX: trusted=0, probe of Finder returned AXError -25211");
+}
+
+TEST_F(ItemDiscovery, OnlyTheFirstFinderIsProbed) {
+    debug();
+    scene.world.workspace.launch({40, "com.apple.finder", "Finder", {}, {}});
+    scene.world.workspace.launch({41, "com.apple.finder", "Finder", {}, {}});
+    accessibility.launch(41).set("AXRole", {std::string("AXApplication")});
+    (void)scene.discover();
+    EXPECT_EQ(scene.world.log.lines().front(), "Ovin DEBUG AX: trusted=1, probe of Finder returned AXError -25202");
+}
+
+TEST_F(ItemDiscovery, TheTimeInTheLogIsRoundedToHundredths) {
+    debug();
+    scene.launch(512, "Slow");
+    for (const auto& [latency, text] :
+         {std::pair(4ms, "0.00s"), std::pair(6ms, "0.01s"), std::pair(96ms, "0.10s"), std::pair(204ms, "0.20s")}) {
+        accessibility.setLatency(512, latency);
+        (void)scene.discover();
+        EXPECT_EQ(scene.world.log.lines().back(), std::string("Ovin DEBUG discovery: 0 undrawn items, ") + text + ": ");
+    }
+}
+
+}  // namespace
+}  // namespace ovin
