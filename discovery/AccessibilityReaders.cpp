@@ -7,7 +7,7 @@ namespace {
 
 /// The value of an attribute if it could be read and has the wanted type.
 template <typename Value>
-std::optional<Value> valueIn(AttributeAnswer answer) {
+std::optional<Value> valueIn(AttributeAnswer&& answer) {
     if (answer.error != AccessibilityError::success) return std::nullopt;
     auto* value = std::get_if<Value>(&answer.value.content);
     if (value == nullptr) return std::nullopt;
@@ -15,6 +15,11 @@ std::optional<Value> valueIn(AttributeAnswer answer) {
 }
 
 }  // namespace
+
+std::optional<AccessibilityElement> element(const Accessibility& accessibility, const AccessibilityElement& of,
+                                            std::string_view attribute) {
+    return valueIn<AccessibilityElement>(accessibility.copyAttributeValue(of, attribute));
+}
 
 std::optional<std::vector<AccessibilityElement>> elements(const Accessibility& accessibility,
                                                           const AccessibilityElement& element, std::string_view attribute) {
@@ -44,7 +49,7 @@ std::optional<Rect> frame(const Accessibility& accessibility, const Accessibilit
 std::optional<std::string> string(const Accessibility& accessibility, const AccessibilityElement& element,
                                   std::string_view attribute) {
     auto text = valueIn<std::string>(accessibility.copyAttributeValue(element, attribute));
-    if (text && text->empty()) return std::nullopt;
+    if (text && text->empty()) text.reset();
     return text;
 }
 

@@ -14,6 +14,10 @@ namespace ovin {
 // keep nothing, log nothing and try nothing twice. Any thread; each blocks for up to the element's messaging timeout per
 // request.
 
+/// The element that an attribute holds.
+[[nodiscard]] std::optional<AccessibilityElement> element(const Accessibility& accessibility, const AccessibilityElement& of,
+                                                          std::string_view attribute);
+
 /// The elements that an attribute lists. An empty list is present; an array with a member of another type is not a list.
 [[nodiscard]] std::optional<std::vector<AccessibilityElement>> elements(const Accessibility& accessibility,
                                                                         const AccessibilityElement& element,

@@ -50,8 +50,8 @@ std::int32_t probeFinder(const Platform& platform) {
 /// Seconds with two decimals and a point, whatever the locale.
 std::string formattedSeconds(std::chrono::nanoseconds duration) {
     const auto hundredths = std::llround(std::chrono::duration<double>(duration).count() * 100);
-    const std::string fraction = std::to_string(hundredths % 100);
-    return std::to_string(hundredths / 100) + "." + (fraction.size() < 2 ? "0" : "") + fraction;
+    const auto fraction = hundredths % 100;
+    return std::to_string(hundredths / 100) + (fraction < 10 ? ".0" : ".") + std::to_string(fraction);
 }
 
 void logUndrawn(const Platform& platform, const std::vector<DiscoveredItem>& items, std::chrono::nanoseconds elapsed) {
@@ -59,25 +59,35 @@ void logUndrawn(const Platform& platform, const std::vector<DiscoveredItem>& ite
         "Ovin DEBUG discovery: " + std::to_string(items.size()) + " undrawn items, " + formattedSeconds(elapsed) + "s: ";
     const char* separator = "";
     for (const DiscoveredItem& item : items) {
-        line += separator + item.appName;
+        line += separator;
+        line += item.appName;
         separator = ", ";
     }
     platform.log.write(line);
 }
 
+std::set<ProcessID> owners(const std::vector<DiscoveredItem>& items) {
+    std::set<ProcessID> pids;
+    for (const DiscoveredItem& item : items) pids.insert(item.ownerPID);
+    return pids;
+}
+
 /// Removes the items that the system is drawing from `items`; leaves all of them when that cannot be known.
-void removeDrawnItems(const Platform& platform, ScannedItems& scanned, std::size_t appCount) {
-    const std::string found = "Ovin DEBUG discovery: " + std::to_string(scanned.items.size()) + " items from " +
-                              std::to_string(appCount) + " apps; ";
-    const auto snapshot = MenuBarGeometry::snapshot(platform, scanned.silentOwners);
+void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& items, std::size_t appCount) {
+    const std::string found =
+        "Ovin DEBUG discovery: " + std::to_string(items.size()) + " items from " + std::to_string(appCount) + " apps; ";
+    // Titles are needed only where elements do not match, and only those of applications that have answered: asking every
+    // owner in the bar would take longer than all the rest, and seconds where one of them hangs.
+    auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
     if (!snapshot) {
         if (isDebugging(platform)) platform.log.write(found + "geometry unavailable");
         return;
     }
 
     const auto foreign = snapshot->foreign();
-    const MatchingMode mode = matchingMode(scanned.items, foreign);
-    removeDrawn(scanned.items, *snapshot, mode);
+    const MatchingMode mode = matchingMode(items, foreign);
+    if (mode == MatchingMode::perAppCount) MenuBarGeometry::readDrawnTitles(platform, *snapshot, owners(items));
+    removeDrawn(items, *snapshot, mode);
     if (isDebugging(platform)) {
         platform.log.write(found + std::to_string(foreign.size()) + " containers; matching by " +
                            (mode == MatchingMode::element ? "element" : "per-app count"));
@@ -115,9 +125,8 @@ std::vector<DiscoveredItem> discoverItems(const Platform& platform, const std::v
     if (!trusted) return {};
 
     const auto start = platform.clock.now();
-    ScannedItems scanned = scanItems(platform, apps);
-    removeDrawnItems(platform, scanned, apps.size());
-    std::vector<DiscoveredItem> undrawn = std::move(scanned.items);
+    std::vector<DiscoveredItem> undrawn = scanItems(platform, apps);
+    removeDrawnItems(platform, undrawn, apps.size());
     addLabels(platform.text, undrawn);
     if (isDebugging(platform)) logUndrawn(platform, undrawn, platform.clock.now() - start);
     sortForDisplay(platform.text, undrawn);

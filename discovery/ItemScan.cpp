@@ -15,12 +15,6 @@ namespace {
 /// of its other items run out of time as well would hold everybody up for seconds. They keep an empty title.
 constexpr auto patience = 2 * scanTimeout;
 
-/// The answers of one application.
-struct AppScan {
-    std::vector<DiscoveredItem> items;
-    bool isSilent = false;
-};
-
 std::string title(const Accessibility& accessibility, const AccessibilityElement& item) {
     for (const char* attribute : {"AXTitle", "AXDescription", "AXIdentifier"}) {
         if (auto text = string(accessibility, item, attribute)) return *std::move(text);
@@ -28,22 +22,18 @@ std::string title(const Accessibility& accessibility, const AccessibilityElement
     return {};
 }
 
-AppScan scan(const Platform& platform, const AppInfo& app) {
+std::vector<DiscoveredItem> scan(const Platform& platform, const AppInfo& app) {
     const Accessibility& accessibility = platform.accessibility;
     const AccessibilityElement application = accessibility.applicationElement(app.pid);
     accessibility.setMessagingTimeout(application, scanTimeout);
-    const AttributeAnswer answer = accessibility.copyAttributeValue(application, "AXExtrasMenuBar");
-    if (answer.error != AccessibilityError::success) {
-        return {{}, answer.error == AccessibilityError::cannotComplete};
-    }
-    const auto* extrasMenuBar = std::get_if<AccessibilityElement>(&answer.value.content);
-    if (extrasMenuBar == nullptr) return {};
+    const auto extrasMenuBar = element(accessibility, application, "AXExtrasMenuBar");
+    if (!extrasMenuBar) return {};
 
     accessibility.setMessagingTimeout(*extrasMenuBar, scanTimeout);
     const auto children = elements(accessibility, *extrasMenuBar, "AXChildren");
     if (!children) return {};
 
-    AppScan result;
+    std::vector<DiscoveredItem> items;
     bool hasStoppedAnswering = false;
     for (const AccessibilityElement& child : *children) {
         DiscoveredItem item{child, app.name, app.icon, {}, app.pid, app.bundleID, std::nullopt};
@@ -53,24 +43,20 @@ AppScan scan(const Platform& platform, const AppInfo& app) {
             item.title = title(accessibility, child);
             hasStoppedAnswering = item.title.empty() && platform.clock.now() - start > patience;
         }
-        result.items.push_back(std::move(item));
+        items.push_back(std::move(item));
     }
-    return result;
+    return items;
 }
 
 }  // namespace
 
-ScannedItems scanItems(const Platform& platform, const std::vector<AppInfo>& apps) {
-    ScannedItems scanned;
-    std::vector<AppScan> scans(apps.size());
+std::vector<DiscoveredItem> scanItems(const Platform& platform, const std::vector<AppInfo>& apps) {
+    std::vector<std::vector<DiscoveredItem>> itemsByApp(apps.size());
+    std::vector<DiscoveredItem> all;
     platform.tasks.forEach(
-        apps.size(), [&](std::size_t index) { scans[index] = scan(platform, apps[index]); },
-        [&](std::size_t index) {
-            std::vector<DiscoveredItem>& items = scans[index].items;
-            std::move(items.begin(), items.end(), std::back_inserter(scanned.items));
-            if (scans[index].isSilent) scanned.silentOwners.insert(apps[index].pid);
-        });
-    return scanned;
+        apps.size(), [&](std::size_t index) { itemsByApp[index] = scan(platform, apps[index]); },
+        [&](std::size_t index) { std::move(itemsByApp[index].begin(), itemsByApp[index].end(), std::back_inserter(all)); });
+    return all;
 }
 
 }  // namespace ovin

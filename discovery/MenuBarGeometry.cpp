@@ -84,7 +84,7 @@ std::string itemTitle(const Accessibility& accessibility, const AccessibilityEle
 
 /// The slot as an entry whose `isDrawn` is not known yet; nothing for a slot without a frame or a width.
 std::optional<Entry> readSlot(const Accessibility& accessibility, const AccessibilityElement& slot, ProcessID agentPID,
-                              const std::set<ProcessID>& silentOwners) {
+                              Titles titles) {
     accessibility.setMessagingTimeout(slot, messagingTimeout);
     const auto slotFrame = frame(accessibility, slot);
     if (!slotFrame || !(slotFrame->size.width > 0)) return std::nullopt;
@@ -93,7 +93,7 @@ std::optional<Entry> readSlot(const Accessibility& accessibility, const Accessib
     entry.frame = *slotFrame;
     if (auto found = foreignElement(accessibility, slot, agentPID, ownerSearchDepth)) {
         entry.owner = found->pid;
-        if (!silentOwners.contains(found->pid)) entry.title = itemTitle(accessibility, found->element);
+        if (titles == Titles::read) entry.title = itemTitle(accessibility, found->element);
         entry.element = std::move(found->element);
     }
     return entry;
@@ -130,8 +130,10 @@ void logFrames(const Platform& platform, std::vector<Entry> entries) {
     std::string line = "Ovin DEBUG frames: ";
     const char* separator = "";
     for (const Entry& entry : entries) {
-        line += separator + name(entry) + "@" + std::to_string(truncated(entry.frame.origin.x)) + "+" +
-                std::to_string(truncated(entry.frame.size.width));
+        line += separator;
+        line += name(entry);
+        line += "@" + std::to_string(truncated(entry.frame.origin.x));
+        line += "+" + std::to_string(truncated(entry.frame.size.width));
         separator = " ";
     }
     platform.log.write(line);
@@ -177,7 +179,7 @@ std::map<ProcessID, int> Snapshot::drawnCountsByPID() const {
     return counts;
 }
 
-std::optional<Snapshot> snapshot(const Platform& platform, const std::set<ProcessID>& silentOwners) {
+std::optional<Snapshot> snapshot(const Platform& platform, Titles titles) {
     const Accessibility& accessibility = platform.accessibility;
     if (!accessibility.isProcessTrusted()) return std::nullopt;
     const auto agentPID = findAgent(platform.workspace);
@@ -195,11 +197,18 @@ std::optional<Snapshot> snapshot(const Platform& platform, const std::set<Proces
 
     Snapshot result{{}, platform.process.processIdentifier()};
     for (const AccessibilityElement& slot : *slots) {
-        if (auto entry = readSlot(accessibility, slot, *agentPID, silentOwners)) result.entries.push_back(*std::move(entry));
+        if (auto entry = readSlot(accessibility, slot, *agentPID, titles)) result.entries.push_back(*std::move(entry));
     }
     if (platform.process.environment("OVIN_DEBUG_FRAMES")) logFrames(platform, result.entries);
     for (std::size_t i = 0; i < result.entries.size(); ++i) result.entries[i].isDrawn = !isOverlapped(result.entries, i);
     return result;
+}
+
+void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners) {
+    for (Entry& entry : snapshot.entries) {
+        if (!entry.isDrawn || !entry.owner || !owners.contains(*entry.owner)) continue;
+        entry.title = itemTitle(platform.accessibility, *entry.element);
+    }
 }
 
 }  // namespace ovin::MenuBarGeometry

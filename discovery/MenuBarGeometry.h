@@ -51,13 +51,17 @@ struct Snapshot {
     [[nodiscard]] std::map<ProcessID, int> drawnCountsByPID() const;
 };
 
+/// Whether a snapshot asks the owner of each item for the item's title, which are requests to as many processes. Without
+/// them titles stay empty.
+enum class Titles { read, leaveOut };
+
 /// Reads the slots once; nothing is cached between calls. Absent when the geometry cannot be had: no trust, no menu bar
 /// agent, or an agent whose window cannot be read. A snapshot may hold no entries.
 ///
-/// The entries of `silentOwners`, processes just found not to answer, keep an empty title, which is what asking them would
-/// give after a wait of a second each.
-///
 /// Any thread, several at once. Blocks for up to 0.5 s per request.
-[[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform, const std::set<ProcessID>& silentOwners = {});
+[[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform, Titles titles = Titles::read);
+
+/// Reads the titles that a snapshot left out, of the drawn entries of `owners` only.
+void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners);
 
 }  // namespace ovin::MenuBarGeometry

@@ -1,5 +1,6 @@
 #include "platform/threads/ThreadTasks.h"
 
+#include <atomic>
 #include <deque>
 #include <system_error>
 #include <thread>
@@ -54,20 +55,29 @@ void ThreadTasks::start(Priority, std::function<void()> work) {
     std::thread(run).detach();
 }
 
+// Threads are started until every child has begun. A thread whose child has returned takes the next one that has not begun,
+// so that many quick children cost few threads, and no child ever waits for another that does not return.
 void ThreadTasks::forEach(std::size_t count, const std::function<void(std::size_t)>& child,
                           const std::function<void(std::size_t)>& finished) {
+    std::atomic<std::size_t> begun = 0;
     FinishedChildren finishedChildren;
+    const auto runNext = [&] {
+        const std::size_t index = begun.fetch_add(1);
+        if (index >= count) return false;
+        child(index);
+        finishedChildren.push(index);
+        return true;
+    };
+
     std::vector<std::thread> threads;
-    threads.reserve(count);
-    for (std::size_t index = 0; index < count; ++index) {
-        const auto run = [&child, &finishedChildren, index] {
-            child(index);
-            finishedChildren.push(index);
-        };
+    while (begun < count) {
         try {
-            threads.emplace_back(run);
+            threads.emplace_back([&runNext] {
+                while (runNext()) {
+                }
+            });
         } catch (const std::system_error&) {
-            run();
+            runNext();
         }
     }
     for (std::size_t i = 0; i < count; ++i) finished(finishedChildren.pop());

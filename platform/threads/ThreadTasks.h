@@ -7,7 +7,7 @@
 
 namespace ovin {
 
-/// Tasks as threads of the operating system, one for each task and for each child: the children spend their time waiting
+/// Tasks as threads of the operating system, as many as there are tasks and waiting children: these spend their time waiting
 /// for other processes, and a pool of any size would make the ones behind a full pool wait for those that never get an
 /// answer. No thread outlives its work, so nothing is left to wake up. Priorities are not passed on to the system.
 class ThreadTasks final : public Tasks {

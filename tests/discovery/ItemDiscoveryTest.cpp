@@ -157,6 +157,24 @@ TEST_F(ItemDiscovery, HungApplicationsInTheBarCostNoMoreThanThat) {
     EXPECT_EQ(scene.world.time.now(), 250ms);
 }
 
+TEST_F(ItemDiscovery, ItemsInTheBarAreAskedForTheirTitleOnlyWhereElementsDoNotMatch) {
+    scene.launchAgent();
+    const auto net = scene.launchWithItems(512, "Net", {"a"});
+    const auto standIns = doubles(512, {"x"});
+    scene.launch(513, "NoItems");
+    scene.draw(standIns);
+    scene.draw(doubles(513, {"y"}));
+    std::vector<std::string> asked;
+    accessibility.observeRequests([&](const MemoryRequest& request) {
+        if (request.name == "AXDescription") asked.push_back(std::to_string(request.element.owner()));
+    });
+    (void)scene.discover();
+    EXPECT_THAT(asked, ElementsAre("512"));
+    scene.draw(net);
+    (void)scene.discover();
+    EXPECT_THAT(asked, ElementsAre("512"));
+}
+
 TEST_F(ItemDiscovery, ASlowTitleFallsThroughToTheDescription) {
     const auto elements = scene.launchWithItems(512, "Net", {"title"});
     elements[0].answer("AXTitle", {{std::string("title")}, AccessibilityError::success, 251ms});

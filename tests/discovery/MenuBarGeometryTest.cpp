@@ -429,14 +429,23 @@ TEST_F(MenuBarGeometryTest, AnOwnerThatDoesNotAnswerLeavesTheTitleEmpty) {
     EXPECT_EQ(scene.world.time.now(), 1s);
 }
 
-TEST_F(MenuBarGeometryTest, AnOwnerKnownToBeSilentIsNotAsked) {
+TEST_F(MenuBarGeometryTest, TitlesThatAreLeftOutCostNothing) {
     scene.draw(scene.launchWithItems(512, "Net", {"Wi-Fi"}));
-    scene.draw(scene.launchWithItems(513, "Sound", {"Volume"}));
     accessibility.setHung(512, true);
-    const auto snapshot = MenuBarGeometry::snapshot(scene.world.platform(), {512});
-    EXPECT_THAT(snapshot->entries,
-                ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, "")), Field(&Entry::title, "Volume")));
+    const auto snapshot = MenuBarGeometry::snapshot(scene.world.platform(), MenuBarGeometry::Titles::leaveOut);
+    EXPECT_THAT(snapshot->entries, ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, ""))));
     EXPECT_EQ(scene.world.time.now(), 0s);
+}
+
+TEST_F(MenuBarGeometryTest, TitlesLeftOutCanBeReadLaterForTheDrawnItemsOfSomeOwners) {
+    const auto net = scene.launchWithItems(512, "Net", {"drawn", "hidden"});
+    scene.draw({net[0]});
+    scene.hide({net[1]});
+    scene.draw(scene.launchWithItems(513, "Sound", {"Volume"}));
+    auto snapshot = MenuBarGeometry::snapshot(scene.world.platform(), MenuBarGeometry::Titles::leaveOut);
+    MenuBarGeometry::readDrawnTitles(scene.world.platform(), *snapshot, {512, 999});
+    EXPECT_THAT(snapshot->entries, ElementsAre(Field(&Entry::title, "drawn"), Field(&Entry::title, ""),
+                                               Field(&Entry::title, ""), Field(&Entry::title, "")));
 }
 
 // The frames in the log
