@@ -32,7 +32,7 @@ void SimulatedTime::runUntilIdle() {
 bool SimulatedTime::runNext() {
     if (agenda_.empty()) return false;
     auto node = agenda_.extract(agenda_.begin());
-    run(node.key().first, std::move(node.mapped()));
+    run(node.key().first, node.mapped());
     return true;
 }
 
@@ -77,7 +77,7 @@ SimulatedTime::Key SimulatedTime::add(Duration time, Kind kind, Work work) {
     return key;
 }
 
-void SimulatedTime::run(Duration time, Entry entry) {
+void SimulatedTime::run(Duration time, const Entry& entry) {
     const bool isOnMainThread = entry.kind == Kind::mainWork;
     now_ = isOnMainThread ? std::max(time, mainThreadFree_) : time;
     entry.work();

@@ -64,7 +64,7 @@ private:
     class PendingTimer;
 
     Key add(Duration time, Kind kind, Work work);
-    void run(Duration time, Entry entry);
+    void run(Duration time, const Entry& entry);
     void runEventsUpTo(Duration time);
 
     Duration now_{0};
