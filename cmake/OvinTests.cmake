@@ -2,6 +2,7 @@
 # when a test file exists that nothing builds, so that a test cannot be lost silently.
 
 find_package(GTest REQUIRED)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
 include(GoogleTest)
 
 # ovin_add_test(NAME SOURCES ... LINKS ...): one test program, its tests known to ctest one by one.
@@ -13,6 +14,16 @@ function(ovin_add_test name)
     ovin_count_as_built(${ARG_SOURCES})
 endfunction()
 
+# ovin_add_python_test(NAME SOURCE): one test in Python, for what is not C++: the tools and the build itself. It says the
+# same whatever the compiler does, so builds with sanitizers leave it out.
+function(ovin_add_python_test name source)
+    if(NOT OVIN_SANITIZE)
+        add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${source})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    endif()
+    ovin_count_as_built(${source})
+endfunction()
+
 # Records test files as built by some target.
 function(ovin_count_as_built)
     foreach(source IN LISTS ARGN)
@@ -21,11 +32,12 @@ function(ovin_count_as_built)
     endforeach()
 endfunction()
 
-# Every *.cpp below the current folder must be built by some target.
+# Every *.cpp, *.mm and *.py below the current folder must be built, or run, by some target.
 function(ovin_check_tests_are_built)
-    file(GLOB_RECURSE present CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    file(GLOB_RECURSE present CONFIGURE_DEPENDS
+        ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.mm ${CMAKE_CURRENT_SOURCE_DIR}/*.py)
     get_property(built GLOBAL PROPERTY OVIN_BUILT_TEST_FILES)
-    list(REMOVE_ITEM present ${built})
+    list(REMOVE_ITEM present "" ${built})
     if(present)
         list(JOIN present "\n  " files)
         message(FATAL_ERROR "No target builds these test files:\n  ${files}")
