@@ -70,7 +70,7 @@ class InstallPackages(unittest.TestCase):
     def test_what_is_missing_and_its_size_are_said_first(self):
         run, _ = self.install("git\nninja-build\n")
         self.assertIn("Missing packages: ninja-build\n", run.stdout)
-        self.assertIn("2 packages, 2.2 MB to download", run.stdout)
+        self.assertIn("2 files, 2.2 MB to download", run.stdout)
 
     def test_lists_that_cannot_be_refreshed_do_not_stop_the_installation(self):
         run, calls = self.install("cmake\n", UPDATE_RESULT="100")
