@@ -25,8 +25,8 @@ def configure(files):
                 file.write(content)
         with open(os.path.join(folder, "CMakeLists.txt"), "w", encoding="utf-8") as file:
             file.write(PROJECT.format(modules=os.path.realpath(MODULES)))
-        return subprocess.run(["cmake", "-S", folder, "-B", os.path.join(folder, "build")], stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, check=False)
+        command = ["cmake", "-G", "Ninja", "-S", folder, "-B", os.path.join(folder, "build")]
+        return subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
 
 
 class ForgottenTests(unittest.TestCase):

@@ -31,7 +31,7 @@ class CountTests(unittest.TestCase):
                 file.write(PROJECT)
             build = os.path.join(folder, "build")
             report = os.path.join(folder, "report.xml")
-            subprocess.run(["cmake", "-S", folder, "-B", build], check=True, capture_output=True)
+            subprocess.run(["cmake", "-G", "Ninja", "-S", folder, "-B", build], check=True, capture_output=True)
             subprocess.run(["ctest", "--test-dir", build, "--output-junit", report], check=False, capture_output=True)
             counted = subprocess.run([sys.executable, TOOL, report], check=True, capture_output=True, text=True)
         self.assertEqual(counted.stdout, "1 3 2\n")
