@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace ovin {
@@ -32,8 +33,15 @@ struct Rect {
 
 /// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and
 /// rectangles that share only an edge or a corner have a common part without area: both are the rules of the macOS
-/// function `CGRectIntersection`. A coordinate that is not a number meets nothing.
+/// function `CGRectIntersection`. A rectangle with an edge or a length that is not a number meets nothing, nor do two that
+/// meet only at infinity.
 [[nodiscard]] inline std::optional<Rect> intersection(const Rect& a, const Rect& b) {
+    const auto hasNumbers = [](const Rect& rect) {
+        // The far edges of infinite rectangles may be no numbers even when the near edge and the length are.
+        return !std::isnan(rect.origin.x + rect.size.width) && !std::isnan(rect.origin.y + rect.size.height);
+    };
+    if (!hasNumbers(a) || !hasNumbers(b)) return std::nullopt;
+
     const auto lower = [](double origin, double length) { return std::min(origin, origin + length); };
     const auto upper = [](double origin, double length) { return std::max(origin, origin + length); };
 
@@ -41,8 +49,10 @@ struct Rect {
     const double right = std::min(upper(a.origin.x, a.size.width), upper(b.origin.x, b.size.width));
     const double top = std::max(lower(a.origin.y, a.size.height), lower(b.origin.y, b.size.height));
     const double bottom = std::min(upper(a.origin.y, a.size.height), upper(b.origin.y, b.size.height));
-    if (!(left <= right) || !(top <= bottom)) return std::nullopt;
-    return Rect{{left, top}, {right - left, bottom - top}};
+    const double width = right - left;
+    const double height = bottom - top;
+    if (!(width >= 0) || !(height >= 0)) return std::nullopt;
+    return Rect{{left, top}, {width, height}};
 }
 
 }  // namespace ovin
