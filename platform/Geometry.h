@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace ovin {
@@ -32,25 +33,26 @@ struct Rect {
 
 /// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and
 /// rectangles that share only an edge or a corner have a common part without area: both are the rules of the macOS
-/// function `CGRectIntersection`. A rectangle with an edge that is not a number meets nothing.
+/// function `CGRectIntersection`. A rectangle with an edge or a length that is not a number meets nothing, nor do two that
+/// meet only at infinity.
 [[nodiscard]] inline std::optional<Rect> intersection(const Rect& a, const Rect& b) {
-    struct Span {
-        double lower;
-        double upper;
+    const auto hasNumbers = [](const Rect& rect) {
+        // The far edges of infinite rectangles may be no numbers even when the near edge and the length are.
+        return !std::isnan(rect.origin.x + rect.size.width) && !std::isnan(rect.origin.y + rect.size.height);
     };
-    const auto span = [](double origin, double length) {
-        return length < 0 ? Span{origin + length, origin} : Span{origin, origin + length};
-    };
-    const auto common = [](Span one, Span other) -> std::optional<Span> {
-        if (!(one.lower <= other.upper) || !(other.lower <= one.upper)) return std::nullopt;
-        if (!(one.lower <= one.upper) || !(other.lower <= other.upper)) return std::nullopt;
-        return Span{std::max(one.lower, other.lower), std::min(one.upper, other.upper)};
-    };
+    if (!hasNumbers(a) || !hasNumbers(b)) return std::nullopt;
 
-    const auto x = common(span(a.origin.x, a.size.width), span(b.origin.x, b.size.width));
-    const auto y = common(span(a.origin.y, a.size.height), span(b.origin.y, b.size.height));
-    if (!x || !y) return std::nullopt;
-    return Rect{{x->lower, y->lower}, {x->upper - x->lower, y->upper - y->lower}};
+    const auto lower = [](double origin, double length) { return std::min(origin, origin + length); };
+    const auto upper = [](double origin, double length) { return std::max(origin, origin + length); };
+
+    const double left = std::max(lower(a.origin.x, a.size.width), lower(b.origin.x, b.size.width));
+    const double right = std::min(upper(a.origin.x, a.size.width), upper(b.origin.x, b.size.width));
+    const double top = std::max(lower(a.origin.y, a.size.height), lower(b.origin.y, b.size.height));
+    const double bottom = std::min(upper(a.origin.y, a.size.height), upper(b.origin.y, b.size.height));
+    const double width = right - left;
+    const double height = bottom - top;
+    if (!(width >= 0) || !(height >= 0)) return std::nullopt;
+    return Rect{{left, top}, {width, height}};
 }
 
 }  // namespace ovin

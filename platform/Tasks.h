@@ -15,7 +15,8 @@ public:
     virtual ~Tasks() = default;
 
     /// Runs `work` in a task of its own and returns at once. Any thread. Tasks that are still running when the program ends
-    /// may be abandoned.
+    /// may be abandoned. Where the system refuses a further thread, the work runs within this call instead: a moment's
+    /// standstill is better than a result that somebody waits for in vain.
     virtual void start(Priority priority, std::function<void()> work) = 0;
 
     /// Runs `child(0)` ... `child(count - 1)` all at once, and returns when all of them have returned. `finished(i)` is

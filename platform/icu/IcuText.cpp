@@ -3,10 +3,13 @@
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 #include <unicode/ucol.h>
+#include <unicode/uloc.h>
 #include <unicode/utext.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 
 namespace ovin {
@@ -28,13 +31,40 @@ std::int32_t length(std::string_view text) {
     return static_cast<std::int32_t>(std::min(text.size(), limit));
 }
 
+/// The locale by which the environment sorts, ranked as POSIX ranks the variables. The library's own default asks for the
+/// language of messages instead, which many people set apart from the rest.
+std::string environmentLocale() {
+    for (const char* name : {"LC_ALL", "LC_COLLATE", "LANG"}) {
+        const char* value = std::getenv(name);
+        if (value != nullptr && *value != '\0') return value;
+    }
+    return {};
+}
+
+/// The library's name for a locale. That of the root locale, which is empty, stands in for the computer's own locales: they
+/// sort all capital letters before all small ones.
+std::string canonicalName(const std::string& locale) {
+    const std::string language = locale.substr(0, locale.find_first_of(".@"));
+    if (language == "C" || language.ends_with("POSIX")) return {};
+
+    std::array<char, ULOC_FULLNAME_CAPACITY> name{};
+    UErrorCode status = U_ZERO_ERROR;
+    uloc_canonicalize(locale.c_str(), name.data(), static_cast<std::int32_t>(name.size() - 1), &status);
+    if (U_FAILURE(status)) return {};
+    return name.data();
+}
+
 }  // namespace
 
 void IcuText::CloseCollator::operator()(UCollator* collator) const { ucol_close(collator); }
 
 IcuText::IcuText(const std::string& locale) {
-    UErrorCode status = U_ZERO_ERROR;
-    collator_.reset(ucol_open(locale.empty() ? nullptr : locale.c_str(), &status));
+    const std::string wanted = canonicalName(locale.empty() ? environmentLocale() : locale);
+    for (const std::string& name : {wanted, std::string()}) {
+        UErrorCode status = U_ZERO_ERROR;
+        collator_.reset(ucol_open(name.c_str(), &status));
+        if (collator_) break;  // Not so for what is no locale at all.
+    }
     // The second level tells accents apart; letter case is the third.
     if (collator_) ucol_setStrength(collator_.get(), UCOL_SECONDARY);
 }

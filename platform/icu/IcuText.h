@@ -12,8 +12,9 @@ namespace ovin {
 /// Text services of the ICU library.
 class IcuText final : public Text {
 public:
-    /// Sorts as `locale` does, for example "de_DE"; the empty string stands for the locale of the environment (LC_ALL,
-    /// LC_MESSAGES, LANG). An unknown locale sorts as the root locale does.
+    /// Sorts as `locale` does, for example "de_DE" or "de_DE.UTF-8"; the empty string stands for the locale by which the
+    /// environment sorts: the first of LC_ALL, LC_COLLATE and LANG that is set and not empty. An unknown locale sorts as the
+    /// root locale does, and so do "C" and "POSIX", which know nothing of letter case.
     explicit IcuText(const std::string& locale = "");
     ~IcuText() override;
 

@@ -10,6 +10,9 @@ namespace {
 
 constexpr std::uint64_t mixedIntoRootHashes = 0x100000000;
 
+/// All other names are those of attributes.
+bool isActionName(std::string_view name) { return name == "AXPress" || name == "AXShowMenu"; }
+
 }  // namespace
 
 struct MemoryElement::Process {
@@ -30,6 +33,13 @@ struct MemoryElement::Node {
     const std::uint64_t number;
     const bool isRoot;
     std::atomic<bool> isOwnerKnown = true;
+
+    /// How a request is answered; empty when the node was told nothing about it.
+    Answering answering(std::string_view request) {
+        const std::lock_guard lock(mutex);
+        const auto found = answers.find(request);
+        return found == answers.end() ? Answering{} : found->second;
+    }
 
     std::mutex mutex;
     /// By attribute or action.
@@ -138,9 +148,17 @@ MemoryElement MemoryAccessibility::makeElement(ProcessID owner) {
     return MemoryElement(makeNode(std::move(ownerProcess), false));
 }
 
-void MemoryAccessibility::setLatency(ProcessID pid, std::chrono::nanoseconds latency) { process(pid)->latency = latency; }
+void MemoryAccessibility::setLatency(ProcessID pid, std::chrono::nanoseconds latency) {
+    const auto running = process(pid);
+    assert(running != nullptr);
+    running->latency = latency;
+}
 
-void MemoryAccessibility::setHung(ProcessID pid, bool hung) { process(pid)->isHung = hung; }
+void MemoryAccessibility::setHung(ProcessID pid, bool hung) {
+    const auto running = process(pid);
+    assert(running != nullptr);
+    running->isHung = hung;
+}
 
 void MemoryAccessibility::hideOwner(const MemoryElement& element) { element.node_->isOwnerKnown = false; }
 
@@ -215,13 +233,10 @@ MemoryAnswer MemoryAccessibility::request(MemoryRequest::Kind kind, const Access
     if (observer) observer({kind, MemoryElement(node ? node : reference.node), std::string(name), timeout});
     if (!node) return {{}, AccessibilityError::invalidElement};
 
-    MemoryElement::Answering answering;
-    {
-        const std::lock_guard lock(node->mutex);
-        const auto found = node->answers.find(name);
-        if (found != node->answers.end()) answering = found->second;
-    }
     const bool isRead = kind == MemoryRequest::Kind::read;
+    MemoryElement::Answering answering;
+    // To read an attribute that is called like an action is not to perform it.
+    if (isRead != isActionName(name)) answering = node->answering(name);
     MemoryAnswer answer{{}, isRead ? AccessibilityError::attributeUnsupported : AccessibilityError::actionUnsupported};
     if (answering) answer = answering();
 

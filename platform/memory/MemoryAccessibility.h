@@ -33,8 +33,8 @@ public:
     void set(const std::string& attribute, AttributeValue value) const;
     void setChildren(const std::vector<MemoryElement>& children) const;
     void setFrame(const Rect& frame) const;
-    /// Lets reads of an attribute, or an action, be answered as `answer` says. An element refuses attributes and actions
-    /// that it was told nothing about.
+    /// Lets reads of an attribute, or an action ("AXPress", "AXShowMenu"), be answered as `answer` says. An element refuses
+    /// attributes and actions that it was told nothing about.
     void answer(const std::string& request, MemoryAnswer answer) const;
     /// The same with an answer that is found afresh at each request, outside any lock.
     void answerWith(const std::string& request, Answering answering) const;

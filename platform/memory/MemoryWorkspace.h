@@ -22,14 +22,16 @@ public:
 /// Running applications as the test lists them, and files that are known by their display name and their icon.
 class MemoryWorkspace final : public Workspace {
 public:
+    /// In place of an application with the same pid, which must have ended.
     void launch(RunningApplication application) {
         const std::lock_guard lock(mutex_);
+        removeApplication(application.pid);
         applications_.push_back(std::move(application));
     }
 
     void quit(ProcessID pid) {
         const std::lock_guard lock(mutex_);
-        std::erase_if(applications_, [pid](const RunningApplication& application) { return application.pid == pid; });
+        removeApplication(pid);
     }
 
     void addFile(const std::string& path, std::string displayName, Image icon) {
@@ -46,7 +48,7 @@ public:
         const std::lock_guard lock(mutex_);
         const auto file = files_.find(path);
         if (file != files_.end()) return file->second.first;
-        return path.substr(path.find_last_of('/') + 1);
+        return lastComponent(path);
     }
 
     [[nodiscard]] std::optional<Image> icon(const std::string& path) const override {
@@ -57,6 +59,18 @@ public:
     }
 
 private:
+    void removeApplication(ProcessID pid) {
+        std::erase_if(applications_, [pid](const RunningApplication& application) { return application.pid == pid; });
+    }
+
+    static std::string lastComponent(const std::string& path) {
+        const auto end = path.find_last_not_of('/');
+        if (end == std::string::npos) return path.substr(0, 1);
+        const auto slash = path.find_last_of('/', end);
+        const auto start = slash == std::string::npos ? 0 : slash + 1;
+        return path.substr(start, end + 1 - start);
+    }
+
     mutable std::mutex mutex_;
     std::vector<RunningApplication> applications_;
     std::map<std::string, std::pair<std::string, Image>> files_;

@@ -9,7 +9,8 @@ class SimulatedTime::PendingTimer final : public Timer {
 public:
     PendingTimer(SimulatedTime& time, Key key) : time_(time), key_(key), alive_(time.alive_) {}
     ~PendingTimer() override {
-        if (!alive_.expired()) time_.agenda_.erase(key_);
+        // Taken out before it is destroyed: what the work holds may itself be a timer, which then searches the agenda.
+        if (!alive_.expired()) const auto cancelled = time_.agenda_.extract(key_);
     }
 
 private:
@@ -19,14 +20,15 @@ private:
 };
 
 void SimulatedTime::advance(Duration duration) {
-    const Duration target = now_ + duration;
+    const Duration target = now_ + std::max(duration, Duration::zero());
     while (!agenda_.empty() && agenda_.begin()->first.first <= target) runNext();
-    now_ = std::max(now_, target);
+    now_ = std::max(target, mainThreadFree_);
 }
 
 void SimulatedTime::runUntilIdle() {
     while (runNext()) {
     }
+    now_ = std::max(now_, furthest_);
 }
 
 bool SimulatedTime::runNext() {
@@ -36,12 +38,15 @@ bool SimulatedTime::runNext() {
     return true;
 }
 
-void SimulatedTime::happen(Duration delay, Work event) { add(now_ + delay, Kind::event, std::move(event)); }
+void SimulatedTime::happen(Duration delay, Work event) {
+    add(now_ + std::max(delay, Duration::zero()), Kind::event, std::move(event));
+}
 
 void SimulatedTime::wait(Duration duration) {
     const Duration target = now_ + std::max(duration, Duration::zero());
     runEventsUpTo(target);
     now_ = target;
+    if (!isRunning_) mainThreadFree_ = std::max(mainThreadFree_, now_);
 }
 
 void SimulatedTime::async(Work work) { add(now_, Kind::mainWork, std::move(work)); }
@@ -79,9 +84,18 @@ SimulatedTime::Key SimulatedTime::add(Duration time, Kind kind, Work work) {
 
 void SimulatedTime::run(Duration time, const Entry& entry) {
     const bool isOnMainThread = entry.kind == Kind::mainWork;
-    now_ = isOnMainThread ? std::max(time, mainThreadFree_) : time;
+    now_ = time;
+    if (isOnMainThread && mainThreadFree_ > time) {
+        runEventsUpTo(mainThreadFree_);
+        now_ = mainThreadFree_;
+    }
+    const bool wasRunning = std::exchange(isRunning_, true);
     entry.work();
+    isRunning_ = wasRunning;
+    furthest_ = std::max(furthest_, now_);
     if (isOnMainThread) mainThreadFree_ = now_;
+    // Whoever drives the simulation does so on the main thread, which the clocks of tasks do not move.
+    now_ = std::max(time, mainThreadFree_);
 }
 
 void SimulatedTime::runEventsUpTo(Duration time) {

@@ -18,7 +18,8 @@ namespace ovin {
 /// The main queue, every task and every child of a task have a clock of their own. Waiting, as a request to another process
 /// does, moves only the clock of whoever waits, so that things that happen at once take as long as the longest of them. A
 /// task runs to its end before the main queue goes on, but what it hands to the main queue arrives at its own time. Things
-/// that happen in the world by themselves (`happen`) happen as soon as the first clock has reached their time.
+/// that happen in the world by themselves (`happen`) happen as soon as the first clock has reached their time. Whoever
+/// drives the simulation from outside does so on the main thread.
 class SimulatedTime final : public Clock, public MainQueue, public Tasks {
 public:
     using Duration = std::chrono::nanoseconds;
@@ -30,9 +31,11 @@ public:
 
     // What drives the simulation.
 
-    /// Runs everything that is due within `duration`, in the order of time and then of asking, and leaves the clock there.
+    /// Runs everything that is due within `duration`, in the order of time and then of asking, and leaves the clock there:
+    /// later only when work on the main thread took longer. How long a task takes does not move it.
     void advance(Duration duration);
-    /// Runs until nothing is left to run. Whatever repeats itself for ever never ends.
+    /// Runs until nothing is left to run, and leaves the clock where the last of all ended. Whatever repeats itself for ever
+    /// never ends.
     void runUntilIdle();
     /// Runs what is due next, if anything is; false when nothing was left.
     bool runNext();
@@ -70,6 +73,10 @@ private:
     Duration now_{0};
     /// The main thread is busy until then.
     Duration mainThreadFree_{0};
+    /// The furthest that any clock has come.
+    Duration furthest_{0};
+    /// Whether something runs that was started from the agenda.
+    bool isRunning_ = false;
     std::uint64_t nextNumber_ = 0;
     std::map<Key, Entry> agenda_;
     /// Tells timers that outlive the simulation.

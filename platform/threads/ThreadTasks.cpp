@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <deque>
+#include <memory>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -46,13 +47,19 @@ void ThreadTasks::start(Priority, std::function<void()> work) {
         const std::lock_guard lock(mutex_);
         ++running_;
     }
-    const auto run = [this, work = std::move(work)]() mutable {
-        work();
-        work = nullptr;  // What the work holds on to goes before anybody is told that it has ended.
+    // The thread gets a copy of the pointer, so that the work is still there when there is to be no thread.
+    const auto shared = std::make_shared<std::function<void()>>(std::move(work));
+    const auto run = [this, shared] {
+        (*shared)();
+        *shared = nullptr;  // What the work holds on to goes before anybody is told that it has ended.
         const std::lock_guard lock(mutex_);
         if (--running_ == 0) allEnded_.notify_all();
     };
-    std::thread(run).detach();
+    try {
+        std::thread(run).detach();
+    } catch (const std::system_error&) {
+        run();
+    }
 }
 
 // Threads are started until every child has begun. A thread whose child has returned takes the next one that has not begun,

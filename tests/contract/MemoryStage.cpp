@@ -1,0 +1,72 @@
+#include "tests/contract/MemoryStage.h"
+
+#include <utility>
+
+namespace ovin {
+
+ProcessID MemoryApplications::start(const StagedApplication& application) {
+    const ProcessID pid = nextPid_++;
+    const MemoryElement root = accessibility_.launch(pid);
+    const MemoryElement extras = accessibility_.makeElement(pid);
+    auto& items = items_[pid];
+    presses_[pid] = std::make_shared<std::vector<std::size_t>>();
+    for (const std::string& title : application.itemTitles) items.push_back(makeItem(pid, items.size(), title));
+    extras.setChildren(items);
+    root.set("AXExtrasMenuBar", {extras.element()});
+
+    RunningApplication running;
+    running.pid = pid;
+    running.localizedName = application.name;
+    running.bundlePath = "/Applications/" + application.name + ".app";
+    workspace_.launch(std::move(running));
+    return pid;
+}
+
+MemoryElement MemoryApplications::makeItem(ProcessID pid, std::size_t index, const std::string& title) {
+    const MemoryElement item = accessibility_.makeElement(pid);
+    item.set("AXTitle", {title});
+    item.setFrame({{100.0 + 24.0 * static_cast<double>(index), 0}, {24, 24}});
+    item.answerWith("AXPress", [pressed = presses_.at(pid), index] {
+        pressed->push_back(index);
+        return MemoryAnswer{};
+    });
+    return item;
+}
+
+void MemoryApplications::quit(ProcessID pid) {
+    accessibility_.quit(pid);
+    workspace_.quit(pid);
+}
+
+Platform MemoryStage::platform() {
+    const Platform world = world_.platform();
+    return {world.accessibility, world.workspace, world.displays, *defaults_,      world.process,
+            world.text,          world.log,       world.clock,    world.mainQueue, world.tasks};
+}
+
+bool MemoryStage::runUntil(const std::function<bool()>& condition, Duration limit) {
+    const Duration end = world_.time.now() + limit;
+    while (!condition()) {
+        if (world_.time.now() >= end) return false;
+        world_.time.advance(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
+void MemoryStage::reopenDefaults() {
+    auto reopened = std::make_unique<MemoryUserDefaults>();
+    reopened->values = defaults_->values;
+    defaults_ = std::move(reopened);
+}
+
+DisplayID MemoryStage::plugDisplay() {
+    const DisplayID id = world_.displays.displays.back().id + 1;
+    world_.displays.displays.push_back({id, {{1512, 0}, {1920, 1080}}});
+    return id;
+}
+
+void MemoryStage::unplugDisplay(DisplayID display) {
+    std::erase_if(world_.displays.displays, [=](const MemoryDisplays::Display& each) { return each.id == display; });
+}
+
+}  // namespace ovin

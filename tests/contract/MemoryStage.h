@@ -1,0 +1,67 @@
+#pragma once
+
+#include <map>
+
+#include "platform/memory/MemoryWorld.h"
+#include "tests/contract/Stage.h"
+
+namespace ovin {
+
+/// Applications with status items among the processes of the in-memory world.
+class MemoryApplications {
+public:
+    MemoryApplications(MemoryAccessibility& accessibility, MemoryWorkspace& workspace)
+        : accessibility_(accessibility), workspace_(workspace) {}
+
+    ProcessID start(const StagedApplication& application);
+    void quit(ProcessID pid);
+    void rename(ProcessID pid, std::size_t item, const std::string& title) {
+        items_.at(pid).at(item).set("AXTitle", {title});
+    }
+    [[nodiscard]] std::vector<std::size_t> presses(ProcessID pid) { return *presses_.at(pid); }
+
+private:
+    MemoryElement makeItem(ProcessID pid, std::size_t index, const std::string& title);
+
+    MemoryAccessibility& accessibility_;
+    MemoryWorkspace& workspace_;
+    ProcessID nextPid_ = 500;
+    std::map<ProcessID, std::vector<MemoryElement>> items_;
+    std::map<ProcessID, std::shared_ptr<std::vector<std::size_t>>> presses_;
+};
+
+/// The in-memory world.
+class MemoryStage : public Stage {
+public:
+    [[nodiscard]] Platform platform() override;
+
+    bool runUntil(const std::function<bool()>& condition, Duration limit) override;
+    void wait(Duration duration) override { world_.time.wait(duration); }
+    [[nodiscard]] Duration margin() const override { return Duration::zero(); }
+
+    ProcessID start(const StagedApplication& application) override { return applications_.start(application); }
+    void quit(ProcessID pid) override { applications_.quit(pid); }
+    [[nodiscard]] ProcessID unusedProcessID() override { return 99999; }
+    void setHung(ProcessID pid, bool hung) override { world_.accessibility.setHung(pid, hung); }
+    void rename(ProcessID pid, std::size_t item, const std::string& title) override {
+        applications_.rename(pid, item, title);
+    }
+    [[nodiscard]] std::vector<std::size_t> presses(ProcessID pid) override { return applications_.presses(pid); }
+    void setTrusted(bool trusted) override { world_.accessibility.setTrusted(trusted); }
+
+    void reopenDefaults() override;
+    void setRefusesChanges(bool refuses) override { defaults_->refusesChanges = refuses; }
+    void setEnvironment(const std::string& name, const std::optional<std::string>& value) override {
+        world_.process.setEnvironment(name, value);
+    }
+    DisplayID plugDisplay() override;
+    void unplugDisplay(DisplayID display) override;
+    [[nodiscard]] std::vector<std::string> logLines() override { return world_.log.lines(); }
+
+private:
+    MemoryWorld world_;
+    std::unique_ptr<MemoryUserDefaults> defaults_ = std::make_unique<MemoryUserDefaults>();
+    MemoryApplications applications_{world_.accessibility, world_.workspace};
+};
+
+}  // namespace ovin

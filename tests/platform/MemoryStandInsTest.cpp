@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include "platform/memory/MemoryDisplays.h"
+#include "platform/memory/MemoryUserDefaults.h"
+#include "platform/memory/MemoryWorkspace.h"
+#include "platform/memory/MemoryWorld.h"
+
+namespace ovin {
+namespace {
+
+RunningApplication application(ProcessID pid, const std::string& name) {
+    RunningApplication result;
+    result.pid = pid;
+    result.localizedName = name;
+    return result;
+}
+
+TEST(MemoryWorkspace, ApplicationsAreListedInTheOrderOfTheirLaunch) {
+    MemoryWorkspace workspace;
+    for (const ProcessID pid : {30, 10, 20}) workspace.launch(application(pid, "App"));
+    workspace.quit(10);
+    const auto running = workspace.runningApplications();
+    ASSERT_EQ(running.size(), 2U);
+    EXPECT_EQ(running[0].pid, 30);
+    EXPECT_EQ(running[1].pid, 20);
+}
+
+TEST(MemoryWorkspace, APidThatIsLaunchedAgainIsListedOnce) {
+    MemoryWorkspace workspace;
+    workspace.launch(application(10, "Old"));
+    workspace.launch(application(20, "Other"));
+    workspace.launch(application(10, "New"));
+    const auto running = workspace.runningApplications();
+    ASSERT_EQ(running.size(), 2U);
+    EXPECT_EQ(running[0].localizedName, "Other");
+    EXPECT_EQ(running[1].localizedName, "New");
+}
+
+TEST(MemoryWorkspace, FilesAreShownAsTheyWereAdded) {
+    MemoryWorkspace workspace;
+    const Image icon = MemoryImage::named("safe");
+    workspace.addFile("/Applications/Safe.app", "Tresor", icon);
+    EXPECT_EQ(workspace.displayName("/Applications/Safe.app"), "Tresor");
+    EXPECT_EQ(workspace.icon("/Applications/Safe.app"), icon);
+    EXPECT_EQ(workspace.icon("/Applications/Other.app"), std::nullopt);
+}
+
+TEST(MemoryWorkspace, AMissingPathIsShownAsItsLastComponent) {
+    const MemoryWorkspace workspace;
+    EXPECT_EQ(workspace.displayName("/a/b.app"), "b.app");
+    EXPECT_EQ(workspace.displayName("/a/b.app//"), "b.app");
+    EXPECT_EQ(workspace.displayName("b"), "b");
+    EXPECT_EQ(workspace.displayName("/"), "/");
+    EXPECT_EQ(workspace.displayName(""), "");
+}
+
+TEST(MemoryDisplays, WithoutADisplayNothingHasAnArea) {
+    MemoryDisplays displays;
+    displays.displays.clear();
+    EXPECT_EQ(displays.bounds(displays.mainDisplay()), Rect{});
+}
+
+TEST(MemoryWorld, ThePlatformIsTheWorld) {
+    MemoryWorld world;
+    const Platform platform = world.platform();
+    world.accessibility.launch(5).answer("AXTitle",
+                                         {{std::string("App")}, AccessibilityError::success, std::chrono::milliseconds(3)});
+    (void)platform.accessibility.copyAttributeValue(platform.accessibility.applicationElement(5), "AXTitle");
+    EXPECT_EQ(platform.clock.now(), std::chrono::milliseconds(3));
+    platform.log.write("line");
+    EXPECT_EQ(world.log.lines(), std::vector<std::string>{"line"});
+}
+
+}  // namespace
+}  // namespace ovin
