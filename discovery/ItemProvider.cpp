@@ -1,10 +1,12 @@
 #include "discovery/ItemProvider.h"
 
 #include <chrono>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <iomanip>
+#include <locale>
 #include <optional>
+#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -49,9 +51,10 @@ std::int32_t probeFinder(const Platform& platform) {
 
 /// Seconds with two decimals and a point, whatever the locale.
 std::string formattedSeconds(std::chrono::nanoseconds duration) {
-    const auto hundredths = std::llround(std::chrono::duration<double>(duration).count() * 100);
-    const auto fraction = hundredths % 100;
-    return std::to_string(hundredths / 100) + (fraction < 10 ? ".0" : ".") + std::to_string(fraction);
+    std::ostringstream stream;
+    stream.imbue(std::locale::classic());
+    stream << std::fixed << std::setprecision(2) << std::chrono::duration<double>(duration).count();
+    return stream.str();
 }
 
 void logUndrawn(const Platform& platform, const std::vector<DiscoveredItem>& items, std::chrono::nanoseconds elapsed) {

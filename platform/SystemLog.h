@@ -9,7 +9,8 @@ class SystemLog {
 public:
     virtual ~SystemLog() = default;
 
-    /// Writes one entry. `line` is UTF-8 without a line end; what it holds is written as it stands, never taken as a format.
+    /// Writes one entry. `line` is text, never a format. It quotes names and titles of other programs, and so may hold
+    /// anything, line ends included: a log that is read line by line escapes them.
     virtual void write(std::string_view line) = 0;
 };
 

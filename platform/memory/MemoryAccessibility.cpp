@@ -64,6 +64,7 @@ public:
 
     const std::shared_ptr<Node> node;
     std::atomic<std::chrono::nanoseconds> timeout;
+    std::atomic<bool> wasGivenTimeout = false;
 };
 
 namespace {
@@ -193,19 +194,19 @@ AccessibilityElement MemoryAccessibility::applicationElement(ProcessID pid) cons
 }
 
 void MemoryAccessibility::setMessagingTimeout(const AccessibilityElement& element, std::chrono::nanoseconds timeout) const {
-    Reference::of(element).timeout = timeout;
+    Reference& reference = Reference::of(element);
+    reference.timeout = timeout;
+    reference.wasGivenTimeout = true;
 }
 
 AttributeAnswer MemoryAccessibility::copyAttributeValue(const AccessibilityElement& element,
                                                         std::string_view attribute) const {
     MemoryAnswer answer = request(MemoryRequest::Kind::read, element, attribute);
-    if (answer.error != AccessibilityError::success) return {answer.error, {}};
-
     const std::chrono::nanoseconds timeout = Reference::of(element).timeout;
     const auto deliver = [&](const AccessibilityElement& member) {
         return AccessibilityElement(std::make_shared<Reference>(Reference::of(member).node, timeout));
     };
-    return {AccessibilityError::success, delivered(answer.value, deliver)};
+    return {answer.error, delivered(answer.value, deliver)};
 }
 
 ProcessIDAnswer MemoryAccessibility::processIdentifier(const AccessibilityElement& element) const {
@@ -220,7 +221,6 @@ AccessibilityError MemoryAccessibility::performAction(const AccessibilityElement
 
 MemoryAnswer MemoryAccessibility::request(MemoryRequest::Kind kind, const AccessibilityElement& element,
                                           std::string_view name) const {
-    if (!isProcessTrusted()) return {{}, AccessibilityError::apiDisabled};
     const Reference& reference = Reference::of(element);
     const std::chrono::nanoseconds timeout = reference.timeout;
     const auto node = liveNode(reference);
@@ -230,7 +230,10 @@ MemoryAnswer MemoryAccessibility::request(MemoryRequest::Kind kind, const Access
         const std::lock_guard lock(mutex_);
         observer = observer_;
     }
-    if (observer) observer({kind, MemoryElement(node ? node : reference.node), std::string(name), timeout});
+    if (observer) {
+        observer({kind, MemoryElement(node ? node : reference.node), std::string(name), timeout, reference.wasGivenTimeout});
+    }
+    if (!isProcessTrusted()) return {{}, AccessibilityError::apiDisabled};
     if (!node) return {{}, AccessibilityError::invalidElement};
 
     const bool isRead = kind == MemoryRequest::Kind::read;

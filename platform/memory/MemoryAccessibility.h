@@ -67,6 +67,8 @@ struct MemoryRequest {
     std::string name;
     /// The messaging timeout that bounds this request.
     std::chrono::nanoseconds timeout{0};
+    /// Whether the timeout was set on this very reference, rather than inherited from the one that it was read from.
+    bool wasGivenTimeout = false;
 };
 
 /// Processes and their trees of elements, with answers as scripted. Any thread, so that it serves real threads as well as
@@ -98,7 +100,7 @@ public:
     void setTrusted(bool trusted);
     /// How often the user was asked for trust.
     [[nodiscard]] int promptCount() const;
-    /// Is told of every request, on the thread that sends it, before it is answered.
+    /// Is told of every request, on the thread that sends it, before it is answered or refused.
     void observeRequests(std::function<void(const MemoryRequest&)> observer);
 
     // Accessibility

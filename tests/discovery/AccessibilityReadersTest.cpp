@@ -70,6 +70,14 @@ TEST_F(AccessibilityReaders, EveryErrorCodeIsAbsentEvenWithAValue) {
           AccessibilityError::attributeUnsupported, AccessibilityError{1}}) {
         root.answer("AXTitle", {{std::string("text")}, error});
         EXPECT_EQ(readTitle(), std::nullopt) << static_cast<int>(error);
+        root.answer("AXChildren", {{AttributeValue::Array{}}, error});
+        EXPECT_EQ(readElements(), std::nullopt) << static_cast<int>(error);
+        root.setFrame({{1, 2}, {3, 4}});
+        root.answer("AXSize", {{Size{3, 4}}, error});
+        EXPECT_EQ(readFrame(), std::nullopt) << static_cast<int>(error);
+        root.setFrame({{1, 2}, {3, 4}});
+        root.answer("AXPosition", {{Point{1, 2}}, error});
+        EXPECT_EQ(readFrame(), std::nullopt) << static_cast<int>(error);
     }
 }
 

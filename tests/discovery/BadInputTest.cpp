@@ -101,8 +101,16 @@ TEST_F(BadInput, NulAndControlCharactersAreCharacters) {
 
 TEST_F(BadInput, IllFormedTextIsNeitherLostNorCutWithinACharacter) {
     const std::string illFormed = "\xff\xc0\x80\xed\xa0\x80\xf4\x90\x80\x80 abc\xe2\x82";
-    scene.launchWithItems(512, "\xfe", {illFormed, "abc\xf0\x9f\x91"});
-    EXPECT_THAT(titles(scene.discover()), testing::UnorderedElementsAre(illFormed, "abc\xf0\x9f\x91"));
+    const std::string cutOff = "abc\xf0\x9f\x91";
+    const std::string marked = "\xffx\u0301";
+    std::string longMarked;
+    for (int i = 0; i < 7; ++i) longMarked += marked;
+    scene.launchWithItems(512, "\xfe", {illFormed, cutOff, longMarked});
+    const auto items = scene.discover();
+    EXPECT_THAT(titles(items), testing::UnorderedElementsAre(illFormed, cutOff, longMarked));
+    // Each ill-formed byte or sequence is a character of its own; the fifth mark stays with its letter.
+    EXPECT_THAT(labels(items), testing::UnorderedElementsAre("\xff\xc0\x80\xed\xa0\x80\xf4\x90\x80\x80 …", cutOff,
+                                                             marked + marked + marked + marked + marked + "\xff…"));
 }
 
 TEST_F(BadInput, AnEmptyApplicationNameSortsFirst) {
@@ -138,8 +146,8 @@ TEST_F(BadInput, PidsOutOfTheOrdinaryAreScannedLikeAnyOther) {
 
 TEST_F(BadInput, OneApplicationListedTwiceIsReadTwice) {
     scene.launchWithItems(512, "Net", {"t"});
-    scene.world.workspace.launch({512, "com.example.net", "Net", {}, {}});
-    EXPECT_THAT(titles(scene.discover()), ElementsAre("t", "t"));
+    const AppInfo app{512, "com.example.net", "Net", {}};
+    EXPECT_THAT(titles(ItemProvider::discoverItems(scene.world.platform(), {app, app})), ElementsAre("t", "t"));
 }
 
 TEST_F(BadInput, AnApplicationThatQuitsDuringTheScanKeepsTheItemsReadSoFar) {

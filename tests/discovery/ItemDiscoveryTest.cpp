@@ -120,7 +120,10 @@ TEST_F(ItemDiscovery, EveryRequestOfTheScanRunsUnderAQuarterOfASecond) {
     accessibility.observeRequests([&](const MemoryRequest& request) { requests.push_back(request); });
     (void)scene.discover();
     EXPECT_THAT(requests, SizeIs(6));
-    for (const MemoryRequest& request : requests) EXPECT_EQ(request.timeout, 250ms) << request.name;
+    for (const MemoryRequest& request : requests) {
+        EXPECT_EQ(request.timeout, 250ms) << request.name;
+        EXPECT_TRUE(request.wasGivenTimeout) << request.name;
+    }
 }
 
 TEST_F(ItemDiscovery, NoChildIsDroppedForWantOfATitle) {
@@ -309,10 +312,10 @@ TEST_F(ItemDiscovery, ATitleOfTwelveCharactersIsALabelAndOneOfThirteenIsCutToEle
 }
 
 TEST_F(ItemDiscovery, LabelsAreTrimmedAndTitlesAreNot) {
-    scene.launchWithItems(512, "Net", {"\t 123456789012 \n", " \u00A0\u3000\r\n"});
+    scene.launchWithItems(512, "Net", {"\t 123456789012 \n", " \u00A0\u3000\r\n", " 1234567890123\n"});
     const auto items = scene.discover();
-    EXPECT_THAT(titles(items), testing::UnorderedElementsAre("\t 123456789012 \n", " \u00A0\u3000\r\n"));
-    EXPECT_THAT(labels(items), testing::UnorderedElementsAre("123456789012", std::nullopt));
+    EXPECT_THAT(titles(items), testing::UnorderedElementsAre("\t 123456789012 \n", " \u00A0\u3000\r\n", " 1234567890123\n"));
+    EXPECT_THAT(labels(items), testing::UnorderedElementsAre("123456789012", std::nullopt, "12345678901…"));
 }
 
 TEST_F(ItemDiscovery, LabelsCountWhatAPersonTakesForACharacter) {
@@ -337,6 +340,15 @@ TEST_F(ItemDiscovery, ApplicationsSortByNameWhateverTheLetterCase) {
     EXPECT_EQ(items[0].appName + items[1].appName + items[2].appName, "Alphabetazeta");
 }
 
+TEST_F(ItemDiscovery, AccentsSortWithTheirLetters) {
+    scene.launchWithItems(1, "zeta", {"4"});
+    scene.launchWithItems(2, "Éclair", {"2"});
+    scene.launchWithItems(3, "beta", {"1"});
+    scene.launchWithItems(4, "FAX", {"3"});
+    scene.launchWithItems(5, "ähre", {"0"});
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("0", "1", "2", "3", "4"));
+}
+
 TEST_F(ItemDiscovery, ItemsOfOneApplicationSortByTitleWhateverTheLetterCase) {
     scene.launchWithItems(1, "App", {"c", "B", "a", "b"});
     EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "B", "b", "c"));
@@ -346,6 +358,8 @@ TEST_F(ItemDiscovery, NamesThatDifferOnlyInLetterCaseKeepTheirOrder) {
     scene.launchWithItems(1, "zed", {"z"});
     scene.launchWithItems(2, "Zed", {"a"});
     EXPECT_THAT(titles(scene.discover()), ElementsAre("z", "a"));
+    accessibility.setLatency(1, 1ms);
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "z")) << "the order in which the applications finished";
 }
 
 TEST_F(ItemDiscovery, ItemsKeepTheOrderInWhichTheirApplicationsFinished) {
@@ -357,6 +371,17 @@ TEST_F(ItemDiscovery, ItemsKeepTheOrderInWhichTheirApplicationsFinished) {
 }
 
 // The log
+
+TEST_F(ItemDiscovery, TheDebugVariableMayHoldAnythingAndIsLookedUpAtEachUse) {
+    const MemoryElement root = scene.launch(512, "Net");
+    scene.world.process.setEnvironment("OVIN_DEBUG", "0");
+    root.answerWith("AXExtrasMenuBar", [this]() -> MemoryAnswer {
+        scene.world.process.setEnvironment("OVIN_DEBUG", std::nullopt);
+        return {};
+    });
+    (void)scene.discover();
+    EXPECT_THAT(scene.world.log.lines(), ElementsAre("Ovin DEBUG AX: trusted=1, probe of Finder returned AXError -1"));
+}
 
 TEST_F(ItemDiscovery, NothingIsLoggedUnlessAsked) {
     scene.launchAgent();
@@ -427,8 +452,8 @@ TEST_F(ItemDiscovery, OnlyTheFirstFinderIsProbed) {
 TEST_F(ItemDiscovery, TheTimeInTheLogIsRoundedToHundredths) {
     debug();
     scene.launch(512, "Slow");
-    for (const auto& [latency, text] :
-         {std::pair(4ms, "0.00s"), std::pair(6ms, "0.01s"), std::pair(96ms, "0.10s"), std::pair(204ms, "0.20s")}) {
+    for (const auto& [latency, text] : {std::pair(4ms, "0.00s"), std::pair(6ms, "0.01s"), std::pair(96ms, "0.10s"),
+                                        std::pair(204ms, "0.20s"), std::pair(15ms, "0.01s"), std::pair(45ms, "0.04s")}) {
         accessibility.setLatency(512, latency);
         (void)scene.discover();
         EXPECT_EQ(scene.world.log.lines().back(), std::string("Ovin DEBUG discovery: 0 undrawn items, ") + text + ": ");
