@@ -1,0 +1,42 @@
+#include <signal.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "desktop/status_item/ItemOptions.h"
+#include "desktop/status_item/ItemServer.h"
+
+namespace {
+
+/// Lets the process bear a name of its own, in full as its first argument and shortened by the kernel as its command.
+/// The first argument can be set only by executing the program again.
+void takeName(const std::string& name, char** arguments) {
+    if (name != arguments[0]) {
+        std::string first = name;
+        arguments[0] = first.data();
+        execv("/proc/self/exe", arguments);
+        std::perror("status-item: its name cannot be set");
+    }
+    prctl(PR_SET_NAME, name.c_str());
+}
+
+/// The event loop takes these signals from a descriptor, which requires that they interrupt nothing.
+void blockEventSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGUSR1);
+    sigaddset(&signals, SIGUSR2);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+    blockEventSignals();
+    auto parsed = ovin::parseItemOptions(argumentCount, arguments);
+    if (!parsed.options) return parsed.exitStatus;
+    if (parsed.options->processName) takeName(*parsed.options->processName, arguments);
+    return ovin::ItemServer(std::move(*parsed.options)).run();
+}
