@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QObject>
+#include <QString>
+
+namespace ovin {
+
+/// Light or dark: what the user told the bar, else what the desktop's settings say, else what the toolkit started with.
+/// Changes are taken up while the bar runs. Exported at /org/ovin/MenuBarAgent: others may set `Choice`.
+class ColorScheme : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.ovin.MenuBarAgent")
+    /// "light", "dark" or "automatic".
+    Q_PROPERTY(QString Choice READ choice WRITE setChoice)
+
+public:
+    ColorScheme(const QDBusConnection& bus, const QString& choice, QObject* parent = nullptr);
+
+    [[nodiscard]] const QString& choice() const { return choice_; }
+    /// Anything but the three words is passed over.
+    void setChoice(const QString& choice);
+
+private:
+    Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
+    void readSetting();
+    void apply() const;
+    [[nodiscard]] bool isDark() const;
+
+    QDBusConnection bus_;
+    QString choice_;
+    /// As the desktop's settings count: 0 none, 1 dark, 2 light.
+    uint setting_ = 0;
+    bool startedDark_;
+};
+
+}  // namespace ovin

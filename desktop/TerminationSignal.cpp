@@ -1,0 +1,33 @@
+#include "desktop/TerminationSignal.h"
+
+#include <pthread.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace ovin {
+
+TerminationSignal::TerminationSignal() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    descriptor_ = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+}
+
+TerminationSignal::~TerminationSignal() {
+    notifier_.reset();
+    close(descriptor_);
+}
+
+void TerminationSignal::listen() {
+    notifier_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
+    connect(notifier_.get(), &QSocketNotifier::activated, this, [this] {
+        signalfd_siginfo information{};
+        if (read(descriptor_, &information, sizeof information) > 0) Q_EMIT received();
+    });
+}
+
+}  // namespace ovin

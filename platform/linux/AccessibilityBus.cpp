@@ -1,0 +1,115 @@
+#include "platform/linux/AccessibilityBus.h"
+
+#include <algorithm>
+#include <future>
+#include <utility>
+
+#include "platform/linux/BusNames.h"
+
+namespace ovin {
+namespace {
+
+constexpr const char* service = "org.a11y.Bus";
+constexpr const char* servicePath = "/org/a11y/bus";
+constexpr const char* statusInterface = "org.a11y.Status";
+constexpr const char* accessible = "org.a11y.atspi.Accessible";
+constexpr std::chrono::milliseconds statusTimeout{500};
+
+/// The role that AT-SPI gives to a main window.
+constexpr std::int64_t frameRole = 23;
+constexpr std::int64_t windowRole = 69;
+
+using PendingReply = std::future<BusReply>;
+
+PendingReply send(Bus& bus, BusCall call, Bus::Duration timeout) {
+    const auto promise = std::make_shared<std::promise<BusReply>>();
+    bus.call(std::move(call), timeout, [promise](BusReply reply) { promise->set_value(std::move(reply)); });
+    return promise->get_future();
+}
+
+/// The same call to every object, all at once.
+template <typename MakeCall>
+std::vector<BusReply> askAll(Bus& bus, const std::vector<AccessibleName>& objects, Bus::Duration timeout,
+                             MakeCall makeCall) {
+    std::vector<PendingReply> pending;
+    for (const AccessibleName& object : objects) pending.push_back(send(bus, makeCall(object), timeout));
+    std::vector<BusReply> replies;
+    for (PendingReply& reply : pending) replies.push_back(reply.get());
+    return replies;
+}
+
+std::vector<AccessibleName> childrenOf(Bus& bus, const AccessibleName& object, Bus::Duration timeout) {
+    return accessibleNames(
+        bus.callAndWait({object.destination, object.path, accessible, "GetChildren", {}}, timeout).first());
+}
+
+}  // namespace
+
+AccessibilityBus::AccessibilityBus(Bus& session) : session_(session) {
+    session_.watch(std::string("type='signal',path='") + servicePath +
+                       "',interface='org.freedesktop.DBus.Properties',member='PropertiesChanged',arg0='" + statusInterface +
+                       "'",
+                   [enabled = enabled_](const BusSignal& signal) {
+                       if (signal.values.size() < 2) return;
+                       const auto* changed = signal.values[1].as<BusValue::Dictionary>();
+                       if (changed == nullptr) return;
+                       const auto found = changed->find("IsEnabled");
+                       const auto* value = found == changed->end() ? nullptr : found->second.as<bool>();
+                       if (value != nullptr) *enabled = *value;
+                   });
+    (void)isEnabled();
+}
+
+bool AccessibilityBus::isEnabled() const {
+    const BusReply reply =
+        session_.callAndWait(propertyCall(service, servicePath, statusInterface, "IsEnabled"), statusTimeout);
+    const BusValue value = reply.first();
+    const auto* enabled = value.as<bool>();
+    *enabled_ = enabled != nullptr && *enabled;
+    return *enabled_;
+}
+
+bool AccessibilityBus::enable() {
+    const BusReply reply = session_.callAndWait({service,
+                                                 servicePath,
+                                                 "org.freedesktop.DBus.Properties",
+                                                 "Set",
+                                                 {statusInterface, "IsEnabled", BusCall::Variant{true}}},
+                                                statusTimeout);
+    return !reply.isError() && isEnabled();
+}
+
+Bus* AccessibilityBus::bus() const {
+    const std::lock_guard lock(mutex_);
+    if (!bus_) {
+        const BusReply reply = session_.callAndWait({service, servicePath, service, "GetAddress", {}}, statusTimeout);
+        if (!reply.isError()) bus_ = Bus::connect(reply.first().string());
+    }
+    return bus_.get();
+}
+
+std::vector<AccessibleName> AccessibilityBus::windowsOf(ProcessID pid, Bus::Duration timeout) const {
+    Bus* const accessibilityBus = bus();
+    if (accessibilityBus == nullptr) return {};
+    const auto programs =
+        childrenOf(*accessibilityBus, {"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"}, timeout);
+    const auto pids = askAll(*accessibilityBus, programs, timeout, [](const AccessibleName& program) {
+        return busDaemonCall("GetConnectionUnixProcessID", {program.destination});
+    });
+
+    std::vector<AccessibleName> windows;
+    for (std::size_t i = 0; i < programs.size(); ++i) {
+        if (pids[i].first().integer(-1) != pid) continue;
+        const auto children = childrenOf(*accessibilityBus, programs[i], timeout);
+        const auto roles = askAll(*accessibilityBus, children, timeout, [](const AccessibleName& child) {
+            return BusCall{child.destination, child.path, accessible, "GetRole", {}};
+        });
+        for (std::size_t j = 0; j < children.size(); ++j) {
+            const std::int64_t role = roles[j].first().integer();
+            if (role == frameRole || role == windowRole) windows.push_back(children[j]);
+        }
+    }
+    return windows;
+}
+
+}  // namespace ovin

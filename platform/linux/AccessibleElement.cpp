@@ -1,0 +1,73 @@
+#include "platform/linux/AccessibleElement.h"
+
+#include <utility>
+
+#include "platform/linux/BusNames.h"
+#include "platform/linux/StatusItemElement.h"
+
+namespace ovin {
+namespace {
+
+constexpr std::int32_t firstAction = 0;
+
+}  // namespace
+
+AccessibleElement::AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name,
+                                     ProcessID owner, Duration timeout)
+    : LinuxElement("accessible " + name.destination + name.path, owner, timeout),
+      desktop_(std::move(desktop)),
+      name_(std::move(name)) {}
+
+AttributeAnswer AccessibleElement::read(std::string_view attribute) {
+    if (attribute == "AXTitle") return readText("Name");
+    if (attribute == "AXDescription") return readText("Description");
+    const auto details = this->details();
+    if (!details || !details->wait(timeout())) return failed(AccessibilityError::cannotComplete);
+    if (attribute == "AXChildren") return children(*details);
+    if (!details->frame()) return failed(AccessibilityError::noValue);
+    if (attribute == "AXPosition") return {AccessibilityError::success, {details->frame()->origin}};
+    if (attribute == "AXSize") return {AccessibilityError::success, {details->frame()->size}};
+    return failed(AccessibilityError::attributeUnsupported);
+}
+
+AccessibilityError AccessibleElement::perform(std::string_view action) {
+    Bus* const bus = desktop_->accessibility.bus();
+    if (action != "AXPress" || bus == nullptr) return AccessibilityError::actionUnsupported;
+    const BusReply reply =
+        bus->callAndWait({name_.destination, name_.path, "org.a11y.atspi.Action", "DoAction", {firstAction}}, timeout());
+    return reply.isError() ? accessibilityError(reply.error) : AccessibilityError::success;
+}
+
+std::shared_ptr<AccessibleDetails> AccessibleElement::details() {
+    Bus* const bus = desktop_->accessibility.bus();
+    const std::lock_guard lock(mutex_);
+    if (bus != nullptr && (!details_ || details_->isStale(timeout()))) details_ = AccessibleDetails::request(*bus, name_);
+    return details_;
+}
+
+AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) const {
+    if (!details.children()) return failed(AccessibilityError::noValue);
+    AttributeValue::Array children;
+    for (const AccessibleDetails::Child& child : *details.children()) {
+        if (const auto item = desktop_->items.itemAt(child.description)) {
+            children.push_back({AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, *item, timeout()))});
+            continue;
+        }
+        // Whoever lists objects goes on to read their frames and children, one after the other: all are asked for at once.
+        const auto element = std::make_shared<AccessibleElement>(desktop_, child.name, owner(), timeout());
+        element->prefetch();
+        children.push_back({AccessibilityElement(element)});
+    }
+    return {AccessibilityError::success, {std::move(children)}};
+}
+
+AttributeAnswer AccessibleElement::readText(const std::string& property) const {
+    Bus* const bus = desktop_->accessibility.bus();
+    if (bus == nullptr) return failed(AccessibilityError::cannotComplete);
+    const BusReply reply =
+        bus->callAndWait(propertyCall(name_.destination, name_.path, "org.a11y.atspi.Accessible", property), timeout());
+    if (reply.isError()) return failed(accessibilityError(reply.error));
+    return textAnswer(reply.first().string());
+}
+
+}  // namespace ovin

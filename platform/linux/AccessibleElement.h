@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "platform/linux/AccessibleDetails.h"
+#include "platform/linux/LinuxAccessibility.h"
+#include "platform/linux/LinuxElement.h"
+
+namespace ovin {
+
+/// An accessible object of some program.
+class AccessibleElement final : public LinuxElement {
+public:
+    AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, ProcessID owner,
+                      Duration timeout);
+
+    /// Asks for the object's frame and children without waiting for them.
+    void prefetch() { (void)details(); }
+
+    [[nodiscard]] AttributeAnswer read(std::string_view attribute) override;
+    [[nodiscard]] AccessibilityError perform(std::string_view action) override;
+
+private:
+    /// The latest details, asked for again when they are no longer of this moment; null without an accessibility bus.
+    [[nodiscard]] std::shared_ptr<AccessibleDetails> details();
+    [[nodiscard]] AttributeAnswer children(const AccessibleDetails& details) const;
+    [[nodiscard]] AttributeAnswer readText(const std::string& property) const;
+
+    const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;
+    const AccessibleName name_;
+    std::mutex mutex_;
+    std::shared_ptr<AccessibleDetails> details_;
+};
+
+}  // namespace ovin

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+struct sd_bus_message;
+
+namespace ovin {
+
+/// A value as it came over a message bus. Structures are arrays of their members, a variant is what it holds, object paths
+/// and signatures are strings, byte arrays are strings of bytes, and a dictionary with other keys than strings is nothing.
+struct BusValue {
+    using Array = std::vector<BusValue>;
+    using Dictionary = std::map<std::string, BusValue, std::less<>>;
+
+    std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, std::string, Array, Dictionary> content;
+
+    template <typename Type>
+    [[nodiscard]] const Type* as() const {
+        return std::get_if<Type>(&content);
+    }
+
+    /// The string; empty when this is no string.
+    [[nodiscard]] std::string string() const;
+
+    /// The integer, of whatever sign and width; `otherwise` when this is no integer.
+    [[nodiscard]] std::int64_t integer(std::int64_t otherwise = 0) const;
+
+    /// The members; none when this is no array or structure.
+    [[nodiscard]] const Array& members() const;
+};
+
+/// What a message carries, and nothing of a message that cannot be understood. Values nested deeper than any sensible
+/// program nests them are left out.
+[[nodiscard]] std::vector<BusValue> busValues(sd_bus_message* message);
+
+}  // namespace ovin

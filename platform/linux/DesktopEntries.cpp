@@ -1,0 +1,115 @@
+#include "platform/linux/DesktopEntries.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/Environment.h"
+
+namespace ovin {
+namespace {
+
+using Group = std::map<std::string, std::string>;
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t start = text.find_first_not_of(" \t\r");
+    if (start == std::string_view::npos) return {};
+    return text.substr(start, text.find_last_not_of(" \t\r") - start + 1);
+}
+
+std::vector<std::string> splitPaths(const std::string& list) {
+    std::vector<std::string> paths;
+    for (std::size_t start = 0; start <= list.size();) {
+        const std::size_t end = std::min(list.find(':', start), list.size());
+        if (end > start) paths.push_back(list.substr(start, end - start));
+        start = end + 1;
+    }
+    return paths;
+}
+
+/// The name of the program that a command line starts, without its folder. Words in quotes and variables before the program
+/// are as rare in entries as they are legal.
+std::string executableOf(std::string_view command) {
+    command = trimmed(command);
+    if (command.starts_with('"')) command = command.substr(1, command.find('"', 1) - 1);
+    const std::string_view program = command.substr(0, command.find(' '));
+    return std::string(program.substr(program.rfind('/') + 1));
+}
+
+/// "de_DE.UTF-8@euro" is tried as "de_DE" and then as "de"; without either the untranslated value counts.
+std::string localizedValue(const Group& group, const std::string& key, const std::string& language) {
+    const std::string territory = language.substr(0, language.find_first_of(".@"));
+    for (const std::string& locale : {territory, territory.substr(0, territory.find('_'))}) {
+        const auto value = group.find(key + "[" + locale + "]");
+        if (value != group.end()) return value->second;
+    }
+    const auto value = group.find(key);
+    return value == group.end() ? std::string() : value->second;
+}
+
+Group readGroup(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return desktopEntryGroup(std::string(std::istreambuf_iterator<char>(file), {}));
+}
+
+}  // namespace
+
+Group desktopEntryGroup(std::string_view text) {
+    Group group;
+    bool isInGroup = false;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view line = trimmed(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (line.starts_with('[')) isInGroup = line == "[Desktop Entry]";
+        const std::size_t equals = line.find('=');
+        if (!isInGroup || line.starts_with('#') || equals == std::string_view::npos) continue;
+        group.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+    }
+    return group;
+}
+
+DesktopEntries::DesktopEntries(const std::vector<std::string>& dataFolders, const std::string& language) {
+    for (const std::string& folder : dataFolders) {
+        std::error_code error;
+        std::filesystem::directory_iterator files(std::filesystem::path(folder) / "applications", error);
+        for (; !error && files != std::filesystem::directory_iterator(); files.increment(error)) {
+            if (files->path().extension() != ".desktop") continue;
+            const Group group = readGroup(files->path());
+            const auto command = group.find("Exec");
+            if (command == group.end()) continue;
+            byExecutable_.emplace(executableOf(command->second),
+                                  DesktopEntry{files->path().stem().string(), localizedValue(group, "Name", language),
+                                               localizedValue(group, "Icon", language)});
+        }
+    }
+}
+
+std::optional<DesktopEntry> DesktopEntries::entryFor(const std::string& executable) const {
+    const auto found = byExecutable_.find(executable);
+    if (found == byExecutable_.end()) return std::nullopt;
+    return found->second;
+}
+
+std::vector<std::string> dataFolders() {
+    const std::string home = environmentVariable("XDG_DATA_HOME").value_or("");
+    std::vector<std::string> folders{
+        !home.empty() ? home : environmentVariable("HOME").value_or("") + "/.local/share"};
+    const std::string system = environmentVariable("XDG_DATA_DIRS").value_or("");
+    for (std::string& folder : splitPaths(!system.empty() ? system : "/usr/local/share:/usr/share")) {
+        folders.push_back(std::move(folder));
+    }
+    return folders;
+}
+
+std::string messageLanguage() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (auto value = environmentVariable(name); value && !value->empty()) return *std::move(value);
+    }
+    return {};
+}
+
+}  // namespace ovin

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "platform/Workspace.h"
+#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/SessionProcesses.h"
+
+namespace ovin {
+
+/// An icon by its name in the icon theme, or by the absolute path of a file. Drawing it is the toolkit's work.
+class NamedIcon final : public Image::Content {
+public:
+    explicit NamedIcon(std::string iconName) : name(std::move(iconName)) {}
+
+    const std::string name;
+};
+
+/// The running applications of a Linux session: the processes on the session bus. Names and icons are those of the desktop
+/// entry that runs the same executable; without one, the name is the process's own. There are no bundles.
+class LinuxWorkspace final : public Workspace {
+public:
+    /// `processes` must outlive this object. `ownBundleIdentifier` is that of this very process.
+    LinuxWorkspace(const SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier);
+
+    [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
+    [[nodiscard]] std::string displayName(const std::string& path) const override;
+    [[nodiscard]] std::optional<Image> icon(const std::string& path) const override;
+
+private:
+    [[nodiscard]] RunningApplication describe(ProcessID pid) const;
+
+    const SessionProcesses& processes_;
+    const DesktopEntries entries_;
+    const std::string ownBundleIdentifier_;
+};
+
+}  // namespace ovin

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <memory>
+
+#include "platform/linux/ItemMenus.h"
+
+namespace ovin {
+
+class DBusMenu;
+
+/// Shows the menus of status items as native ones, at the pointer. Made on the main thread, asked on any.
+class QtItemMenus final : public QObject, public ItemMenus {
+    Q_OBJECT
+
+public:
+    QtItemMenus();
+    ~QtItemMenus() override;
+
+    [[nodiscard]] bool show(const std::string& destination, const std::string& path) override;
+    [[nodiscard]] Point position() override;
+
+    /// Whether a menu is open or about to open. Main thread only.
+    [[nodiscard]] bool isShowing() const { return menu_ != nullptr; }
+
+Q_SIGNALS:
+    /// The menu has closed, or there was nothing to show.
+    void closed();
+
+private:
+    void open(const QString& destination, const QString& path);
+    void close();
+
+    std::unique_ptr<DBusMenu> menu_;
+};
+
+}  // namespace ovin

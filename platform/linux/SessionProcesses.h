@@ -1,0 +1,29 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/ProcessInfo.h"
+#include "platform/linux/Bus.h"
+
+namespace ovin {
+
+/// The processes that are connected to the session bus, kept up to date by the bus's own signals. Any thread.
+class SessionProcesses {
+public:
+    /// Returns when the processes that are there now are known, or after a second. `bus` must outlive this object.
+    explicit SessionProcesses(Bus& bus);
+
+    /// In the order in which they connected, each once.
+    [[nodiscard]] std::vector<ProcessID> processes() const;
+
+private:
+    struct State;
+
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace ovin

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ProcessInfo.h"
+#include "platform/linux/Bus.h"
+#include "platform/linux/StatusItemAddress.h"
+
+namespace ovin {
+
+/// A status item on the session bus, and the process behind it.
+struct StatusNotifierItem {
+    StatusItemAddress address;
+    ProcessID pid = 0;
+
+    friend bool operator==(const StatusNotifierItem&, const StatusNotifierItem&) = default;
+};
+
+/// The status items that are registered with the session's StatusNotifierWatcher, kept up to date by its signals; none while
+/// there is no watcher. Any thread.
+class StatusNotifierItems {
+public:
+    /// Returns when the items that are there now are known, or after a second. `bus` must outlive this object.
+    explicit StatusNotifierItems(Bus& bus);
+
+    /// The items of a process, in the order of their registration.
+    [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
+
+    /// The item at an address as the watcher lists it.
+    [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const std::string& address) const;
+
+private:
+    struct State;
+
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace ovin

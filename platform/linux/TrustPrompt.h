@@ -1,0 +1,11 @@
+#pragma once
+
+#include <functional>
+
+namespace ovin {
+
+/// Asks the user, in a window of its own, whether to let programs like this one read what others show, and calls `enable` if
+/// so. Returns at once. Main thread only.
+void askForTrust(std::function<void()> enable);
+
+}  // namespace ovin
