@@ -210,6 +210,16 @@ class Registration(StatusItemTestCase):
         with os.fdopen(reader, "rb") as pipe:
             self.assertEqual(pipe.read(), b"r")
 
+    def testItDoesNotMatterThatNobodyListens(self):
+        reader, writer = os.pipe()
+        os.close(reader)
+        item = self.startItem("--ready-fd", str(writer), pass_fds=[writer])
+        os.close(writer)
+        item.process.stdout.close()
+        call(item.name, ITEM, f"{KDE}.Activate", "1", "2")
+        self.assertProperty(item, "Id", "'status-item'")
+        item.process.stdout = None
+
     def testAThousandItemsShareAConnection(self):
         self.watcher = self.startWatcher()
         item = Process(self, STATUS_ITEM, "--items", "1000", "--id", "many", "--title", "Many", "--pixmap", "#00ff00")
