@@ -35,6 +35,7 @@ void blockEventSignals() {
 
 int main(int argumentCount, char** arguments) {
     blockEventSignals();
+    signal(SIGPIPE, SIG_IGN);  // an item lives on when nobody reads what it prints
     auto parsed = ovin::parseItemOptions(argumentCount, arguments);
     if (!parsed.options) return parsed.exitStatus;
     if (parsed.options->processName) takeName(*parsed.options->processName, arguments);

@@ -220,6 +220,10 @@ class TheBuses(PrivateDesktopTestCase):
         self.addCleanup(watcher.communicate)
         self.addCleanup(watcher.kill)
         self.assertNotIn(None, Lines(watcher.stdout).all(3))
+        logs = [os.path.join(desktop.directory, "logs", f"status-item-{number}.log") for number in (1, 2, 3)]
+        for log in logs:
+            self.assertTrue(becomes(lambda path=log: os.path.getsize(path) > 0), "it has not heard of its registration")
+        self.assertEqual(desktop.finish()[0::2], (3, ""))
 
     def names(self, desktop):
         return desktop.run("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",

@@ -103,11 +103,12 @@ class Properties(StatusItemTestCase):
 
     def testTheTitleChangesOnASignal(self):
         item = self.startItem("--title", "Mail")
-        monitor = Process(self, "stdbuf", "-oL", "gdbus", "monitor", "--session", "--dest", item.name, "--object-path", ITEM)
-        while (line := monitor.lines.next()) is not None and "is owned by" not in line:
-            pass
+        monitor = Process(self, "dbus-monitor", "--session", f"sender='{item.name}'")
+        while (line := monitor.lines.next()) is not None and "member=NameLost" not in line:
+            pass  # a monitor loses its name at the moment from which on it sees everything
+        monitor.lines.next()
         os.kill(item.pid, signal.SIGUSR1)
-        self.assertIn(f"{KDE}.NewTitle ()", monitor.lines.next())
+        self.assertIn(f"path={ITEM}; interface={KDE}; member=NewTitle", monitor.lines.next() or "")
         self.assertProperty(item, "Title", "'Mail changed'")
 
 
@@ -208,6 +209,16 @@ class Registration(StatusItemTestCase):
         os.close(writer)
         with os.fdopen(reader, "rb") as pipe:
             self.assertEqual(pipe.read(), b"r")
+
+    def testItDoesNotMatterThatNobodyListens(self):
+        reader, writer = os.pipe()
+        os.close(reader)
+        item = self.startItem("--ready-fd", str(writer), pass_fds=[writer])
+        os.close(writer)
+        item.process.stdout.close()
+        call(item.name, ITEM, f"{KDE}.Activate", "1", "2")
+        self.assertProperty(item, "Id", "'status-item'")
+        item.process.stdout = None
 
     def testAThousandItemsShareAConnection(self):
         self.watcher = self.startWatcher()
