@@ -96,8 +96,7 @@ std::optional<DesktopEntry> DesktopEntries::entryFor(const std::string& executab
 
 std::vector<std::string> dataFolders() {
     const std::string home = environmentVariable("XDG_DATA_HOME").value_or("");
-    std::vector<std::string> folders{
-        !home.empty() ? home : environmentVariable("HOME").value_or("") + "/.local/share"};
+    std::vector<std::string> folders{!home.empty() ? home : environmentVariable("HOME").value_or("") + "/.local/share"};
     const std::string system = environmentVariable("XDG_DATA_DIRS").value_or("");
     for (std::string& folder : splitPaths(!system.empty() ? system : "/usr/local/share:/usr/share")) {
         folders.push_back(std::move(folder));

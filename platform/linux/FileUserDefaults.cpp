@@ -22,10 +22,17 @@ std::string escaped(std::string_view text) {
     std::string result;
     for (const char character : text) {
         switch (character) {
-            case '\\': result += "\\\\"; break;
-            case '\t': result += "\\t"; break;
-            case '\n': result += "\\n"; break;
-            default: result += character;
+            case '\\':
+                result += "\\\\";
+                break;
+            case '\t':
+                result += "\\t";
+                break;
+            case '\n':
+                result += "\\n";
+                break;
+            default:
+                result += character;
         }
     }
     return result;
@@ -147,8 +154,9 @@ bool FileUserDefaults::replace(Values values) {
 
 std::filesystem::path userDefaultsPath() {
     const std::string folder = environmentVariable("XDG_CONFIG_HOME").value_or("");
-    const std::filesystem::path base =
-        !folder.empty() ? std::filesystem::path(folder) : std::filesystem::path(environmentVariable("HOME").value_or("")) / ".config";
+    const std::filesystem::path base = !folder.empty()
+                                           ? std::filesystem::path(folder)
+                                           : std::filesystem::path(environmentVariable("HOME").value_or("")) / ".config";
     return base / "ovin" / "defaults";
 }
 

@@ -31,19 +31,20 @@ void ItemProperties::attempt(int attempt) {
 }
 
 void ItemProperties::askForAll(int attempt) {
-    bus_.call({item_.address.destination, item_.address.path, "org.freedesktop.DBus.Properties", "GetAll", {interfaceOf(attempt)}},
-              abandonedCallTimeout, [self = shared_from_this(), attempt](const BusReply& reply) {
-                  const BusValue all = reply.first();
-                  if (const auto* properties = all.as<BusValue::Dictionary>()) self->properties_ = *properties;
-                  self->collected(attempt, reply.error);
-              });
+    bus_.call(
+        {item_.address.destination, item_.address.path, "org.freedesktop.DBus.Properties", "GetAll", {interfaceOf(attempt)}},
+        abandonedCallTimeout, [self = shared_from_this(), attempt](const BusReply& reply) {
+            const BusValue all = reply.first();
+            if (const auto* properties = all.as<BusValue::Dictionary>()) self->properties_ = *properties;
+            self->collected(attempt, reply.error);
+        });
 }
 
 void ItemProperties::askForEach(int attempt) {
     outstanding_ = static_cast<int>(propertyNames.size());
     for (const std::string name : propertyNames) {
-        bus_.call(propertyCall(item_.address.destination, item_.address.path, interfaceOf(attempt), name), abandonedCallTimeout,
-                  [self = shared_from_this(), attempt, name](const BusReply& reply) {
+        bus_.call(propertyCall(item_.address.destination, item_.address.path, interfaceOf(attempt), name),
+                  abandonedCallTimeout, [self = shared_from_this(), attempt, name](const BusReply& reply) {
                       if (!reply.isError()) self->properties_[name] = reply.first();
                       if (--self->outstanding_ == 0) self->collected(attempt, reply.error);
                   });

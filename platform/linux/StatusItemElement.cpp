@@ -7,7 +7,9 @@ namespace ovin {
 
 StatusItemElement::StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item,
                                      Duration timeout)
-    : LinuxElement("item " + item.address.joined(), item.pid, timeout), desktop_(std::move(desktop)), item_(std::move(item)) {}
+    : LinuxElement("item " + item.address.joined(), item.pid, timeout),
+      desktop_(std::move(desktop)),
+      item_(std::move(item)) {}
 
 AttributeAnswer StatusItemElement::read(std::string_view attribute) {
     const auto properties = this->properties();
@@ -46,9 +48,12 @@ AccessibilityError StatusItemElement::request(const ItemProperties& properties, 
         case StatusItemRequest::menu:
             if (menu && desktop_->menus.show(item_.address.destination, *menu)) return AccessibilityError::success;
             return AccessibilityError::actionUnsupported;
-        case StatusItemRequest::activate: return callAtPosition(properties, "Activate");
-        case StatusItemRequest::secondaryActivate: return callAtPosition(properties, "SecondaryActivate");
-        case StatusItemRequest::contextMenu: return callAtPosition(properties, "ContextMenu");
+        case StatusItemRequest::activate:
+            return callAtPosition(properties, "Activate");
+        case StatusItemRequest::secondaryActivate:
+            return callAtPosition(properties, "SecondaryActivate");
+        case StatusItemRequest::contextMenu:
+            return callAtPosition(properties, "ContextMenu");
     }
     return AccessibilityError::failure;
 }
@@ -56,9 +61,12 @@ AccessibilityError StatusItemElement::request(const ItemProperties& properties, 
 AccessibilityError StatusItemElement::callAtPosition(const ItemProperties& properties, const std::string& method) {
     const Point position = desktop_->menus.position();
     const auto coordinate = [](double value) { return static_cast<std::int32_t>(std::lround(value)); };
-    const BusReply reply = desktop_->session.callAndWait(
-        {item_.address.destination, item_.address.path, properties.interface(), method, {coordinate(position.x), coordinate(position.y)}},
-        timeout());
+    const BusReply reply = desktop_->session.callAndWait({item_.address.destination,
+                                                          item_.address.path,
+                                                          properties.interface(),
+                                                          method,
+                                                          {coordinate(position.x), coordinate(position.y)}},
+                                                         timeout());
     return reply.isError() ? accessibilityError(reply.error) : AccessibilityError::success;
 }
 

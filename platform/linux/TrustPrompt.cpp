@@ -13,7 +13,8 @@ void askForTrust(std::function<void()> enable) {
     prompt->setIcon(QMessageBox::Question);
     prompt->setText("Ovin would like to read the menu bar");
     prompt->setInformativeText(
-        "Ovin finds and opens the items of your menu bar through the accessibility support of this desktop, which is switched "
+        "Ovin finds and opens the items of your menu bar through the accessibility support of this desktop, which is "
+        "switched "
         "off. It can be switched on for this session.");
     prompt->addButton("Not Now", QMessageBox::RejectRole);
     const QPushButton* const accept = prompt->addButton("Switch On", QMessageBox::AcceptRole);

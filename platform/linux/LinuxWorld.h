@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/Platform.h"
+#include "platform/icu/IcuText.h"
+#include "platform/linux/AccessibilityBus.h"
+#include "platform/linux/Bus.h"
+#include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/LinuxAccessibility.h"
+#include "platform/linux/LinuxProcessInfo.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/QtDisplays.h"
+#include "platform/linux/QtItemMenus.h"
+#include "platform/linux/QtMainQueue.h"
+#include "platform/linux/SessionProcesses.h"
+#include "platform/linux/StandardErrorLog.h"
+#include "platform/linux/StatusNotifierItems.h"
+#include "platform/linux/StatusNotifierWatcher.h"
+#include "platform/threads/SteadyClock.h"
+#include "platform/threads/ThreadTasks.h"
+
+namespace ovin {
+
+/// The Linux desktop as the world of a program. Made and destroyed on the main thread of a Qt program; must outlive whatever
+/// uses its platform. The last members use the first ones, and so do tasks: they are waited for first.
+class LinuxWorld {
+public:
+    /// Null without a session bus.
+    [[nodiscard]] static std::unique_ptr<LinuxWorld> open();
+
+    LinuxWorld(const LinuxWorld&) = delete;
+    LinuxWorld& operator=(const LinuxWorld&) = delete;
+    ~LinuxWorld();
+
+    [[nodiscard]] Platform platform();
+    [[nodiscard]] QtItemMenus& menus() { return menus_; }
+
+private:
+    explicit LinuxWorld(std::unique_ptr<Bus> session);
+
+    std::unique_ptr<Bus> session_;
+    /// Serves only while no other program does.
+    StatusNotifierWatcher watcher_;
+    AccessibilityBus accessibilityBus_;
+    SessionProcesses processes_;
+    StatusNotifierItems items_;
+    LinuxProcessInfo process_;
+    LinuxWorkspace workspace_;
+    QtDisplays displays_;
+    FileUserDefaults defaults_;
+    IcuText text_;
+    StandardErrorLog log_;
+    SteadyClock clock_;
+    QtMainQueue mainQueue_;
+    QtItemMenus menus_;
+    LinuxAccessibility accessibility_;
+    ThreadTasks tasks_;
+};
+
+}  // namespace ovin
