@@ -14,9 +14,10 @@ namespace ovin {
 class BarPainter {
 public:
     static constexpr int barHeight = 28;
-    static constexpr int iconHeight = 18;
+    /// The size that symbolic icons are drawn for: others are blurred or fall back to it.
+    static constexpr int iconHeight = 16;
     /// On each side of an icon.
-    static constexpr int iconPadding = 6;
+    static constexpr int iconPadding = 7;
     static constexpr int expanderWidth = 30;
 
     BarPainter(QPainter& painter, const QPalette& palette, QSize bar);

@@ -107,9 +107,10 @@ void BarWindow::toggleExpanded() {
 }
 
 void BarWindow::forget(StatusItem* item) {
+    if (opened_ == item) menuClosed(item);
     icons_.erase(item);
     std::erase_if(slots_, [item](const Slot& slot) { return slot.item == item; });
-    for (StatusItem** kept : {&pressed_, &dragged_, &opened_, &closed_}) {
+    for (StatusItem** kept : {&pressed_, &dragged_}) {
         if (*kept == item) *kept = nullptr;
     }
     Q_EMIT slotRemoved(item);
@@ -165,32 +166,51 @@ void BarWindow::showMenu(StatusItem* item, QMenu* menu) {
     const Slot* slot = slotOf(item);
     if (!slot || menu->isVisible()) return;
     opened_ = item;
+    qApp->installEventFilter(this);
     connect(
         menu, &QMenu::aboutToHide, this, [this, item] { menuClosed(item); }, Qt::SingleShotConnection);
     menu->popup(mapToGlobal(QPoint(slot->span.x, height())));
     update();
 }
 
-/// The press that closes a menu is delivered once more, to what lies below: on the item itself it must not open the menu
-/// again.
 void BarWindow::menuClosed(StatusItem* item) {
-    if (opened_ == item) closed_ = std::exchange(opened_, nullptr);
-    QTimer::singleShot(0, this, [this] { closed_ = nullptr; });
+    qApp->removeEventFilter(this);
+    if (opened_ == item) opened_ = nullptr;
     update();
+}
+
+/// An open menu takes all presses. One on another item closes it and counts for that item too.
+bool BarWindow::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && qobject_cast<QMenu*>(object)) {
+        pressBesideMenu(*static_cast<QMouseEvent*>(event));
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+void BarWindow::pressBesideMenu(const QMouseEvent& event) {
+    const QPoint position = mapFromGlobal(event.globalPosition().toPoint());
+    const Slot* slot = rect().contains(position) ? slotAt(position) : nullptr;
+    if (!slot || (slot->item && slot->item == opened_)) return;
+    QTimer::singleShot(0, this, [this, position, button = event.button()] {
+        if (const Slot* pressed = slotAt(position)) pressSlot(*pressed, button);
+    });
+}
+
+void BarWindow::pressSlot(const Slot& slot, Qt::MouseButton button) {
+    if (slot.kind == Slot::Kind::expander) toggleExpanded();
+    if (slot.item) press(*slot.item, button);
 }
 
 void BarWindow::mousePressEvent(QMouseEvent* event) {
     const Slot* slot = slotAt(event->position().toPoint());
     if (!slot) return;
-    if (slot->kind == Slot::Kind::expander) return toggleExpanded();
-    if (!slot->item || slot->item == closed_) return;
-
     pressed_ = slot->item;
     update();
-    if (event->button() == Qt::LeftButton && event->modifiers().testFlag(Qt::MetaModifier))
+    const bool isDrag = event->button() == Qt::LeftButton && event->modifiers().testFlag(Qt::MetaModifier);
+    if (isDrag)
         dragged_ = slot->item;
     else
-        press(*slot->item, event->button());
+        pressSlot(*slot, event->button());
 }
 
 void BarWindow::mouseMoveEvent(QMouseEvent* event) {

@@ -56,6 +56,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     struct Icon {
@@ -71,6 +72,8 @@ private:
     void showMenu(StatusItem* item, QMenu* menu);
     void menuClosed(StatusItem* item);
 
+    void pressSlot(const Slot& slot, Qt::MouseButton button);
+    void pressBesideMenu(const QMouseEvent& event);
     void drag(int x);
 
     [[nodiscard]] BarContent content();
@@ -93,9 +96,8 @@ private:
 
     StatusItem* pressed_ = nullptr;
     StatusItem* dragged_ = nullptr;
-    /// The item whose menu is open, and the one whose menu the current press has closed.
+    /// The item whose menu is open.
     StatusItem* opened_ = nullptr;
-    StatusItem* closed_ = nullptr;
 };
 
 }  // namespace ovin

@@ -6,7 +6,8 @@
 #include <QImageReader>
 #include <QPainter>
 #include <algorithm>
-#include <cmath>
+
+#include "platform/linux/SymbolicIcon.h"
 
 namespace ovin {
 namespace {
@@ -66,18 +67,9 @@ QPixmap scaled(const QImage& image, const ItemIconStyle& style) {
     return result;
 }
 
-/// Symbolic icons are shapes without colours of their own.
-void tint(QPixmap& picture, const QColor& color) {
-    QPainter painter(&picture);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(picture.rect(), color);
-}
-
-bool isSymbolic(const QString& name) { return name.section(QLatin1Char('.'), 0, 0).endsWith(QLatin1String("-symbolic")); }
-
 QPixmap pixels(const QIcon& icon, const QString& name, const ItemIconStyle& style) {
     QPixmap picture = icon.pixmap(QSize(style.height, style.height), style.pixelRatio);
-    if (!picture.isNull() && (isSymbolic(icon.name()) || isSymbolic(name))) tint(picture, style.foreground);
+    if (!picture.isNull() && (isSymbolicIcon(icon.name()) || isSymbolicIcon(name))) tint(picture, style.foreground);
     return picture;
 }
 
@@ -93,12 +85,12 @@ QPixmap letter(const QString& title, const ItemIconStyle& style) {
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(style.foreground, 1.25));
-    const QRectF frame(1.5, 1.5, style.height - 3, style.height - 3);
-    painter.drawRoundedRect(frame, 4, 4);
+    const QRectF frame(1, 1, style.height - 2, style.height - 2);
+    painter.drawRoundedRect(frame, 3.5, 3.5);
 
     QFont font = painter.font();
     font.setFamilies({QStringLiteral("Inter"), QStringLiteral("DejaVu Sans")});
-    font.setPixelSize(10);
+    font.setPixelSize(9);
     font.setWeight(QFont::DemiBold);
     painter.setFont(font);
     painter.drawText(frame, Qt::AlignCenter, title.left(1).toUpper());

@@ -10,7 +10,7 @@ namespace ovin {
 /// The picture of a status item for the bar.
 struct ItemIconStyle {
     /// In logical pixels.
-    int height = 18;
+    int height = 16;
     int widest = 90;
     double pixelRatio = 1;
     /// Of symbolic icons, and of the stand-in for a picture that cannot be had.

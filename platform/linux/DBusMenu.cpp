@@ -118,7 +118,7 @@ void DBusMenu::fill(QMenu& menu, const DBusMenuNode& node) {
     qsizetype index = 0;
     for (const auto& entry : node.children) {
         QAction& action = actionAt(menu, index++, entry.isSubmenu());
-        showMenuEntry(action, entry);
+        showMenuEntry(menu, action, entry);
         if (action.menu()) fill(*action.menu(), entry);
     }
     const auto actions = menu.actions();

@@ -6,8 +6,10 @@
 #include <QIcon>
 #include <QImageReader>
 #include <QPixmap>
+#include <QStyle>
 
 #include "platform/linux/DBusMenuLabel.h"
+#include "platform/linux/SymbolicIcon.h"
 
 namespace ovin {
 namespace {
@@ -50,9 +52,14 @@ QIcon pictureFromData(QByteArray data) {
     return QIcon(QPixmap::fromImage(reader.read()));
 }
 
-QIcon icon(const DBusMenuNode& entry) {
-    const QString name = text(entry, "icon-name");
-    const QIcon named = name.isEmpty() || name.size() > longestLabel ? QIcon() : QIcon::fromTheme(name);
+QIcon namedIcon(const QString& name, const QMenu& menu) {
+    if (name.isEmpty() || name.size() > longestLabel) return {};
+    const int side = menu.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &menu);
+    return themeIcon(name, side, menu.devicePixelRatio(), menu.palette().color(QPalette::Text));
+}
+
+QIcon icon(const DBusMenuNode& entry, const QMenu& menu) {
+    const QIcon named = namedIcon(text(entry, "icon-name"), menu);
     return named.isNull() ? pictureFromData(entry.properties.value(QStringLiteral("icon-data")).toByteArray()) : named;
 }
 
@@ -71,14 +78,14 @@ void showToggle(QAction& action, const DBusMenuNode& entry) {
 
 }  // namespace
 
-void showMenuEntry(QAction& action, const DBusMenuNode& entry) {
+void showMenuEntry(const QMenu& menu, QAction& action, const DBusMenuNode& entry) {
     const QString keys = shortcut(entry);
     action.setData(entry.id);
     action.setSeparator(text(entry, "type") == QLatin1String("separator"));
     action.setText(keys.isEmpty() ? label(entry) : label(entry) + QLatin1Char('\t') + keys);
     action.setEnabled(flag(entry, "enabled"));
     action.setVisible(flag(entry, "visible"));
-    action.setIcon(icon(entry));
+    action.setIcon(icon(entry, menu));
     showToggle(action, entry);
 }
 

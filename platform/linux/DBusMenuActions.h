@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QAction>
+#include <QMenu>
 
 #include "platform/linux/DBusMenuLayout.h"
 
 namespace ovin {
 
-/// Makes an action look and behave like a menu entry. Used for new actions and for those that show an entry already.
-void showMenuEntry(QAction& action, const DBusMenuNode& entry);
+/// Makes an action of `menu` look and behave like a menu entry. Used for new actions and for those that show an entry
+/// already.
+void showMenuEntry(const QMenu& menu, QAction& action, const DBusMenuNode& entry);
 
 }  // namespace ovin
