@@ -40,10 +40,7 @@ public:
     std::vector<AppInfo> apps;
     std::vector<MemoryElement> items;
 
-    Platform platform() {
-        return {accessibility, world.workspace, world.displays, world.defaults, world.process,
-                world.text,    world.log,       clock,          world.time,     tasks};
-    }
+    Platform platform() { return world.platform(accessibility, clock, tasks); }
 
     /// An application with this many items; without any, it has no extras menu bar either.
     void launch(std::size_t itemCount, bool hung = false) {

@@ -1,14 +1,18 @@
 #pragma once
 
 #include "platform/Accessibility.h"
+#include "platform/Application.h"
 #include "platform/Clock.h"
 #include "platform/DisplayServices.h"
+#include "platform/EventMonitor.h"
 #include "platform/MainQueue.h"
 #include "platform/ProcessInfo.h"
+#include "platform/Screens.h"
 #include "platform/SystemLog.h"
 #include "platform/Tasks.h"
 #include "platform/Text.h"
 #include "platform/UserDefaults.h"
+#include "platform/Windows.h"
 #include "platform/Workspace.h"
 
 namespace ovin {
@@ -26,6 +30,10 @@ struct Platform {
     Clock& clock;
     MainQueue& mainQueue;
     Tasks& tasks;
+    Application& application;
+    Screens& screens;
+    Windows& windows;
+    EventMonitor& events;
 };
 
 }  // namespace ovin

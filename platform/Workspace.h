@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,6 +34,10 @@ public:
 
     /// The icon of a file; a generic one, or nothing, for a path that does not exist.
     [[nodiscard]] virtual std::optional<Image> icon(const std::string& path) const = 0;
+
+    /// Calls `handler` on the main thread whenever an application has started or ended, background agents included, for as
+    /// long as this object lives. Main thread only.
+    virtual void observeApplications(std::function<void()> handler) = 0;
 };
 
 }  // namespace ovin

@@ -24,20 +24,28 @@ class MemoryWorkspace final : public Workspace {
 public:
     /// In place of an application with the same pid, which must have ended.
     void launch(RunningApplication application) {
-        const std::lock_guard lock(mutex_);
-        removeApplication(application.pid);
-        applications_.push_back(std::move(application));
+        {
+            const std::lock_guard lock(mutex_);
+            removeApplication(application.pid);
+            applications_.push_back(std::move(application));
+        }
+        notify();
     }
 
     void quit(ProcessID pid) {
-        const std::lock_guard lock(mutex_);
-        removeApplication(pid);
+        {
+            const std::lock_guard lock(mutex_);
+            removeApplication(pid);
+        }
+        notify();
     }
 
     void addFile(const std::string& path, std::string displayName, Image icon) {
         const std::lock_guard lock(mutex_);
         files_.insert_or_assign(path, std::pair(std::move(displayName), std::move(icon)));
     }
+
+    void observeApplications(std::function<void()> handler) override { observers_.push_back(std::move(handler)); }
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override {
         const std::lock_guard lock(mutex_);
@@ -59,6 +67,9 @@ public:
     }
 
 private:
+    void notify() const {
+        for (const auto& observer : observers_) observer();
+    }
     void removeApplication(ProcessID pid) {
         std::erase_if(applications_, [pid](const RunningApplication& application) { return application.pid == pid; });
     }
@@ -73,6 +84,7 @@ private:
 
     mutable std::mutex mutex_;
     std::vector<RunningApplication> applications_;
+    std::vector<std::function<void()>> observers_;
     std::map<std::string, std::pair<std::string, Image>> files_;
 };
 

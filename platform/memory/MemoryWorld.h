@@ -3,10 +3,12 @@
 #include "platform/Platform.h"
 #include "platform/icu/IcuText.h"
 #include "platform/memory/MemoryAccessibility.h"
+#include "platform/memory/MemoryDesktop.h"
 #include "platform/memory/MemoryDisplays.h"
 #include "platform/memory/MemoryLog.h"
 #include "platform/memory/MemoryProcessInfo.h"
 #include "platform/memory/MemoryUserDefaults.h"
+#include "platform/memory/MemoryWindows.h"
 #include "platform/memory/MemoryWorkspace.h"
 #include "platform/memory/SimulatedTime.h"
 
@@ -22,10 +24,18 @@ struct MemoryWorld {
     MemoryProcessInfo process;
     IcuText text{"en_US"};
     MemoryLog log;
+    MemoryApplication application;
+    MemoryScreens screens;
+    MemoryWindows windows;
+    MemoryEventMonitor events;
 
     /// This world as the program sees it.
-    [[nodiscard]] Platform platform() {
-        return {accessibility, workspace, displays, defaults, process, text, log, time, time, time};
+    [[nodiscard]] Platform platform() { return platform(accessibility, time, time); }
+
+    /// The same with elements, a clock and tasks that take real time.
+    [[nodiscard]] Platform platform(Accessibility& elements, Clock& clock, Tasks& tasks) {
+        return {elements, workspace, displays, defaults,    process, text,    log,
+                clock,    time,      tasks,    application, screens, windows, events};
     }
 };
 

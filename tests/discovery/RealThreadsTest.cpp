@@ -26,10 +26,7 @@ protected:
     SteadyClock clock;
     ThreadTasks tasks;
 
-    Platform platform() {
-        return {accessibility, world.workspace, world.displays, world.defaults, world.process,
-                world.text,    world.log,       clock,          world.time,     tasks};
-    }
+    Platform platform() { return world.platform(accessibility, clock, tasks); }
 
     std::vector<MemoryElement> items;
 

@@ -1,0 +1,163 @@
+#include "ledge/ItemsPanel.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "discovery/ItemProvider.h"
+#include "ledge/LedgeView.h"
+
+namespace ovin {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A burst of launches and quits leads to one discovery, this long after the last of them.
+constexpr auto warmRefreshDelay = 2s;
+/// A press outside that closed the ledge and the click that it ends in are not further apart.
+constexpr auto clickDuration = 500ms;
+
+/// What stays free of the visible width beside the widest ledge.
+constexpr double sideMargin = 40;
+constexpr double distanceFromRight = 8;
+constexpr double distanceFromMenuBar = 6;
+
+std::vector<std::string> identities(const std::vector<DiscoveredItem>& items) {
+    std::vector<std::string> result;
+    result.reserve(items.size());
+    for (const DiscoveredItem& item : items) result.push_back(item.identity());
+    return result;
+}
+
+}  // namespace
+
+std::shared_ptr<ItemsPanel> ItemsPanel::create(const Platform& platform) {
+    const std::shared_ptr<ItemsPanel> panel(new ItemsPanel(platform));
+    panel->observeApplications();
+    panel->scheduleWarmRefresh();
+    return panel;
+}
+
+ItemsPanel::ItemsPanel(const Platform& platform) : platform_(platform) {}
+
+ItemsPanel::~ItemsPanel() = default;
+
+void ItemsPanel::observeApplications() {
+    platform_.workspace.observeApplications([weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->scheduleWarmRefresh();
+    });
+}
+
+void ItemsPanel::toggle(const std::optional<Screen>& screen) {
+    if (isOpen_) return close();
+    if (closedByOutsideClickAt_ && platform_.clock.now() - *closedByOutsideClickAt_ < clickDuration) {
+        closedByOutsideClickAt_.reset();
+        return;
+    }
+    open(screen);
+}
+
+void ItemsPanel::open(const std::optional<Screen>& screen) {
+    if (!ItemProvider::isTrusted(platform_)) return ItemProvider::requestTrust(platform_);
+    isOpen_ = true;
+    screen_ = screen ? screen : platform_.screens.main();
+    present();
+    refresh();
+}
+
+void ItemsPanel::close() {
+    isOpen_ = false;
+    clickMonitor_.reset();
+    panel_.reset();
+    displayedIdentities_.clear();
+}
+
+void ItemsPanel::invalidate() { scheduleWarmRefresh(); }
+
+void ItemsPanel::present() {
+    if (!screen_) return;
+    displayedIdentities_ = identities(cachedItems_);
+    displayedItems_ = cachedItems_;
+
+    const View row =
+        ledgeRow(platform_.text, displayedItems_, hasRefreshedOnce_ ? EmptyLedge::everythingFits : EmptyLedge::stillLoading);
+    const double maximumWidth = screen_->visibleFrame.size.width - sideMargin;
+    const LedgeContent content = ledgeContent(row, platform_.windows.fittingSize(row), maximumWidth);
+    host(content.view, content.size);
+}
+
+void ItemsPanel::host(const View& content, Size size) {
+    if (!panel_) {
+        panel_ = platform_.windows.makeLedgePanel([weak = weak_from_this()](int tag) {
+            if (const auto self = weak.lock()) self->itemClicked(tag);
+        });
+    }
+    const Rect& screen = screen_->frame;
+    const double right = screen.origin.x + screen.size.width - distanceFromRight;
+    const double top = screen_->visibleFrame.origin.y + distanceFromMenuBar;
+    panel_->show(content, {{right - size.width, top}, size});
+    if (!clickMonitor_) installClickMonitor();
+}
+
+void ItemsPanel::installClickMonitor() {
+    clickMonitor_ = platform_.events.monitorMouseDowns([weak = weak_from_this(), &queue = platform_.mainQueue] {
+        queue.async([weak] {
+            if (const auto self = weak.lock()) self->clickedOutside();
+        });
+    });
+}
+
+void ItemsPanel::clickedOutside() {
+    // It may have closed between the press and now.
+    if (!isOpen_) return;
+    closedByOutsideClickAt_ = platform_.clock.now();
+    close();
+}
+
+void ItemsPanel::itemClicked(int tag) {
+    if (tag < 0 || static_cast<std::size_t>(tag) >= displayedItems_.size()) return;
+    const DiscoveredItem item = displayedItems_[static_cast<std::size_t>(tag)];
+    // The item's menu opens with the ledge gone.
+    close();
+    platform_.tasks.start(Tasks::Priority::userInitiated, [platform = platform_, item] {
+        if (ItemProvider::activate(platform, item)) return;
+        platform.mainQueue.async([&application = platform.application] { application.beep(); });
+    });
+}
+
+void ItemsPanel::refresh() {
+    if (!ItemProvider::isTrusted(platform_)) return;
+    if (isRefreshing_) {
+        refreshQueued_ = true;
+        return;
+    }
+    startDiscovery();
+}
+
+void ItemsPanel::startDiscovery() {
+    isRefreshing_ = true;
+    auto apps = ItemProvider::snapshotApps(platform_);
+    platform_.tasks.start(Tasks::Priority::userInitiated,
+                          [platform = platform_, weak = weak_from_this(), apps = std::move(apps)] {
+                              platform.mainQueue.async([weak, items = ItemProvider::discoverItems(platform, apps)] {
+                                  if (const auto self = weak.lock()) self->finishDiscovery(items);
+                              });
+                          });
+}
+
+void ItemsPanel::finishDiscovery(Items items) {
+    isRefreshing_ = false;
+    hasRefreshedOnce_ = true;
+    cachedItems_ = std::move(items);
+    if (isOpen_ && identities(cachedItems_) != displayedIdentities_) present();
+    if (!refreshQueued_) return;
+    refreshQueued_ = false;
+    refresh();
+}
+
+void ItemsPanel::scheduleWarmRefresh() {
+    warmTimer_ = platform_.mainQueue.after(warmRefreshDelay, [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->refresh();
+    });
+}
+
+}  // namespace ovin

@@ -1,0 +1,81 @@
+#include "ledge/LedgeView.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace ovin {
+namespace {
+
+constexpr Insets rowInsets{6, 10, 6, 10};
+constexpr double rowSpacing = 12;
+constexpr double buttonSpacing = 4;
+constexpr double buttonHeight = 28;
+constexpr double iconButtonWidth = 28;
+constexpr Size iconSize{22, 22};
+constexpr Font labelFont{10, Font::Weight::regular};
+constexpr double cornerRadius = 10;
+/// So many characters of its name stand for an application without an icon.
+constexpr std::size_t initials = 2;
+
+std::string toolTip(const DiscoveredItem& item) {
+    const bool addsTitle = !item.title.empty() && item.title != item.appName;
+    return addsTitle ? item.appName + " — " + item.title : item.appName;
+}
+
+Button button(const Text& text, const DiscoveredItem& item, std::size_t index) {
+    Button button;
+    button.toolTip = toolTip(item);
+    button.tag = static_cast<int>(index);
+    button.height = buttonHeight;
+    if (item.appIcon) button.image = SizedImage{*item.appIcon, iconSize};
+    if (item.label) {
+        button.title = {{*item.label, labelFont, {}}};
+        if (item.appIcon) button.imagePosition = Button::ImagePosition::leading;
+    } else if (item.appIcon) {
+        button.imagePosition = Button::ImagePosition::only;
+        button.width = iconButtonWidth;
+    } else {
+        button.title = {{text.prefix(item.appName, initials), {}, {}}};
+    }
+    return button;
+}
+
+View message(EmptyLedge empty) {
+    const std::string text = empty == EmptyLedge::everythingFits ? "Every item fits in the menu bar" : "Loading…";
+    return {Label{{{text, {}, Color{SystemColor::secondaryLabel}}}, {}}};
+}
+
+View buttons(const Text& text, const std::vector<DiscoveredItem>& items) {
+    Stack row;
+    row.orientation = Stack::Orientation::horizontal;
+    row.alignment = Stack::Alignment::center;
+    row.spacing = buttonSpacing;
+    for (std::size_t index = 0; index < items.size(); ++index) row.views.push_back({button(text, items[index], index)});
+    return {std::move(row)};
+}
+
+}  // namespace
+
+View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, EmptyLedge empty) {
+    Stack row;
+    row.orientation = Stack::Orientation::horizontal;
+    row.alignment = Stack::Alignment::top;
+    row.spacing = rowSpacing;
+    row.insets = rowInsets;
+    row.views.push_back(items.empty() ? message(empty) : buttons(text, items));
+    return {std::move(row)};
+}
+
+LedgeContent ledgeContent(View row, Size fittingSize, double maximumWidth) {
+    auto content = std::make_shared<const View>(std::move(row));
+    Size size = fittingSize;
+    if (fittingSize.width > maximumWidth) {
+        size.width = maximumWidth;
+        content = std::make_shared<const View>(View{ScrollView{size, std::move(content)}});
+    }
+    return {View{MenuBackground{cornerRadius, std::move(content)}}, size};
+}
+
+}  // namespace ovin

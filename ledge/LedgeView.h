@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "discovery/DiscoveredItem.h"
+#include "platform/Text.h"
+#include "platform/Views.h"
+
+namespace ovin {
+
+/// What the ledge shows when it has no items.
+enum class EmptyLedge { stillLoading, everythingFits };
+
+/// The ledge's row: a button for each item, tagged with the item's index, or one line of text when there is none.
+[[nodiscard]] View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, EmptyLedge empty);
+
+/// The whole ledge around a row that takes `fittingSize`: as wide as that, or `maximumWidth` wide and scrolling.
+struct LedgeContent {
+    View view;
+    Size size;
+};
+[[nodiscard]] LedgeContent ledgeContent(View row, Size fittingSize, double maximumWidth);
+
+}  // namespace ovin

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/Geometry.h"
+
+namespace ovin {
+
+/// A screen at one moment, in global coordinates: the origin at the top left of the main display, y growing downwards.
+struct Screen {
+    Rect frame;
+    /// What menu bar and docks leave of it.
+    Rect visibleFrame;
+
+    friend bool operator==(const Screen&, const Screen&) = default;
+};
+
+/// The screens of the session. Main thread only.
+class Screens {
+public:
+    virtual ~Screens() = default;
+
+    /// The screen that the user works on, that of the window with the keyboard focus; nothing while no screen is connected.
+    [[nodiscard]] virtual std::optional<Screen> main() const = 0;
+};
+
+}  // namespace ovin

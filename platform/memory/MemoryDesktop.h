@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "platform/Application.h"
+#include "platform/EventMonitor.h"
+#include "platform/Screens.h"
+
+namespace ovin {
+
+/// An application that only counts what it was asked to do.
+class MemoryApplication final : public Application {
+public:
+    int activationCount = 0;
+    int terminationCount = 0;
+    int beepCount = 0;
+
+    void activate() override { ++activationCount; }
+    void terminate() override { ++terminationCount; }
+    void beep() override { ++beepCount; }
+};
+
+/// The main screen as a test sets it.
+class MemoryScreens final : public Screens {
+public:
+    std::optional<Screen> mainScreen{Screen{{{0, 0}, {1512, 982}}, {{0, 37}, {1512, 945}}}};
+
+    [[nodiscard]] std::optional<Screen> main() const override { return mainScreen; }
+};
+
+/// Lets a test press the mouse somewhere else.
+class MemoryEventMonitor final : public EventMonitor {
+public:
+    /// A press outside this application's windows.
+    void press() const {
+        const auto handlers = *handlers_;
+        for (const auto& handler : handlers) (*handler)();
+    }
+    [[nodiscard]] std::size_t monitorCount() const { return handlers_->size(); }
+
+    [[nodiscard]] std::unique_ptr<Token> monitorMouseDowns(std::function<void()> handler) override {
+        auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
+        handlers_->insert(shared);
+        return std::make_unique<Registration>(handlers_, std::move(shared));
+    }
+
+private:
+    using Handler = std::shared_ptr<const std::function<void()>>;
+    using Handlers = std::shared_ptr<std::set<Handler>>;
+
+    class Registration final : public Token {
+    public:
+        Registration(Handlers handlers, Handler handler) : handlers_(std::move(handlers)), handler_(std::move(handler)) {}
+        ~Registration() override { handlers_->erase(handler_); }
+
+    private:
+        Handlers handlers_;
+        Handler handler_;
+    };
+
+    Handlers handlers_ = std::make_shared<std::set<Handler>>();
+};
+
+}  // namespace ovin
