@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace ovin {
+namespace ovin::AccessibilityReaders {
 namespace {
 
 /// The value of an attribute if it could be read and has the wanted type.
@@ -16,9 +16,9 @@ std::optional<Value> valueIn(AttributeAnswer&& answer) {
 
 }  // namespace
 
-std::optional<AccessibilityElement> element(const Accessibility& accessibility, const AccessibilityElement& of,
+std::optional<AccessibilityElement> element(const Accessibility& accessibility, const AccessibilityElement& element,
                                             std::string_view attribute) {
-    return valueIn<AccessibilityElement>(accessibility.copyAttributeValue(of, attribute));
+    return valueIn<AccessibilityElement>(accessibility.copyAttributeValue(element, attribute));
 }
 
 std::optional<std::vector<AccessibilityElement>> elements(const Accessibility& accessibility,
@@ -53,4 +53,4 @@ std::optional<std::string> string(const Accessibility& accessibility, const Acce
     return text;
 }
 
-}  // namespace ovin
+}  // namespace ovin::AccessibilityReaders

@@ -7,12 +7,11 @@
 
 #include "platform/Accessibility.h"
 
-namespace ovin {
-
-// Typed readers of Accessibility attributes. Each turns the interface's loosely typed answers into a plain value or nothing:
-// a process that does not answer, a missing attribute and a value of the wrong type look alike to the caller. The readers
-// keep nothing, log nothing and try nothing twice. Any thread; each blocks for up to the element's messaging timeout per
-// request.
+/// Typed readers of Accessibility attributes. Each turns the interface's loosely typed answers into a plain value or
+/// nothing: a process that does not answer, a missing attribute and a value of the wrong type look alike to the caller. The
+/// readers keep nothing, log nothing and try nothing twice. Any thread; each blocks for up to the element's messaging
+/// timeout per request.
+namespace ovin::AccessibilityReaders {
 
 /// The element that an attribute holds.
 [[nodiscard]] std::optional<AccessibilityElement> element(const Accessibility& accessibility, const AccessibilityElement& of,
@@ -30,4 +29,4 @@ namespace ovin {
 [[nodiscard]] std::optional<std::string> string(const Accessibility& accessibility, const AccessibilityElement& element,
                                                 std::string_view attribute);
 
-}  // namespace ovin
+}  // namespace ovin::AccessibilityReaders

@@ -104,7 +104,7 @@ bool isTrusted(const Platform& platform) { return platform.accessibility.isProce
 void requestTrust(const Platform& platform) { platform.accessibility.promptForTrust(); }
 
 std::set<std::string> excludedBundleIDs(const Platform& platform) {
-    return {"com.apple.controlcenter", "com.apple.systemuiserver", "com.apple.MenuBarAgent",
+    return {"com.apple.controlcenter", "com.apple.systemuiserver", MenuBarGeometry::agentBundleID,
             platform.process.bundleIdentifier()};
 }
 
@@ -113,7 +113,7 @@ std::vector<AppInfo> snapshotApps(const Platform& platform) {
     std::vector<AppInfo> apps;
     for (const RunningApplication& application : platform.workspace.runningApplications()) {
         if (application.bundleIdentifier && excluded.contains(*application.bundleIdentifier)) continue;
-        if (application.localizedName == "MenuBarAgent") continue;
+        if (application.localizedName == MenuBarGeometry::agentName) continue;
         apps.push_back(appInfo(platform.workspace, application));
     }
     return apps;

@@ -11,13 +11,13 @@
 namespace ovin {
 namespace {
 
-/// An application that gives no title for an item in this time has stopped answering in the middle of the scan: letting each
-/// of its other items run out of time as well would hold everybody up for seconds. They keep an empty title.
+/// An application that lets two requests for one item run out of time has stopped answering in the middle of the scan:
+/// letting those for its other items run out as well would hold everybody up for seconds. They keep an empty title.
 constexpr auto patience = 2 * scanTimeout;
 
 std::string title(const Accessibility& accessibility, const AccessibilityElement& item) {
     for (const char* attribute : {"AXTitle", "AXDescription", "AXIdentifier"}) {
-        if (auto text = string(accessibility, item, attribute)) return *std::move(text);
+        if (auto text = AccessibilityReaders::string(accessibility, item, attribute)) return *std::move(text);
     }
     return {};
 }
@@ -26,11 +26,11 @@ std::vector<DiscoveredItem> scan(const Platform& platform, const AppInfo& app) {
     const Accessibility& accessibility = platform.accessibility;
     const AccessibilityElement application = accessibility.applicationElement(app.pid);
     accessibility.setMessagingTimeout(application, scanTimeout);
-    const auto extrasMenuBar = element(accessibility, application, "AXExtrasMenuBar");
+    const auto extrasMenuBar = AccessibilityReaders::element(accessibility, application, "AXExtrasMenuBar");
     if (!extrasMenuBar) return {};
 
     accessibility.setMessagingTimeout(*extrasMenuBar, scanTimeout);
-    const auto children = elements(accessibility, *extrasMenuBar, "AXChildren");
+    const auto children = AccessibilityReaders::elements(accessibility, *extrasMenuBar, "AXChildren");
     if (!children) return {};
 
     std::vector<DiscoveredItem> items;
@@ -41,7 +41,7 @@ std::vector<DiscoveredItem> scan(const Platform& platform, const AppInfo& app) {
             const auto start = platform.clock.now();
             accessibility.setMessagingTimeout(child, scanTimeout);
             item.title = title(accessibility, child);
-            hasStoppedAnswering = item.title.empty() && platform.clock.now() - start > patience;
+            hasStoppedAnswering = platform.clock.now() - start >= patience;
         }
         items.push_back(std::move(item));
     }

@@ -26,7 +26,7 @@ constexpr double toleratedOverlap = 1.0;
 
 std::optional<ProcessID> findAgent(const Workspace& workspace) {
     for (const RunningApplication& application : workspace.runningApplications()) {
-        if (application.bundleIdentifier == "com.apple.MenuBarAgent" || application.localizedName == "MenuBarAgent") {
+        if (application.bundleIdentifier == agentBundleID || application.localizedName == agentName) {
             return application.pid;
         }
     }
@@ -36,7 +36,7 @@ std::optional<ProcessID> findAgent(const Workspace& workspace) {
 /// The area of a window that can be seen on the display. A window that is there but has no height still counts by its width.
 double visibleArea(const Accessibility& accessibility, const AccessibilityElement& window, const Rect& display) {
     accessibility.setMessagingTimeout(window, messagingTimeout);
-    const auto windowFrame = frame(accessibility, window);
+    const auto windowFrame = AccessibilityReaders::frame(accessibility, window);
     if (!windowFrame) return 0;
     const auto visible = intersection(*windowFrame, display);
     if (!visible) return 0;
@@ -44,7 +44,7 @@ double visibleArea(const Accessibility& accessibility, const AccessibilityElemen
 }
 
 /// The agent keeps one window per display: the menu bar to look at is the one that shows most on the main display. Equal
-/// ones keep the earlier.
+/// ones keep the earlier. Both are measured at each comparison, at one moment, because windows move while displays change.
 const AccessibilityElement& menuBarWindow(const Platform& platform, const Elements& windows) {
     if (windows.size() == 1) return windows.front();
     const Rect display = platform.displays.bounds(platform.displays.mainDisplay());
@@ -69,7 +69,7 @@ std::optional<OwnedElement> foreignElement(const Accessibility& accessibility, c
     if (owner.error == AccessibilityError::success && owner.pid != agentPID) return OwnedElement{owner.pid, element};
     if (depth == 0) return std::nullopt;
 
-    const auto children = elements(accessibility, element, "AXChildren");
+    const auto children = AccessibilityReaders::elements(accessibility, element, "AXChildren");
     if (!children) return std::nullopt;
     for (const AccessibilityElement& child : *children) {
         if (auto found = foreignElement(accessibility, child, agentPID, depth - 1)) return found;
@@ -78,15 +78,16 @@ std::optional<OwnedElement> foreignElement(const Accessibility& accessibility, c
 }
 
 std::string itemTitle(const Accessibility& accessibility, const AccessibilityElement& element) {
-    if (auto description = string(accessibility, element, "AXDescription")) return *std::move(description);
-    return string(accessibility, element, "AXTitle").value_or("");
+    if (auto description = AccessibilityReaders::string(accessibility, element, "AXDescription"))
+        return *std::move(description);
+    return AccessibilityReaders::string(accessibility, element, "AXTitle").value_or("");
 }
 
 /// The slot as an entry whose `isDrawn` is not known yet; nothing for a slot without a frame or a width.
 std::optional<Entry> readSlot(const Accessibility& accessibility, const AccessibilityElement& slot, ProcessID agentPID,
                               Titles titles) {
     accessibility.setMessagingTimeout(slot, messagingTimeout);
-    const auto slotFrame = frame(accessibility, slot);
+    const auto slotFrame = AccessibilityReaders::frame(accessibility, slot);
     if (!slotFrame || !(slotFrame->size.width > 0)) return std::nullopt;
 
     Entry entry;
@@ -187,27 +188,35 @@ std::optional<Snapshot> snapshot(const Platform& platform, Titles titles) {
 
     const AccessibilityElement agent = accessibility.applicationElement(*agentPID);
     accessibility.setMessagingTimeout(agent, messagingTimeout);
-    const auto windows = elements(accessibility, agent, "AXWindows");
+    const auto windows = AccessibilityReaders::elements(accessibility, agent, "AXWindows");
     if (!windows || windows->empty()) return std::nullopt;
 
     const AccessibilityElement& window = menuBarWindow(platform, *windows);
     accessibility.setMessagingTimeout(window, messagingTimeout);
-    const auto slots = elements(accessibility, window, "AXChildren");
+    const auto slots = AccessibilityReaders::elements(accessibility, window, "AXChildren");
     if (!slots) return std::nullopt;
 
     Snapshot result{{}, platform.process.processIdentifier()};
     for (const AccessibilityElement& slot : *slots) {
-        if (auto entry = readSlot(accessibility, slot, *agentPID, titles)) result.entries.push_back(*std::move(entry));
+        const auto start = platform.clock.now();
+        auto entry = readSlot(accessibility, slot, *agentPID, titles);
+        // An agent that has stopped answering has no frames for the other slots either: not even waiting for them gives the
+        // same snapshot.
+        if (!entry && platform.clock.now() - start >= messagingTimeout) break;
+        if (entry) result.entries.push_back(*std::move(entry));
     }
     if (platform.process.environment("OVIN_DEBUG_FRAMES")) logFrames(platform, result.entries);
     for (std::size_t i = 0; i < result.entries.size(); ++i) result.entries[i].isDrawn = !isOverlapped(result.entries, i);
     return result;
 }
 
-void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners) {
+void readDrawnTitles(const Platform& platform, Snapshot& snapshot, std::set<ProcessID> owners) {
     for (Entry& entry : snapshot.entries) {
         if (!entry.isDrawn || !entry.owner || !owners.contains(*entry.owner)) continue;
+        const auto start = platform.clock.now();
         entry.title = itemTitle(platform.accessibility, *entry.element);
+        // One that has stopped answering is not asked again.
+        if (platform.clock.now() - start >= messagingTimeout) owners.erase(*entry.owner);
     }
 }
 

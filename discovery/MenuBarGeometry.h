@@ -17,6 +17,10 @@
 /// position on screen.
 namespace ovin::MenuBarGeometry {
 
+/// The agent's bundle identifier, and the name by which it is known where it has none.
+inline constexpr const char* agentBundleID = "com.apple.MenuBarAgent";
+inline constexpr const char* agentName = "MenuBarAgent";
+
 /// One slot of the menu bar.
 struct Entry {
     /// The process that owns the item in the slot; absent when no element of another process was found under the slot.
@@ -58,10 +62,12 @@ enum class Titles { read, leaveOut };
 /// Reads the slots once; nothing is cached between calls. Absent when the geometry cannot be had: no trust, no menu bar
 /// agent, or an agent whose window cannot be read. A snapshot may hold no entries.
 ///
-/// Any thread, several at once. Blocks for up to 0.5 s per request.
+/// Any thread, several at once. Blocks for as long as the requests take, up to 0.5 s for each; an agent that stops answering
+/// is not asked for the other slots, which are then missing.
 [[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform, Titles titles = Titles::read);
 
-/// Reads the titles that a snapshot left out, of the drawn entries of `owners` only.
-void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners);
+/// Reads the titles that a snapshot left out, of the drawn entries of `owners` only. Any thread; blocks for as long as the
+/// requests take, up to 0.5 s for each and for one item of an owner that has stopped answering.
+void readDrawnTitles(const Platform& platform, Snapshot& snapshot, std::set<ProcessID> owners);
 
 }  // namespace ovin::MenuBarGeometry

@@ -9,8 +9,8 @@ class Clock {
 public:
     virtual ~Clock() = default;
 
-    /// The time since some fixed moment of this process; never goes back and goes on while the machine sleeps or not, as
-    /// the system's steady clock does.
+    /// The time since some fixed moment of this process; never goes back. It may or may not go on while the
+    /// machine sleeps.
     [[nodiscard]] virtual std::chrono::nanoseconds now() const = 0;
 };
 

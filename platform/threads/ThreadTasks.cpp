@@ -77,6 +77,7 @@ void ThreadTasks::forEach(std::size_t count, const std::function<void(std::size_
     };
 
     std::vector<std::thread> threads;
+    threads.reserve(count);
     while (begun < count) {
         try {
             threads.emplace_back([&runNext] {

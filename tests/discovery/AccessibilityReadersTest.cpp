@@ -18,44 +18,46 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Optional;
 
-class AccessibilityReaders : public testing::Test {
+class AccessibilityReadersTest : public testing::Test {
 protected:
     MemoryWorld world;
     MemoryElement root = world.accessibility.launch(7);
     MemoryElement child = world.accessibility.makeElement(7);
 
     std::optional<std::vector<AccessibilityElement>> readElements() {
-        return elements(world.accessibility, root.element(), "AXChildren");
+        return AccessibilityReaders::elements(world.accessibility, root.element(), "AXChildren");
     }
-    std::optional<Rect> readFrame() { return frame(world.accessibility, root.element()); }
-    std::optional<std::string> readTitle() { return string(world.accessibility, root.element(), "AXTitle"); }
+    std::optional<Rect> readFrame() { return AccessibilityReaders::frame(world.accessibility, root.element()); }
+    std::optional<std::string> readTitle() {
+        return AccessibilityReaders::string(world.accessibility, root.element(), "AXTitle");
+    }
 };
 
-TEST_F(AccessibilityReaders, AnArrayOfElementsIsReadInOrder) {
+TEST_F(AccessibilityReadersTest, AnArrayOfElementsIsReadInOrder) {
     root.setChildren({child, root});
     EXPECT_THAT(readElements(), Optional(ElementsAre(child.element(), root.element())));
 }
 
-TEST_F(AccessibilityReaders, AnEmptyArrayIsPresent) {
+TEST_F(AccessibilityReadersTest, AnEmptyArrayIsPresent) {
     root.setChildren({});
     EXPECT_THAT(readElements(), Optional(IsEmpty()));
 }
 
-TEST_F(AccessibilityReaders, AnArrayWithOneMemberOfAnotherTypeIsAbsent) {
+TEST_F(AccessibilityReadersTest, AnArrayWithOneMemberOfAnotherTypeIsAbsent) {
     root.set("AXChildren", {AttributeValue::Array{{child.element()}, {std::string("text")}}});
     EXPECT_EQ(readElements(), std::nullopt);
     root.set("AXChildren", {AttributeValue::Array{{AttributeValue::Null{}}}});
     EXPECT_EQ(readElements(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, AValueThatIsNoArrayIsAbsent) {
+TEST_F(AccessibilityReadersTest, AValueThatIsNoArrayIsAbsent) {
     root.set("AXChildren", {child.element()});
     EXPECT_EQ(readElements(), std::nullopt);
     root.set("AXChildren", {std::string("text")});
     EXPECT_EQ(readElements(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, SuccessWithoutAValueIsAbsent) {
+TEST_F(AccessibilityReadersTest, SuccessWithoutAValueIsAbsent) {
     for (const char* attribute : {"AXChildren", "AXPosition", "AXSize", "AXTitle"}) {
         root.set(attribute, {AttributeValue::Null{}});
     }
@@ -64,7 +66,7 @@ TEST_F(AccessibilityReaders, SuccessWithoutAValueIsAbsent) {
     EXPECT_EQ(readTitle(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, EveryErrorCodeIsAbsentEvenWithAValue) {
+TEST_F(AccessibilityReadersTest, EveryErrorCodeIsAbsentEvenWithAValue) {
     for (const auto error :
          {AccessibilityError::cannotComplete, AccessibilityError::noValue, AccessibilityError::apiDisabled,
           AccessibilityError::attributeUnsupported, AccessibilityError{1}}) {
@@ -81,27 +83,27 @@ TEST_F(AccessibilityReaders, EveryErrorCodeIsAbsentEvenWithAValue) {
     }
 }
 
-TEST_F(AccessibilityReaders, AFrameIsPositionAndSizeUnchanged) {
+TEST_F(AccessibilityReadersTest, AFrameIsPositionAndSizeUnchanged) {
     root.setFrame({{-3.5, 0.25}, {-10, 24.75}});
     EXPECT_THAT(readFrame(), Optional(Rect{{-3.5, 0.25}, {-10, 24.75}}));
 }
 
-TEST_F(AccessibilityReaders, AZeroSizedElementHasAFrame) {
+TEST_F(AccessibilityReadersTest, AZeroSizedElementHasAFrame) {
     root.setFrame({{1, 2}, {0, 0}});
     EXPECT_THAT(readFrame(), Optional(Rect{{1, 2}, {0, 0}}));
 }
 
-TEST_F(AccessibilityReaders, APositionWithoutASizeIsNoFrame) {
+TEST_F(AccessibilityReadersTest, APositionWithoutASizeIsNoFrame) {
     root.set("AXPosition", {Point{1, 2}});
     EXPECT_EQ(readFrame(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, ASizeWithoutAPositionIsNoFrame) {
+TEST_F(AccessibilityReadersTest, ASizeWithoutAPositionIsNoFrame) {
     root.set("AXSize", {Size{1, 2}});
     EXPECT_EQ(readFrame(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, APositionOrSizeOfAnotherTypeIsNoFrame) {
+TEST_F(AccessibilityReadersTest, APositionOrSizeOfAnotherTypeIsNoFrame) {
     root.set("AXPosition", {Size{1, 2}});
     root.set("AXSize", {Size{1, 2}});
     EXPECT_EQ(readFrame(), std::nullopt);
@@ -112,14 +114,14 @@ TEST_F(AccessibilityReaders, APositionOrSizeOfAnotherTypeIsNoFrame) {
     EXPECT_EQ(readFrame(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, TheSizeIsNotAskedForOnceThePositionFailed) {
+TEST_F(AccessibilityReadersTest, TheSizeIsNotAskedForOnceThePositionFailed) {
     std::vector<std::string> asked;
     world.accessibility.observeRequests([&](const MemoryRequest& request) { asked.push_back(request.name); });
     EXPECT_EQ(readFrame(), std::nullopt);
     EXPECT_THAT(asked, ElementsAre("AXPosition"));
 }
 
-TEST_F(AccessibilityReaders, APositionOfAnotherTypeIsNoticedAfterTheSizeWasAskedFor) {
+TEST_F(AccessibilityReadersTest, APositionOfAnotherTypeIsNoticedAfterTheSizeWasAskedFor) {
     root.set("AXPosition", {std::string("text")});
     std::vector<std::string> asked;
     world.accessibility.observeRequests([&](const MemoryRequest& request) { asked.push_back(request.name); });
@@ -127,25 +129,25 @@ TEST_F(AccessibilityReaders, APositionOfAnotherTypeIsNoticedAfterTheSizeWasAsked
     EXPECT_THAT(asked, ElementsAre("AXPosition", "AXSize"));
 }
 
-TEST_F(AccessibilityReaders, AnEmptyTitleIsTheSameAsNoTitle) {
+TEST_F(AccessibilityReadersTest, AnEmptyTitleIsTheSameAsNoTitle) {
     EXPECT_EQ(readTitle(), std::nullopt);
     root.set("AXTitle", {std::string()});
     EXPECT_EQ(readTitle(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, AStringOfWhiteSpaceOrANulIsAString) {
+TEST_F(AccessibilityReadersTest, AStringOfWhiteSpaceOrANulIsAString) {
     root.set("AXTitle", {std::string(" ")});
     EXPECT_THAT(readTitle(), Optional(std::string(" ")));
     root.set("AXTitle", {std::string(1, '\0')});
     EXPECT_THAT(readTitle(), Optional(std::string(1, '\0')));
 }
 
-TEST_F(AccessibilityReaders, AValueThatIsNoStringIsAbsent) {
+TEST_F(AccessibilityReadersTest, AValueThatIsNoStringIsAbsent) {
     root.set("AXTitle", {Point{}});
     EXPECT_EQ(readTitle(), std::nullopt);
 }
 
-TEST_F(AccessibilityReaders, WithoutTrustEveryReaderIsAbsentWithoutBlocking) {
+TEST_F(AccessibilityReadersTest, WithoutTrustEveryReaderIsAbsentWithoutBlocking) {
     root.setChildren({child});
     root.setFrame({{1, 2}, {3, 4}});
     root.set("AXTitle", {std::string("text")});
@@ -159,7 +161,7 @@ TEST_F(AccessibilityReaders, WithoutTrustEveryReaderIsAbsentWithoutBlocking) {
     EXPECT_EQ(world.time.now(), 0s);
 }
 
-TEST_F(AccessibilityReaders, TrustIsAskedAfreshEachTime) {
+TEST_F(AccessibilityReadersTest, TrustIsAskedAfreshEachTime) {
     world.accessibility.setTrusted(false);
     EXPECT_FALSE(ItemProvider::isTrusted(world.platform()));
     ItemProvider::requestTrust(world.platform());

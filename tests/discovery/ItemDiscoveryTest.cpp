@@ -197,6 +197,51 @@ TEST_F(ItemDiscovery, AnApplicationThatStopsAnsweringInTheMiddleKeepsItsItemsAnd
     EXPECT_EQ(scene.world.time.now(), 753ms);
 }
 
+TEST_F(ItemDiscovery, AnApplicationThatAnswersOnlyItsIdentifiersIsGivenUpAfterTheFirst) {
+    const auto elements = scene.launchWithItems(512, "Net", {"", "", ""});
+    for (const auto& element : elements) {
+        element.answer("AXTitle", {{}, AccessibilityError::success, 0ms, true});
+        element.answer("AXDescription", {{}, AccessibilityError::success, 0ms, true});
+        element.set("AXIdentifier", {std::string("id")});
+    }
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("", "", "id"));
+    EXPECT_EQ(scene.world.time.now(), 500ms);
+}
+
+TEST_F(ItemDiscovery, AnApplicationThatAnswersSlowlyIsHeardToTheEnd) {
+    scene.launchWithItems(512, "Slow", {"a", "b", "c", "d", "e", "f"});
+    accessibility.setLatency(512, 249ms);
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "b", "c", "d", "e", "f"));
+}
+
+TEST_F(ItemDiscovery, OneItemWithoutATitleDoesNotMakeASlowApplicationSilent) {
+    scene.launchWithItems(512, "Slow", {"a", "", "c"});
+    accessibility.setLatency(512, 150ms);
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("", "a", "c"));
+}
+
+TEST_F(ItemDiscovery, AHungFinderDelaysTheLogByOneTimeout) {
+    debug();
+    scene.world.workspace.launch({40, "com.apple.finder", "Finder", {}, {}});
+    accessibility.launch(40);
+    accessibility.setHung(40, true);
+    (void)scene.discover();
+    EXPECT_EQ(scene.world.time.now(), 500ms) << "one for the probe, one for the scan";
+}
+
+TEST_F(ItemDiscovery, OwnersThatFallSilentBetweenScanAndMatchingCostOneTitleEach) {
+    scene.launchAgent();
+    scene.launchWithItems(512, "Net", {"a", "b", "c"});
+    const auto standIns = doubles(512, {"a", "b"});
+    scene.draw(standIns);
+    scene.agent().answerWith("AXWindows", [this]() -> MemoryAnswer {
+        accessibility.setHung(512, true);
+        return {{AttributeValue::Array{{scene.window().element()}}}};
+    });
+    EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "b", "c"));
+    EXPECT_EQ(scene.world.time.now(), 1s);
+}
+
 // With a snapshot: matching by element
 
 TEST_F(ItemDiscovery, WithoutASnapshotAllFoundItemsAreReturnedLabelledAndSorted) {
@@ -352,6 +397,30 @@ TEST_F(ItemDiscovery, AccentsSortWithTheirLetters) {
 TEST_F(ItemDiscovery, ItemsOfOneApplicationSortByTitleWhateverTheLetterCase) {
     scene.launchWithItems(1, "App", {"c", "B", "a", "b"});
     EXPECT_THAT(titles(scene.discover()), ElementsAre("a", "B", "b", "c"));
+}
+
+TEST_F(ItemDiscovery, ManyTitlesThatDifferOnlyInLetterCaseKeepTheirOrder) {
+    std::vector<std::string> same;
+    for (int i = 0; i < 40; ++i) same.emplace_back(i % 3 == 0 ? "x" : "X");
+    scene.launchWithItems(1, "App", same);
+    EXPECT_EQ(titles(scene.discover()), same);
+}
+
+TEST_F(ItemDiscovery, ManyNamesThatDifferOnlyInLetterCaseKeepTheirOrder) {
+    std::vector<std::string> numbers;
+    for (ProcessID pid = 1; pid <= 40; ++pid) {
+        numbers.push_back(std::to_string(100 - pid));
+    }
+    std::vector<AppInfo> apps;
+    for (ProcessID pid = 101; pid <= 140; ++pid) {
+        scene.launchWithItems(pid, "unused", {numbers[static_cast<std::size_t>(pid - 101)]});
+        std::string name = "abcdef";
+        for (std::size_t bit = 0; bit < name.size(); ++bit) {
+            if (((pid - 101) >> bit) % 2 == 1) name[bit] = static_cast<char>(name[bit] - 'a' + 'A');
+        }
+        apps.push_back({pid, {}, name, {}});
+    }
+    EXPECT_EQ(titles(ItemProvider::discoverItems(scene.world.platform(), apps)), numbers);
 }
 
 TEST_F(ItemDiscovery, NamesThatDifferOnlyInLetterCaseKeepTheirOrder) {

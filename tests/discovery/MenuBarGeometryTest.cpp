@@ -97,6 +97,12 @@ TEST_F(MenuBarGeometryTest, AnAgentWithAnotherBundleIdentifierIsFoundByItsName) 
     EXPECT_TRUE(scene.snapshot());
 }
 
+TEST_F(MenuBarGeometryTest, AnAgentWithAnotherNameIsFoundByItsBundleIdentifier) {
+    scene.world.workspace.quit(MenuBarScene::agentPID);
+    scene.world.workspace.launch({MenuBarScene::agentPID, "com.apple.MenuBarAgent", "Barre des menus", {}, {}});
+    EXPECT_TRUE(scene.snapshot());
+}
+
 TEST_F(MenuBarGeometryTest, TheNameOfTheAgentIsCaseSensitive) {
     scene.world.workspace.quit(MenuBarScene::agentPID);
     scene.world.workspace.launch({MenuBarScene::agentPID, "com.apple.menubaragent", "menubaragent", {}, {}});
@@ -432,6 +438,33 @@ TEST_F(MenuBarGeometryTest, BothWindowsAreScoredAfreshAtEachComparison) {
                                    Pair(second, "AXSize"), Pair(third, "AXPosition"), Pair(second, "AXChildren")));
 }
 
+TEST_F(MenuBarGeometryTest, TheOnlyWindowHasATimeoutOfItsOwn) {
+    bool wasGivenTimeout = false;
+    accessibility.observeRequests([&](const MemoryRequest& request) {
+        if (request.element == scene.window()) wasGivenTimeout = request.wasGivenTimeout;
+    });
+    EXPECT_TRUE(scene.snapshot());
+    EXPECT_TRUE(wasGivenTimeout);
+}
+
+TEST_F(MenuBarGeometryTest, AnAgentThatStopsAnsweringCostsHalfASecondMoreAndLeavesTheSlotsReadSoFar) {
+    for (int i = 0; i < 40; ++i) scene.addSlot(i * 30, 30).fail("AXChildren", AccessibilityError::noValue);
+    int reads = 0;
+    accessibility.observeRequests([&](const MemoryRequest& request) {
+        if (request.name == "AXPosition" && ++reads == 3) accessibility.setHung(MenuBarScene::agentPID, true);
+    });
+    const auto snapshot = scene.snapshot();
+    ASSERT_TRUE(snapshot);
+    EXPECT_EQ(snapshot->entries.size(), 2u);
+    EXPECT_EQ(scene.world.time.now(), 500ms);
+}
+
+TEST_F(MenuBarGeometryTest, ASlotWithoutAFrameDoesNotEndTheReading) {
+    scene.addSlot(0, 20).fail("AXSize", AccessibilityError::noValue);
+    scene.addSlot(30, 20);
+    EXPECT_EQ(scene.snapshot()->entries.size(), 1u);
+}
+
 TEST_F(MenuBarGeometryTest, AHungAgentCostsHalfASecond) {
     accessibility.setHung(MenuBarScene::agentPID, true);
     EXPECT_FALSE(scene.snapshot());
@@ -481,10 +514,12 @@ TEST_F(MenuBarGeometryTest, FramesAreLoggedFromLeftToRightTruncatedTowardZero) {
 }
 
 TEST_F(MenuBarGeometryTest, SlotsAtOneXAreLoggedInListOrder) {
-    scene.addSlot(5, 1);
-    scene.addSlot(5, 2);
-    scene.addSlot(5, 3);
-    EXPECT_EQ(framesLine(), "Ovin DEBUG frames: agent@5+1 agent@5+2 agent@5+3");
+    std::string expected = "Ovin DEBUG frames:";
+    for (int width = 1; width <= 40; ++width) {
+        scene.addSlot(5, width);
+        expected += " agent@5+" + std::to_string(width);
+    }
+    EXPECT_EQ(framesLine(), expected);
 }
 
 TEST_F(MenuBarGeometryTest, AnOwnerWithoutANameOrNotRunningIsLoggedAsAgent) {
@@ -500,7 +535,7 @@ TEST_F(MenuBarGeometryTest, AnEmptyBarIsLoggedWithAnEmptyText) { EXPECT_EQ(frame
 
 TEST_F(MenuBarGeometryTest, FramesOutOfEveryRangeAreLoggedAtItsEnds) {
     scene.addSlot(notANumber, 1);
-    scene.addSlot(infinity, 2);
+    scene.addSlot(0x1p63, 2);
     scene.addSlot(-infinity, 1e300);
     EXPECT_EQ(framesLine(),
               "Ovin DEBUG frames: agent@-9223372036854775808+9223372036854775807 agent@9223372036854775807+2 agent@0+1");

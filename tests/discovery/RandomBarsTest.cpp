@@ -206,7 +206,7 @@ TEST(RandomBars, SortingIsStableWhateverTheItems) {
         MemoryWorld world;
         world.accessibility.launch(1);
         std::vector<DiscoveredItem> items;
-        for (int i = random.between(0, 12); i > 0; --i) {
+        for (int i = random.between(0, 60); i > 0; --i) {
             const auto element = world.accessibility.makeElement(1).element();
             items.push_back({element, random.pick(someNames), {}, random.pick(someTitles), 1, {}, {}});
         }

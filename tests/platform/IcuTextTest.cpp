@@ -455,7 +455,7 @@ TEST(IcuTextEnvironment, CharacterSetsAndModifiersAreLeftAside) {
 }
 
 TEST(IcuTextEnvironment, WithoutALocaleCaseIsStillLeftAside) {
-    for (const char* none : {"C", "POSIX", "C.UTF-8", ""}) {
+    for (const char* none : {"C", "POSIX", "C.UTF-8", "C@euro", "en_US_POSIX.UTF-8", ""}) {
         const LocaleEnvironment environment(std::map<std::string, std::string>{{"LC_ALL", none}});
         const IcuText text;
         EXPECT_TRUE(text.compareIgnoringCase("Wi-Fi", "WI-FI") == 0) << none;

@@ -309,6 +309,12 @@ TEST_F(SimulatedTimeTest, ANegativeWaitTakesNoTime) {
     EXPECT_EQ(time.now(), 10ms);
 }
 
+TEST_F(SimulatedTimeTest, WorkThatWaitsLeavesTheClockWhereItsWaitEnded) {
+    time.async([this] { time.wait(10ms); });
+    EXPECT_TRUE(time.runNext());
+    EXPECT_EQ(time.now(), 10ms);
+}
+
 TEST_F(SimulatedTimeTest, EqualHistoriesGiveEqualResults) {
     const auto history = [] {
         SimulatedTime simulated;

@@ -81,6 +81,20 @@ TEST(ThreadTasks, EveryChildHasAThreadOfItsOwn) {
     EXPECT_EQ(threads.count(std::this_thread::get_id()), 1U);
 }
 
+TEST(ThreadTasks, ManyQuickChildrenShareThreads) {
+    ThreadTasks tasks;
+    std::mutex mutex;
+    std::set<std::thread::id> threads;
+    tasks.forEach(
+        2000,
+        [&](std::size_t) {
+            const std::lock_guard lock(mutex);
+            threads.insert(std::this_thread::get_id());
+        },
+        [](std::size_t) {});
+    EXPECT_LT(threads.size(), 1000U);
+}
+
 TEST(ThreadTasks, BothPrioritiesRun) {
     std::atomic<int> runs = 0;
     {
