@@ -30,8 +30,17 @@ std::string nameOf(ProcessID pid, const std::string& executable) {
 
 }  // namespace
 
-LinuxWorkspace::LinuxWorkspace(const SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier)
-    : processes_(processes), entries_(std::move(entries)), ownBundleIdentifier_(std::move(ownBundleIdentifier)) {}
+LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier,
+                               MainQueue& mainQueue)
+    : processes_(processes),
+      entries_(std::move(entries)),
+      ownBundleIdentifier_(std::move(ownBundleIdentifier)),
+      mainQueue_(mainQueue) {}
+
+void LinuxWorkspace::observeApplications(std::function<void()> handler) {
+    const auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
+    processes_.observe([&queue = mainQueue_, shared] { queue.async([shared] { (*shared)(); }); });
+}
 
 std::vector<RunningApplication> LinuxWorkspace::runningApplications() const {
     std::vector<RunningApplication> applications;

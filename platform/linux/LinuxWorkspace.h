@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/MainQueue.h"
 #include "platform/Workspace.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/SessionProcesses.h"
@@ -21,19 +22,22 @@ public:
 /// entry that runs the same executable; without one, the name is the process's own. There are no bundles.
 class LinuxWorkspace final : public Workspace {
 public:
-    /// `processes` must outlive this object. `ownBundleIdentifier` is that of this very process.
-    LinuxWorkspace(const SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier);
+    /// `processes` and `mainQueue` must outlive this object. `ownBundleIdentifier` is that of this very process.
+    LinuxWorkspace(SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier,
+                   MainQueue& mainQueue);
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::string displayName(const std::string& path) const override;
     [[nodiscard]] std::optional<Image> icon(const std::string& path) const override;
+    void observeApplications(std::function<void()> handler) override;
 
 private:
     [[nodiscard]] RunningApplication describe(ProcessID pid) const;
 
-    const SessionProcesses& processes_;
+    SessionProcesses& processes_;
     const DesktopEntries entries_;
     const std::string ownBundleIdentifier_;
+    MainQueue& mainQueue_;
 };
 
 }  // namespace ovin

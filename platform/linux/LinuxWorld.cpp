@@ -19,14 +19,15 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
       accessibilityBus_(*session_),
       processes_(*session_),
       items_(*session_),
-      workspace_(processes_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier()),
+      workspace_(processes_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(), mainQueue_),
       defaults_(userDefaultsPath()),
       accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {}
 
 LinuxWorld::~LinuxWorld() = default;
 
 Platform LinuxWorld::platform() {
-    return {accessibility_, workspace_, displays_, defaults_, process_, text_, log_, clock_, mainQueue_, tasks_};
+    return {accessibility_, workspace_, displays_, defaults_,    process_, text_,    log_,
+            clock_,         mainQueue_, tasks_,    application_, screens_, windows_, events_};
 }
 
 }  // namespace ovin

@@ -10,13 +10,17 @@
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/QtApplication.h"
 #include "platform/linux/QtDisplays.h"
 #include "platform/linux/QtItemMenus.h"
 #include "platform/linux/QtMainQueue.h"
+#include "platform/linux/QtScreens.h"
+#include "platform/linux/QtWindows.h"
 #include "platform/linux/SessionProcesses.h"
 #include "platform/linux/StandardErrorLog.h"
 #include "platform/linux/StatusNotifierItems.h"
 #include "platform/linux/StatusNotifierWatcher.h"
+#include "platform/linux/XInputEventMonitor.h"
 #include "platform/threads/SteadyClock.h"
 #include "platform/threads/ThreadTasks.h"
 
@@ -35,6 +39,7 @@ public:
 
     [[nodiscard]] Platform platform();
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
+    [[nodiscard]] const QtScreens& screens() const { return screens_; }
 
 private:
     explicit LinuxWorld(std::unique_ptr<Bus> session);
@@ -46,15 +51,19 @@ private:
     SessionProcesses processes_;
     StatusNotifierItems items_;
     LinuxProcessInfo process_;
+    QtMainQueue mainQueue_;
     LinuxWorkspace workspace_;
     QtDisplays displays_;
     FileUserDefaults defaults_;
     IcuText text_;
     StandardErrorLog log_;
     SteadyClock clock_;
-    QtMainQueue mainQueue_;
     QtItemMenus menus_;
     LinuxAccessibility accessibility_;
+    QtApplication application_;
+    QtScreens screens_;
+    QtWindows windows_;
+    XInputEventMonitor events_;
     ThreadTasks tasks_;
 };
 

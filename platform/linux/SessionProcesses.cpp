@@ -31,6 +31,16 @@ struct SessionProcesses::State {
     /// Connections whose process is being asked for.
     std::set<std::uint64_t> pending;
     bool isListed = false;
+    std::vector<std::function<void()>> observers;
+
+    void notify() const {
+        std::vector<std::function<void()>> copy;
+        {
+            const std::lock_guard lock(mutex);
+            copy = observers;
+        }
+        for (const auto& observer : copy) observer();
+    }
 
     void begin(std::uint64_t connection) {
         const std::lock_guard lock(mutex);
@@ -73,6 +83,7 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
         if (!isUniqueName(name)) return;
         const bool hasGone = signal.values[2].string().empty();
         hasGone ? state->remove(connectionNumber(name)) : add(name);
+        state->notify();
     });
     bus.call(busDaemonCall("ListNames"), patience, [state = state_, add](const BusReply& reply) {
         const BusValue names = reply.first();
@@ -84,6 +95,11 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
 
     std::unique_lock lock(state_->mutex);
     state_->changed.wait_for(lock, patience, [this] { return state_->isListed && state_->pending.empty(); });
+}
+
+void SessionProcesses::observe(std::function<void()> handler) {
+    const std::lock_guard lock(state_->mutex);
+    state_->observers.push_back(std::move(handler));
 }
 
 std::vector<ProcessID> SessionProcesses::processes() const {

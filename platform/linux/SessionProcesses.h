@@ -1,8 +1,7 @@
 #pragma once
 
-#include <map>
+#include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -16,6 +15,9 @@ class SessionProcesses {
 public:
     /// Returns when the processes that are there now are known, or after a second. `bus` must outlive this object.
     explicit SessionProcesses(Bus& bus);
+
+    /// Calls `handler` on the bus's thread whenever a connection has come or gone, for as long as the bus is connected.
+    void observe(std::function<void()> handler);
 
     /// In the order in which they connected, each once.
     [[nodiscard]] std::vector<ProcessID> processes() const;

@@ -41,7 +41,8 @@ void MemoryApplications::quit(ProcessID pid) {
 Platform MemoryStage::platform() {
     const Platform world = world_.platform();
     return {world.accessibility, world.workspace, world.displays, *defaults_,      world.process,
-            world.text,          world.log,       world.clock,    world.mainQueue, world.tasks};
+            world.text,          world.log,       world.clock,    world.mainQueue, world.tasks,
+            world.application,   world.screens,   world.windows,  world.events};
 }
 
 bool MemoryStage::runUntil(const std::function<bool()>& condition, Duration limit) {

@@ -13,8 +13,9 @@ class ThreadStage final : public MemoryStage {
 public:
     [[nodiscard]] Platform platform() override {
         const Platform memory = MemoryStage::platform();
-        return {accessibility_, memory.workspace, memory.displays, memory.defaults,  memory.process,
-                memory.text,    memory.log,       clock_,          memory.mainQueue, tasks_};
+        return {accessibility_,     memory.workspace, memory.displays, memory.defaults,  memory.process,
+                memory.text,        memory.log,       clock_,          memory.mainQueue, tasks_,
+                memory.application, memory.screens,   memory.windows,  memory.events};
     }
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override {

@@ -1,0 +1,28 @@
+// Ovin on the Linux desktop: the only place that chooses a world.
+
+#include <QApplication>
+#include <cstdio>
+
+#include "app/ControlItem.h"
+#include "ledge/ItemsPanel.h"
+#include "platform/linux/LinuxWorld.h"
+#include "platform/linux/QtStatusItem.h"
+
+int main(int argumentCount, char** arguments) {
+    QApplication application(argumentCount, arguments);
+    QCoreApplication::setApplicationName("Ovin");
+    QGuiApplication::setDesktopFileName("org.ovin.Ovin");
+    // It lives in the menu bar: closing a window is not quitting.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    const auto world = ovin::LinuxWorld::open();
+    if (!world) {
+        std::fputs("ovin: there is no session bus\n", stderr);
+        return 1;
+    }
+    const ovin::Platform platform = world->platform();
+    const auto panel = ovin::ItemsPanel::create(platform);
+    ovin::QtStatusItem item(world->screens());
+    const ovin::ControlItem control(item, *panel, platform.application);
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,26 @@
+#include "platform/linux/MenuBackgroundWidget.h"
+
+#include <QBoxLayout>
+#include <QPainter>
+
+#include "platform/linux/QtColors.h"
+
+namespace ovin {
+
+MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius)
+    : content_(content), cornerRadius_(cornerRadius) {
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(content);
+}
+
+void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(palette().color(QPalette::Window));
+    painter.setPen(QPen(qtColor({SystemColor::separator}, palette()), 1));
+    const QRectF edge = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.drawRoundedRect(edge, cornerRadius_ - 0.5, cornerRadius_ - 0.5);
+}
+
+}  // namespace ovin

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QImage>
+#include <QPalette>
+
+#include "platform/Drawing.h"
+
+namespace ovin {
+
+/// An image at a number of pixels for each point, as it looks with a palette.
+[[nodiscard]] QImage rendered(const DrawnImage& image, double scale, const QPalette& palette);
+
+}  // namespace ovin

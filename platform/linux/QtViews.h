@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "platform/Views.h"
+
+namespace ovin {
+
+/// Makes the widgets that show a view, laid out by the toolkit. `clicked` gets the tag of a button that was clicked. The
+/// caller owns the widget. Main thread only.
+[[nodiscard]] QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked);
+
+/// The view that widgets of `makeWidget` show, read from the widgets themselves.
+[[nodiscard]] View readBack(const QWidget& widget);
+
+}  // namespace ovin

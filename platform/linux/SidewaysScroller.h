@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QScrollArea>
+
+namespace ovin {
+
+/// Shows a part of a widget that is too wide, and scrolls sideways: by its scroller, which lies over the widget, and by any
+/// wheel or touchpad, whichever way that moves.
+class SidewaysScroller final : public QScrollArea {
+public:
+    SidewaysScroller(QWidget* content, QSize size);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QScrollBar* const scroller_;
+};
+
+}  // namespace ovin

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QDBusArgument>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <functional>
+
+namespace ovin {
+
+/// A picture of a status item as the bus carries it: rows of pixels, each alpha, red, green and blue.
+struct BusPicture {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels;
+};
+using BusPictures = QList<BusPicture>;
+
+QDBusArgument& operator<<(QDBusArgument& argument, const BusPicture& picture);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusPicture& picture);
+
+/// A status item of this program on the session bus: `org.kde.StatusNotifierItem`. It names no menu, so that whoever shows
+/// it passes every click on.
+class StatusNotifierObject final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category READ category)
+    Q_PROPERTY(QString Id READ id)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Status READ status)
+    Q_PROPERTY(QString IconName READ iconName)
+    Q_PROPERTY(ovin::BusPictures IconPixmap READ iconPixmap)
+    Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
+
+public:
+    using PositionHandler = std::function<void(int x, int y)>;
+
+    explicit StatusNotifierObject(const QString& name);
+
+    void setPictures(const BusPictures& pictures);
+    void setTitle(const QString& title);
+
+    PositionHandler activated;
+    PositionHandler contextMenuRequested;
+
+    [[nodiscard]] QString category() const { return "ApplicationStatus"; }
+    [[nodiscard]] QString id() const { return name_; }
+    [[nodiscard]] QString title() const { return title_; }
+    [[nodiscard]] QString status() const { return "Active"; }
+    [[nodiscard]] QString iconName() const { return {}; }
+    [[nodiscard]] BusPictures iconPixmap() const { return pictures_; }
+    [[nodiscard]] bool itemIsMenu() const { return false; }
+
+public Q_SLOTS:
+    Q_SCRIPTABLE void Activate(int x, int y);
+    Q_SCRIPTABLE void SecondaryActivate(int x, int y);
+    Q_SCRIPTABLE void ContextMenu(int x, int y);
+    Q_SCRIPTABLE void Scroll(int delta, const QString& orientation);
+
+Q_SIGNALS:
+    Q_SCRIPTABLE void NewIcon();
+    Q_SCRIPTABLE void NewTitle();
+
+private:
+    QString name_;
+    QString title_;
+    BusPictures pictures_;
+};
+
+}  // namespace ovin
+
+Q_DECLARE_METATYPE(ovin::BusPicture)
+Q_DECLARE_METATYPE(ovin::BusPictures)
