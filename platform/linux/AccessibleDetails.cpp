@@ -30,8 +30,9 @@ std::vector<AccessibleName> accessibleNames(const BusValue& list) {
     return names;
 }
 
-std::shared_ptr<AccessibleDetails> AccessibleDetails::request(Bus& bus, const AccessibleName& object) {
-    const std::shared_ptr<AccessibleDetails> request(new AccessibleDetails(bus, object));
+std::shared_ptr<AccessibleDetails> AccessibleDetails::request(Bus& bus, const AccessibleName& object,
+                                                              Descriptions descriptions) {
+    const std::shared_ptr<AccessibleDetails> request(new AccessibleDetails(bus, object, descriptions));
     request->ask();
     return request;
 }
@@ -45,14 +46,18 @@ void AccessibleDetails::ask() {
               });
     bus_.call({object_.destination, object_.path, accessible, "GetChildren", {}}, abandonedCallTimeout,
               [self = shared_from_this()](const BusReply& reply) {
-                  if (!reply.isError()) self->describeChildren(reply.first());
+                  if (!reply.isError()) self->listChildren(reply.first());
                   self->answered();
               });
 }
 
-void AccessibleDetails::describeChildren(const BusValue& list) {
+void AccessibleDetails::listChildren(const BusValue& list) {
     children_.emplace();
     for (AccessibleName& name : accessibleNames(list)) children_->push_back({std::move(name), {}});
+    if (descriptions_ == Descriptions::read) askForDescriptions();
+}
+
+void AccessibleDetails::askForDescriptions() {
     outstanding_ += children_->size();
     for (std::size_t index = 0; index < children_->size(); ++index) {
         const AccessibleName& name = (*children_)[index].name;

@@ -17,17 +17,22 @@ struct AccessibleName {
     std::string path;
 };
 
-/// What is to be known of an accessible object, asked for together: its frame, its children and how they describe
-/// themselves.
+/// What is to be known of an accessible object, asked for together: its frame, its children and, if wanted, how they
+/// describe themselves.
 class AccessibleDetails final : public BusRequest, public std::enable_shared_from_this<AccessibleDetails> {
 public:
+    /// Descriptions are a request for each child.
+    enum class Descriptions { read, leaveOut };
+
     struct Child {
         AccessibleName name;
+        /// Empty when it is left out.
         std::string description;
     };
 
     /// Sends the request. `bus` is the accessibility bus and must outlive it.
-    [[nodiscard]] static std::shared_ptr<AccessibleDetails> request(Bus& bus, const AccessibleName& object);
+    [[nodiscard]] static std::shared_ptr<AccessibleDetails> request(Bus& bus, const AccessibleName& object,
+                                                                    Descriptions descriptions);
 
     // What was answered. Only after `wait` has returned true.
 
@@ -37,14 +42,17 @@ public:
     [[nodiscard]] const std::optional<std::vector<Child>>& children() const { return children_; }
 
 private:
-    AccessibleDetails(Bus& bus, AccessibleName object) : bus_(bus), object_(std::move(object)) {}
+    AccessibleDetails(Bus& bus, AccessibleName object, Descriptions descriptions)
+        : bus_(bus), object_(std::move(object)), descriptions_(descriptions) {}
 
     void ask();
-    void describeChildren(const BusValue& list);
+    void listChildren(const BusValue& list);
+    void askForDescriptions();
     void answered();
 
     Bus& bus_;
     const AccessibleName object_;
+    const Descriptions descriptions_;
     // Written on the bus's thread until the request is finished, and only read after that.
     std::optional<Rect> frame_;
     std::optional<std::vector<Child>> children_;

@@ -13,10 +13,11 @@ constexpr std::int32_t firstAction = 0;
 }  // namespace
 
 AccessibleElement::AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name,
-                                     ProcessID owner, Duration timeout)
+                                     Kind kind, ProcessID owner, Duration timeout)
     : LinuxElement("accessible " + name.destination + name.path, owner, timeout),
       desktop_(std::move(desktop)),
-      name_(std::move(name)) {}
+      name_(std::move(name)),
+      kind_(kind) {}
 
 AttributeAnswer AccessibleElement::read(std::string_view attribute) {
     if (attribute == "AXTitle") return readText("Name");
@@ -41,7 +42,11 @@ AccessibilityError AccessibleElement::perform(std::string_view action) {
 std::shared_ptr<AccessibleDetails> AccessibleElement::details() {
     Bus* const bus = desktop_->accessibility.bus();
     const std::lock_guard lock(mutex_);
-    if (bus != nullptr && (!details_ || details_->isStale(timeout()))) details_ = AccessibleDetails::request(*bus, name_);
+    if (bus == nullptr || (details_ && !details_->isStale(timeout()))) return details_;
+    // The description of a child tells whether it stands for an item of another program.
+    const bool mayShowItems = kind_ == Kind::part;
+    details_ = AccessibleDetails::request(
+        *bus, name_, mayShowItems ? AccessibleDetails::Descriptions::read : AccessibleDetails::Descriptions::leaveOut);
     return details_;
 }
 
@@ -54,7 +59,7 @@ AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) co
             continue;
         }
         // Whoever lists objects goes on to read their frames and children, one after the other: all are asked for at once.
-        const auto element = std::make_shared<AccessibleElement>(desktop_, child.name, owner(), timeout());
+        const auto element = std::make_shared<AccessibleElement>(desktop_, child.name, Kind::part, owner(), timeout());
         element->prefetch();
         children.push_back({AccessibilityElement(element)});
     }

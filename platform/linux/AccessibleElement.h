@@ -13,8 +13,11 @@ namespace ovin {
 /// An accessible object of some program.
 class AccessibleElement final : public LinuxElement {
 public:
-    AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, ProcessID owner,
-                      Duration timeout);
+    /// Any part of a window can have the items of other programs as its children; a window itself has none.
+    enum class Kind { window, part };
+
+    AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, Kind kind,
+                      ProcessID owner, Duration timeout);
 
     /// Asks for the object's frame and children without waiting for them.
     void prefetch() { (void)details(); }
@@ -30,6 +33,7 @@ private:
 
     const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;
     const AccessibleName name_;
+    const Kind kind_;
     std::mutex mutex_;
     std::shared_ptr<AccessibleDetails> details_;
 };

@@ -59,8 +59,8 @@ private:
     AttributeAnswer windows() {
         AttributeValue::Array windows;
         for (const AccessibleName& name : desktop_->accessibility.windowsOf(owner(), timeout())) {
-            windows.push_back(
-                {AccessibilityElement(std::make_shared<AccessibleElement>(desktop_, name, owner(), timeout()))});
+            windows.push_back({AccessibilityElement(
+                std::make_shared<AccessibleElement>(desktop_, name, AccessibleElement::Kind::window, owner(), timeout()))});
         }
         if (windows.empty()) return failed(AccessibilityError::noValue);
         return {AccessibilityError::success, {std::move(windows)}};
