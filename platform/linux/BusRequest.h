@@ -35,8 +35,11 @@ public:
 protected:
     /// All answers have come. Called on the bus's thread, once.
     void finish() {
-        const std::lock_guard lock(mutex_);
-        isDone_ = true;
+        {
+            const std::lock_guard lock(mutex_);
+            isDone_ = true;
+        }
+        // Whoever wakes up finds the lock free. The caller holds the request until this returns.
         changed_.notify_all();
     }
 
