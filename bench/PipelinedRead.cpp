@@ -154,9 +154,7 @@ void PipelinedRead::askWindow(const Object& window) {
 
 void PipelinedRead::askSlot(const Object& slot) {
     ask(accessibility_, slot, "org.a11y.atspi.Component", "GetExtents", {});
-    askChildren(slot, [this](const Object& item) {
-        ask(accessibility_, item, properties, "Get", {}, {accessible, "Description"});
-    });
+    ask(accessibility_, slot, properties, "Get", {}, {accessible, "Description"});
 }
 
 std::size_t PipelinedRead::finish() {

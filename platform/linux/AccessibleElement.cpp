@@ -43,19 +43,28 @@ std::shared_ptr<AccessibleDetails> AccessibleElement::details() {
     Bus* const bus = desktop_->accessibility.bus();
     const std::lock_guard lock(mutex_);
     if (bus == nullptr || (details_ && !details_->isStale(timeout()))) return details_;
-    // The description of a child tells whether it stands for an item of another program.
-    const bool mayShowItems = kind_ == Kind::part;
-    details_ = AccessibleDetails::request(
-        *bus, name_, mayShowItems ? AccessibleDetails::Descriptions::read : AccessibleDetails::Descriptions::leaveOut);
+    AccessibleDetails::StandsForItem standsForItem;
+    if (kind_ == Kind::part) {
+        standsForItem = [desktop = desktop_](const std::string& text) { return desktop->items.itemAt(text).has_value(); };
+    }
+    details_ = AccessibleDetails::request(*bus, name_, standsForItem);
     return details_;
 }
 
 AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) const {
-    if (!details.children()) return failed(AccessibilityError::noValue);
+    const auto itemElement = [this](const std::string& description) -> std::shared_ptr<StatusItemElement> {
+        const auto item = desktop_->items.itemAt(description);
+        return item ? std::make_shared<StatusItemElement>(desktop_, *item, timeout()) : nullptr;
+    };
     AttributeValue::Array children;
+    if (const auto shown = itemElement(details.description())) {
+        children.push_back({AccessibilityElement(shown)});
+        return {AccessibilityError::success, {std::move(children)}};
+    }
+    if (!details.children()) return failed(AccessibilityError::noValue);
     for (const AccessibleDetails::Child& child : *details.children()) {
-        if (const auto item = desktop_->items.itemAt(child.description)) {
-            children.push_back({AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, *item, timeout()))});
+        if (const auto shown = itemElement(child.description)) {
+            children.push_back({AccessibilityElement(shown)});
             continue;
         }
         // Whoever lists objects goes on to read their frames and children, one after the other: all are asked for at once.

@@ -13,7 +13,8 @@ namespace ovin {
 /// An accessible object of some program.
 class AccessibleElement final : public LinuxElement {
 public:
-    /// Any part of a window can have the items of other programs as its children; a window itself has none.
+    /// Any part of a window can have the items of other programs as its children: its own description, or that of a child,
+    /// says which. A window itself has none.
     enum class Kind { window, part };
 
     AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, Kind kind,
