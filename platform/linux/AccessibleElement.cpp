@@ -18,10 +18,14 @@ AccessibleElement::AccessibleElement(std::shared_ptr<const LinuxAccessibility::D
       desktop_(std::move(desktop)),
       name_(std::move(name)) {}
 
+void AccessibleElement::prefetch() {
+    details_.prepare([this] { return request(); });
+}
+
 AttributeAnswer AccessibleElement::read(std::string_view attribute) {
     if (attribute == "AXTitle") return readText("Name");
     if (attribute == "AXDescription") return readText("Description");
-    const auto details = this->details();
+    const auto details = this->details(attribute);
     if (!details || !details->wait(timeout())) return failed(AccessibilityError::cannotComplete);
     if (attribute == "AXChildren") return children(*details);
     if (!details->frame()) return failed(AccessibilityError::noValue);
@@ -38,11 +42,13 @@ AccessibilityError AccessibleElement::perform(std::string_view action) {
     return reply.isError() ? accessibilityError(reply.error) : AccessibilityError::success;
 }
 
-std::shared_ptr<AccessibleDetails> AccessibleElement::details() {
+std::shared_ptr<AccessibleDetails> AccessibleElement::details(std::string_view attribute) {
+    return details_.forReading(attribute, [this] { return request(); });
+}
+
+std::shared_ptr<AccessibleDetails> AccessibleElement::request() const {
     Bus* const bus = desktop_->accessibility.bus();
-    const std::lock_guard lock(mutex_);
-    if (bus != nullptr && (!details_ || details_->isStale(timeout()))) details_ = AccessibleDetails::request(*bus, name_);
-    return details_;
+    return bus == nullptr ? nullptr : AccessibleDetails::request(*bus, name_);
 }
 
 AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) const {
@@ -50,7 +56,7 @@ AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) co
     AttributeValue::Array children;
     for (const AccessibleDetails::Child& child : *details.children()) {
         if (const auto item = desktop_->items.itemAt(child.description)) {
-            children.push_back({AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, *item, timeout()))});
+            children.push_back({AccessibilityElement(StatusItemElement::make(desktop_, *item, timeout()))});
             continue;
         }
         // Whoever lists objects goes on to read their frames and children, one after the other: all are asked for at once.

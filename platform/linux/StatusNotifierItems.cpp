@@ -61,7 +61,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
         changed.notify_all();
         if (!isStillThere || reply.isError()) return;
         item.pid = static_cast<ProcessID>(reply.first().integer());
-        const auto known = find(item.address.joined());
+        const auto known = find(item.address);
         known == items.end() ? items.push_back(item) : void(*known = item);
     }
 
@@ -70,7 +70,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
         if (!parsed) return;
         const std::lock_guard lock(mutex);
         pending.erase(parsed->joined());
-        const auto known = find(parsed->joined());
+        const auto known = find(*parsed);
         if (known != items.end()) items.erase(known);
     }
 
@@ -80,9 +80,9 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
         items.clear();
     }
 
-    [[nodiscard]] std::vector<StatusNotifierItem>::iterator find(const std::string& address) {
+    [[nodiscard]] std::vector<StatusNotifierItem>::iterator find(const StatusItemAddress& address) {
         return std::find_if(items.begin(), items.end(),
-                            [&](const StatusNotifierItem& item) { return item.address.joined() == address; });
+                            [&](const StatusNotifierItem& item) { return item.address == address; });
     }
 };
 
@@ -112,6 +112,11 @@ std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) cons
 }
 
 std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const std::string& address) const {
+    const auto parsed = statusItemAddress(address, {});
+    return parsed ? itemAt(*parsed) : std::nullopt;
+}
+
+std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const StatusItemAddress& address) const {
     const std::lock_guard lock(state_->mutex);
     const auto found = state_->find(address);
     if (found == state_->items.end()) return std::nullopt;

@@ -29,7 +29,8 @@ public:
     /// The items of a process, in the order of their registration.
     [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
 
-    /// The item at an address as the watcher lists it.
+    /// The item at an address, which may be given as the watcher lists it.
+    [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const StatusItemAddress& address) const;
     [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const std::string& address) const;
 
 private:
