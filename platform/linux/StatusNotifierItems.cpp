@@ -58,7 +58,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
     void resolve(StatusNotifierItem item, const BusReply& reply) {
         const std::lock_guard lock(mutex);
         const bool isStillThere = pending.erase(item.address.joined()) > 0;
-        changed.notify_all();
+        changed.notify_all();  // under the lock: whoever waits looks only after this function
         if (!isStillThere || reply.isError()) return;
         item.pid = static_cast<ProcessID>(reply.first().integer());
         const auto known = find(item.address);
@@ -101,6 +101,16 @@ StatusNotifierItems::StatusNotifierItems(Bus& bus) : state_(std::make_shared<Sta
 
     std::unique_lock lock(state_->mutex);
     state_->changed.wait_for(lock, patience, [this] { return state_->isListed && state_->pending.empty(); });
+}
+
+void StatusNotifierItems::waitFor(const std::vector<std::string>& addresses) const {
+    const auto isKnown = [this](const std::string& address) {
+        const auto parsed = statusItemAddress(address, {});
+        return parsed && state_->find(*parsed) != state_->items.end();
+    };
+    std::unique_lock lock(state_->mutex);
+    state_->changed.wait_for(lock, patience,
+                             [&] { return std::all_of(addresses.begin(), addresses.end(), isKnown); });
 }
 
 std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) const {

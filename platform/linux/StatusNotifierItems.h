@@ -26,6 +26,9 @@ public:
     /// Returns when the items that are there now are known, or after a second. `bus` must outlive this object.
     explicit StatusNotifierItems(Bus& bus);
 
+    /// Returns when all of these items, as the watcher lists them, are known here too, or after a second.
+    void waitFor(const std::vector<std::string>& addresses) const;
+
     /// The items of a process, in the order of their registration.
     [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
 
