@@ -101,6 +101,7 @@ int run(ovin::LinuxWorld& world, const Options& options) {
     if (!ovin::ItemProvider::isTrusted(platform)) {
         return complain(notTrusted, "accessibility is switched off in this session; try --request-trust");
     }
+    world.waitForRegistrations();
     const auto items = ovin::ItemProvider::discoverItems(platform, ovin::ItemProvider::snapshotApps(platform));
     if (!options.press) {
         options.asJson ? printJson(items) : printTable(items);
@@ -123,7 +124,13 @@ std::optional<Options> parse(const QCoreApplication& application) {
                        {"request-trust", "Ask to switch accessibility on."}});
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.process(application);
+    // The parser's own way out of a mistake has the exit status of a refused press.
+    if (!parser.parse(application.arguments())) {
+        complain(wrongUsage, parser.errorText());
+        return std::nullopt;
+    }
+    if (parser.isSet("help")) parser.showHelp();
+    if (parser.isSet("version")) parser.showVersion();
 
     Options options{parser.isSet("json"), parser.isSet("request-trust"), parser.isSet("stay"), {}};
     if (!parser.positionalArguments().isEmpty()) {

@@ -19,10 +19,14 @@ AccessibleElement::AccessibleElement(std::shared_ptr<const LinuxAccessibility::D
       name_(std::move(name)),
       kind_(kind) {}
 
+void AccessibleElement::prefetch() {
+    details_.prepare([this] { return request(); });
+}
+
 AttributeAnswer AccessibleElement::read(std::string_view attribute) {
     if (attribute == "AXTitle") return readText("Name");
     if (attribute == "AXDescription") return readText("Description");
-    const auto details = this->details();
+    const auto details = this->details(attribute);
     if (!details || !details->wait(timeout())) return failed(AccessibilityError::cannotComplete);
     if (attribute == "AXChildren") return children(*details);
     if (!details->frame()) return failed(AccessibilityError::noValue);
@@ -39,22 +43,24 @@ AccessibilityError AccessibleElement::perform(std::string_view action) {
     return reply.isError() ? accessibilityError(reply.error) : AccessibilityError::success;
 }
 
-std::shared_ptr<AccessibleDetails> AccessibleElement::details() {
+std::shared_ptr<AccessibleDetails> AccessibleElement::details(std::string_view attribute) {
+    return details_.forReading(attribute, [this] { return request(); });
+}
+
+std::shared_ptr<AccessibleDetails> AccessibleElement::request() const {
     Bus* const bus = desktop_->accessibility.bus();
-    const std::lock_guard lock(mutex_);
-    if (bus == nullptr || (details_ && !details_->isStale(timeout()))) return details_;
+    if (bus == nullptr) return nullptr;
     AccessibleDetails::StandsForItem standsForItem;
     if (kind_ == Kind::part) {
         standsForItem = [desktop = desktop_](const std::string& text) { return desktop->items.itemAt(text).has_value(); };
     }
-    details_ = AccessibleDetails::request(*bus, name_, standsForItem);
-    return details_;
+    return AccessibleDetails::request(*bus, name_, standsForItem);
 }
 
 AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) const {
     const auto itemElement = [this](const std::string& description) -> std::shared_ptr<StatusItemElement> {
         const auto item = desktop_->items.itemAt(description);
-        return item ? std::make_shared<StatusItemElement>(desktop_, *item, timeout()) : nullptr;
+        return item ? StatusItemElement::make(desktop_, *item, timeout()) : nullptr;
     };
     AttributeValue::Array children;
     if (const auto shown = itemElement(details.description())) {

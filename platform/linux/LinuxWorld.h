@@ -36,15 +36,21 @@ public:
     [[nodiscard]] Platform platform();
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
 
+    /// Runs the event loop until the programs that waited for a watcher have registered their items, where this program has
+    /// become the watcher: until none has come for a moment, and for 1.5 s at most. Returns at once where another program is
+    /// the watcher, whose items are known. For programs that look once and end; all others just see items come.
+    void waitForRegistrations();
+
 private:
     explicit LinuxWorld(std::unique_ptr<Bus> session);
 
     std::unique_ptr<Bus> session_;
-    /// Serves only while no other program does.
-    StatusNotifierWatcher watcher_;
     AccessibilityBus accessibilityBus_;
     SessionProcesses processes_;
     StatusNotifierItems items_;
+    /// Serves only while no other program does. It answers on the main thread, so whoever waits there for the watcher's
+    /// answer, as the items do while they are made, must not find this one.
+    StatusNotifierWatcher watcher_;
     LinuxProcessInfo process_;
     LinuxWorkspace workspace_;
     QtDisplays displays_;

@@ -3,10 +3,18 @@
 #include <QCursor>
 #include <QMenu>
 #include <QThread>
+#include <chrono>
+#include <future>
 
 #include "platform/linux/DBusMenu.h"
 
 namespace ovin {
+
+namespace {
+
+constexpr std::chrono::milliseconds longestQuestion{200};
+
+}  // namespace
 
 QtItemMenus::QtItemMenus() = default;
 
@@ -20,15 +28,17 @@ bool QtItemMenus::show(const std::string& destination, const std::string& path) 
 }
 
 Point QtItemMenus::position() {
-    Point position;
-    const auto ask = [&position] {
+    const auto ask = [] {
         const QPoint pointer = QCursor::pos();
-        position = {static_cast<double>(pointer.x()), static_cast<double>(pointer.y())};
+        return Point{static_cast<double>(pointer.x()), static_cast<double>(pointer.y())};
     };
-    // The pointer is asked for where the toolkit lives. Tasks may wait for that: nothing there waits for tasks.
-    const bool isMainThread = QThread::currentThread() == thread();
-    QMetaObject::invokeMethod(this, ask, isMainThread ? Qt::DirectConnection : Qt::BlockingQueuedConnection);
-    return position;
+    if (QThread::currentThread() == thread()) return ask();
+    // The pointer is asked for where the toolkit lives. A main thread that is busy, or waits for the tasks to end because
+    // the program does, holds nobody up: any position is better than none.
+    const auto answer = std::make_shared<std::promise<Point>>();
+    auto position = answer->get_future();
+    QMetaObject::invokeMethod(this, [answer, ask] { answer->set_value(ask()); }, Qt::QueuedConnection);
+    return position.wait_for(longestQuestion) == std::future_status::ready ? position.get() : Point{};
 }
 
 void QtItemMenus::open(const QString& destination, const QString& path) {

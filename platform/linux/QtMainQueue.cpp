@@ -1,6 +1,7 @@
 #include "platform/linux/QtMainQueue.h"
 
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 
 namespace ovin {
@@ -16,7 +17,8 @@ public:
             const MainQueue::Work running = work;
             running();
         });
-        timer_.start(std::chrono::ceil<std::chrono::milliseconds>(delay));
+        // A moment that has passed is as good as now; the toolkit would not start the timer at all.
+        timer_.start(std::max(std::chrono::ceil<std::chrono::milliseconds>(delay), std::chrono::milliseconds(0)));
     }
 
 private:
