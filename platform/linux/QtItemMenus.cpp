@@ -37,7 +37,8 @@ Point QtItemMenus::position() {
     // the program does, holds nobody up: any position is better than none.
     const auto answer = std::make_shared<std::promise<Point>>();
     auto position = answer->get_future();
-    QMetaObject::invokeMethod(this, [answer, ask] { answer->set_value(ask()); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [answer, ask] { answer->set_value(ask()); }, Qt::QueuedConnection);
     return position.wait_for(longestQuestion) == std::future_status::ready ? position.get() : Point{};
 }
 
