@@ -53,7 +53,8 @@ function(ovin_add_desktop_test name target)
         set(ARG_COMMAND $<TARGET_FILE:${target}>)
     endif()
     add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/desktop/private-desktop ${ARG_OPTIONS} -- ${ARG_COMMAND})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 300
+    # The longest ones start first, so that nothing is left to wait for in the end.
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300 COST 100
         ENVIRONMENT "OVIN_MENU_BAR_AGENT=$<TARGET_FILE:MenuBarAgent>;OVIN_STATUS_ITEM=$<TARGET_FILE:status-item>")
     add_dependencies(${target} MenuBarAgent status-item)
 endfunction()

@@ -83,8 +83,8 @@ private:
     std::deque<HeldCall> held_;
     Timer heldTimer_;
     Timer vanishTimer_;
-    sd_event_source* input_ = nullptr;  // lives as long as the event loop at most
-    std::string commands_;              // what has been read of the next line
+    sd_event_source* input_ = nullptr;         // lives as long as the event loop at most
+    std::string commands_;                     // what has been read of the next line
     std::string watcher_;                      // the unique name of the watcher that has been told of the items
     std::unordered_set<std::size_t> awaited_;  // items that no watcher has taken yet
     bool ready_ = false;

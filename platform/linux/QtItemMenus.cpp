@@ -21,9 +21,7 @@ QtItemMenus::QtItemMenus() = default;
 QtItemMenus::~QtItemMenus() = default;
 
 bool QtItemMenus::show(const std::string& destination, const std::string& path) {
-    QMetaObject::invokeMethod(
-        this, [this, destination, path] { open(QString::fromStdString(destination), QString::fromStdString(path)); },
-        Qt::QueuedConnection);
+    queue_.async([this, destination, path] { open(QString::fromStdString(destination), QString::fromStdString(path)); });
     return true;
 }
 
@@ -37,7 +35,7 @@ Point QtItemMenus::position() {
     // the program does, holds nobody up: any position is better than none.
     const auto answer = std::make_shared<std::promise<Point>>();
     auto position = answer->get_future();
-    QMetaObject::invokeMethod(this, [answer, ask] { answer->set_value(ask()); }, Qt::QueuedConnection);
+    queue_.async([answer, ask] { answer->set_value(ask()); });
     return position.wait_for(longestQuestion) == std::future_status::ready ? position.get() : Point{};
 }
 

@@ -109,8 +109,7 @@ void StatusNotifierItems::waitFor(const std::vector<std::string>& addresses) con
         return parsed && state_->find(*parsed) != state_->items.end();
     };
     std::unique_lock lock(state_->mutex);
-    state_->changed.wait_for(lock, patience,
-                             [&] { return std::all_of(addresses.begin(), addresses.end(), isKnown); });
+    state_->changed.wait_for(lock, patience, [&] { return std::all_of(addresses.begin(), addresses.end(), isKnown); });
 }
 
 std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) const {

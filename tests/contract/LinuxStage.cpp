@@ -144,8 +144,8 @@ LinuxStage::~LinuxStage() {
 
 Platform LinuxStage::platform() {
     const Platform world = world_->platform();
-    return {world.accessibility, world.workspace, world.displays, *defaults_,      world.process,
-            world.text,          log_,            world.clock,    world.mainQueue, world.tasks};
+    return {world.accessibility, world.workspace, world.displays, *defaults_, world.process, world.text, log_,
+            world.clock,         world.mainQueue, world.tasks};
 }
 
 /// Nothing tells that a condition has come to hold, so the loop is left to look at it again and again.
@@ -179,7 +179,8 @@ bool LinuxStage::isRunning(ProcessID pid) {
 
 std::size_t LinuxStage::itemCount(ProcessID pid) {
     const Accessibility& accessibility = platform().accessibility;
-    const AttributeAnswer extras = accessibility.copyAttributeValue(accessibility.applicationElement(pid), "AXExtrasMenuBar");
+    const AttributeAnswer extras =
+        accessibility.copyAttributeValue(accessibility.applicationElement(pid), "AXExtrasMenuBar");
     const auto* container = std::get_if<AccessibilityElement>(&extras.value.content);
     if (extras.error != AccessibilityError::success || container == nullptr) return 0;
     const AttributeAnswer children = accessibility.copyAttributeValue(*container, "AXChildren");
@@ -222,8 +223,7 @@ void LinuxStage::reopenDefaults() { defaults_ = std::make_unique<FileUserDefault
 /// Whoever runs as root may write to any folder, but nobody writes a file where a folder is that is not empty.
 void LinuxStage::setRefusesChanges(bool refuses) {
     const std::filesystem::path obstacle = defaultsPath().string() + ".new";
-    refuses ? void(std::filesystem::create_directories(obstacle / "obstacle"))
-            : void(std::filesystem::remove_all(obstacle));
+    refuses ? void(std::filesystem::create_directories(obstacle / "obstacle")) : void(std::filesystem::remove_all(obstacle));
 }
 
 void LinuxStage::setEnvironment(const std::string& name, const std::optional<std::string>& value) {

@@ -19,20 +19,20 @@
 #include "discovery/ItemProvider.h"
 #include "platform/linux/LinuxWorld.h"
 
+#ifdef OVIN_SANITIZED
+/// What has been freed is kept for a while, to catch late uses of it: by default far more than is looked for here.
+extern "C" const char* __asan_default_options();
+extern "C" const char* __asan_default_options() { return "quarantine_size_mb=8"; }
+#endif
+
 namespace {
 
 constexpr int roundsBefore = 100;
 constexpr int rounds = 1000;
 /// An allocator keeps what it has been given back as it likes; a leak of a single item's title in each round would be more.
-/// Sanitizers keep what is freed for a while, and find leaks by themselves when the program ends.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+/// Sanitizers need memory of their own, and that of addresses finds leaks by itself when the program ends.
+#ifdef OVIN_SANITIZED
 constexpr long mostKilobytes = 64'000;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr long mostKilobytes = 64'000;
-#else
-constexpr long mostKilobytes = 1'000;
-#endif
 #else
 constexpr long mostKilobytes = 1'000;
 #endif
@@ -50,7 +50,8 @@ long entries(const char* folder) {
 Holdings holdings() {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmRSS:")) return {std::atol(line.c_str() + 6), entries("/proc/self/fd"), entries("/proc/self/task")};
+        if (line.starts_with("VmRSS:"))
+            return {std::atol(line.c_str() + 6), entries("/proc/self/fd"), entries("/proc/self/task")};
     }
     return {};
 }
