@@ -47,3 +47,17 @@ function(ovin_check_tests_are_built)
         message(FATAL_ERROR "No target builds these test files:\n  ${files}")
     endif()
 endfunction()
+
+# ovin_add_desktop_test(NAME TARGET [OPTIONS ...] [COMMAND ...]): the program, or the command that runs it, as one test on a
+# private desktop that is started with the options and consists of the programs of this very build.
+function(ovin_add_desktop_test name target)
+    cmake_parse_arguments(ARG "" "" "OPTIONS;COMMAND" ${ARGN})
+    if(NOT ARG_COMMAND)
+        set(ARG_COMMAND $<TARGET_FILE:${target}>)
+    endif()
+    add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/desktop/private-desktop ${ARG_OPTIONS} -- ${ARG_COMMAND})
+    # The longest ones start first, so that nothing is left to wait for in the end.
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300 COST 100
+        ENVIRONMENT "OVIN_MENU_BAR_AGENT=$<TARGET_FILE:MenuBarAgent>;OVIN_STATUS_ITEM=$<TARGET_FILE:status-item>")
+    add_dependencies(${target} MenuBarAgent status-item)
+endfunction()

@@ -50,6 +50,7 @@ int SlotAccessible::indexOfChild(const QAccessibleInterface* child) const {
 }
 
 QString SlotAccessible::text(QAccessible::Text kind) const {
+    if (kind == QAccessible::Description && slot() && item_) return QString::fromStdString(item_->address().joined());
     if (kind != QAccessible::Name) return {};
     if (kind_ == BarWindow::Slot::Kind::expander) return QStringLiteral("More items");
     return kind_ == BarWindow::Slot::Kind::clock ? QStringLiteral("Clock") : QString();

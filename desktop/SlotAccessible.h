@@ -28,7 +28,8 @@ protected:
     StatusItem* item_;
 };
 
-/// A place of the bar. An item's slot has one child: the item.
+/// A place of the bar. An item's slot has one child, the item, and the item's description: whoever reads the whole bar need
+/// not ask each slot for its child, and the child for its description.
 class SlotAccessible : public BarPartAccessible, public QAccessibleActionInterface {
 public:
     SlotAccessible(BarWindow& bar, BarWindow::Slot::Kind kind, StatusItem* item);

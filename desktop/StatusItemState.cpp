@@ -48,6 +48,7 @@ QString toolTipTitle(const QVariantMap& properties) {
     }
     argument.endArray();
     argument >> title;
+    argument.endStructure();  // what is left open is never freed, and holds the message
     return title.simplified().left(longestText);
 }
 
@@ -95,6 +96,7 @@ QImage largestPicture(const QVariant& value) {
             if (const QImage image = picture(width, height, pixels); !image.isNull()) largest = image;
         }
     }
+    argument.endArray();
     return largest;
 }
 

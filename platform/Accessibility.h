@@ -103,8 +103,10 @@ struct ProcessIDAnswer {
 ///
 /// Every method may be called on any thread and on several at once. Requests (`copyAttributeValue`, `performAction`) block
 /// the calling thread until the owning process has answered, or for at most the messaging timeout of the element that they
-/// are sent to; a process that does not answer holds up nobody but the callers that wait for it. Answers are never cached
-/// between requests in a way that a caller could notice. Failures are values; nothing throws.
+/// are sent to; a process that does not answer holds up nobody but the callers that wait for it. Which elements a process
+/// has may be known to the system itself, and is told without asking the process then; what an element says about itself
+/// never is. Answers are never cached between requests in a way that a caller could notice. Failures are values; nothing
+/// throws.
 class Accessibility {
 public:
     virtual ~Accessibility() = default;

@@ -24,6 +24,7 @@ enum ExitStatus { success = 0, refused = 1, wrongUsage = 2, noSession = 3, notTr
 struct Options {
     bool asJson = false;
     bool requestsTrust = false;
+    bool stays = false;
     /// The number of the item to press, from 1.
     std::optional<int> press;
 };
@@ -100,10 +101,12 @@ int run(ovin::LinuxWorld& world, const Options& options) {
     if (!ovin::ItemProvider::isTrusted(platform)) {
         return complain(notTrusted, "accessibility is switched off in this session; try --request-trust");
     }
+    world.waitForRegistrations();
     const auto items = ovin::ItemProvider::discoverItems(platform, ovin::ItemProvider::snapshotApps(platform));
     if (!options.press) {
         options.asJson ? printJson(items) : printTable(items);
-        return success;
+        std::fflush(stdout);
+        return options.stays ? QCoreApplication::exec() : success;
     }
     if (*options.press > static_cast<int>(items.size())) {
         return complain(wrongUsage, QString("there are only %1 items").arg(items.size()));
@@ -117,12 +120,19 @@ std::optional<Options> parse(const QCoreApplication& application) {
     parser.setApplicationDescription("Prints the status items that the menu bar does not draw.");
     parser.addOptions({{"json", "Print JSON."},
                        {"press", "Press the item with this number.", "number"},
+                       {"stay", "Keep the session open after printing, until ended."},
                        {"request-trust", "Ask to switch accessibility on."}});
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.process(application);
+    // The parser's own way out of a mistake has the exit status of a refused press.
+    if (!parser.parse(application.arguments())) {
+        complain(wrongUsage, parser.errorText());
+        return std::nullopt;
+    }
+    if (parser.isSet("help")) parser.showHelp();
+    if (parser.isSet("version")) parser.showVersion();
 
-    Options options{parser.isSet("json"), parser.isSet("request-trust"), {}};
+    Options options{parser.isSet("json"), parser.isSet("request-trust"), parser.isSet("stay"), {}};
     if (!parser.positionalArguments().isEmpty()) {
         complain(wrongUsage, "unexpected argument: " + parser.positionalArguments().constFirst());
         return std::nullopt;

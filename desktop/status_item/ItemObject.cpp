@@ -32,6 +32,12 @@ std::string numbered(const std::string& name, std::size_t number, const char* ga
     return number == 1 ? name : name + gap + std::to_string(number);
 }
 
+/// An item without a title of its own bears the first one with its number.
+std::string titleOf(const ItemOptions& options, std::size_t number) {
+    if (options.titles.empty()) return numbered(options.id, number, " ");
+    return number <= options.titles.size() ? options.titles[number - 1] : numbered(options.titles.front(), number, " ");
+}
+
 void writePicture(MessageWriter& writer, std::int32_t width, std::int32_t height, std::span<const std::uint8_t> bytes) {
     writer.container('r', "iiay", [&] {
         writer.number(width);
@@ -63,7 +69,7 @@ ItemObject::ItemObject(const ItemOptions& options, std::size_t number, std::func
       print_(std::move(print)),
       path_(numbered("/StatusNotifierItem", number, "/")),
       id_(numbered(options.id, number, "-")),
-      title_(numbered(options.title.value_or(options.id), number, " ")),
+      title_(titleOf(options, number)),
       toolTip_(options.toolTip.value_or("")) {
     if (options.hugeBytes == 0) return;
     title_.assign(options.hugeBytes, 'T');
@@ -84,8 +90,8 @@ int ItemObject::answer(sd_bus_message* call) {
     return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_UNKNOWN_METHOD, "The item has no such method");
 }
 
-void ItemObject::changeTitle(sd_bus* bus) {
-    title_ += " changed";
+void ItemObject::changeTitle(sd_bus* bus, std::string title) {
+    title_ = std::move(title);
     sd_bus_emit_signal(bus, path_.c_str(), options_.interface.c_str(), "NewTitle", "");
 }
 

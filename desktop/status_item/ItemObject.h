@@ -23,8 +23,10 @@ public:
     /// Answers a method call to the item's path. Negative: the error to answer with.
     int answer(sd_bus_message* call);
 
+    const std::string& title() const { return title_; }
+
     /// Changes the title and tells so.
-    void changeTitle(sd_bus* bus);
+    void changeTitle(sd_bus* bus, std::string title);
 
 private:
     struct Property {

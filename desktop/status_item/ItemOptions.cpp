@@ -15,18 +15,19 @@ constexpr auto help =
 A status item (StatusNotifierItem) that does what it is told and prints what happens to it.
 
   --id ID              the Id property (status-item)
-  --title TITLE        the title (the id)
+  --title TITLE        the title (the id); given several times, those of several items in turn
   --icon NAME          name or absolute path of the icon
   --pixmap #RRGGBB     draw a simple glyph in this colour as IconPixmap
   --tooltip TEXT       the tool tip's title
   --menu A,B,-,C       a menu at /MenuBar with these entries; "-" is a separator
   --item-is-menu WORD  the ItemIsMenu property: true, false or absent (absent)
-  --items N            N items on one connection, at /StatusNotifierItem, /StatusNotifierItem/2 … (1 to 1000)
+  --items N            N items on one connection, at /StatusNotifierItem, /StatusNotifierItem/2 … (0 to 1000)
   --status STATUS      Active, Passive or NeedsAttention (Active)
   --interface KIND     kde or freedesktop: the item's interface name (kde)
   --name NAME          the process's name
   --register-by WAY    path, name, both or well-known: how the item names itself to the watcher (path)
   --ready-fd FD        write one byte there when all items have registered
+  --commands           obey the lines of the standard input: "title N TITLE" gives item N another title
 
 Misbehaviour:
   --stop-answering     answer no call, but stay connected
@@ -62,6 +63,7 @@ enum Option : int {
     Name,
     Register,
     ReadyFd,
+    Commands,
     StopAnswering,
     AnswerAfter,
     Garbage,
@@ -75,7 +77,7 @@ enum Option : int {
     Help
 };
 
-constexpr std::array<option, 25> longOptions{{{"id", required_argument, nullptr, Id},
+constexpr std::array<option, 26> longOptions{{{"id", required_argument, nullptr, Id},
                                               {"title", required_argument, nullptr, Title},
                                               {"icon", required_argument, nullptr, Icon},
                                               {"pixmap", required_argument, nullptr, Pixmap},
@@ -88,6 +90,7 @@ constexpr std::array<option, 25> longOptions{{{"id", required_argument, nullptr,
                                               {"name", required_argument, nullptr, Name},
                                               {"register-by", required_argument, nullptr, Register},
                                               {"ready-fd", required_argument, nullptr, ReadyFd},
+                                              {"commands", no_argument, nullptr, Commands},
                                               {"stop-answering", no_argument, nullptr, StopAnswering},
                                               {"answer-after", required_argument, nullptr, AnswerAfter},
                                               {"garbage", no_argument, nullptr, Garbage},
@@ -163,7 +166,7 @@ bool take(int which, std::string_view value, ItemOptions& options) {
             options.id = value;
             return true;
         case Title:
-            options.title = value;
+            options.titles.emplace_back(value);
             return true;
         case Icon:
             options.icon = value;
@@ -179,7 +182,7 @@ bool take(int which, std::string_view value, ItemOptions& options) {
         case ItemIsMenu:
             return readItemIsMenu(value, options.itemIsMenu);
         case Items:
-            return readNumber<std::size_t>(value, options.items, 1, 1000);
+            return readNumber<std::size_t>(value, options.items, 0, 1000);
         case Status:
             return readStatus(value, options.status);
         case Interface:
@@ -191,6 +194,8 @@ bool take(int which, std::string_view value, ItemOptions& options) {
             return readRegisterBy(value, options.registerBy);
         case ReadyFd:
             return readNumber(value, options.readyDescriptor, 0, 1'000'000);
+        case Commands:
+            return options.takesCommands = true;
         case StopAnswering:
             return options.stopAnswering = true;
         case AnswerAfter:

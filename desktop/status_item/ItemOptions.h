@@ -14,7 +14,7 @@ enum class RegisterBy { Path, Name, Both, WellKnown };
 /// What the command line asks the program to show, and in which ways to misbehave.
 struct ItemOptions {
     std::string id = "status-item";
-    std::optional<std::string> title;  // the id, unless given
+    std::vector<std::string> titles;  // the id, unless given; of several items in turn
     std::string icon;
     std::optional<std::uint32_t> pixmapColour;  // 0xRRGGBB
     std::optional<std::string> toolTip;
@@ -26,6 +26,7 @@ struct ItemOptions {
     std::optional<std::string> processName;
     RegisterBy registerBy = RegisterBy::Path;
     int readyDescriptor = -1;
+    bool takesCommands = false;
 
     bool stopAnswering = false;
     std::uint64_t answerAfterMilliseconds = 0;

@@ -1,11 +1,14 @@
 #include "desktop/status_item/ItemServer.h"
 
 #include <signal.h>
+#include <sys/epoll.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <sstream>
 #include <utility>
 
 namespace ovin {
@@ -38,7 +41,8 @@ ItemServer::ItemServer(ItemOptions options)
 }
 
 int ItemServer::run() {
-    if (connect() < 0 || listenToSignals() < 0 || listenToWatcher() < 0) return 1;
+    if (connect() < 0 || listenToSignals() < 0 || listenToInput() < 0 || listenToWatcher() < 0) return 1;
+    if (items_.empty()) allRegistered();
     return sd_event_loop(event_.get()) < 0 ? 1 : 0;
 }
 
@@ -69,7 +73,7 @@ int ItemServer::connect() {
 int ItemServer::listenToSignals() {
     const auto onTitle = [](sd_event_source*, const signalfd_siginfo*, void* context) {
         auto& server = serverOf(context);
-        for (auto& item : server.items_) item.changeTitle(server.bus_.get());
+        for (auto& item : server.items_) item.changeTitle(server.bus_.get(), item.title() + " changed");
         return 0;
     };
     const auto onMenu = [](sd_event_source*, const signalfd_siginfo*, void* context) {
@@ -80,6 +84,43 @@ int ItemServer::listenToSignals() {
     int error = sd_event_add_signal(event_.get(), nullptr, SIGUSR1, onTitle, this);
     if (error >= 0) error = sd_event_add_signal(event_.get(), nullptr, SIGUSR2, onMenu, this);
     return error < 0 ? explain("signals cannot be waited for", error) : 0;
+}
+
+int ItemServer::listenToInput() {
+    if (!options_.takesCommands) return 0;
+    const auto onInput = [](sd_event_source*, int, std::uint32_t, void* context) {
+        serverOf(context).takeInput();
+        return 0;
+    };
+    const int error = sd_event_add_io(event_.get(), &input_, STDIN_FILENO, EPOLLIN, onInput, this);
+    return error < 0 ? explain("the standard input cannot be waited for", error) : 0;
+}
+
+void ItemServer::takeInput() {
+    std::array<char, 4096> buffer{};
+    const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (count <= 0) {  // nobody commands any more
+        input_ = sd_event_source_disable_unref(input_);
+        return;
+    }
+    commands_.append(buffer.data(), static_cast<std::size_t>(count));
+    for (std::size_t end = 0; (end = commands_.find('\n')) != std::string::npos; commands_.erase(0, end + 1)) {
+        obey(commands_.substr(0, end));
+    }
+}
+
+void ItemServer::obey(const std::string& command) {
+    std::istringstream words(command);
+    std::string verb;
+    std::size_t number = 0;
+    std::string title;
+    words >> verb >> number;
+    std::getline(words.ignore(1), title);
+    if (verb != "title" || number < 1 || number > items_.size()) {
+        std::fprintf(stderr, "status-item: cannot obey \"%s\"\n", command.c_str());
+        return;
+    }
+    items_[number - 1].changeTitle(bus_.get(), std::move(title));
 }
 
 /// Two ways lead to watcherAppeared, so that a watcher that appears between them is not missed.

@@ -51,6 +51,9 @@ private:
 
     int connect();
     int listenToSignals();
+    int listenToInput();
+    void takeInput();
+    void obey(const std::string& command);
     int listenToWatcher();
     std::string wellKnownName() const;
     void print(const std::string& line, const std::string& path) const;
@@ -80,6 +83,8 @@ private:
     std::deque<HeldCall> held_;
     Timer heldTimer_;
     Timer vanishTimer_;
+    sd_event_source* input_ = nullptr;         // lives as long as the event loop at most
+    std::string commands_;                     // what has been read of the next line
     std::string watcher_;                      // the unique name of the watcher that has been told of the items
     std::unordered_set<std::size_t> awaited_;  // items that no watcher has taken yet
     bool ready_ = false;

@@ -30,8 +30,9 @@ std::vector<AccessibleName> accessibleNames(const BusValue& list) {
     return names;
 }
 
-std::shared_ptr<AccessibleDetails> AccessibleDetails::request(Bus& bus, const AccessibleName& object) {
-    const std::shared_ptr<AccessibleDetails> request(new AccessibleDetails(bus, object));
+std::shared_ptr<AccessibleDetails> AccessibleDetails::request(Bus& bus, const AccessibleName& object,
+                                                              StandsForItem standsForItem) {
+    const std::shared_ptr<AccessibleDetails> request(new AccessibleDetails(bus, object, std::move(standsForItem)));
     request->ask();
     return request;
 }
@@ -43,16 +44,32 @@ void AccessibleDetails::ask() {
                   if (!reply.isError()) self->frame_ = frameIn(reply.first());
                   self->answered();
               });
+    standsForItem_ ? askForDescription() : askForChildren();
+}
+
+void AccessibleDetails::askForDescription() {
+    bus_.call(propertyCall(object_.destination, object_.path, accessible, "Description"), abandonedCallTimeout,
+              [self = shared_from_this()](const BusReply& reply) {
+                  self->description_ = reply.first().string();
+                  self->standsForItem_(self->description_) ? self->answered() : self->askForChildren();
+              });
+}
+
+void AccessibleDetails::askForChildren() {
     bus_.call({object_.destination, object_.path, accessible, "GetChildren", {}}, abandonedCallTimeout,
               [self = shared_from_this()](const BusReply& reply) {
-                  if (!reply.isError()) self->describeChildren(reply.first());
+                  if (!reply.isError()) self->listChildren(reply.first());
                   self->answered();
               });
 }
 
-void AccessibleDetails::describeChildren(const BusValue& list) {
+void AccessibleDetails::listChildren(const BusValue& list) {
     children_.emplace();
     for (AccessibleName& name : accessibleNames(list)) children_->push_back({std::move(name), {}});
+    if (standsForItem_) askForDescriptionsOfChildren();
+}
+
+void AccessibleDetails::askForDescriptionsOfChildren() {
     outstanding_ += children_->size();
     for (std::size_t index = 0; index < children_->size(); ++index) {
         const AccessibleName& name = (*children_)[index].name;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 #include <string>
 
 #include "platform/linux/AccessibleDetails.h"
@@ -13,25 +12,30 @@ namespace ovin {
 /// An accessible object of some program.
 class AccessibleElement final : public LinuxElement {
 public:
-    AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, ProcessID owner,
-                      Duration timeout);
+    /// Any part of a window can have the items of other programs as its children: its own description, or that of a child,
+    /// says which. A window itself has none.
+    enum class Kind { window, part };
+
+    AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, Kind kind,
+                      ProcessID owner, Duration timeout);
 
     /// Asks for the object's frame and children without waiting for them.
-    void prefetch() { (void)details(); }
+    void prefetch();
 
     [[nodiscard]] AttributeAnswer read(std::string_view attribute) override;
     [[nodiscard]] AccessibilityError perform(std::string_view action) override;
 
 private:
-    /// The latest details, asked for again when they are no longer of this moment; null without an accessibility bus.
-    [[nodiscard]] std::shared_ptr<AccessibleDetails> details();
+    /// What to read an attribute from; null without an accessibility bus.
+    [[nodiscard]] std::shared_ptr<AccessibleDetails> details(std::string_view attribute);
+    [[nodiscard]] std::shared_ptr<AccessibleDetails> request() const;
     [[nodiscard]] AttributeAnswer children(const AccessibleDetails& details) const;
     [[nodiscard]] AttributeAnswer readText(const std::string& property) const;
 
     const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;
     const AccessibleName name_;
-    std::mutex mutex_;
-    std::shared_ptr<AccessibleDetails> details_;
+    const Kind kind_;
+    CurrentRequest<AccessibleDetails> details_;
 };
 
 }  // namespace ovin

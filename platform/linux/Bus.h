@@ -6,6 +6,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -37,7 +38,8 @@ struct BusReply {
     [[nodiscard]] bool isError() const { return !error.empty(); }
 
     /// The first value; an empty one when there is none.
-    [[nodiscard]] BusValue first() const { return values.empty() ? BusValue{} : values.front(); }
+    [[nodiscard]] BusValue first() const& { return values.empty() ? BusValue{} : values.front(); }
+    [[nodiscard]] BusValue first() && { return values.empty() ? BusValue{} : std::move(values.front()); }
 };
 
 /// A signal that some program sent.

@@ -2,7 +2,12 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
+#include <memory>
 #include <mutex>
+#include <set>
+#include <string>
+#include <string_view>
 
 namespace ovin {
 
@@ -24,27 +29,77 @@ public:
         return changed_.wait_until(lock, sent_ + bound, [this] { return isDone_; });
     }
 
-    /// Whether the answers are too old to speak for the present: they have all come, and were asked for longer than `age`
-    /// ago. Calls without an answer are never repeated before the bus gives them up: it would only fill up the queue of a
-    /// program that does not read it.
-    [[nodiscard]] bool isStale(Duration age) {
+    /// Whether all answers have come.
+    [[nodiscard]] bool isDone() {
         const std::lock_guard lock(mutex_);
-        return isDone_ && std::chrono::steady_clock::now() - sent_ > age;
+        return isDone_;
+    }
+
+    /// Whether the answers are too old to speak for the present. Calls without an answer are not: repeating them before the
+    /// bus gives them up would only fill up the queue of a program that does not read it.
+    [[nodiscard]] bool isStale() {
+        const std::lock_guard lock(mutex_);
+        return isDone_ && std::chrono::steady_clock::now() - answered_ > freshness;
     }
 
 protected:
     /// All answers have come. Called on the bus's thread, once.
     void finish() {
-        const std::lock_guard lock(mutex_);
-        isDone_ = true;
+        {
+            const std::lock_guard lock(mutex_);
+            isDone_ = true;
+            answered_ = std::chrono::steady_clock::now();
+        }
+        // Whoever wakes up finds the lock free. The caller holds the request until this returns.
         changed_.notify_all();
     }
 
 private:
+    /// Long enough for a scan to read what it has asked for ahead, and too short for anybody to notice.
+    static constexpr std::chrono::milliseconds freshness{100};
+
     const std::chrono::steady_clock::time_point sent_ = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point answered_;
     std::mutex mutex_;
     std::condition_variable changed_;
     bool isDone_ = false;
+};
+
+/// The request that a reference reads its attributes from. One answer tells each of them once, and only while it is fresh:
+/// whoever reads an attribute twice wants to know whether it has changed.
+template <typename Request>
+class CurrentRequest {
+public:
+    /// The request to read `attribute` from; `make` makes another one where the last no longer serves, and may make none.
+    template <typename Make>
+    [[nodiscard]] std::shared_ptr<Request> forReading(std::string_view attribute, Make make) {
+        const std::lock_guard lock(mutex_);
+        const bool serves = request_ && (!request_->isDone() || (!request_->isStale() && !read_.contains(attribute)));
+        if (!serves) {
+            request_ = make();
+            read_.clear();
+        }
+        read_.emplace(attribute);
+        return request_;
+    }
+
+    /// Makes a request that some attribute is going to be read from.
+    template <typename Make>
+    void prepare(Make make) {
+        const std::lock_guard lock(mutex_);
+        if (!request_) request_ = make();
+    }
+
+    /// The last request, whatever its age; null before the first one.
+    [[nodiscard]] std::shared_ptr<Request> last() {
+        const std::lock_guard lock(mutex_);
+        return request_;
+    }
+
+private:
+    std::mutex mutex_;
+    std::shared_ptr<Request> request_;
+    std::set<std::string, std::less<>> read_;
 };
 
 /// When the bus gives up a call that nobody waits for any more.

@@ -25,11 +25,17 @@ std::optional<BusValue> readString(sd_bus_message* message, char type) {
     return BusValue{std::string(text)};
 }
 
-std::optional<BusValue> readBytes(sd_bus_message* message) {
+/// sd_bus_message_skip would go through the array byte by byte.
+std::optional<BusValue> passBytes(sd_bus_message* message) {
     const void* bytes = nullptr;
     std::size_t size = 0;
     if (sd_bus_message_read_array(message, 'y', &bytes, &size) < 0) return std::nullopt;
-    return BusValue{std::string(static_cast<const char*>(bytes), size)};
+    return BusValue{};
+}
+
+std::optional<BusValue> skipValue(sd_bus_message* message) {
+    if (sd_bus_message_skip(message, nullptr) < 0) return std::nullopt;
+    return BusValue{};
 }
 
 std::optional<BusValue::Array> readMembers(sd_bus_message* message, int depth) {
@@ -68,7 +74,7 @@ BusValue asDictionary(BusValue::Array&& entries) {
 }
 
 std::optional<BusValue> readArray(sd_bus_message* message, const char* contents, int depth) {
-    if (std::string_view(contents) == "y") return readBytes(message);
+    if (std::string_view(contents) == "y") return passBytes(message);
     const bool isDictionary = contents[0] == '{';
     return readContainer(message, 'a', contents, depth, isDictionary ? asDictionary : asArray);
 }
@@ -77,10 +83,7 @@ std::optional<BusValue> readValue(sd_bus_message* message, int depth) {
     char type = 0;
     const char* contents = nullptr;
     if (sd_bus_message_peek_type(message, &type, &contents) <= 0) return std::nullopt;
-    if (depth > deepestNesting) {
-        if (sd_bus_message_skip(message, nullptr) < 0) return std::nullopt;
-        return BusValue{};
-    }
+    if (depth > deepestNesting) return skipValue(message);
     switch (type) {
         case 'b':
             return readBasic<int, bool>(message, type);
@@ -112,8 +115,7 @@ std::optional<BusValue> readValue(sd_bus_message* message, int depth) {
         case 'e':
             return readContainer(message, type, contents, depth, asArray);
         default:
-            if (sd_bus_message_skip(message, nullptr) < 0) return std::nullopt;
-            return BusValue{};
+            return skipValue(message);
     }
 }
 

@@ -12,7 +12,8 @@ struct sd_bus_message;
 namespace ovin {
 
 /// A value as it came over a message bus. Structures are arrays of their members, a variant is what it holds, object paths
-/// and signatures are strings, byte arrays are strings of bytes, and a dictionary with other keys than strings is nothing.
+/// and signatures are strings, and a dictionary with other keys than strings is nothing. So is an array of bytes: status
+/// items tell their pictures with their texts, and nobody looks at them here.
 struct BusValue {
     using Array = std::vector<BusValue>;
     using Dictionary = std::map<std::string, BusValue, std::less<>>;

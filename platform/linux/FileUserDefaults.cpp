@@ -95,13 +95,25 @@ bool writeDurably(const std::filesystem::path& path, const std::string& text) {
     return close(file) == 0 && isOnDisk;
 }
 
-/// A name in a folder is on the disk once the folder is.
-bool syncFolder(const std::filesystem::path& path) {
-    const int folder = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0) return false;
-    const bool isOnDisk = fsync(folder) == 0;
-    return close(folder) == 0 && isOnDisk;
-}
+/// A folder that is kept open, because whatever can fail must do so before the settings change.
+class Folder {
+public:
+    explicit Folder(const std::filesystem::path& path)
+        : descriptor_(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder() {
+        if (isOpen()) close(descriptor_);
+    }
+
+    [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
+
+    /// A name in a folder is on the disk once the folder is.
+    [[nodiscard]] bool sync() const { return fsync(descriptor_) == 0; }
+
+private:
+    const int descriptor_;
+};
 
 }  // namespace
 
@@ -143,13 +155,14 @@ bool FileUserDefaults::replace(Values values) {
 
     std::error_code error;
     std::filesystem::create_directories(path_.parent_path(), error);
+    const Folder folder(path_.parent_path());
     const std::filesystem::path aside = path_.string() + ".new";
-    if (!writeDurably(aside, text) || std::rename(aside.c_str(), path_.c_str()) != 0) {
+    if (!folder.isOpen() || !writeDurably(aside, text) || std::rename(aside.c_str(), path_.c_str()) != 0) {
         std::filesystem::remove(aside, error);
         return false;
     }
     values_ = std::move(values);
-    return syncFolder(path_.parent_path());
+    return folder.sync();
 }
 
 std::filesystem::path userDefaultsPath() {

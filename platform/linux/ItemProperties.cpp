@@ -33,9 +33,10 @@ void ItemProperties::attempt(int attempt) {
 void ItemProperties::askForAll(int attempt) {
     bus_.call(
         {item_.address.destination, item_.address.path, "org.freedesktop.DBus.Properties", "GetAll", {interfaceOf(attempt)}},
-        abandonedCallTimeout, [self = shared_from_this(), attempt](const BusReply& reply) {
-            const BusValue all = reply.first();
-            if (const auto* properties = all.as<BusValue::Dictionary>()) self->properties_ = *properties;
+        abandonedCallTimeout, [self = shared_from_this(), attempt](BusReply reply) {
+            BusValue all = std::move(reply).first();
+            if (auto* properties = std::get_if<BusValue::Dictionary>(&all.content))
+                self->properties_ = std::move(*properties);
             self->collected(attempt, reply.error);
         });
 }

@@ -23,14 +23,14 @@ public:
 
     [[nodiscard]] AttributeAnswer read(std::string_view attribute) override {
         if (attribute != "AXChildren") return failed(AccessibilityError::attributeUnsupported);
+        const auto items = desktop_->items.itemsOf(owner());
+        if (items.empty()) return failed(AccessibilityError::invalidElement);
+        const auto batch = std::make_shared<ItemPropertiesBatch>(desktop_->session, items);
         AttributeValue::Array children;
-        for (const StatusNotifierItem& item : desktop_->items.itemsOf(owner())) {
-            const auto element = std::make_shared<StatusItemElement>(desktop_, item, timeout());
-            // Whoever lists items goes on to read their texts, one after the other: all programs are asked at once.
-            element->prefetch();
-            children.push_back({AccessibilityElement(element)});
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            children.push_back(
+                {AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, items[i], batch, i, timeout()))});
         }
-        if (children.empty()) return failed(AccessibilityError::invalidElement);
         return {AccessibilityError::success, {std::move(children)}};
     }
 
@@ -59,8 +59,8 @@ private:
     AttributeAnswer windows() {
         AttributeValue::Array windows;
         for (const AccessibleName& name : desktop_->accessibility.windowsOf(owner(), timeout())) {
-            windows.push_back(
-                {AccessibilityElement(std::make_shared<AccessibleElement>(desktop_, name, owner(), timeout()))});
+            windows.push_back({AccessibilityElement(
+                std::make_shared<AccessibleElement>(desktop_, name, AccessibleElement::Kind::window, owner(), timeout()))});
         }
         if (windows.empty()) return failed(AccessibilityError::noValue);
         return {AccessibilityError::success, {std::move(windows)}};

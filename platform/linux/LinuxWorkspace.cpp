@@ -1,9 +1,12 @@
 #include "platform/linux/LinuxWorkspace.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
+#include <climits>
 #include <filesystem>
-#include <fstream>
+#include <string_view>
 #include <system_error>
 
 namespace ovin {
@@ -12,19 +15,32 @@ namespace {
 /// The kernel keeps this many characters of a process's name.
 constexpr std::size_t longestKernelName = 15;
 
-std::filesystem::path processFolder(ProcessID pid) { return "/proc/" + std::to_string(pid); }
+// Every discovery asks for the names of all programs: these two are plain system calls.
+
+std::string processFile(ProcessID pid, const char* name) { return "/proc/" + std::to_string(pid) + "/" + name; }
 
 /// The last component of the path that the process runs; empty when that is not to be known.
 std::string executableOf(ProcessID pid) {
-    std::error_code error;
-    return std::filesystem::read_symlink(processFolder(pid) / "exe", error).filename().string();
+    std::array<char, PATH_MAX> target{};
+    const ssize_t length = readlink(processFile(pid, "exe").c_str(), target.data(), target.size());
+    const std::string_view path(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+    return std::string(path.substr(path.rfind('/') + 1));
+}
+
+/// What the kernel calls the process; empty when there is none.
+std::string kernelNameOf(ProcessID pid) {
+    const int file = open(processFile(pid, "comm").c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return {};
+    std::array<char, longestKernelName + 1> line{};
+    const ssize_t length = ::read(file, line.data(), line.size());
+    close(file);
+    const std::string_view text(line.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+    return std::string(text.substr(0, text.find('\n')));
 }
 
 /// The name that the process goes by: its executable's unless it has given itself another.
 std::string nameOf(ProcessID pid, const std::string& executable) {
-    std::ifstream file(processFolder(pid) / "comm");
-    std::string name;
-    std::getline(file, name);
+    const std::string name = kernelNameOf(pid);
     return executable.substr(0, longestKernelName) == name || name.empty() ? executable : name;
 }
 

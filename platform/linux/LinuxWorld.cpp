@@ -1,11 +1,23 @@
 #include "platform/linux/LinuxWorld.h"
 
 #include <QDBusConnection>
+#include <QEventLoop>
+#include <QTimer>
+#include <chrono>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/TrustPrompt.h"
 
 namespace ovin {
+namespace {
+
+/// Programs react to a new watcher within milliseconds; this allows for a busy machine.
+constexpr std::chrono::milliseconds quietTime{200};
+constexpr std::chrono::milliseconds longestWait{1500};
+
+}  // namespace
 
 std::unique_ptr<LinuxWorld> LinuxWorld::open() {
     auto session = Bus::connect();
@@ -15,15 +27,32 @@ std::unique_ptr<LinuxWorld> LinuxWorld::open() {
 
 LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
     : session_(std::move(session)),
-      watcher_(QDBusConnection::sessionBus()),
       accessibilityBus_(*session_),
       processes_(*session_),
       items_(*session_),
+      watcher_(QDBusConnection::sessionBus()),
       workspace_(processes_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(), mainQueue_),
       defaults_(userDefaultsPath()),
       accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {}
 
 LinuxWorld::~LinuxWorld() = default;
+
+void LinuxWorld::waitForRegistrations() {
+    if (watcher_.ownership() != StatusNotifierWatcher::Ownership::owner) return;
+    QEventLoop loop;
+    QTimer quiet;
+    quiet.setSingleShot(true);
+    QObject::connect(&quiet, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QObject::connect(&watcher_, &StatusNotifierWatcher::StatusNotifierItemRegistered, &quiet,
+                     [&quiet] { quiet.start(quietTime); });
+    quiet.start(quietTime);
+    QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);
+    loop.exec();
+
+    std::vector<std::string> entries;
+    for (const QString& entry : watcher_.registeredItems()) entries.push_back(entry.toStdString());
+    items_.waitFor(entries);
+}
 
 Platform LinuxWorld::platform() {
     return {accessibility_, workspace_, displays_, defaults_,    process_, text_,    log_,

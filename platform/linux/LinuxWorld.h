@@ -41,15 +41,21 @@ public:
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
     [[nodiscard]] const QtScreens& screens() const { return screens_; }
 
+    /// Runs the event loop until the programs that waited for a watcher have registered their items, where this program has
+    /// become the watcher: until none has come for a moment, and for 1.5 s at most. Returns at once where another program is
+    /// the watcher, whose items are known. For programs that look once and end; all others just see items come.
+    void waitForRegistrations();
+
 private:
     explicit LinuxWorld(std::unique_ptr<Bus> session);
 
     std::unique_ptr<Bus> session_;
-    /// Serves only while no other program does.
-    StatusNotifierWatcher watcher_;
     AccessibilityBus accessibilityBus_;
     SessionProcesses processes_;
     StatusNotifierItems items_;
+    /// Serves only while no other program does. It answers on the main thread, so whoever waits there for the watcher's
+    /// answer, as the items do while they are made, must not find this one.
+    StatusNotifierWatcher watcher_;
     LinuxProcessInfo process_;
     QtMainQueue mainQueue_;
     LinuxWorkspace workspace_;

@@ -3,32 +3,40 @@
 #include <QCursor>
 #include <QMenu>
 #include <QThread>
+#include <chrono>
+#include <future>
 
 #include "platform/linux/DBusMenu.h"
 
 namespace ovin {
+
+namespace {
+
+constexpr std::chrono::milliseconds longestQuestion{200};
+
+}  // namespace
 
 QtItemMenus::QtItemMenus() = default;
 
 QtItemMenus::~QtItemMenus() = default;
 
 bool QtItemMenus::show(const std::string& destination, const std::string& path) {
-    QMetaObject::invokeMethod(
-        this, [this, destination, path] { open(QString::fromStdString(destination), QString::fromStdString(path)); },
-        Qt::QueuedConnection);
+    queue_.async([this, destination, path] { open(QString::fromStdString(destination), QString::fromStdString(path)); });
     return true;
 }
 
 Point QtItemMenus::position() {
-    Point position;
-    const auto ask = [&position] {
+    const auto ask = [] {
         const QPoint pointer = QCursor::pos();
-        position = {static_cast<double>(pointer.x()), static_cast<double>(pointer.y())};
+        return Point{static_cast<double>(pointer.x()), static_cast<double>(pointer.y())};
     };
-    // The pointer is asked for where the toolkit lives. Tasks may wait for that: nothing there waits for tasks.
-    const bool isMainThread = QThread::currentThread() == thread();
-    QMetaObject::invokeMethod(this, ask, isMainThread ? Qt::DirectConnection : Qt::BlockingQueuedConnection);
-    return position;
+    if (QThread::currentThread() == thread()) return ask();
+    // The pointer is asked for where the toolkit lives. A main thread that is busy, or waits for the tasks to end because
+    // the program does, holds nobody up: any position is better than none.
+    const auto answer = std::make_shared<std::promise<Point>>();
+    auto position = answer->get_future();
+    queue_.async([answer, ask] { answer->set_value(ask()); });
+    return position.wait_for(longestQuestion) == std::future_status::ready ? position.get() : Point{};
 }
 
 void QtItemMenus::open(const QString& destination, const QString& path) {

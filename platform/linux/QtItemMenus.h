@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/linux/ItemMenus.h"
+#include "platform/linux/QtMainQueue.h"
 
 namespace ovin {
 
@@ -33,6 +34,7 @@ private:
     void close();
 
     std::unique_ptr<DBusMenu> menu_;
+    QtMainQueue queue_;
 };
 
 }  // namespace ovin

@@ -1,6 +1,9 @@
 #include "platform/linux/QtMainQueue.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 
 namespace ovin {
@@ -16,7 +19,8 @@ public:
             const MainQueue::Work running = work;
             running();
         });
-        timer_.start(std::chrono::ceil<std::chrono::milliseconds>(delay));
+        // A moment that has passed is as good as now; the toolkit would not start the timer at all.
+        timer_.start(std::max(std::chrono::ceil<std::chrono::milliseconds>(delay), std::chrono::milliseconds(0)));
     }
 
 private:
@@ -25,7 +29,24 @@ private:
 
 }  // namespace
 
-void QtMainQueue::async(Work work) { QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection); }
+void QtMainQueue::async(Work work) {
+    {
+        const std::lock_guard lock(mutex_);
+        waiting_.push_back(std::move(work));
+    }
+    // One event for each piece of work, so that what the toolkit has to do between two of them is not kept waiting.
+    QCoreApplication::postEvent(&receiver_, new QEvent(QEvent::User));
+}
+
+void QtMainQueue::runNext() {
+    Work work;
+    {
+        const std::lock_guard lock(mutex_);
+        work = std::move(waiting_.front());
+        waiting_.pop_front();
+    }
+    work();
+}
 
 std::unique_ptr<MainQueue::Timer> QtMainQueue::after(std::chrono::nanoseconds delay, Work work) {
     return std::make_unique<OneShot>(delay, std::move(work));

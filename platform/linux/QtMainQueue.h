@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <deque>
+#include <mutex>
 
 #include "platform/MainQueue.h"
 
@@ -13,8 +15,25 @@ public:
     [[nodiscard]] std::unique_ptr<Timer> after(std::chrono::nanoseconds delay, Work work) override;
 
 private:
-    /// Work is dropped when this goes.
-    QObject context_;
+    void runNext();
+
+    /// Gets an event for each piece of work.
+    class Receiver final : public QObject {
+    public:
+        explicit Receiver(QtMainQueue& queue) : queue_(queue) {}
+
+    protected:
+        void customEvent(QEvent*) override { queue_.runNext(); }
+
+    private:
+        QtMainQueue& queue_;
+    };
+
+    // Work waits here and not in the toolkit's own queue, whose locks the thread sanitizer does not see: it would take every
+    // piece of work that comes from a task for a race.
+    std::mutex mutex_;
+    std::deque<Work> waiting_;
+    Receiver receiver_{*this};
 };
 
 }  // namespace ovin

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include "platform/SystemLog.h"
 
 namespace ovin {
@@ -9,7 +11,13 @@ namespace ovin {
 /// own or paint the terminal.
 class StandardErrorLog final : public SystemLog {
 public:
+    /// Tests write to another descriptor, which must stay open for as long as this lives.
+    explicit StandardErrorLog(int descriptor = STDERR_FILENO) : descriptor_(descriptor) {}
+
     void write(std::string_view line) override;
+
+private:
+    const int descriptor_;
 };
 
 }  // namespace ovin

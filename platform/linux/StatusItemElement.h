@@ -1,10 +1,12 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <memory>
-#include <mutex>
 #include <string>
+#include <vector>
 
-#include "platform/linux/ItemProperties.h"
+#include "platform/linux/ItemPropertiesBatch.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxElement.h"
 #include "platform/linux/StatusItemClick.h"
@@ -14,24 +16,32 @@ namespace ovin {
 /// A status item of some program.
 class StatusItemElement final : public LinuxElement {
 public:
-    StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item, Duration timeout);
+    /// One of several items whose properties are asked for together: the one at `index` of the batch.
+    StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item,
+                      std::shared_ptr<ItemPropertiesBatch> batch, std::size_t index, Duration timeout);
 
-    /// Asks for the item's properties without waiting for them.
-    void prefetch() { (void)properties(); }
+    /// A single item.
+    [[nodiscard]] static std::shared_ptr<StatusItemElement> make(std::shared_ptr<const LinuxAccessibility::Desktop> desktop,
+                                                                 const StatusNotifierItem& item, Duration timeout);
 
     [[nodiscard]] AttributeAnswer read(std::string_view attribute) override;
     [[nodiscard]] AccessibilityError perform(std::string_view action) override;
 
 private:
-    /// The latest properties, asked for again when they are no longer of this moment.
-    [[nodiscard]] std::shared_ptr<ItemProperties> properties();
-    [[nodiscard]] AccessibilityError request(const ItemProperties& properties, StatusItemRequest request);
-    [[nodiscard]] AccessibilityError callAtPosition(const ItemProperties& properties, const std::string& method);
+    using Deadline = std::chrono::steady_clock::time_point;
+
+    [[nodiscard]] bool isRegistered() const;
+    [[nodiscard]] std::shared_ptr<ItemProperties> propertiesForReading(std::string_view attribute);
+    [[nodiscard]] std::shared_ptr<ItemProperties> propertiesForClick();
+    [[nodiscard]] AccessibilityError request(const ItemProperties& properties, StatusItemRequest request, Deadline deadline);
+    [[nodiscard]] AccessibilityError callAtPosition(const ItemProperties& properties, const std::string& method,
+                                                    Deadline deadline);
 
     const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;
     const StatusNotifierItem item_;
-    std::mutex mutex_;
-    std::shared_ptr<ItemProperties> properties_;
+    const std::shared_ptr<ItemPropertiesBatch> batch_;
+    const std::size_t index_;
+    CurrentRequest<ItemProperties> properties_;
 };
 
 }  // namespace ovin

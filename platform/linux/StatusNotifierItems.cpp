@@ -58,10 +58,10 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
     void resolve(StatusNotifierItem item, const BusReply& reply) {
         const std::lock_guard lock(mutex);
         const bool isStillThere = pending.erase(item.address.joined()) > 0;
-        changed.notify_all();
+        changed.notify_all();  // under the lock: whoever waits looks only after this function
         if (!isStillThere || reply.isError()) return;
         item.pid = static_cast<ProcessID>(reply.first().integer());
-        const auto known = find(item.address.joined());
+        const auto known = find(item.address);
         known == items.end() ? items.push_back(item) : void(*known = item);
     }
 
@@ -70,7 +70,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
         if (!parsed) return;
         const std::lock_guard lock(mutex);
         pending.erase(parsed->joined());
-        const auto known = find(parsed->joined());
+        const auto known = find(*parsed);
         if (known != items.end()) items.erase(known);
     }
 
@@ -80,9 +80,9 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
         items.clear();
     }
 
-    [[nodiscard]] std::vector<StatusNotifierItem>::iterator find(const std::string& address) {
+    [[nodiscard]] std::vector<StatusNotifierItem>::iterator find(const StatusItemAddress& address) {
         return std::find_if(items.begin(), items.end(),
-                            [&](const StatusNotifierItem& item) { return item.address.joined() == address; });
+                            [&](const StatusNotifierItem& item) { return item.address == address; });
     }
 };
 
@@ -103,6 +103,15 @@ StatusNotifierItems::StatusNotifierItems(Bus& bus) : state_(std::make_shared<Sta
     state_->changed.wait_for(lock, patience, [this] { return state_->isListed && state_->pending.empty(); });
 }
 
+void StatusNotifierItems::waitFor(const std::vector<std::string>& addresses) const {
+    const auto isKnown = [this](const std::string& address) {
+        const auto parsed = statusItemAddress(address, {});
+        return parsed && state_->find(*parsed) != state_->items.end();
+    };
+    std::unique_lock lock(state_->mutex);
+    state_->changed.wait_for(lock, patience, [&] { return std::all_of(addresses.begin(), addresses.end(), isKnown); });
+}
+
 std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) const {
     const std::lock_guard lock(state_->mutex);
     std::vector<StatusNotifierItem> result;
@@ -112,6 +121,11 @@ std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) cons
 }
 
 std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const std::string& address) const {
+    const auto parsed = statusItemAddress(address, {});
+    return parsed ? itemAt(*parsed) : std::nullopt;
+}
+
+std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const StatusItemAddress& address) const {
     const std::lock_guard lock(state_->mutex);
     const auto found = state_->find(address);
     if (found == state_->items.end()) return std::nullopt;

@@ -26,10 +26,14 @@ public:
     /// Returns when the items that are there now are known, or after a second. `bus` must outlive this object.
     explicit StatusNotifierItems(Bus& bus);
 
+    /// Returns when all of these items, as the watcher lists them, are known here too, or after a second.
+    void waitFor(const std::vector<std::string>& addresses) const;
+
     /// The items of a process, in the order of their registration.
     [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
 
-    /// The item at an address as the watcher lists it.
+    /// The item at an address, which may be given as the watcher lists it.
+    [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const StatusItemAddress& address) const;
     [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const std::string& address) const;
 
 private:

@@ -225,13 +225,18 @@ TEST_P(AccessibilityContract, AHungApplicationCostsOneTimeoutAndCannotComplete) 
     const AccessibilityElement item = items(pid).front();
     const AccessibilityElement root = application(pid);
     stage().setHung(pid, true);
-    for (const AccessibilityElement& element : {root, item}) {
-        accessibility().setMessagingTimeout(element, timeout);
-        AttributeAnswer answer;
-        const char* attribute = element == root ? "AXExtrasMenuBar" : "AXTitle";
-        expectTook(timeout, duration([&] { answer = read(element, attribute); }));
+    accessibility().setMessagingTimeout(root, timeout);
+    accessibility().setMessagingTimeout(item, timeout);
+    AttributeAnswer answer;
+    const auto elapsed = duration([&] { answer = read(root, "AXExtrasMenuBar"); });
+    // The system may know by itself which items there are; whoever has to ask finds out that nobody answers.
+    if (answer.error != AccessibilityError::success) {
+        expectTook(timeout, elapsed);
         EXPECT_EQ(answer.error, AccessibilityError::cannotComplete);
     }
+    EXPECT_LE(elapsed, timeout + stage().margin());
+    expectTook(timeout, duration([&] { answer = read(item, "AXTitle"); }));
+    EXPECT_EQ(answer.error, AccessibilityError::cannotComplete);
 }
 
 TEST_P(AccessibilityContract, PressingAnItemOfAHungApplicationIsBoundToo) {
@@ -308,10 +313,8 @@ TEST_P(AccessibilityContract, DeliveredElementsInheritTheTimeoutThroughEveryRead
     const auto inherited = timeout + stage().margin();
     const AccessibilityElement root = accessibility().applicationElement(pid);
     accessibility().setMessagingTimeout(root, inherited);
-    const AccessibilityElement container = extras(root);
-    const auto delivered = children(container);
+    const auto delivered = children(extras(root));
     stage().setHung(pid, true);
-    expectTook(inherited, duration([&] { (void)read(container, "AXChildren"); }));
     expectTook(inherited, duration([&] { (void)read(delivered.at(1), "AXTitle"); }));
 }
 
@@ -323,28 +326,30 @@ TEST_P(AccessibilityContract, ALaterTimeoutOfTheParentDoesNotReachDeliveredEleme
     accessibility().setMessagingTimeout(root, longer);
     const AccessibilityElement container = extras(root);
     accessibility().setMessagingTimeout(root, timeout);
+    const AccessibilityElement item = children(container).front();
+    accessibility().setMessagingTimeout(container, timeout);
     stage().setHung(pid, true);
-    expectTook(longer, duration([&] { (void)read(container, "AXChildren"); }));
+    expectTook(longer, duration([&] { (void)read(item, "AXTitle"); }));
 }
 
 TEST_P(AccessibilityContract, HungApplicationsReadAtOnceCostOneTimeout) {
     OVIN_NEEDS(hangApplications);
-    std::vector<AccessibilityElement> applications;
+    std::vector<AccessibilityElement> elements;
     // Far more than there are processors; one after the other they would cost several times the margin.
     for (int i = 0; i < 30; ++i) {
         const ProcessID pid = stage().start({"App " + std::to_string(i), {"One"}});
-        applications.push_back(application(pid));
-        accessibility().setMessagingTimeout(applications.back(), timeout);
+        elements.push_back(items(pid).front());
+        accessibility().setMessagingTimeout(elements.back(), timeout);
         stage().setHung(pid, true);
     }
-    std::vector<AccessibilityError> errors(applications.size());
+    std::vector<AccessibilityError> errors(elements.size());
     Stage::Duration elapsed{};
     inTask([&] {
-        const auto readOne = [&](std::size_t i) { errors[i] = read(applications[i], "AXExtrasMenuBar").error; };
-        elapsed = duration([&] { platform().tasks.forEach(applications.size(), readOne, [](std::size_t) {}); });
+        const auto readOne = [&](std::size_t i) { errors[i] = read(elements[i], "AXTitle").error; };
+        elapsed = duration([&] { platform().tasks.forEach(elements.size(), readOne, [](std::size_t) {}); });
     });
     expectTook(timeout, elapsed);
-    EXPECT_EQ(errors, std::vector<AccessibilityError>(applications.size(), AccessibilityError::cannotComplete));
+    EXPECT_EQ(errors, std::vector<AccessibilityError>(elements.size(), AccessibilityError::cannotComplete));
 }
 
 TEST_P(AccessibilityContract, OneElementCanBeReadByManyTasksAtOnce) {

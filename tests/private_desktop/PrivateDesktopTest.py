@@ -372,7 +372,7 @@ class Crashes(PrivateDesktopTestCase):
 
     def testAMissingProgramIsNamed(self):
         with tempfile.TemporaryDirectory() as folder:
-            for name in ("python3", "env", "sh", "cvt", "true"):
+            for name in ("python3", "env", "sh", "cvt", "xrandr", "true"):
                 os.symlink(shutil.which(name), os.path.join(folder, name))
             result = self.runIn("--bare", "--", "true", PATH=folder)
         self.assertEqual(result.returncode, 125)

@@ -112,6 +112,20 @@ class Properties(StatusItemTestCase):
         self.assertProperty(item, "Title", "'Mail changed'")
 
 
+    def testEachItemCanHaveATitleOfItsOwn(self):
+        item = self.startItem("--items", "3", "--title", "One", "--title", "Two")
+        for path, title in ((ITEM, "One"), (ITEM + "/2", "Two"), (ITEM + "/3", "One 3")):
+            self.assertProperty(item, "Title", f"'{title}'", path=path)
+
+    def testATitleChangesOnCommand(self):
+        item = self.startItem("--items", "2", "--title", "One", "--commands", stdin=subprocess.PIPE)
+        item.process.stdin.write(b"nonsense\ntitle 3 Nobody\ntitle 2 New title\n")
+        item.process.stdin.flush()
+        changed = lambda: self.get(item, "Title", path=ITEM + "/2") == (True, "(<'New title'>,)")
+        self.assertTrue(becomes(changed))
+        self.assertProperty(item, "Title", "'One'")
+
+
 class Calls(StatusItemTestCase):
     def testTheyArePrintedWithTheirArguments(self):
         item = self.startItem()
@@ -220,6 +234,14 @@ class Registration(StatusItemTestCase):
         self.assertProperty(item, "Id", "'status-item'")
         item.process.stdout = None
 
+    def testWithoutItemsItIsReadyAtOnce(self):
+        reader, writer = os.pipe()
+        item = Process(self, STATUS_ITEM, "--items", "0", "--ready-fd", str(writer), pass_fds=[writer])
+        os.close(writer)
+        with os.fdopen(reader, "rb") as pipe:
+            self.assertEqual(pipe.read(), b"r")
+        self.assertIsNone(item.process.poll())
+
     def testAThousandItemsShareAConnection(self):
         self.watcher = self.startWatcher()
         item = Process(self, STATUS_ITEM, "--items", "1000", "--id", "many", "--title", "Many", "--pixmap", "#00ff00")
@@ -319,7 +341,7 @@ class TheProcess(StatusItemTestCase):
         item.process.wait(BOUND)
 
     def testMistakesAreExplained(self):
-        for arguments in (["--items", "0"], ["--items", "1001"], ["--pixmap", "red"], ["--status", "Asleep"],
+        for arguments in (["--items", "-1"], ["--items", "1001"], ["--pixmap", "red"], ["--status", "Asleep"],
                           ["--interface", "gnome"], ["--register-by", "mail"], ["--answer-after", "-1"], ["--huge", "1e9"]):
             result = subprocess.run([STATUS_ITEM, *arguments], capture_output=True, text=True, timeout=BOUND, check=False)
             self.assertEqual(result.returncode, 2, arguments)
