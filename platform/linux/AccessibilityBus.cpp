@@ -32,8 +32,10 @@ template <typename MakeCall>
 std::vector<BusReply> askAll(Bus& bus, const std::vector<AccessibleName>& objects, Bus::Duration timeout,
                              MakeCall makeCall) {
     std::vector<PendingReply> pending;
+    pending.reserve(objects.size());
     for (const AccessibleName& object : objects) pending.push_back(send(bus, makeCall(object), timeout));
     std::vector<BusReply> replies;
+    replies.reserve(objects.size());
     for (PendingReply& reply : pending) replies.push_back(reply.get());
     return replies;
 }

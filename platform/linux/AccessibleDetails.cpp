@@ -32,7 +32,7 @@ std::vector<AccessibleName> accessibleNames(const BusValue& list) {
 
 std::shared_ptr<AccessibleDetails> AccessibleDetails::request(Bus& bus, const AccessibleName& object,
                                                               StandsForItem standsForItem) {
-    const std::shared_ptr<AccessibleDetails> request(new AccessibleDetails(bus, object, std::move(standsForItem)));
+    std::shared_ptr<AccessibleDetails> request(new AccessibleDetails(bus, object, std::move(standsForItem)));
     request->ask();
     return request;
 }

@@ -3,12 +3,12 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <systemd/sd-bus.h>
-#include <time.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdint>
+#include <ctime>
 #include <future>
-#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -109,7 +109,7 @@ struct Bus::Connection {
             return (*owned)({noConnection, {}});
         }
         keepWithConnection<ReplyHandler>(slot);
-        owned.release();
+        (void)owned.release();
     }
 
     [[nodiscard]] bool addMatch(const std::string& rule, SignalHandler handler) const {
@@ -117,19 +117,19 @@ struct Bus::Connection {
         sd_bus_slot* slot = nullptr;
         if (sd_bus_add_match(bus, &slot, rule.c_str(), handleSignal, owned.get()) < 0) return false;
         keepWithConnection<SignalHandler>(slot);
-        owned.release();
+        (void)owned.release();
         return true;
     }
 
     /// Sleeps until the bus or another thread has something to do.
     void wait() const {
-        pollfd descriptors[] = {{sd_bus_get_fd(bus), 0, 0}, {wakeUp, POLLIN, 0}};
+        std::array descriptors{pollfd{sd_bus_get_fd(bus), 0, 0}, pollfd{wakeUp, POLLIN, 0}};
         const int events = sd_bus_get_events(bus);
         descriptors[0].events = static_cast<short>(events > 0 ? events : 0);
         if (events < 0) descriptors[0].fd = -1;
 
         timespec remaining{};
-        ppoll(descriptors, std::size(descriptors), remainingTime(remaining), nullptr);
+        ppoll(descriptors.data(), descriptors.size(), remainingTime(remaining), nullptr);
         std::uint64_t count = 0;
         if ((descriptors[1].revents & POLLIN) != 0 && read(wakeUp, &count, sizeof count) < 0) return;
     }

@@ -20,7 +20,7 @@ const char* interfaceOf(int attempt) { return interfaceNames[static_cast<std::si
 }  // namespace
 
 std::shared_ptr<ItemProperties> ItemProperties::request(Bus& bus, const StatusNotifierItem& item) {
-    const std::shared_ptr<ItemProperties> request(new ItemProperties(bus, item));
+    std::shared_ptr<ItemProperties> request(new ItemProperties(bus, item));
     request->attempt(0);
     return request;
 }
