@@ -197,7 +197,8 @@ void BarWindow::pressBesideMenu(const QMouseEvent& event) {
 }
 
 void BarWindow::pressSlot(const Slot& slot, Qt::MouseButton button) {
-    if (slot.kind == Slot::Kind::expander) toggleExpanded();
+    // The expander lays out all slots anew, this one included.
+    if (slot.kind == Slot::Kind::expander) return toggleExpanded();
     if (slot.item) press(*slot.item, button);
 }
 
@@ -218,7 +219,10 @@ void BarWindow::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void BarWindow::drag(int x) {
-    const auto dragged = static_cast<std::size_t>(slotOf(dragged_) - slots_.data());
+    const Slot* slot = slotOf(dragged_);
+    // An item that hides itself has no slot any more.
+    if (!slot) return;
+    const auto dragged = static_cast<std::size_t>(slot - slots_.data());
     if (const auto place = dropPlace(layout_, dragged, x)) host_.move(dragged_, slots_[*place].item);
 }
 

@@ -142,6 +142,8 @@ void StatusItem::announceChange() {
 void StatusItem::followMenu() {
     if (menuPath_ == state_.menuPath) return;
     menuPath_ = state_.menuPath;
+    // An open menu says that it closes only while it is there.
+    if (menu_) menu_->menu().close();
     menu_.reset();
     if (!menuPath_.isEmpty())
         menu_ = std::make_unique<DBusMenu>(bus_, QString::fromStdString(address_.destination), menuPath_);

@@ -36,7 +36,11 @@ std::vector<BusReply> askAll(Bus& bus, const std::vector<AccessibleName>& object
     for (const AccessibleName& object : objects) pending.push_back(send(bus, makeCall(object), timeout));
     std::vector<BusReply> replies;
     replies.reserve(objects.size());
-    for (PendingReply& reply : pending) replies.push_back(reply.get());
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    for (PendingReply& reply : pending) {
+        const bool hasCome = reply.wait_until(deadline) == std::future_status::ready;
+        replies.push_back(hasCome ? reply.get() : BusReply{noReplyError, {}});
+    }
     return replies;
 }
 
@@ -48,7 +52,7 @@ std::vector<AccessibleName> childrenOf(Bus& bus, const AccessibleName& object, B
 }  // namespace
 
 AccessibilityBus::AccessibilityBus(Bus& session) : session_(session) {
-    session_.watch(std::string("type='signal',path='") + servicePath +
+    session_.watch(std::string("type='signal',sender='") + service + "',path='" + servicePath +
                        "',interface='org.freedesktop.DBus.Properties',member='PropertiesChanged',arg0='" + statusInterface +
                        "'",
                    [enabled = enabled_](const BusSignal& signal) {
@@ -76,7 +80,8 @@ bool AccessibilityBus::enable() {
                                                  servicePath,
                                                  "org.freedesktop.DBus.Properties",
                                                  "Set",
-                                                 {statusInterface, "IsEnabled", BusCall::Variant{true}}},
+                                                 {statusInterface, "IsEnabled", BusCall::Variant{true}},
+                                                 true},
                                                 statusTimeout);
     return !reply.isError() && isEnabled();
 }
@@ -84,8 +89,10 @@ bool AccessibilityBus::enable() {
 Bus* AccessibilityBus::bus() const {
     const std::lock_guard lock(mutex_);
     if (!bus_) {
-        const BusReply reply = session_.callAndWait({service, servicePath, service, "GetAddress", {}}, statusTimeout);
-        if (!reply.isError()) bus_ = Bus::connect(reply.first().string());
+        const BusReply reply = session_.callAndWait({service, servicePath, service, "GetAddress", {}, true}, statusTimeout);
+        // Without an address it would be the session bus.
+        const std::string address = reply.first().string();
+        if (!address.empty()) bus_ = Bus::connect(address);
     }
     return bus_.get();
 }

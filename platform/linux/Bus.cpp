@@ -12,10 +12,13 @@
 #include <limits>
 #include <utility>
 
+#include "platform/linux/BusNames.h"
+
 namespace ovin {
 namespace {
 
 constexpr const char* noConnection = "org.freedesktop.DBus.Error.Disconnected";
+constexpr std::chrono::milliseconds graceTime{10};
 constexpr const char* badCall = "org.freedesktop.DBus.Error.InvalidArgs";
 
 std::uint64_t microseconds(Bus::Duration duration) {
@@ -47,8 +50,7 @@ OwnedMessage messageOf(sd_bus* bus, const BusCall& call) {
         return nullptr;
     }
     OwnedMessage message(created);
-    // Asking a program that is not there must not start it.
-    sd_bus_message_set_auto_start(message.get(), 0);
+    sd_bus_message_set_auto_start(message.get(), call.mayStart ? 1 : 0);
     for (const BusCall::Argument& argument : call.arguments) {
         if (std::visit(AppendArgument{message.get()}, argument) < 0) return nullptr;
     }
@@ -187,6 +189,8 @@ BusReply Bus::callAndWait(BusCall call, Duration timeout) {
     const auto promise = std::make_shared<std::promise<BusReply>>();
     auto reply = promise->get_future();
     this->call(std::move(call), timeout, [promise](BusReply answer) { promise->set_value(std::move(answer)); });
+    // The connection's own clock stands still while it reads an answer that somebody made too long.
+    if (reply.wait_for(timeout + graceTime) != std::future_status::ready) return {noReplyError, {}};
     return reply.get();
 }
 

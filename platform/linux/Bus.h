@@ -27,6 +27,8 @@ struct BusCall {
     std::string interface;
     std::string member;
     std::vector<Argument> arguments;
+    /// Whether the bus may start the program: asking one that is not there must not do so by itself.
+    bool mayStart = false;
 };
 
 /// The answer to a call: what it returned, or the name of an error. Names that a program gives to its errors are its own;

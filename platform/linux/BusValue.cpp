@@ -9,8 +9,18 @@ namespace ovin {
 namespace {
 
 constexpr int deepestNesting = 16;
+/// More than a thousand items take, and so few that a program which sends millions holds up nobody else.
+constexpr int mostValues = 50'000;
 
-std::optional<BusValue> readValue(sd_bus_message* message, int depth);
+/// Where in a message a value stands, and how many more values are read of it.
+struct Place {
+    int depth;
+    int* valuesLeft;
+
+    [[nodiscard]] Place below() const { return {depth + 1, valuesLeft}; }
+};
+
+std::optional<BusValue> readValue(sd_bus_message* message, Place place);
 
 template <typename Wire, typename Stored>
 std::optional<BusValue> readBasic(sd_bus_message* message, char type) {
@@ -38,10 +48,11 @@ std::optional<BusValue> skipValue(sd_bus_message* message) {
     return BusValue{};
 }
 
-std::optional<BusValue::Array> readMembers(sd_bus_message* message, int depth) {
+std::optional<BusValue::Array> readMembers(sd_bus_message* message, Place place) {
     BusValue::Array members;
     while (sd_bus_message_at_end(message, 0) == 0) {
-        auto member = readValue(message, depth + 1);
+        if (--*place.valuesLeft < 0) return std::nullopt;
+        auto member = readValue(message, place.below());
         if (!member) return std::nullopt;
         members.push_back(*std::move(member));
     }
@@ -50,9 +61,9 @@ std::optional<BusValue::Array> readMembers(sd_bus_message* message, int depth) {
 
 /// Whatever stands in a container, taken as what `make` makes of its members.
 template <typename Make>
-std::optional<BusValue> readContainer(sd_bus_message* message, char type, const char* contents, int depth, Make make) {
+std::optional<BusValue> readContainer(sd_bus_message* message, char type, const char* contents, Place place, Make make) {
     if (sd_bus_message_enter_container(message, type, contents) <= 0) return std::nullopt;
-    auto members = readMembers(message, depth);
+    auto members = readMembers(message, place);
     if (!members || sd_bus_message_exit_container(message) < 0) return std::nullopt;
     return make(*std::move(members));
 }
@@ -73,17 +84,17 @@ BusValue asDictionary(BusValue::Array&& entries) {
     return {std::move(dictionary)};
 }
 
-std::optional<BusValue> readArray(sd_bus_message* message, const char* contents, int depth) {
+std::optional<BusValue> readArray(sd_bus_message* message, const char* contents, Place place) {
     if (std::string_view(contents) == "y") return passBytes(message);
     const bool isDictionary = contents[0] == '{';
-    return readContainer(message, 'a', contents, depth, isDictionary ? asDictionary : asArray);
+    return readContainer(message, 'a', contents, place, isDictionary ? asDictionary : asArray);
 }
 
-std::optional<BusValue> readValue(sd_bus_message* message, int depth) {
+std::optional<BusValue> readValue(sd_bus_message* message, Place place) {
     char type = 0;
     const char* contents = nullptr;
     if (sd_bus_message_peek_type(message, &type, &contents) <= 0) return std::nullopt;
-    if (depth > deepestNesting) return skipValue(message);
+    if (place.depth > deepestNesting) return skipValue(message);
     switch (type) {
         case 'b':
             return readBasic<int, bool>(message, type);
@@ -108,12 +119,12 @@ std::optional<BusValue> readValue(sd_bus_message* message, int depth) {
         case 'g':
             return readString(message, type);
         case 'a':
-            return readArray(message, contents, depth);
+            return readArray(message, contents, place);
         case 'v':
-            return readContainer(message, type, contents, depth, asOnlyMember);
+            return readContainer(message, type, contents, place, asOnlyMember);
         case 'r':
         case 'e':
-            return readContainer(message, type, contents, depth, asArray);
+            return readContainer(message, type, contents, place, asArray);
         default:
             return skipValue(message);
     }
@@ -139,7 +150,8 @@ const BusValue::Array& BusValue::members() const {
 }
 
 std::vector<BusValue> busValues(sd_bus_message* message) {
-    return readMembers(message, 0).value_or(std::vector<BusValue>{});
+    int valuesLeft = mostValues;
+    return readMembers(message, {0, &valuesLeft}).value_or(std::vector<BusValue>{});
 }
 
 }  // namespace ovin

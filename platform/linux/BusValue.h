@@ -35,8 +35,8 @@ struct BusValue {
     [[nodiscard]] const Array& members() const;
 };
 
-/// What a message carries, and nothing of a message that cannot be understood. Values nested deeper than any sensible
-/// program nests them are left out.
+/// What a message carries, and nothing of a message that cannot be understood or holds more than 50,000 values. Values
+/// nested deeper than any sensible program nests them are left out.
 [[nodiscard]] std::vector<BusValue> busValues(sd_bus_message* message);
 
 }  // namespace ovin

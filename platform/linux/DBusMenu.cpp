@@ -58,9 +58,10 @@ void DBusMenu::load() {
 void DBusMenu::loaded(const QDBusMessage& answer) {
     isLoading_ = false;
     if (auto layout = readDBusMenuLayout(answer)) layout_ = std::move(layout);
-    if (isOutdated_) return load();
     fillAll();
     finishPreparing();
+    // Not at once: a program whose layout changes all the time would be asked all the time.
+    if (isOutdated_) layoutUpdated();
 }
 
 void DBusMenu::layoutUpdated() {

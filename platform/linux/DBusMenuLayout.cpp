@@ -24,7 +24,7 @@ DBusMenuNode readNode(const QDBusArgument& argument, int depth, int& entriesLeft
     argument.beginStructure();
     argument >> node.id >> node.properties;
     argument.beginArray();
-    while (!argument.atEnd()) {
+    while (entriesLeft > 0 && !argument.atEnd()) {
         QDBusVariant child;
         argument >> child;
         readChild(child.variant(), depth + 1, entriesLeft, node);

@@ -27,9 +27,9 @@ std::unique_ptr<LinuxWorld> LinuxWorld::open() {
 
 LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
     : session_(std::move(session)),
-      accessibilityBus_(*session_),
       processes_(*session_),
       items_(*session_),
+      accessibilityBus_(*session_),
       watcher_(QDBusConnection::sessionBus()),
       workspace_(processes_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(), mainQueue_),
       defaults_(userDefaultsPath()),

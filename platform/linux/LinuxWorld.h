@@ -50,9 +50,10 @@ private:
     explicit LinuxWorld(std::unique_ptr<Bus> session);
 
     std::unique_ptr<Bus> session_;
-    AccessibilityBus accessibilityBus_;
     SessionProcesses processes_;
     StatusNotifierItems items_;
+    /// Its answers are compared with the items.
+    AccessibilityBus accessibilityBus_;
     /// Serves only while no other program does. It answers on the main thread, so whoever waits there for the watcher's
     /// answer, as the items do while they are made, must not find this one.
     StatusNotifierWatcher watcher_;

@@ -12,6 +12,8 @@ namespace ovin {
 namespace {
 
 constexpr std::chrono::seconds patience{1};
+/// A busy watcher's list is welcome whenever it comes.
+constexpr std::chrono::hours untilAnswered{24};
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 
@@ -31,7 +33,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
 
     /// Lists the items afresh.
     void load() {
-        bus.call(propertyCall(watcherName, watcherPath, watcherName, "RegisteredStatusNotifierItems"), patience,
+        bus.call(propertyCall(watcherName, watcherPath, watcherName, "RegisteredStatusNotifierItems"), untilAnswered,
                  [self = shared_from_this()](const BusReply& reply) {
                      const BusValue addresses = reply.first();
                      for (const BusValue& address : addresses.members()) self->add(address.string());
@@ -91,12 +93,13 @@ StatusNotifierItems::StatusNotifierItems(Bus& bus) : state_(std::make_shared<Sta
         state->clear();
         if (signal.values.size() >= 3 && !signal.values[2].string().empty()) state->load();
     });
-    bus.watch(std::string("type='signal',interface='") + watcherName + "',path='" + watcherPath + "'",
-              [state = state_](const BusSignal& signal) {
-                  if (signal.values.empty()) return;
-                  if (signal.member == "StatusNotifierItemRegistered") state->add(signal.values[0].string());
-                  if (signal.member == "StatusNotifierItemUnregistered") state->remove(signal.values[0].string());
-              });
+    bus.watch(
+        std::string("type='signal',sender='") + watcherName + "',interface='" + watcherName + "',path='" + watcherPath + "'",
+        [state = state_](const BusSignal& signal) {
+            if (signal.values.empty()) return;
+            if (signal.member == "StatusNotifierItemRegistered") state->add(signal.values[0].string());
+            if (signal.member == "StatusNotifierItemUnregistered") state->remove(signal.values[0].string());
+        });
     state_->load();
 
     std::unique_lock lock(state_->mutex);

@@ -17,6 +17,7 @@ const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
 
 /// A program that registers without end must not take the memory of everybody's session.
 constexpr std::size_t mostItems = 10'000;
+constexpr int mostItemsOfOneProgram = 1'000;
 
 constexpr auto exported =
     QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals | QDBusConnection::ExportAllProperties;
@@ -69,27 +70,33 @@ void StatusNotifierWatcher::RegisterStatusNotifierItem(const QString& serviceOrP
     const auto item = statusItemAddress(serviceOrPath.toStdString(), sender);
     if (!item) {
         if (calledFromDBus()) sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("Neither a bus name nor a path"));
-    } else if (items_.size() >= mostItems) {
+    } else if (item->destination == daemonName.toStdString()) {
+        // It never goes, and so would its items never.
+        if (calledFromDBus()) sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("The bus has no status items"));
+    } else if (items_.size() >= mostItems || registrations_.value(caller()) >= mostItemsOfOneProgram) {
         if (calledFromDBus()) sendErrorReply(QDBusError::LimitsExceeded, QStringLiteral("Too many status items"));
     } else if (item->destination == sender) {
-        add(*item);
+        add(*item, caller());
     } else {
-        addIfAlive(*item);
+        addIfAlive(*item, caller());
     }
 }
 
 /// Nobody would ever report the end of a name that has no owner.
-void StatusNotifierWatcher::addIfAlive(const StatusItemAddress& item) {
+void StatusNotifierWatcher::addIfAlive(const StatusItemAddress& item, const QString& registrant) {
     const auto question = dbusCall(daemonName, daemonPath, daemonName, QStringLiteral("GetNameOwner"),
                                    {QString::fromStdString(item.destination)});
-    callLater(bus_, question, untilAnswered, this, [this, item](const QDBusMessage& answer) {
-        if (answer.type() == QDBusMessage::ReplyMessage) add(item);
+    callLater(bus_, question, untilAnswered, this, [this, item, registrant](const QDBusMessage& answer) {
+        if (answer.type() == QDBusMessage::ReplyMessage) add(item, registrant);
     });
 }
 
-void StatusNotifierWatcher::add(const StatusItemAddress& item) {
+void StatusNotifierWatcher::add(const StatusItemAddress& item, const QString& registrant) {
     const QString entry = QString::fromStdString(item.joined());
-    if (entries_.contains(entry)) return;
+    // The limits are looked at again: many registrations may have waited for the same answer.
+    if (entries_.contains(entry) || items_.size() >= mostItems || registrations_[registrant] >= mostItemsOfOneProgram)
+        return;
+    ++registrations_[registrant];
     entries_.insert(entry);
     items_.push_back(item);
     Q_EMIT StatusNotifierItemRegistered(entry);
@@ -105,6 +112,7 @@ void StatusNotifierWatcher::RegisterStatusNotifierHost(const QString&) {
 void StatusNotifierWatcher::nameOwnerChanged(const QString& name, const QString& oldOwner, const QString&) {
     if (oldOwner.isEmpty()) return;
     removeItemsOf(name);
+    registrations_.remove(name);
     if (hosts_.remove(name)) Q_EMIT StatusNotifierHostUnregistered();
 }
 

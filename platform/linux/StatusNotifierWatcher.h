@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -60,8 +61,8 @@ private:
     void requestName();
     void becomeOwner(const QString& name);
     [[nodiscard]] QString caller() const;
-    void addIfAlive(const StatusItemAddress& item);
-    void add(const StatusItemAddress& item);
+    void addIfAlive(const StatusItemAddress& item, const QString& registrant);
+    void add(const StatusItemAddress& item, const QString& registrant);
     void removeItemsOf(const QString& destination);
 
     QDBusConnection bus_;
@@ -70,6 +71,8 @@ private:
     /// What `items_` holds, to see a repeated registration at once.
     QSet<QString> entries_;
     QSet<QString> hosts_;
+    /// How many items each program has registered, so that none takes the room of all.
+    QHash<QString, int> registrations_;
 };
 
 }  // namespace ovin
