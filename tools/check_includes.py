@@ -121,6 +121,11 @@ def folder_of(path):
     return "/".join(parts[:2]) if parts[0] == "platform" and len(parts) > 2 else parts[0]
 
 
+def is_world_chooser(path):
+    """Whether the file starts the program in some world, and so speaks that world's language."""
+    return any(fnmatch.fnmatch(path, pattern) for pattern in WORLD_CHOOSERS)
+
+
 def refusal(path, what):
     """Why the file `path` may not include `what`, written as in the source; nothing when it may."""
     folder = folder_of(path)
@@ -135,6 +140,8 @@ def refusal(path, what):
     if match is None:
         return "an include must name its file"
     library, own = match.groups()
+    if library is not None and is_world_chooser(path):
+        return None
     if library is not None:
         if library in STANDARD_HEADERS:
             return BANNED_HEADERS.get(library) if is_logic else None
@@ -165,7 +172,7 @@ def refusal(path, what):
 
 def refusal_in_logic(path, folder, target):
     if target.startswith("platform/"):
-        if any(fnmatch.fnmatch(path, pattern) for pattern in WORLD_CHOOSERS):
+        if is_world_chooser(path):
             return None
         return "only main knows what stands behind the interfaces"
     if folder == "platform":
@@ -188,7 +195,7 @@ def violations_in(path, source):
         if message:
             found.append((line_of(text, directive.start("what")), f"includes {what}: {message}"))
 
-    if folder_of(path) in LOGIC or folder_of(path) == "platform":
+    if (folder_of(path) in LOGIC or folder_of(path) == "platform") and not is_world_chooser(path):
         code = without_literals(source)
         for pattern, message in BANNED_NAMES:
             for match in re.finditer(pattern, code):

@@ -80,6 +80,8 @@ class CheckIncludes(unittest.TestCase):
     def test_main_alone_chooses_a_world(self):
         self.accepts("app/main.cpp", '#include "platform/linux/B.h"\n')
         self.accepts("app/mainMac.mm", '#import "platform/macos/B.h"\n')
+        self.accepts("app/mainLinux.cpp", '#include <QApplication>\n#include <cstdio>\nvoid f() { std::fputs("", stderr); }\n')
+        self.refuses("app/Main.cpp", '#include <QApplication>\n')
         self.refuses("app/main.h", '#include "platform/linux/B.h"\n')
         self.refuses("ledge/main.cpp", '#include "platform/linux/B.h"\n')
 
