@@ -31,7 +31,7 @@ std::vector<std::string> identities(const std::vector<DiscoveredItem>& items) {
 }  // namespace
 
 std::shared_ptr<ItemsPanel> ItemsPanel::create(const Platform& platform) {
-    const std::shared_ptr<ItemsPanel> panel(new ItemsPanel(platform));
+    std::shared_ptr<ItemsPanel> panel(new ItemsPanel(platform));
     panel->observeApplications();
     panel->scheduleWarmRefresh();
     return panel;
