@@ -52,7 +52,8 @@ class Misbehaviour(DesktopTestCase):
         self.startItem("--name", "Huge", "--huge", "1000000", "--items", "2")
         self.startItem("--name", "Zoo", "--title", "Good")
         self.assertFinds(["T" * 1_000_000, "T" * 1_000_000, "Good"])
-        self.assertEqual([item["label"] for item in self.find()], ["T" * 11 + "…", "T" * 11 + "…", None])
+        # A megabyte may need more than a scan's bound to get here on a busy machine.
+        self.assertTrue(becomes(lambda: [item["label"] for item in self.find()] == ["T" * 11 + "…", "T" * 11 + "…", None]))
 
     def testAThousandItemsAreFound(self):
         self.startItem("--name", "Many", "--items", "1000", "--title", "Item")
