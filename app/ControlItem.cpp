@@ -4,16 +4,16 @@
 
 namespace ovin {
 
-ControlItem::ControlItem(StatusItem& item, ItemsPanel& panel, Application& application)
-    : item_(item), panel_(panel), application_(application) {
-    item_.onClick([this](StatusItemClick click) { clicked(click); });
-    item_.setImage(MenuBarIcon::image());
+ControlItem::ControlItem(const Platform& platform, ItemsPanel& panel)
+    : item_(platform.statusBar.makeStatusItem()), panel_(panel), application_(platform.application) {
+    item_->onClick([this](StatusItemClick click) { clicked(click); });
+    item_->setImage(MenuBarIcon::image());
 }
 
 void ControlItem::clicked(StatusItemClick click) {
-    if (click == StatusItemClick::leftMouseUp) return panel_.toggle(item_.screen());
+    if (click == StatusItemClick::leftMouseUp) return panel_.toggle(item_->screen());
     panel_.close();
-    item_.showMenu(menu());
+    item_->showMenu(menu());
 }
 
 Menu ControlItem::menu() const {

@@ -3,8 +3,7 @@
 #include <memory>
 
 #include "ledge/ItemsPanel.h"
-#include "platform/Application.h"
-#include "platform/StatusItem.h"
+#include "platform/Platform.h"
 
 namespace ovin {
 
@@ -12,13 +11,13 @@ namespace ovin {
 class ControlItem {
 public:
     /// Everything is kept by the caller for as long as this lives.
-    ControlItem(StatusItem& item, ItemsPanel& panel, Application& application);
+    ControlItem(const Platform& platform, ItemsPanel& panel);
 
 private:
     void clicked(StatusItemClick click);
     [[nodiscard]] Menu menu() const;
 
-    StatusItem& item_;
+    const std::unique_ptr<StatusItem> item_;
     ItemsPanel& panel_;
     Application& application_;
 };

@@ -6,7 +6,6 @@
 #include "app/ControlItem.h"
 #include "ledge/ItemsPanel.h"
 #include "platform/linux/LinuxWorld.h"
-#include "platform/linux/QtStatusItem.h"
 
 int main(int argumentCount, char** arguments) {
     QApplication application(argumentCount, arguments);
@@ -22,7 +21,6 @@ int main(int argumentCount, char** arguments) {
     }
     const ovin::Platform platform = world->platform();
     const auto panel = ovin::ItemsPanel::create(platform);
-    ovin::QtStatusItem item(world->screens());
-    const ovin::ControlItem control(item, *panel, platform.application);
+    const ovin::ControlItem control(platform, *panel);
     return QCoreApplication::exec();
 }

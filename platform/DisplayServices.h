@@ -1,15 +1,32 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <vector>
 
 #include "platform/Geometry.h"
 
 namespace ovin {
 
-/// Names a display for as long as it stays connected; a display that is plugged in again may get another id.
+/// Names a display for as long as it stays connected, also to a later run of this program in the same session; a display
+/// that is plugged in again may get another id.
 using DisplayID = std::uint32_t;
 
-/// The displays of the user's session. Any thread.
+/// A way in which a display can run.
+struct DisplayMode {
+    /// Names the mode among those of its display, also to a later run of this program in the same session.
+    std::int32_t id = 0;
+    /// In points.
+    int width = 0;
+    int height = 0;
+    /// In pixels: more than `width` where a point is drawn with several.
+    int pixelWidth = 0;
+    bool isUsableForDesktopGUI = true;
+
+    friend bool operator==(const DisplayMode&, const DisplayMode&) = default;
+};
+
+/// The displays of the user's session. `mainDisplay` and `bounds` on any thread, everything else on the main thread.
 class DisplayServices {
 public:
     virtual ~DisplayServices() = default;
@@ -19,6 +36,19 @@ public:
 
     /// The area of a display in global coordinates, in points; an empty rectangle at the origin when it is gone.
     [[nodiscard]] virtual Rect bounds(DisplayID display) const = 0;
+
+    /// Whether the display shows the same as another one.
+    [[nodiscard]] virtual bool isInMirrorSet(DisplayID display) const = 0;
+
+    /// The mode that the display runs in, asked of the system at each call; nothing when the display is gone or off.
+    [[nodiscard]] virtual std::optional<DisplayMode> currentMode(DisplayID display) const = 0;
+
+    /// All modes of a display in the system's order, low-resolution doubles of scaled ones included; empty when it is gone.
+    [[nodiscard]] virtual std::vector<DisplayMode> modes(DisplayID display) const = 0;
+
+    /// Switches the display to one of its modes, in one transaction, until the end of the login session. False when the
+    /// system refused, and then nothing has changed. True is the system's word only: it may say so and change nothing.
+    [[nodiscard]] virtual bool apply(const DisplayMode& mode, DisplayID display) = 0;
 };
 
 }  // namespace ovin

@@ -1,16 +1,21 @@
 #pragma once
 
 #include "platform/Accessibility.h"
+#include "platform/Alerts.h"
 #include "platform/Application.h"
 #include "platform/Clock.h"
 #include "platform/DisplayServices.h"
 #include "platform/EventMonitor.h"
+#include "platform/LaunchAtLogin.h"
 #include "platform/MainQueue.h"
 #include "platform/ProcessInfo.h"
+#include "platform/Resources.h"
 #include "platform/Screens.h"
+#include "platform/StatusItem.h"
 #include "platform/SystemLog.h"
 #include "platform/Tasks.h"
 #include "platform/Text.h"
+#include "platform/UpdateFramework.h"
 #include "platform/UserDefaults.h"
 #include "platform/Windows.h"
 #include "platform/Workspace.h"
@@ -34,6 +39,11 @@ struct Platform {
     Screens& screens;
     Windows& windows;
     EventMonitor& events;
+    StatusBar& statusBar;
+    Alerts& alerts;
+    LaunchAtLogin& launchAtLogin;
+    Resources& resources;
+    UpdateFramework& updates;
 };
 
 }  // namespace ovin

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 #include "platform/Geometry.h"
@@ -18,10 +20,23 @@ struct Screen {
 /// The screens of the session. Main thread only.
 class Screens {
 public:
+    /// Ends the observing when destroyed.
+    class Observation {
+    public:
+        Observation() = default;
+        Observation(const Observation&) = delete;
+        Observation& operator=(const Observation&) = delete;
+        virtual ~Observation() = default;
+    };
+
     virtual ~Screens() = default;
 
     /// The screen that the user works on, that of the window with the keyboard focus; nothing while no screen is connected.
     [[nodiscard]] virtual std::optional<Screen> main() const = 0;
+
+    /// Calls `handler` on the main thread after every change of the screens: one is plugged in, unplugged, moved or changes
+    /// its mode. Until the observation is destroyed, which the handler may do.
+    [[nodiscard]] virtual std::unique_ptr<Observation> observeChanges(std::function<void()> handler) = 0;
 };
 
 }  // namespace ovin

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "platform/Drawing.h"
 #include "platform/Menu.h"
@@ -9,11 +12,11 @@
 
 namespace ovin {
 
-/// What the user did with the status item.
-enum class StatusItemClick { leftMouseUp, rightMouseUp };
+/// What the user did with the status item. `other` is a press without the mouse, by an assistive program for one.
+enum class StatusItemClick { leftMouseUp, rightMouseUp, other };
 
-/// This application's own item in the menu bar, there from its making until its destruction. The system remembers where the
-/// user put it. Main thread only.
+/// This application's own item in the menu bar, as wide as its image, there from its making until its destruction. Main
+/// thread only.
 class StatusItem {
 public:
     StatusItem() = default;
@@ -21,17 +24,32 @@ public:
     StatusItem& operator=(const StatusItem&) = delete;
     virtual ~StatusItem() = default;
 
-    /// Called for every click; nothing happens by itself.
+    /// The system remembers under this name where the user put the item.
+    virtual void setAutosaveName(const std::string& name) = 0;
+
+    /// Called when a mouse button is released over the item, and never when it is pressed. Nothing happens by itself.
     virtual void onClick(std::function<void(StatusItemClick)> handler) = 0;
 
-    /// Shows an image, which follows the appearance of the bar.
+    /// Shows an image, which follows the appearance of the bar, and no title. Does nothing when the item has no place to
+    /// show it.
     virtual void setImage(const DrawnImage& image) = 0;
+
+    /// Shows a symbol of the system, and no title; false when the system has none of this name.
+    [[nodiscard]] virtual bool setSymbol(std::string_view name, const std::string& accessibilityDescription) = 0;
 
     /// Shows a menu at the item. May return while the menu is open; the user sees one menu at a time.
     virtual void showMenu(const Menu& menu) = 0;
 
     /// The screen that the item is on; nothing when that is not known.
     [[nodiscard]] virtual std::optional<Screen> screen() const = 0;
+};
+
+/// The part of the menu bar that has the status items. Main thread only.
+class StatusBar {
+public:
+    virtual ~StatusBar() = default;
+
+    [[nodiscard]] virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;
 };
 
 }  // namespace ovin

@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "platform/Geometry.h"
 #include "platform/Views.h"
@@ -22,7 +24,48 @@ public:
     virtual void show(const View& content, const Rect& frame) = 0;
 };
 
-/// Makes windows. Main thread only.
+/// A window with a title bar that shows neither title nor buttons: a page to read and to put away. Hidden until it is shown;
+/// goes when it is destroyed. Main thread only.
+class InformationWindow {
+public:
+    InformationWindow() = default;
+    InformationWindow(const InformationWindow&) = delete;
+    InformationWindow& operator=(const InformationWindow&) = delete;
+    virtual ~InformationWindow() = default;
+
+    /// Brings the window to the front and gives it the keyboard, in the centre of the screen when it is shown for the first
+    /// time, and where the user left it otherwise.
+    virtual void show() = 0;
+
+    /// Puts the window away; it can be shown again.
+    virtual void close() = 0;
+
+    [[nodiscard]] virtual bool isOpen() const = 0;
+
+    /// Scrolls the page to its end.
+    virtual void scrollToEnd() = 0;
+};
+
+/// A panel with a title bar and a close button that floats above the windows of all applications, on every space and beside
+/// full-screen windows, without taking the focus when it is shown. Goes silently when it is destroyed. Main thread only.
+class FloatingPanel {
+public:
+    FloatingPanel() = default;
+    FloatingPanel(const FloatingPanel&) = delete;
+    FloatingPanel& operator=(const FloatingPanel&) = delete;
+    virtual ~FloatingPanel() = default;
+
+    /// Shows `content` in `size`, with the top left corner of the panel at `origin` in global coordinates, or where the
+    /// system puts it.
+    virtual void show(const View& content, Size size, const std::optional<Point>& origin) = 0;
+
+    /// Shows other content in another size. The top left corner stays where it is, also after the user has moved the panel,
+    /// and the button that has the keyboard keeps it: the one with the same tag.
+    virtual void replace(const View& content, Size size) = 0;
+};
+
+/// Makes windows. `clicked` is called with the tag of a button that the user clicked or pressed by its key; it may destroy
+/// the window. Main thread only.
 class Windows {
 public:
     virtual ~Windows() = default;
@@ -30,9 +73,18 @@ public:
     /// The size that a view takes when nothing holds it back.
     [[nodiscard]] virtual Size fittingSize(const View& view) const = 0;
 
-    /// A panel that is not shown yet. `clicked` is called with the tag of a button that the user clicked; it may destroy the
-    /// panel.
+    /// A panel that is not shown yet.
     [[nodiscard]] virtual std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) = 0;
+
+    /// `title` is what the system calls the window in lists of windows.
+    [[nodiscard]] virtual std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title,
+                                                                                   const View& content, Size size,
+                                                                                   std::function<void(int tag)> clicked) = 0;
+
+    /// `closed` is called when the user has closed the panel with its close button; it may destroy the panel.
+    [[nodiscard]] virtual std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,
+                                                                           std::function<void(int tag)> clicked,
+                                                                           std::function<void()> closed) = 0;
 };
 
 }  // namespace ovin

@@ -38,6 +38,9 @@ public:
     /// Calls `handler` on the main thread whenever an application has started or ended, background agents included, for as
     /// long as this object lives. Main thread only.
     virtual void observeApplications(std::function<void()> handler) = 0;
+
+    /// Opens a web page in the user's browser, or a letter in the user's mail program. Main thread only.
+    virtual void open(const std::string& url) = 0;
 };
 
 }  // namespace ovin

@@ -30,6 +30,8 @@ public:
     [[nodiscard]] std::string displayName(const std::string& path) const override;
     [[nodiscard]] std::optional<Image> icon(const std::string& path) const override;
     void observeApplications(std::function<void()> handler) override;
+    // Not there yet.
+    void open(const std::string&) override {}
 
 private:
     [[nodiscard]] RunningApplication describe(ProcessID pid) const;

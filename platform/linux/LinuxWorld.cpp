@@ -55,8 +55,9 @@ void LinuxWorld::waitForRegistrations() {
 }
 
 Platform LinuxWorld::platform() {
-    return {accessibility_, workspace_, displays_, defaults_,    process_, text_,    log_,
-            clock_,         mainQueue_, tasks_,    application_, screens_, windows_, events_};
+    return {accessibility_, workspace_, displays_,      defaults_,    process_, text_,    log_,
+            clock_,         mainQueue_, tasks_,         application_, screens_, windows_, events_,
+            statusBar_,     alerts_,    launchAtLogin_, resources_,   updates_};
 }
 
 }  // namespace ovin

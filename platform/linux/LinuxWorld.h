@@ -5,16 +5,21 @@
 #include "platform/Platform.h"
 #include "platform/icu/IcuText.h"
 #include "platform/linux/AccessibilityBus.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Bus.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/NoUpdates.h"
+#include "platform/linux/QtAlerts.h"
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtDisplays.h"
 #include "platform/linux/QtItemMenus.h"
 #include "platform/linux/QtMainQueue.h"
+#include "platform/linux/QtResources.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/QtStatusItem.h"
 #include "platform/linux/QtWindows.h"
 #include "platform/linux/SessionProcesses.h"
 #include "platform/linux/StandardErrorLog.h"
@@ -39,7 +44,6 @@ public:
 
     [[nodiscard]] Platform platform();
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
-    [[nodiscard]] const QtScreens& screens() const { return screens_; }
 
     /// Runs the event loop until the programs that waited for a watcher have registered their items, where this program has
     /// become the watcher: until none has come for a moment, and for 1.5 s at most. Returns at once where another program is
@@ -71,6 +75,11 @@ private:
     QtScreens screens_;
     QtWindows windows_;
     XInputEventMonitor events_;
+    QtStatusBar statusBar_{screens_};
+    QtAlerts alerts_;
+    AutostartEntry launchAtLogin_;
+    QtResources resources_;
+    NoUpdates updates_{alerts_};
     ThreadTasks tasks_;
 };
 

@@ -19,6 +19,11 @@ public:
 
     [[nodiscard]] DisplayID mainDisplay() const override;
     [[nodiscard]] Rect bounds(DisplayID display) const override;
+    // Not there yet: no display has any mode.
+    [[nodiscard]] bool isInMirrorSet(DisplayID) const override { return false; }
+    [[nodiscard]] std::optional<DisplayMode> currentMode(DisplayID) const override { return std::nullopt; }
+    [[nodiscard]] std::vector<DisplayMode> modes(DisplayID) const override { return {}; }
+    [[nodiscard]] bool apply(const DisplayMode&, DisplayID) override { return false; }
 
 private:
     void watch(QScreen* screen);

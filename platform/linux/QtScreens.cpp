@@ -20,6 +20,9 @@ std::optional<Screen> screenOf(const QScreen* screen) {
 
 std::optional<Screen> QtScreens::main() const { return screenOf(QGuiApplication::primaryScreen()); }
 
+// Not there yet.
+std::unique_ptr<Screens::Observation> QtScreens::observeChanges(std::function<void()>) { return nullptr; }
+
 std::optional<Screen> QtScreens::at(QPoint position) const { return screenOf(QGuiApplication::screenAt(position)); }
 
 }  // namespace ovin

@@ -52,6 +52,10 @@ QtStatusItem::QtStatusItem(const QtScreens& screens)
 
 QtStatusItem::~QtStatusItem() { QDBusConnection::disconnectFromBus(connectionName); }
 
+// Not there yet.
+void QtStatusItem::setAutosaveName(const std::string&) {}
+bool QtStatusItem::setSymbol(std::string_view, const std::string&) { return false; }
+
 void QtStatusItem::onClick(std::function<void(StatusItemClick)> handler) { handler_ = std::move(handler); }
 
 void QtStatusItem::setImage(const DrawnImage& image) {
@@ -103,5 +107,7 @@ void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
     position_ = QPoint(x, y);
     if (handler_) handler_(click);
 }
+
+std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() { return std::make_unique<QtStatusItem>(screens_); }
 
 }  // namespace ovin

@@ -20,8 +20,10 @@ public:
     explicit QtStatusItem(const QtScreens& screens);
     ~QtStatusItem() override;
 
+    void setAutosaveName(const std::string& name) override;
     void onClick(std::function<void(StatusItemClick)> handler) override;
     void setImage(const DrawnImage& image) override;
+    [[nodiscard]] bool setSymbol(std::string_view name, const std::string& accessibilityDescription) override;
     void showMenu(const Menu& menu) override;
     [[nodiscard]] std::optional<Screen> screen() const override;
 
@@ -43,6 +45,17 @@ private:
     QMenu menu_;
     /// Where the last click was.
     QPoint position_;
+};
+
+/// The session's status items.
+class QtStatusBar final : public StatusBar {
+public:
+    explicit QtStatusBar(const QtScreens& screens) : screens_(screens) {}
+
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
+
+private:
+    const QtScreens& screens_;
 };
 
 }  // namespace ovin

@@ -121,6 +121,11 @@ struct Make {
             Qt::QueuedConnection);
         return widget;
     }
+    // Not there yet.
+    template <typename Other>
+    QWidget* operator()(const Other&) const {
+        return new QWidget();
+    }
     QWidget* operator()(const ScrollView& scroll) const {
         return new SidewaysScroller(makeWidget(*scroll.content, clicked),
                                     QSizeF(scroll.size.width, scroll.size.height).toSize());

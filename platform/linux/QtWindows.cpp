@@ -17,4 +17,15 @@ std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel(std::function<void(int tag
     return std::make_unique<QtLedgePanel>(std::move(clicked));
 }
 
+// Not there yet.
+std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string&, const View&, Size,
+                                                                    std::function<void(int tag)>) {
+    return nullptr;
+}
+
+std::unique_ptr<FloatingPanel> QtWindows::makeFloatingPanel(const std::string&, std::function<void(int tag)>,
+                                                            std::function<void()>) {
+    return nullptr;
+}
+
 }  // namespace ovin

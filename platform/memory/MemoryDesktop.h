@@ -24,35 +24,32 @@ public:
     void beep() override { ++beepCount; }
 };
 
-/// The main screen as a test sets it.
-class MemoryScreens final : public Screens {
+/// Holds handlers, each for as long as its token lives.
+template <typename Base>
+class MemoryHandlers {
 public:
-    std::optional<Screen> mainScreen{Screen{{{0, 0}, {1512, 982}}, {{0, 37}, {1512, 945}}}};
+    using Handler = std::shared_ptr<const std::function<void()>>;
 
-    [[nodiscard]] std::optional<Screen> main() const override { return mainScreen; }
-};
-
-/// Lets a test press the mouse somewhere else.
-class MemoryEventMonitor final : public EventMonitor {
-public:
-    /// A press outside this application's windows.
-    void press() const {
-        const auto handlers = *handlers_;
-        for (const auto& handler : handlers) (*handler)();
-    }
-    [[nodiscard]] std::size_t monitorCount() const { return handlers_->size(); }
-
-    [[nodiscard]] std::unique_ptr<Token> monitorMouseDowns(std::function<void()> handler) override {
+    [[nodiscard]] std::unique_ptr<Base> add(std::function<void()> handler) {
         auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
         handlers_->insert(shared);
         return std::make_unique<Registration>(handlers_, std::move(shared));
     }
 
+    /// A handler may remove any of them.
+    void callAll() const {
+        const auto handlers = *handlers_;
+        for (const Handler& handler : handlers) {
+            if (handlers_->contains(handler)) (*handler)();
+        }
+    }
+
+    [[nodiscard]] std::size_t count() const { return handlers_->size(); }
+
 private:
-    using Handler = std::shared_ptr<const std::function<void()>>;
     using Handlers = std::shared_ptr<std::set<Handler>>;
 
-    class Registration final : public Token {
+    class Registration final : public Base {
     public:
         Registration(Handlers handlers, Handler handler) : handlers_(std::move(handlers)), handler_(std::move(handler)) {}
         ~Registration() override { handlers_->erase(handler_); }
@@ -63,6 +60,40 @@ private:
     };
 
     Handlers handlers_ = std::make_shared<std::set<Handler>>();
+};
+
+/// The main screen as a test sets it.
+class MemoryScreens final : public Screens {
+public:
+    std::optional<Screen> mainScreen{Screen{{{0, 0}, {1512, 982}}, {{0, 37}, {1512, 945}}}};
+
+    [[nodiscard]] std::optional<Screen> main() const override { return mainScreen; }
+
+    /// Tells that the screens have changed.
+    void change() const { observers_.callAll(); }
+    [[nodiscard]] std::size_t observerCount() const { return observers_.count(); }
+
+    [[nodiscard]] std::unique_ptr<Observation> observeChanges(std::function<void()> handler) override {
+        return observers_.add(std::move(handler));
+    }
+
+private:
+    MemoryHandlers<Observation> observers_;
+};
+
+/// Lets a test press the mouse somewhere else.
+class MemoryEventMonitor final : public EventMonitor {
+public:
+    /// A press outside this application's windows.
+    void press() const { monitors_.callAll(); }
+    [[nodiscard]] std::size_t monitorCount() const { return monitors_.count(); }
+
+    [[nodiscard]] std::unique_ptr<Token> monitorMouseDowns(std::function<void()> handler) override {
+        return monitors_.add(std::move(handler));
+    }
+
+private:
+    MemoryHandlers<Token> monitors_;
 };
 
 }  // namespace ovin

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "platform/DisplayServices.h"
@@ -12,18 +13,63 @@ public:
     struct Display {
         DisplayID id = 0;
         Rect bounds;
+        std::vector<DisplayMode> modes = {};
+        /// The mode it runs in, by its id; need not be among the modes.
+        std::optional<DisplayMode> current = {};
+        bool isMirrored = false;
+    };
+
+    /// What the system does when a mode is applied.
+    enum class Answer {
+        switches,
+        refuses,
+        /// Reports success, and the mode stays.
+        pretends,
     };
 
     /// Set before anybody reads; not guarded.
-    std::vector<Display> displays{{1, {{0, 0}, {1512, 982}}}};
+    std::vector<Display> displays{
+        {1, {{0, 0}, {1512, 982}}, {{1, 1512, 982, 3024, true}}, {{1, 1512, 982, 3024, true}}, false}};
+    Answer answer = Answer::switches;
+    int applyCount = 0;
 
     [[nodiscard]] DisplayID mainDisplay() const override { return displays.empty() ? 0 : displays.front().id; }
 
     [[nodiscard]] Rect bounds(DisplayID display) const override {
-        for (const Display& candidate : displays) {
-            if (candidate.id == display) return candidate.bounds;
+        const Display* found = find(display);
+        return found == nullptr ? Rect{} : found->bounds;
+    }
+
+    [[nodiscard]] bool isInMirrorSet(DisplayID display) const override {
+        const Display* found = find(display);
+        return found != nullptr && found->isMirrored;
+    }
+
+    [[nodiscard]] std::optional<DisplayMode> currentMode(DisplayID display) const override {
+        const Display* found = find(display);
+        return found == nullptr ? std::nullopt : found->current;
+    }
+
+    [[nodiscard]] std::vector<DisplayMode> modes(DisplayID display) const override {
+        const Display* found = find(display);
+        return found == nullptr ? std::vector<DisplayMode>{} : found->modes;
+    }
+
+    [[nodiscard]] bool apply(const DisplayMode& mode, DisplayID display) override {
+        ++applyCount;
+        const auto found = std::find_if(displays.begin(), displays.end(), [&](const Display& d) { return d.id == display; });
+        if (found == displays.end() || answer == Answer::refuses) return false;
+        if (answer == Answer::switches) {
+            found->current = mode;
+            found->bounds.size = {static_cast<double>(mode.width), static_cast<double>(mode.height)};
         }
-        return {};
+        return true;
+    }
+
+private:
+    [[nodiscard]] const Display* find(DisplayID id) const {
+        const auto found = std::find_if(displays.begin(), displays.end(), [&](const Display& d) { return d.id == id; });
+        return found == displays.end() ? nullptr : &*found;
     }
 };
 

@@ -1,6 +1,7 @@
 #include "platform/memory/MemoryWindows.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace ovin {
@@ -17,7 +18,12 @@ Size textSize(const AttributedText& text) {
 
 /// How much room a view takes that nothing holds back.
 struct Measure {
-    Size operator()(const Label& label) const { return textSize(label.text); }
+    Size operator()(const Label& label) const {
+        const Size line = textSize(label.text);
+        if (!label.wrapWidth) return line;
+        const double lines = std::max(1.0, std::ceil(line.width / *label.wrapWidth));
+        return {*label.wrapWidth, lines * lineHeight + (lines - 1) * label.lineSpacing};
+    }
 
     Size operator()(const Button& button) const {
         Size size = textSize(button.title);
@@ -25,17 +31,31 @@ struct Measure {
         return {button.width.value_or(size.width), button.height.value_or(size.height)};
     }
 
+    Size operator()(const PushButton& button) const {
+        const Size size = textSize({{button.title, {}, {}}});
+        return {button.width.value_or(size.width), size.height};
+    }
+
+    Size operator()(const DisclosureTriangle&) const { return {lineHeight, lineHeight}; }
+    Size operator()(const TextButton& button) const { return textSize(button.title); }
+    Size operator()(const ImageView& image) const { return image.size; }
+    Size operator()(const Separator& separator) const { return {separator.width, 1}; }
+    Size operator()(const Spacer& spacer) const { return {1, spacer.height}; }
+    Size operator()(const FlexibleSpace&) const { return {}; }
+
     Size operator()(const Stack& stack) const {
         const bool isHorizontal = stack.orientation == Stack::Orientation::horizontal;
         Size total;
+        double gap = 0;
         for (const View& view : stack.views) {
+            if (view.isHidden) continue;
             const Size size = std::visit(*this, view.content);
-            total.width = isHorizontal ? total.width + size.width : std::max(total.width, size.width);
-            total.height = isHorizontal ? std::max(total.height, size.height) : total.height + size.height;
+            total.width = isHorizontal ? total.width + gap + size.width : std::max(total.width, size.width);
+            total.height = isHorizontal ? std::max(total.height, size.height) : total.height + gap + size.height;
+            gap = view.spacingAfter.value_or(stack.spacing);
         }
-        const double gaps = stack.views.empty() ? 0 : stack.spacing * static_cast<double>(stack.views.size() - 1);
-        (isHorizontal ? total.width : total.height) += gaps;
-        return {total.width + stack.insets.left + stack.insets.right, total.height + stack.insets.top + stack.insets.bottom};
+        total.width += stack.insets.left + stack.insets.right;
+        return {stack.width.value_or(total.width), total.height + stack.insets.top + stack.insets.bottom};
     }
 
     Size operator()(const ScrollView& scroll) const { return scroll.size; }
@@ -61,6 +81,61 @@ private:
     MemoryWindows& windows_;
 };
 
+class MemoryWindows::InformationPage final : public InformationWindow {
+public:
+    InformationPage(MemoryWindows& windows, Information description, std::function<void(int tag)> whenClicked)
+        : information(std::move(description)), clicked(std::move(whenClicked)), windows_(windows) {
+        windows_.pages_.push_back(this);
+    }
+    ~InformationPage() override { std::erase(windows_.pages_, this); }
+
+    void show() override {
+        information.isOpen = true;
+        ++information.showCount;
+    }
+    void close() override { information.isOpen = false; }
+    [[nodiscard]] bool isOpen() const override { return information.isOpen; }
+    void scrollToEnd() override { information.isAtEnd = true; }
+
+    Information information;
+    const std::function<void(int tag)> clicked;
+
+private:
+    MemoryWindows& windows_;
+};
+
+class MemoryWindows::FloatingCard final : public FloatingPanel {
+public:
+    FloatingCard(MemoryWindows& windows, std::string title, std::function<void(int tag)> whenClicked,
+                 std::function<void()> whenClosed)
+        : clicked(std::move(whenClicked)), closed(std::move(whenClosed)), windows_(windows) {
+        floating.title = std::move(title);
+        windows_.card_ = this;
+    }
+    ~FloatingCard() override {
+        if (windows_.card_ == this) windows_.card_ = nullptr;
+    }
+
+    void show(const View& content, Size size, const std::optional<Point>& origin) override {
+        floating.content = content;
+        floating.size = size;
+        floating.origin = origin;
+        floating.isShown = true;
+    }
+    void replace(const View& content, Size size) override {
+        floating.content = content;
+        floating.size = size;
+        ++floating.replaceCount;
+    }
+
+    Floating floating;
+    const std::function<void(int tag)> clicked;
+    const std::function<void()> closed;
+
+private:
+    MemoryWindows& windows_;
+};
+
 void MemoryWindows::click(int tag) {
     // The handler may destroy the panel, and what holds the handler with it.
     const auto clicked = clicked_;
@@ -73,6 +148,54 @@ std::unique_ptr<LedgePanel> MemoryWindows::makeLedgePanel(std::function<void(int
     ++panelCount_;
     clicked_ = std::move(clicked);
     return std::make_unique<Panel>(*this);
+}
+
+std::vector<MemoryWindows::Information> MemoryWindows::informationWindows() const {
+    std::vector<Information> all;
+    for (const InformationPage* page : pages_) all.push_back(page->information);
+    return all;
+}
+
+void MemoryWindows::click(const std::string& title, int tag) {
+    for (const InformationPage* page : pages_) {
+        if (page->information.title != title) continue;
+        // The handler may destroy the window, and what holds the handler with it.
+        const auto clicked = page->clicked;
+        return clicked(tag);
+    }
+}
+
+std::optional<MemoryWindows::Floating> MemoryWindows::floatingPanel() const {
+    if (card_ == nullptr) return std::nullopt;
+    return card_->floating;
+}
+
+void MemoryWindows::clickFloatingPanel(int tag) {
+    if (card_ == nullptr) return;
+    const auto clicked = card_->clicked;
+    clicked(tag);
+}
+
+void MemoryWindows::moveFloatingPanel(Point origin) {
+    if (card_ != nullptr) card_->floating.origin = origin;
+}
+
+void MemoryWindows::closeFloatingPanel() {
+    if (card_ == nullptr) return;
+    card_->floating.isShown = false;
+    const auto closed = card_->closed;
+    closed();
+}
+
+std::unique_ptr<InformationWindow> MemoryWindows::makeInformationWindow(const std::string& title, const View& content,
+                                                                        Size size, std::function<void(int tag)> clicked) {
+    return std::make_unique<InformationPage>(*this, Information{title, content, size}, std::move(clicked));
+}
+
+std::unique_ptr<FloatingPanel> MemoryWindows::makeFloatingPanel(const std::string& title,
+                                                                std::function<void(int tag)> clicked,
+                                                                std::function<void()> closed) {
+    return std::make_unique<FloatingCard>(*this, title, std::move(clicked), std::move(closed));
 }
 
 }  // namespace ovin

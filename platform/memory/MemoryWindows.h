@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/Windows.h"
 
@@ -23,15 +25,54 @@ public:
     /// Clicks the button with this tag; a button need not be there, as it may go while a click is on its way.
     void click(int tag);
 
+    struct Information {
+        std::string title;
+        View content;
+        Size size;
+        bool isOpen = false;
+        bool isAtEnd = false;
+        int showCount = 0;
+    };
+    /// The information windows that exist, open or closed, in the order of their making.
+    [[nodiscard]] std::vector<Information> informationWindows() const;
+    /// Clicks a button of the information window with this title.
+    void click(const std::string& title, int tag);
+
+    struct Floating {
+        std::string title;
+        View content;
+        Size size;
+        /// Where its top left corner is; nothing when the system chose.
+        std::optional<Point> origin;
+        bool isShown = false;
+        int replaceCount = 0;
+    };
+    /// The floating panel that exists.
+    [[nodiscard]] std::optional<Floating> floatingPanel() const;
+    void clickFloatingPanel(int tag);
+    /// The user moves the panel, or closes it with its close button.
+    void moveFloatingPanel(Point origin);
+    void closeFloatingPanel();
+
     /// Every character is seven points wide and every line sixteen high.
     [[nodiscard]] Size fittingSize(const View& view) const override;
     [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) override;
+    [[nodiscard]] std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title, const View& content,
+                                                                           Size size,
+                                                                           std::function<void(int tag)> clicked) override;
+    [[nodiscard]] std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,
+                                                                   std::function<void(int tag)> clicked,
+                                                                   std::function<void()> closed) override;
 
 private:
     class Panel;
+    class InformationPage;
+    class FloatingCard;
 
     std::optional<Ledge> ledge_;
     std::function<void(int tag)> clicked_;
+    std::vector<InformationPage*> pages_;
+    FloatingCard* card_ = nullptr;
     int layoutCount_ = 0;
     int panelCount_ = 0;
 };

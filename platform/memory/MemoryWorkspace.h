@@ -45,6 +45,11 @@ public:
         files_.insert_or_assign(path, std::pair(std::move(displayName), std::move(icon)));
     }
 
+    /// What was opened, in order.
+    std::vector<std::string> openedURLs;
+
+    void open(const std::string& url) override { openedURLs.push_back(url); }
+
     void observeApplications(std::function<void()> handler) override { observers_.push_back(std::move(handler)); }
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override {

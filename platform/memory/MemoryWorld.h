@@ -7,6 +7,8 @@
 #include "platform/memory/MemoryDisplays.h"
 #include "platform/memory/MemoryLog.h"
 #include "platform/memory/MemoryProcessInfo.h"
+#include "platform/memory/MemoryServices.h"
+#include "platform/memory/MemoryStatusItem.h"
 #include "platform/memory/MemoryUserDefaults.h"
 #include "platform/memory/MemoryWindows.h"
 #include "platform/memory/MemoryWorkspace.h"
@@ -28,14 +30,27 @@ struct MemoryWorld {
     MemoryScreens screens;
     MemoryWindows windows;
     MemoryEventMonitor events;
+    MemoryStatusBar statusBar;
+    MemoryAlerts alerts;
+    MemoryLaunchAtLogin launchAtLogin;
+    MemoryResources resources;
+    MemoryUpdateFramework updates;
 
     /// This world as the program sees it.
     [[nodiscard]] Platform platform() { return platform(accessibility, time, time); }
 
+    /// The same with another store of settings, as a relaunched program finds it.
+    [[nodiscard]] Platform platform(UserDefaults& settings) { return platform(accessibility, time, time, settings); }
+
     /// The same with elements, a clock and tasks that take real time.
     [[nodiscard]] Platform platform(Accessibility& elements, Clock& clock, Tasks& tasks) {
-        return {elements, workspace, displays, defaults,    process, text,    log,
-                clock,    time,      tasks,    application, screens, windows, events};
+        return platform(elements, clock, tasks, defaults);
+    }
+
+private:
+    [[nodiscard]] Platform platform(Accessibility& elements, Clock& clock, Tasks& tasks, UserDefaults& settings) {
+        return {elements,    workspace, displays, settings, process,   text,   log,           clock,     time,   tasks,
+                application, screens,   windows,  events,   statusBar, alerts, launchAtLogin, resources, updates};
     }
 };
 

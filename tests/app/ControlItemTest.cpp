@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/memory/MemoryStatusItem.h"
 #include "platform/memory/MemoryWorld.h"
 
 namespace ovin {
@@ -12,8 +11,8 @@ class ControlItemTest : public testing::Test {
 protected:
     MemoryWorld world;
     std::shared_ptr<ItemsPanel> panel = ItemsPanel::create(world.platform());
-    MemoryStatusItem item;
-    ControlItem control{item, *panel, world.application};
+    MemoryStatusBar& item = world.statusBar;
+    ControlItem control{world.platform(), *panel};
 };
 
 TEST_F(ControlItemTest, TheItemShowsOvinsIcon) {

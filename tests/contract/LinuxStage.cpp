@@ -144,9 +144,25 @@ LinuxStage::~LinuxStage() {
 
 Platform LinuxStage::platform() {
     const Platform world = world_->platform();
-    return {
-        world.accessibility, world.workspace, world.displays, *defaults_,        world.process, world.text,    log_,
-        world.clock,         world.mainQueue, world.tasks,    world.application, world.screens, world.windows, world.events};
+    return {world.accessibility,
+            world.workspace,
+            world.displays,
+            *defaults_,
+            world.process,
+            world.text,
+            log_,
+            world.clock,
+            world.mainQueue,
+            world.tasks,
+            world.application,
+            world.screens,
+            world.windows,
+            world.events,
+            world.statusBar,
+            world.alerts,
+            world.launchAtLogin,
+            world.resources,
+            world.updates};
 }
 
 /// Nothing tells that a condition has come to hold, so the loop is left to look at it again and again.

@@ -38,12 +38,7 @@ void MemoryApplications::quit(ProcessID pid) {
     workspace_.quit(pid);
 }
 
-Platform MemoryStage::platform() {
-    const Platform world = world_.platform();
-    return {world.accessibility, world.workspace, world.displays, *defaults_,      world.process,
-            world.text,          world.log,       world.clock,    world.mainQueue, world.tasks,
-            world.application,   world.screens,   world.windows,  world.events};
-}
+Platform MemoryStage::platform() { return world_.platform(*defaults_); }
 
 bool MemoryStage::runUntil(const std::function<bool()>& condition, Duration limit) {
     const Duration end = world_.time.now() + limit;
@@ -62,7 +57,7 @@ void MemoryStage::reopenDefaults() {
 
 DisplayID MemoryStage::plugDisplay() {
     const DisplayID id = world_.displays.displays.back().id + 1;
-    world_.displays.displays.push_back({id, {{1512, 0}, {1920, 1080}}});
+    world_.displays.displays.push_back({id, {{1512, 0}, {1920, 1080}}, {}, {}, false});
     return id;
 }
 

@@ -13,9 +13,10 @@ class ThreadStage final : public MemoryStage {
 public:
     [[nodiscard]] Platform platform() override {
         const Platform memory = MemoryStage::platform();
-        return {accessibility_,     memory.workspace, memory.displays, memory.defaults,  memory.process,
-                memory.text,        memory.log,       clock_,          memory.mainQueue, tasks_,
-                memory.application, memory.screens,   memory.windows,  memory.events};
+        return {accessibility_,     memory.workspace,     memory.displays,  memory.defaults,  memory.process,
+                memory.text,        memory.log,           clock_,           memory.mainQueue, tasks_,
+                memory.application, memory.screens,       memory.windows,   memory.events,    memory.statusBar,
+                memory.alerts,      memory.launchAtLogin, memory.resources, memory.updates};
     }
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override {

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/Alerts.h"
+#include "platform/LaunchAtLogin.h"
+#include "platform/Resources.h"
+#include "platform/UpdateFramework.h"
+#include "platform/memory/MemoryWorkspace.h"
+
+namespace ovin {
+
+/// Alerts that a test reads; nobody has to acknowledge them.
+class MemoryAlerts final : public Alerts {
+public:
+    std::vector<Alert> shown;
+
+    void run(const Alert& alert) override { shown.push_back(alert); }
+};
+
+/// A login service that a test sets up.
+class MemoryLaunchAtLogin final : public LaunchAtLogin {
+public:
+    Status current = Status::notRegistered;
+    /// What goes wrong with every change.
+    std::optional<std::string> failure;
+    int registrationCount = 0;
+    int unregistrationCount = 0;
+
+    [[nodiscard]] Status status() const override { return current; }
+
+    [[nodiscard]] std::optional<std::string> registerApplication() override {
+        ++registrationCount;
+        // What the user has switched off, only the user can switch on.
+        if (!failure && current != Status::requiresApproval) current = Status::enabled;
+        return failure;
+    }
+
+    [[nodiscard]] std::optional<std::string> unregisterApplication() override {
+        ++unregistrationCount;
+        if (!failure) current = Status::notRegistered;
+        return failure;
+    }
+};
+
+/// Pictures that are only names and sizes.
+class MemoryResources final : public Resources {
+public:
+    std::map<std::string, Size, std::less<>> pictures{
+        {"explainer-collapsed", {824, 120}}, {"explainer-expanded", {824, 120}}, {"Ovin", {512, 512}}};
+    std::map<std::string, std::string, std::less<>> info{{"CFBundleShortVersionString", "1.0"}, {"CFBundleVersion", "1"}};
+    const Image icon = MemoryImage::named("application icon");
+
+    [[nodiscard]] std::optional<Picture> picture(std::string_view name) const override {
+        const auto found = pictures.find(name);
+        if (found == pictures.end()) return std::nullopt;
+        auto& image = images_[found->first];
+        if (!image) image = MemoryImage::named(found->first);
+        return Picture{*image, found->second};
+    }
+
+    [[nodiscard]] Image applicationIcon() const override { return icon; }
+
+    [[nodiscard]] std::optional<std::string> infoString(std::string_view key) const override {
+        const auto found = info.find(key);
+        if (found == info.end()) return std::nullopt;
+        return found->second;
+    }
+
+private:
+    /// A picture is the same image each time.
+    mutable std::map<std::string, std::optional<Image>> images_;
+};
+
+/// An update framework that only counts, and lets a test ask what it would ask the application.
+class MemoryUpdateFramework final : public UpdateFramework {
+public:
+    std::optional<Delegate> delegate;
+    int startCount = 0;
+    int checkCount = 0;
+    /// Runs within each check.
+    std::function<void()> checking;
+
+    [[nodiscard]] std::unique_ptr<Controller> start(Delegate newDelegate) override {
+        ++startCount;
+        delegate = std::move(newDelegate);
+        return std::make_unique<Counter>(*this);
+    }
+
+private:
+    class Counter final : public Controller {
+    public:
+        explicit Counter(MemoryUpdateFramework& framework) : framework_(framework) {}
+        void checkForUpdates() override {
+            ++framework_.checkCount;
+            if (framework_.checking) framework_.checking();
+        }
+
+    private:
+        MemoryUpdateFramework& framework_;
+    };
+};
+
+}  // namespace ovin
