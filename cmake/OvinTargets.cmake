@@ -12,7 +12,7 @@ endif()
 set(OVIN_SANITIZE "" CACHE STRING "Sanitizers to build everything with, for example address,undefined")
 
 add_library(ovin_options INTERFACE)
-target_include_directories(ovin_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_include_directories(ovin_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
 target_compile_options(ovin_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     -Wold-style-cast -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
