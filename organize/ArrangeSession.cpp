@@ -1,0 +1,137 @@
+#include "organize/ArrangeSession.h"
+
+#include <chrono>
+#include <utility>
+
+#include "discovery/ItemProvider.h"
+#include "discovery/MenuBarGeometry.h"
+
+namespace ovin {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The system takes that long to lay out the menu bar of a display that has just changed its mode.
+constexpr auto settleDelay = 400ms;
+constexpr auto fitCheckDelay = 1500ms;
+
+/// What application menus and the space between items take beside the items themselves.
+constexpr double widthBesideItems = 560;
+constexpr double widthWithoutGeometry = 1960;
+
+BeginResult unavailable(const char* text) { return {BeginResult::Outcome::unavailable, text}; }
+
+}  // namespace
+
+std::shared_ptr<ArrangeSession> ArrangeSession::create(const Platform& platform, DisplayWidener& widener) {
+    return std::shared_ptr<ArrangeSession>(new ArrangeSession(platform, widener));
+}
+
+ArrangeSession::ArrangeSession(const Platform& platform, DisplayWidener& widener) : platform_(platform), widener_(widener) {}
+
+ArrangeSession::~ArrangeSession() = default;
+
+void ArrangeSession::begin(Completion completion) {
+    if (isActive_ || isStarting_) return completion({BeginResult::Outcome::superseded});
+    isStarting_ = true;
+    completion_ = std::move(completion);
+    platform_.tasks.start(Tasks::Priority::userInitiated,
+                          [platform = platform_, weak = weak_from_this(), expected = generation_.number(),
+                           apps = ItemProvider::snapshotApps(platform_)] {
+                              platform.mainQueue.async([weak, expected, findings = lookAtMenuBar(platform, apps)] {
+                                  if (const auto self = weak.lock()) self->finishStarting(expected, findings);
+                              });
+                          });
+}
+
+ArrangeSession::Findings ArrangeSession::lookAtMenuBar(const Platform& platform, const std::vector<AppInfo>& apps) {
+    const auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
+    if (!snapshot) return {};
+    // What the geometry calls drawn is not believed alone: items may be missing from it altogether.
+    const bool allItemsFit = snapshot->everythingIsDrawn() && ItemProvider::discoverItems(platform, apps).empty();
+    return {allItemsFit, snapshot->totalItemsWidth()};
+}
+
+void ArrangeSession::finishStarting(Generation::Number expected, const Findings& findings) {
+    isStarting_ = false;
+    if (generation_.number() != expected) return report({BeginResult::Outcome::superseded});
+    if (findings.allItemsFit) return report({BeginResult::Outcome::notNeeded});
+    widen(findings);
+}
+
+void ArrangeSession::widen(const Findings& findings) {
+    const double needed = findings.itemsWidth ? *findings.itemsWidth + widthBesideItems : widthWithoutGeometry;
+    switch (widener_.widen(needed)) {
+        case WidenResult::widened:
+            return settle();
+        case WidenResult::mirrored:
+            return report(
+                unavailable("Your displays are mirrored, and mirrored displays change resolution together. Turn "
+                            "mirroring off in System Settings → Displays, then try again."));
+        case WidenResult::noSuitableMode:
+            return report(
+                unavailable("This display has no wider resolution, so some items stay out of reach. An external "
+                            "display, or quitting a few menu bar apps, makes room."));
+        case WidenResult::failed:
+            return report(unavailable("macOS refused the resolution change. Nothing was altered."));
+    }
+}
+
+void ArrangeSession::settle() {
+    isActive_ = true;
+    settleTimer_ = platform_.mainQueue.after(settleDelay, [weak = weak_from_this(), expected = generation_.number()] {
+        const auto self = weak.lock();
+        if (!self || !self->isActive_ || self->generation_.number() != expected) return;
+        self->report({BeginResult::Outcome::started});
+        self->checkFit(expected);
+    });
+}
+
+void ArrangeSession::report(const BeginResult& result) {
+    // The completion may begin anew.
+    const auto completion = std::exchange(completion_, nullptr);
+    completion(result);
+}
+
+void ArrangeSession::checkFit(Generation::Number expected) {
+    fitCheckTimer_ = platform_.mainQueue.after(fitCheckDelay, [weak = weak_from_this(), expected] {
+        if (const auto self = weak.lock()) self->startFitCheck(expected);
+    });
+}
+
+void ArrangeSession::startFitCheck(Generation::Number expected) {
+    if (generation_.number() != expected) return;
+    platform_.tasks.start(Tasks::Priority::utility, [platform = platform_, weak = weak_from_this(), expected,
+                                                     apps = ItemProvider::snapshotApps(platform_)] {
+        const auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
+        const bool everythingIsDrawn = !snapshot || snapshot->everythingIsDrawn();
+        const bool everythingFits = ItemProvider::discoverItems(platform, apps).empty() && everythingIsDrawn;
+        platform.mainQueue.async([weak, expected, everythingFits] {
+            if (const auto self = weak.lock()) self->finishFitCheck(expected, everythingFits);
+        });
+    });
+}
+
+void ArrangeSession::finishFitCheck(Generation::Number expected, bool everythingFits) {
+    if (!isActive_ || generation_.number() != expected || everythingFits) return;
+    // The handler may set another one.
+    if (const auto handler = itemsStillDoNotFit_) handler();
+}
+
+void ArrangeSession::end() {
+    generation_.advance(platform_.log);
+    if (!isActive_ && !widener_.isWidened()) return;
+    isActive_ = false;
+    if (!widener_.restore() && !restoreObservation_) retryRestoreOnDisplayChange();
+}
+
+void ArrangeSession::retryRestoreOnDisplayChange() {
+    restoreObservation_ = platform_.screens.observeChanges([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (self && self->widener_.restore()) self->restoreObservation_.reset();
+    });
+}
+
+void ArrangeSession::onItemsStillDoNotFit(std::function<void()> handler) { itemsStillDoNotFit_ = std::move(handler); }
+
+}  // namespace ovin

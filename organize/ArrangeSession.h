@@ -1,0 +1,103 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "discovery/AppInfo.h"
+#include "organize/DisplayWidener.h"
+#include "organize/Generation.h"
+#include "platform/Platform.h"
+
+namespace ovin {
+
+/// What came of an attempt to begin a session.
+struct BeginResult {
+    enum class Outcome {
+        /// The menu bar cannot be given more room; `text` tells the user why.
+        unavailable,
+        /// The display is widened, and the session is active.
+        started,
+        /// Every item is drawn already; nothing was changed.
+        notNeeded,
+        /// Another begin is under way or has led to an active session, or an end came in between.
+        superseded,
+    };
+
+    Outcome outcome = Outcome::superseded;
+    /// For the user, where the session is unavailable.
+    std::string text = {};
+
+    friend bool operator==(const BeginResult&, const BeginResult&) = default;
+};
+
+/// One episode of organizing the menu bar: finds out whether items are missing, widens the display, checks a moment later
+/// whether all of them are drawn now, and puts the display back in the end, or as soon as that is possible.
+///
+/// One per program, for as long as it runs. Main thread only. Whatever outlives a call holds the session weakly; what is
+/// pending when the session goes does nothing.
+class ArrangeSession : public std::enable_shared_from_this<ArrangeSession> {
+public:
+    /// Everything behind `platform`, and `widener`, must outlive the session.
+    [[nodiscard]] static std::shared_ptr<ArrangeSession> create(const Platform& platform, DisplayWidener& widener);
+
+    ArrangeSession(const ArrangeSession&) = delete;
+    ArrangeSession& operator=(const ArrangeSession&) = delete;
+    ~ArrangeSession();
+
+    /// Never empty. Called on the main thread, at most once.
+    using Completion = std::function<void(const BeginResult&)>;
+
+    /// Begins a session. The completion is called within this call when another session is in the way, and later otherwise;
+    /// never when the session is ended, or gone, after the display was widened and before that was reported.
+    void begin(Completion completion);
+
+    /// Ends the session, or cancels one that is about to start, and puts the display back: now, or after the change of the
+    /// screens that makes it possible. Also undoes what an earlier run of the program left behind.
+    void end();
+
+    /// The display is widened for a session that has not been ended.
+    [[nodiscard]] bool isActive() const { return isActive_; }
+
+    /// `handler` is called once in a session, about two seconds after the display was widened, when some items are still not
+    /// drawn. In place of the handler before.
+    void onItemsStillDoNotFit(std::function<void()> handler);
+
+private:
+    /// What the menu bar looked like before the session.
+    struct Findings {
+        bool allItemsFit = false;
+        /// Absent when the geometry could not be had.
+        std::optional<double> itemsWidth;
+    };
+
+    ArrangeSession(const Platform& platform, DisplayWidener& widener);
+    [[nodiscard]] static Findings lookAtMenuBar(const Platform& platform, const std::vector<AppInfo>& apps);
+
+    void finishStarting(Generation::Number expected, const Findings& findings);
+    void widen(const Findings& findings);
+    void settle();
+    void report(const BeginResult& result);
+    void checkFit(Generation::Number expected);
+    void startFitCheck(Generation::Number expected);
+    void finishFitCheck(Generation::Number expected, bool everythingFits);
+    void retryRestoreOnDisplayChange();
+
+    const Platform platform_;
+    DisplayWidener& widener_;
+    bool isActive_ = false;
+    bool isStarting_ = false;
+    Generation generation_;
+    /// There while a failed restore waits for the screens to change.
+    std::unique_ptr<Screens::Observation> restoreObservation_;
+    std::function<void()> itemsStillDoNotFit_;
+    /// Of the latest begin, until it has been called. Kept here and not in the task, which must not be the one to destroy
+    /// it.
+    Completion completion_;
+    std::unique_ptr<MainQueue::Timer> settleTimer_;
+    std::unique_ptr<MainQueue::Timer> fitCheckTimer_;
+};
+
+}  // namespace ovin

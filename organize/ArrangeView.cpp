@@ -1,0 +1,140 @@
+#include "organize/ArrangeView.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace ovin {
+namespace {
+
+constexpr const char* introduction =
+    "macOS 27 changed how the menu bar works, which broke the approach used by menu bar managers like Ice and Bartender. "
+    "Ovin "
+    "takes a simpler approach: it temporarily switches your display resolution so you can see every item and ⌘-drag them "
+    "into "
+    "order.";
+constexpr const char* fitWarning =
+    "Even at this display’s widest resolution, a few items still don’t fit. Organize the ones you can see; the rest stay on "
+    "Ovin’s row.";
+constexpr const char* aboutCollapsed =
+    "macOS 27 adds an expander («) to the menu bar. Collapsed, it shows as many items as fit.";
+constexpr const char* aboutExpanded =
+    "Expanded, it shows the rest over the app menus. Unfortunately, the rest may not all fit on your screen.";
+constexpr const char* aboutWidening =
+    "Ovin increases the screen resolution so you can temporarily see all of your items and ⌘-drag them into your preferred "
+    "priority. Back at your normal resolution some will still overflow to the left, but they’ll be your lowest-priority "
+    "items.";
+constexpr const char* farewell = "Click Done when you’ve organized your items the way you want.";
+constexpr const char* question = "How does this work?";
+
+/// The gesture, set off from the text around it.
+constexpr std::string_view emphasised = "⌘-drag";
+
+constexpr double textWidth = 440;
+constexpr double textSize = 13;
+constexpr Insets contentInsets{38, 26, 20, 26};
+constexpr double cardInset = 14;
+constexpr double cardTextWidth = textWidth - 2 * cardInset;
+constexpr double cardTextSize = 12;
+constexpr double cardBackgroundAlpha = 0.08;
+constexpr double pictureCornerRadius = 5;
+
+Insets scaled(const Insets& insets, double scale) {
+    return {insets.top * scale, insets.left * scale, insets.bottom * scale, insets.right * scale};
+}
+
+Label paragraph(std::string_view text, double size, double width) {
+    Label label;
+    label.wrapWidth = width;
+    const auto add = [&](std::string_view run, Font::Weight weight, SystemColor color) {
+        if (!run.empty()) label.text.push_back({std::string(run), Font{size, weight}, Color{color}});
+    };
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t found = std::min(text.find(emphasised, start), text.size());
+        add(text.substr(start, found - start), Font::Weight::regular, SystemColor::secondaryLabel);
+        add(text.substr(found, emphasised.size()), Font::Weight::bold, SystemColor::label);
+        start = found + emphasised.size();
+    }
+    return label;
+}
+
+Label makeFitWarning(double scale) {
+    Label label = paragraph(fitWarning, textSize * scale, textWidth * scale);
+    for (TextRun& run : label.text) run.color = Color{SystemColor::systemOrange};
+    return label;
+}
+
+std::optional<ImageView> barImage(const std::optional<Picture>& picture, double width) {
+    if (!picture || !(picture->size.width > 0)) return std::nullopt;
+    return ImageView{picture->image, {width, width * picture->size.height / picture->size.width}, pictureCornerRadius, {}};
+}
+
+Stack header(const ArrangeContent& content) {
+    const double s = content.scale;
+    DisclosureTriangle disclosure{
+        content.isCardExpanded, {textSize * s, Font::Weight::medium}, question, static_cast<int>(ArrangeButton::disclosure)};
+    TextButton label;
+    label.title = {{question, Font{textSize * s, Font::Weight::bold}, Color{SystemColor::label}}};
+    label.tag = static_cast<int>(ArrangeButton::howDoesThisWork);
+
+    Stack row;
+    row.orientation = Stack::Orientation::horizontal;
+    row.alignment = Stack::Alignment::center;
+    row.spacing = 4 * s;
+    row.views = {{std::move(disclosure)}, {std::move(label)}};
+    return row;
+}
+
+Stack card(const ArrangeContent& content) {
+    const double s = content.scale;
+    Stack card;
+    card.spacing = 10 * s;
+    card.insets = scaled({cardInset, cardInset, cardInset, cardInset}, s);
+    card.box = Box{{SystemColor::quaternaryLabel, cardBackgroundAlpha}, {SystemColor::separator}, 1, 10 * s};
+
+    const auto addParagraph = [&](const char* text) {
+        card.views.push_back({paragraph(text, cardTextSize * s, cardTextWidth * s)});
+    };
+    const auto addPicture = [&](const std::optional<Picture>& picture) {
+        if (auto image = barImage(picture, cardTextWidth * s)) card.views.push_back({*std::move(image)});
+    };
+    addParagraph(aboutCollapsed);
+    addPicture(content.collapsedPicture);
+    addParagraph(aboutExpanded);
+    addPicture(content.expandedPicture);
+    addParagraph(aboutWidening);
+    return card;
+}
+
+PushButton doneButton(double scale) {
+    PushButton button;
+    button.title = "Done";
+    button.font = Font{14 * scale, Font::Weight::medium};
+    button.keyEquivalent = KeyEquivalent::returnKey;
+    button.isProminent = true;
+    button.tag = static_cast<int>(ArrangeButton::done);
+    return button;
+}
+
+}  // namespace
+
+View arrangeView(const ArrangeContent& content) {
+    const double s = content.scale;
+    Stack stack;
+    stack.spacing = 12 * s;
+    stack.insets = scaled(contentInsets, s);
+    stack.width = textWidth * s + (contentInsets.left + contentInsets.right) * s;
+
+    stack.views.push_back({Label{{{"Organize your menu bar", Font{17 * s, Font::Weight::semibold}, {}}}, {}}});
+    stack.views.push_back({paragraph(introduction, textSize * s, textWidth * s)});
+    if (content.hasFitWarning) stack.views.push_back({makeFitWarning(s)});
+    stack.views.push_back({header(content)});
+    stack.views.push_back({card(content), !content.isCardExpanded});
+    stack.views.push_back({paragraph(farewell, textSize * s, textWidth * s), false, 16 * s});
+    stack.views.push_back({doneButton(s)});
+    return {std::move(stack)};
+}
+
+}  // namespace ovin

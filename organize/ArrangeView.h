@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/Resources.h"
+#include "platform/Views.h"
+
+namespace ovin {
+
+/// The buttons of the arrange window.
+enum class ArrangeButton : int { disclosure = 1, howDoesThisWork, done };
+
+/// What the arrange window tells at one moment.
+struct ArrangeContent {
+    /// All lengths but border widths and the corners of pictures are multiplied by it.
+    double scale = 1;
+    bool isCardExpanded = true;
+    bool hasFitWarning = false;
+    /// The menu bar with its expander collapsed, and expanded.
+    std::optional<Picture> collapsedPicture = {};
+    std::optional<Picture> expandedPicture = {};
+};
+
+/// The arrange window's content: what goes on, what to do, a card that explains it, and the button that ends it.
+[[nodiscard]] View arrangeView(const ArrangeContent& content);
+
+}  // namespace ovin

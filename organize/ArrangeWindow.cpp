@@ -1,0 +1,94 @@
+#include "organize/ArrangeWindow.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace ovin {
+namespace {
+
+constexpr const char* windowTitle = "Organize your menu bar";
+constexpr const char* collapsedKey = "OvinArrangeCardCollapsed";
+/// A display may become wider than that, but then a card of its usual size would not fit on it.
+constexpr double largestScale = 2.2;
+constexpr double distanceFromTop = 60;
+
+Point placement(const Screen& screen, Size size, double scale) {
+    const Rect& visible = screen.visibleFrame;
+    return {visible.origin.x + (visible.size.width - size.width) / 2, visible.origin.y + distanceFromTop * scale};
+}
+
+}  // namespace
+
+ArrangeWindow::ArrangeWindow(const Platform& platform, std::function<void()> onDone)
+    : platform_(platform), onDone_(std::move(onDone)) {}
+
+ArrangeWindow::~ArrangeWindow() = default;
+
+void ArrangeWindow::show(double scale, bool allItemsFit) {
+    close();
+    content_.scale = std::max(1.0, std::min(scale, largestScale));
+    content_.isCardExpanded = !platform_.defaults.boolean(collapsedKey);
+    content_.hasFitWarning = !allItemsFit;
+    content_.collapsedPicture = platform_.resources.picture("explainer-collapsed");
+    content_.expandedPicture = platform_.resources.picture("explainer-expanded");
+
+    const View view = arrangeView(content_);
+    const Size size = platform_.windows.fittingSize(view);
+    std::optional<Point> origin;
+    if (const auto screen = platform_.screens.main()) origin = placement(*screen, size, content_.scale);
+    // The panel is part of this object, and silent once it is gone.
+    panel_ = platform_.windows.makeFloatingPanel(
+        windowTitle, [this](int tag) { clicked(tag); }, [this] { closedByUser(); });
+    panel_->show(view, size, origin);
+}
+
+void ArrangeWindow::addFitWarning() {
+    if (!panel_ || content_.hasFitWarning) return;
+    content_.hasFitWarning = true;
+    describeAgain();
+}
+
+void ArrangeWindow::expandCard() {
+    if (!panel_) return;
+    content_.isCardExpanded = true;
+    describeAgain();
+}
+
+void ArrangeWindow::close() { panel_.reset(); }
+
+void ArrangeWindow::clicked(int tag) {
+    switch (static_cast<ArrangeButton>(tag)) {
+        case ArrangeButton::disclosure:
+        case ArrangeButton::howDoesThisWork:
+            return toggleCard();
+        case ArrangeButton::done:
+            return doneClicked();
+    }
+}
+
+void ArrangeWindow::toggleCard() {
+    if (!panel_) return;
+    content_.isCardExpanded = !content_.isCardExpanded;
+    // A taste that could not be kept is asked for again; nothing else is lost.
+    (void)platform_.defaults.set(collapsedKey, !content_.isCardExpanded);
+    describeAgain();
+}
+
+void ArrangeWindow::doneClicked() {
+    // It may destroy this object, and with it the function that is being called.
+    const auto onDone = onDone_;
+    onDone();
+}
+
+void ArrangeWindow::closedByUser() {
+    panel_.reset();
+    doneClicked();
+}
+
+void ArrangeWindow::describeAgain() {
+    const View view = arrangeView(content_);
+    panel_->replace(view, platform_.windows.fittingSize(view));
+}
+
+}  // namespace ovin

@@ -1,0 +1,110 @@
+#include "organize/DisplayWidener.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "organize/DisplayModeChoice.h"
+#include "organize/FatalError.h"
+
+namespace ovin {
+namespace {
+
+/// The record is there as soon as this key is.
+constexpr const char* modeKey = "OvinOriginalDisplayModeID";
+/// Says nothing by itself.
+constexpr const char* displayKey = "OvinOriginalDisplayID";
+
+template <typename ID>
+ID idFrom(const Platform& platform, const char* key) {
+    const std::int64_t number = platform.defaults.integer(key);
+    if (number < std::numeric_limits<ID>::min() || number > std::numeric_limits<ID>::max()) {
+        fatalError(platform.log, std::string("Ovin: fatal: ") + key + " is out of range: " + std::to_string(number));
+    }
+    return static_cast<ID>(number);
+}
+
+}  // namespace
+
+DisplayWidener::DisplayWidener(const Platform& platform) : platform_(platform) {}
+
+WidenResult DisplayWidener::widen(double toFit) {
+    if (isRecordSettled_) removeRecord();
+    if (isWidened()) return WidenResult::failed;
+    const DisplayID display = platform_.displays.mainDisplay();
+    if (platform_.displays.isInMirrorSet(display)) return WidenResult::mirrored;
+    const auto current = platform_.displays.currentMode(display);
+    if (!current) return WidenResult::failed;
+    const auto chosen = chooseWiderMode(platform_.displays.modes(display), *current, toFit);
+    if (!chosen) return WidenResult::noSuitableMode;
+
+    if (!writeRecord({current->id, display})) return WidenResult::failed;
+    if (!platform_.displays.apply(*chosen, display)) {
+        removeRecord();
+        return WidenResult::failed;
+    }
+    scale_ = static_cast<double>(chosen->width) / static_cast<double>(std::max(current->width, 1));
+    log("widened", *chosen, " for arranging");
+    return WidenResult::widened;
+}
+
+bool DisplayWidener::restore() {
+    // A mode that the user has chosen since must not be undone along with it.
+    if (isRecordSettled_) removeRecord();
+    if (isRecordSettled_ || !isWidened()) return true;
+    const Record record = readRecord();
+    if (!isInForce(record)) {
+        const std::vector<DisplayMode> modes = platform_.displays.modes(record.display);
+        const auto mode = std::find_if(modes.begin(), modes.end(),
+                                       [&](const DisplayMode& candidate) { return candidate.id == record.modeID; });
+        if (mode == modes.end()) {
+            platform_.log.write("Ovin: the widened display is unavailable; will retry restoring it");
+            return false;
+        }
+        // The system's word that it has switched is not enough to forget the mode.
+        if (!platform_.displays.apply(*mode, record.display) || !isInForce(record)) {
+            platform_.log.write("Ovin: could not restore the display mode yet; will retry");
+            return false;
+        }
+        log("restored", *mode, "");
+    }
+    scale_ = 1;
+    removeRecord();
+    return true;
+}
+
+bool DisplayWidener::isWidened() const { return platform_.defaults.object(modeKey).has_value(); }
+
+bool DisplayWidener::writeRecord(const Record& record) {
+    // The mode comes last because it makes the record: whatever happens in between, no mode is ever on record without its
+    // display, which the mode would then be missed on or, worse, be put on another one.
+    if (!platform_.defaults.set(displayKey, std::int64_t{record.display})) return false;
+    if (platform_.defaults.set(modeKey, std::int64_t{record.modeID})) return true;
+    (void)platform_.defaults.remove(displayKey);
+    return false;
+}
+
+DisplayWidener::Record DisplayWidener::readRecord() const {
+    return {idFrom<std::int32_t>(platform_, modeKey), idFrom<DisplayID>(platform_, displayKey)};
+}
+
+void DisplayWidener::removeRecord() {
+    // The other way round for the same reason. A record that cannot be removed is found in force by the next launch; until
+    // then this run remembers that it is settled.
+    isRecordSettled_ = !platform_.defaults.remove(modeKey);
+    if (!isRecordSettled_) (void)platform_.defaults.remove(displayKey);
+}
+
+bool DisplayWidener::isInForce(const Record& record) const {
+    const auto current = platform_.displays.currentMode(record.display);
+    return current && current->id == record.modeID;
+}
+
+void DisplayWidener::log(const char* event, const DisplayMode& mode, const char* purpose) const {
+    platform_.log.write(std::string("Ovin: ") + event + " display to " + std::to_string(mode.width) + "x" +
+                        std::to_string(mode.height) + purpose);
+}
+
+}  // namespace ovin
