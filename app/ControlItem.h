@@ -1,25 +1,73 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
+#include "app/Updater.h"
+#include "info/AboutWindow.h"
+#include "info/GuideWindow.h"
 #include "ledge/ItemsPanel.h"
+#include "organize/ArrangeSession.h"
+#include "organize/ArrangeWindow.h"
+#include "organize/DisplayWidener.h"
 #include "platform/Platform.h"
 
 namespace ovin {
 
-/// Ovin's own status item: a left click opens or closes the ledge, a right click shows the menu. Main thread only.
-class ControlItem {
+/// Ovin's own status item: a left click opens or closes the ledge, or finishes organizing; a right click shows the menu.
+/// Main thread only. Everything that outlives a call holds the control item weakly.
+class ControlItem : public std::enable_shared_from_this<ControlItem> {
 public:
-    /// Everything is kept by the caller for as long as this lives.
-    ControlItem(const Platform& platform, ItemsPanel& panel);
+    /// What the item commands. It shares the first three with whoever made it; the others must outlive it.
+    struct Commanded {
+        std::shared_ptr<ItemsPanel> panel;
+        std::shared_ptr<ArrangeSession> arrange;
+        std::shared_ptr<Updater> updater;
+        DisplayWidener& widener;
+        GuideWindow& guide;
+        AboutWindow& about;
+    };
+
+    /// Puts the item into the menu bar. Everything behind `platform` must outlive it.
+    [[nodiscard]] static std::shared_ptr<ControlItem> create(const Platform& platform, Commanded commanded);
+
+    ControlItem(const ControlItem&) = delete;
+    ControlItem& operator=(const ControlItem&) = delete;
+    ~ControlItem() = default;
+
+    void showGuide();
+    /// Begins to organize, or finishes it.
+    void toggleArrange();
+    /// Begins to organize, unless that is under way.
+    void startOrganizing();
+    /// Opens the ledge, or leaves it open, where a click on the item would.
+    void openLedge();
 
 private:
-    void clicked(StatusItemClick click);
-    [[nodiscard]] Menu menu() const;
+    ControlItem(const Platform& platform, Commanded commanded);
+    void install();
+    /// A function that calls `method` on this object for as long as it exists.
+    template <typename Method>
+    [[nodiscard]] auto calling(Method method);
 
-    const std::unique_ptr<StatusItem> item_;
-    ItemsPanel& panel_;
-    Application& application_;
+    void clicked(StatusItemClick click);
+    [[nodiscard]] Menu menu();
+    void toggleLaunchAtLogin();
+    void showAbout();
+    void checkForUpdates();
+    void quit();
+    void updateIcon();
+
+    void organizingHasBegun(const BeginResult& result);
+    void finishOrganizing();
+    void alert(const Alert& alert);
+    ArrangeWindow& arrangeWindow();
+
+    const Platform platform_;
+    const Commanded commanded_;
+    std::unique_ptr<StatusItem> item_;
+    /// Made at its first use.
+    std::optional<ArrangeWindow> arrangeWindow_;
 };
 
 }  // namespace ovin

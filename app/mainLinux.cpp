@@ -3,8 +3,7 @@
 #include <QApplication>
 #include <cstdio>
 
-#include "app/ControlItem.h"
-#include "ledge/ItemsPanel.h"
+#include "app/AppDelegate.h"
 #include "platform/linux/LinuxWorld.h"
 
 int main(int argumentCount, char** arguments) {
@@ -19,8 +18,8 @@ int main(int argumentCount, char** arguments) {
         std::fputs("ovin: there is no session bus\n", stderr);
         return 1;
     }
-    const ovin::Platform platform = world->platform();
-    const auto panel = ovin::ItemsPanel::create(platform);
-    const ovin::ControlItem control(platform, *panel);
+    ovin::AppDelegate delegate(world->platform());
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, [&delegate] { delegate.applicationWillTerminate(); });
+    delegate.applicationDidFinishLaunching();
     return QCoreApplication::exec();
 }

@@ -1,49 +1,359 @@
 #include "app/ControlItem.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/memory/MemoryWorld.h"
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/app/AppTestWorld.h"
 
 namespace ovin {
 namespace {
 
-class ControlItemTest : public testing::Test {
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class ControlItemTest : public testing::Test, protected AppTestWorld {
 protected:
-    MemoryWorld world;
-    std::shared_ptr<ItemsPanel> panel = ItemsPanel::create(world.platform());
+    const Platform platform = world.platform();
+    DisplayWidener widener{platform};
+    GuideWindow guide{platform};
+    AboutWindow about{platform};
+    std::shared_ptr<ItemsPanel> panel = ItemsPanel::create(platform);
+    std::shared_ptr<ArrangeSession> arrange = ArrangeSession::create(platform, widener);
+    std::shared_ptr<Updater> updater = std::make_shared<Updater>(platform);
     MemoryStatusBar& item = world.statusBar;
-    ControlItem control{world.platform(), *panel};
+    std::shared_ptr<ControlItem> control = ControlItem::create(platform, {panel, arrange, updater, widener, guide, about});
+
+    void leftClick() { item.click(StatusItemClick::leftMouseUp); }
+    void rightClick() { item.click(StatusItemClick::rightMouseUp); }
+    void choose(const std::string& title) {
+        rightClick();
+        item.choose(title);
+    }
+    /// Organizes until the card is shown.
+    void organize() {
+        control->startOrganizing();
+        world.time.advance(1s);
+        ASSERT_TRUE(isCardShown());
+    }
+    void clickCard(const std::string& title) {
+        for (const PushButton& button : viewsOf<PushButton>(world.windows.floatingPanel()->content)) {
+            if (button.title == title) world.windows.clickFloatingPanel(button.tag);
+        }
+    }
+    [[nodiscard]] bool isOrganizing() const { return arrange->isActive(); }
+    /// What the menu shows: title, key and mark of each entry; separators are empty.
+    [[nodiscard]] std::vector<std::string> menu() {
+        rightClick();
+        std::vector<std::string> lines;
+        for (const auto& entry : item.menu.value()) {
+            lines.push_back(entry ? entry->title + (entry->keyEquivalent.empty() ? "" : " [" + entry->keyEquivalent + "]") +
+                                        (entry->isOn ? " ✓" : "")
+                                  : "");
+        }
+        return lines;
+    }
 };
 
-TEST_F(ControlItemTest, TheItemShowsOvinsIcon) {
+// The item
+
+TEST_F(ControlItemTest, TheItemIsInTheBarUnderItsNameWithOvinsIcon) {
+    EXPECT_EQ(item.itemCount, 1);
+    EXPECT_EQ(item.autosaveName, "Ovin.Control");
     ASSERT_TRUE(item.image);
-    EXPECT_EQ(item.image->accessibilityDescription, "Ovin");
+    EXPECT_EQ(item.accessibilityDescription, "Ovin");
 }
+
+TEST_F(ControlItemTest, WhileOrganizingTheItemShowsACheckMark) {
+    organize();
+    EXPECT_EQ(item.symbol, "checkmark.circle.fill");
+    EXPECT_EQ(item.accessibilityDescription, "Done organizing");
+    leftClick();
+    EXPECT_EQ(item.symbol, "");
+    EXPECT_EQ(item.accessibilityDescription, "Ovin");
+}
+
+TEST_F(ControlItemTest, WithoutTheSymbolTheItemKeepsOvinsIcon) {
+    item.symbols.clear();
+    organize();
+    EXPECT_TRUE(item.image);
+    EXPECT_EQ(item.accessibilityDescription, "Ovin");
+}
+
+TEST_F(ControlItemTest, AnItemWithoutAButtonOpensTheLedgeOnTheMainScreen) {
+    item.hasButton = false;
+    item.image.reset();
+    item.itemScreen = Screen{{{2000, 0}, {800, 600}}, {{2000, 30}, {800, 570}}};
+    organize();
+    EXPECT_FALSE(item.image);
+    EXPECT_EQ(item.symbol, "");
+    leftClick();
+    leftClick();
+    ASSERT_TRUE(world.windows.ledge());
+    const Rect frame = world.windows.ledge()->frame;
+    EXPECT_EQ(frame.origin.x + frame.size.width, 1512 - 8);
+}
+
+// Clicks
 
 TEST_F(ControlItemTest, ALeftClickOpensAndClosesTheLedgeOnTheItemsScreen) {
     item.itemScreen = Screen{{{2000, 0}, {800, 600}}, {{2000, 30}, {800, 570}}};
-    item.click(StatusItemClick::leftMouseUp);
+    leftClick();
     ASSERT_TRUE(world.windows.ledge());
     const Rect frame = world.windows.ledge()->frame;
     EXPECT_EQ(frame.origin.x + frame.size.width, 2792);
     EXPECT_EQ(frame.origin.y, 36);
-    item.click(StatusItemClick::leftMouseUp);
+    leftClick();
     EXPECT_FALSE(world.windows.ledge());
 }
 
+TEST_F(ControlItemTest, APressWithoutTheMouseIsALeftClick) {
+    item.click(StatusItemClick::other);
+    EXPECT_TRUE(panel->isOpen());
+}
+
 TEST_F(ControlItemTest, ARightClickClosesTheLedgeBeforeTheMenuShows) {
-    item.click(StatusItemClick::leftMouseUp);
-    item.click(StatusItemClick::rightMouseUp);
+    leftClick();
+    rightClick();
     EXPECT_FALSE(panel->isOpen());
-    ASSERT_TRUE(item.menu);
-    EXPECT_EQ(item.menu->back()->title, "Quit Ovin");
-    EXPECT_EQ(item.menu->back()->keyEquivalent, "q");
+    EXPECT_TRUE(item.menu);
+}
+
+TEST_F(ControlItemTest, ALeftClickWhileOrganizingFinishesAndDoesNotOpenTheLedge) {
+    organize();
+    leftClick();
+    EXPECT_FALSE(isOrganizing());
+    EXPECT_FALSE(isCardShown());
+    EXPECT_FALSE(panel->isOpen());
+    EXPECT_EQ(currentMode(), usualMode);
+}
+
+TEST_F(ControlItemTest, ALeftClickWhileOrganizingIsAboutToBeginOpensTheLedge) {
+    control->startOrganizing();
+    leftClick();
+    EXPECT_TRUE(panel->isOpen());
+}
+
+TEST_F(ControlItemTest, OpeningTheLedgeFromOutsideLeavesAnOpenOneOpen) {
+    control->openLedge();
+    EXPECT_TRUE(panel->isOpen());
+    control->openLedge();
+    EXPECT_TRUE(panel->isOpen());
+}
+
+// The menu
+
+TEST_F(ControlItemTest, TheMenuHasItsEntriesInOrder) {
+    EXPECT_THAT(menu(), ElementsAre("Organize Menu Bar…", "How This Works", "", "Launch at Login", "", "About Ovin",
+                                    "Check for Updates…", "Quit Ovin [q]"));
+}
+
+TEST_F(ControlItemTest, TheMenuIsBuiltAfreshAtEveryRightClick) {
+    organize();
+    world.launchAtLogin.current = LaunchAtLogin::Status::enabled;
+    EXPECT_THAT(menu(), ElementsAre("Done Organizing", "How This Works", "", "Launch at Login ✓", "", "About Ovin",
+                                    "Check for Updates…", "Quit Ovin [q]"));
+    leftClick();
+    EXPECT_EQ(menu().front(), "Organize Menu Bar…");
+}
+
+TEST_F(ControlItemTest, ChoosingDoneOrganizingFinishes) {
+    organize();
+    choose("Done Organizing");
+    EXPECT_FALSE(isOrganizing());
+    EXPECT_FALSE(isCardShown());
+    EXPECT_EQ(currentMode(), usualMode);
 }
 
 TEST_F(ControlItemTest, QuitTerminatesTheApplication) {
-    item.click(StatusItemClick::rightMouseUp);
-    item.menu->back()->action();
+    choose("Quit Ovin");
     EXPECT_EQ(world.application.terminationCount, 1);
+}
+
+TEST_F(ControlItemTest, AboutAndGuideShowTheirWindows) {
+    choose("About Ovin");
+    choose("How This Works");
+    ASSERT_THAT(windows(), SizeIs(2));
+    EXPECT_EQ(windows().at(0).title, "About Ovin");
+    EXPECT_EQ(windows().at(1).title, "How Ovin Works");
+}
+
+TEST_F(ControlItemTest, CheckingForUpdatesAsksTheFramework) {
+    choose("Check for Updates…");
+    EXPECT_EQ(world.updates.checkCount, 1);
+}
+
+TEST_F(ControlItemTest, AnEntryThatIsChosenAfterTheItemIsGoneDoesNothing) {
+    rightClick();
+    const Menu menu = item.menu.value();
+    control.reset();
+    for (const auto& entry : menu) {
+        if (entry) entry->action();
+    }
+    EXPECT_EQ(world.application.terminationCount, 0);
+    EXPECT_THAT(windows(), IsEmpty());
+    world.time.runUntilIdle();
+    EXPECT_EQ(currentMode(), usualMode);
+}
+
+// The guide
+
+TEST_F(ControlItemTest, TheGuidesButtonOrganizes) {
+    control->showGuide();
+    world.windows.click("How Ovin Works", viewsOf<PushButton>(windows().at(0).content).at(1).tag);
+    world.time.advance(1s);
+    EXPECT_TRUE(isOrganizing());
+}
+
+TEST_F(ControlItemTest, WhileOrganizingTheGuideHasNoButtonToStartIt) {
+    organize();
+    control->showGuide();
+    EXPECT_THAT(viewsOf<PushButton>(windows().at(0).content), SizeIs(1));
+}
+
+TEST_F(ControlItemTest, AGuideFromBeforeOrganizingFinishesIt) {
+    control->showGuide();
+    const int organizeTag = viewsOf<PushButton>(windows().at(0).content).at(1).tag;
+    organize();
+    world.windows.click("How Ovin Works", organizeTag);
+    EXPECT_FALSE(isOrganizing());
+}
+
+// Organizing
+
+TEST_F(ControlItemTest, OrganizingWidensTheDisplayAndShowsTheCardAtItsScale) {
+    choose("Organize Menu Bar…");
+    world.time.advance(399ms);
+    EXPECT_FALSE(isCardShown());
+    world.time.advance(600ms);
+    EXPECT_EQ(currentMode(), widerMode);
+    ASSERT_TRUE(isCardShown());
+    const double scale = 2048.0 / 1512;
+    EXPECT_EQ(std::get<Stack>(world.windows.floatingPanel()->content.content).width, 440 * scale + 52 * scale);
+    EXPECT_THAT(world.alerts.shown, IsEmpty());
+}
+
+TEST_F(ControlItemTest, DoneOnTheCardFinishes) {
+    organize();
+    clickCard("Done");
+    EXPECT_FALSE(isOrganizing());
+    EXPECT_FALSE(isCardShown());
+    EXPECT_EQ(item.accessibilityDescription, "Ovin");
+    EXPECT_EQ(currentMode(), usualMode);
+}
+
+TEST_F(ControlItemTest, ClosingTheCardFinishes) {
+    organize();
+    world.windows.closeFloatingPanel();
+    EXPECT_FALSE(isOrganizing());
+    EXPECT_FALSE(isCardShown());
+    EXPECT_EQ(currentMode(), usualMode);
+}
+
+TEST_F(ControlItemTest, AfterOrganizingTheLedgeIsReadAnew) {
+    organize();
+    world.time.runUntilIdle();
+    world.process.setEnvironment("OVIN_DEBUG", "");
+    const auto lines = world.log.lines().size();
+    clickCard("Done");
+    world.time.advance(1900ms);
+    EXPECT_EQ(world.log.lines().size(), lines + 1);  // The display was restored.
+    world.time.advance(200ms);
+    EXPECT_GT(world.log.lines().size(), lines + 1);
+}
+
+TEST_F(ControlItemTest, ItemsThatStillDoNotFitAddAWarningToTheCard) {
+    organize();
+    const auto before = labelTexts(world.windows.floatingPanel()->content);
+    world.time.advance(2s);
+    const auto after = labelTexts(world.windows.floatingPanel()->content);
+    EXPECT_EQ(after.size(), before.size() + 1);
+}
+
+TEST_F(ControlItemTest, StartingWhileOrganizingDoesNothingAndTogglingFinishes) {
+    organize();
+    control->startOrganizing();
+    world.time.advance(1s);
+    EXPECT_TRUE(isOrganizing());
+    EXPECT_TRUE(isCardShown());
+    control->toggleArrange();
+    EXPECT_FALSE(isOrganizing());
+}
+
+TEST_F(ControlItemTest, WhenEverythingFitsAnAlertSaysSo) {
+    drawEverything();
+    control->startOrganizing();
+    world.time.runUntilIdle();
+    EXPECT_THAT(world.alerts.shown,
+                ElementsAre(Alert{"Everything already fits",
+                                  "All of your menu bar items are drawn at this resolution. Hold ⌘ and drag them into the "
+                                  "order you want."}));
+    EXPECT_EQ(world.application.activationCount, 1);
+    EXPECT_FALSE(isOrganizing());
+    EXPECT_FALSE(isCardShown());
+}
+
+TEST_F(ControlItemTest, WhenTheDisplayCannotBeWidenedAnAlertSaysWhy) {
+    world.displays.displays.front().isMirrored = true;
+    control->startOrganizing();
+    world.time.runUntilIdle();
+    EXPECT_THAT(world.alerts.shown,
+                ElementsAre(Alert{"Can’t widen this display",
+                                  "Your displays are mirrored, and mirrored displays change resolution together. Turn "
+                                  "mirroring off in System Settings → Displays, then try again."}));
+    EXPECT_EQ(world.application.activationCount, 1);
+    EXPECT_FALSE(isOrganizing());
+}
+
+TEST_F(ControlItemTest, ASupersededBeginShowsNothingButRefreshesTheIcon) {
+    control->startOrganizing();
+    item.image.reset();
+    control->startOrganizing();
+    EXPECT_TRUE(item.image);
+    EXPECT_THAT(world.alerts.shown, IsEmpty());
+    EXPECT_EQ(world.application.activationCount, 0);
+}
+
+TEST_F(ControlItemTest, AResultThatComesAfterTheItemIsGoneShowsNothing) {
+    world.displays.displays.front().isMirrored = true;
+    control->startOrganizing();
+    control.reset();
+    world.time.runUntilIdle();
+    EXPECT_THAT(world.alerts.shown, IsEmpty());
+}
+
+// Launch at login
+
+TEST_F(ControlItemTest, LaunchAtLoginIsSwitchedOnAndOff) {
+    choose("Launch at Login");
+    EXPECT_EQ(world.launchAtLogin.current, LaunchAtLogin::Status::enabled);
+    choose("Launch at Login");
+    EXPECT_EQ(world.launchAtLogin.current, LaunchAtLogin::Status::notRegistered);
+    EXPECT_THAT(world.log.lines(), IsEmpty());
+}
+
+TEST_F(ControlItemTest, LaunchAtLoginThatIsNotEnabledShowsOffAndIsRegisteredWhenChosen) {
+    for (const auto status :
+         {LaunchAtLogin::Status::notRegistered, LaunchAtLogin::Status::requiresApproval, LaunchAtLogin::Status::notFound}) {
+        world.launchAtLogin.current = status;
+        const int count = world.launchAtLogin.registrationCount;
+        EXPECT_EQ(menu().at(3), "Launch at Login");
+        item.choose("Launch at Login");
+        EXPECT_EQ(world.launchAtLogin.registrationCount, count + 1);
+    }
+    EXPECT_EQ(world.launchAtLogin.unregistrationCount, 0);
+}
+
+TEST_F(ControlItemTest, AFailureToLaunchAtLoginIsLoggedAndNothingElse) {
+    world.launchAtLogin.failure = "Operation not permitted";
+    choose("Launch at Login");
+    EXPECT_THAT(world.log.lines(), ElementsAre("Ovin: launch-at-login toggle failed: Operation not permitted"));
+    EXPECT_THAT(world.alerts.shown, IsEmpty());
 }
 
 }  // namespace

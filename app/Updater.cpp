@@ -1,0 +1,27 @@
+#include "app/Updater.h"
+
+#include "app/FeedAddress.h"
+
+namespace ovin {
+
+void Updater::checkForUpdates() {
+    platform_.application.activate();
+    controller().checkForUpdates();
+}
+
+UpdateFramework::Controller& Updater::controller() {
+    if (!controller_) {
+        controller_ = platform_.updates.start(
+            {[this] { return feedURLString(); }, [] { return true; }, [this] { platform_.application.activate(); }});
+    }
+    return *controller_;
+}
+
+/// Whoever sets the environment may only point to this machine, so that nobody is led to a foreign feed.
+std::optional<std::string> Updater::feedURLString() const {
+    auto feed = platform_.process.environment("OVIN_TEST_FEED");
+    if (feed && !isLoopbackFeed(*feed)) feed.reset();
+    return feed;
+}
+
+}  // namespace ovin
