@@ -1,26 +1,82 @@
 // Ovin on the Linux desktop: the only place that chooses a world.
 
 #include <QApplication>
+#include <algorithm>
+#include <array>
+#include <chrono>
 #include <cstdio>
+#include <optional>
 
 #include "app/ControlItem.h"
 #include "ledge/ItemsPanel.h"
+#include "platform/linux/CommandLine.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/SingleInstance.h"
+#include "platform/linux/TerminationSignal.h"
+
+namespace ovin {
+namespace {
+
+/// How long another program that is Ovin already may take to answer, its own start included.
+constexpr std::chrono::seconds patience{5};
+
+int fail(const char* problem) {
+    std::fprintf(stderr, "ovin: %s\n", problem);
+    return 1;
+}
+
+/// Programs that show one window for a look at it, and nothing else, stand beside the real one.
+bool isPreview() {
+    constexpr std::array variables{"OVIN_TEST_ARRANGE_WINDOW", "OVIN_TEST_ABOUT", "OVIN_TEST_GUIDE"};
+    return std::any_of(variables.begin(), variables.end(), [](const char* name) { return qEnvironmentVariableIsSet(name); });
+}
+
+/// The exit status when this program is not to run.
+std::optional<int> giveWay(SingleInstance& instance) {
+    switch (instance.claim(patience)) {
+        case SingleInstance::Claim::first:
+            return std::nullopt;
+        case SingleInstance::Claim::second:
+            return 0;
+        case SingleInstance::Claim::unresponsive:
+            return fail("another Ovin is running and does not answer");
+        case SingleInstance::Claim::unavailable:
+            return fail("there is no session bus, or it refuses the name org.ovin.Ovin");
+    }
+    return 1;
+}
+
+int run(TerminationSignal& signals) {
+    SingleInstance instance("org.ovin.Ovin");
+    if (!isPreview()) {
+        if (const auto status = giveWay(instance)) return *status;
+    }
+    const auto world = LinuxWorld::open();
+    if (!world) return fail("there is no session bus");
+    world->application().endWith(signals);
+
+    const Platform platform = world->platform();
+    const auto panel = ItemsPanel::create(platform);
+    const ControlItem control(platform, *panel);
+    world->application().onTerminate([&instance, &panel] {
+        instance.giveUp();
+        panel->close();
+    });
+    instance.onActivate([&panel] { panel->open(std::nullopt); });
+    return world->application().run();
+}
+
+}  // namespace
+}  // namespace ovin
 
 int main(int argumentCount, char** arguments) {
-    QApplication application(argumentCount, arguments);
+    ovin::TerminationSignal signals;
+    const QApplication application(argumentCount, arguments);
     QCoreApplication::setApplicationName("Ovin");
+    QCoreApplication::setApplicationVersion(OVIN_VERSION);
     QGuiApplication::setDesktopFileName("org.ovin.Ovin");
     // It lives in the menu bar: closing a window is not quitting.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-
-    const auto world = ovin::LinuxWorld::open();
-    if (!world) {
-        std::fputs("ovin: there is no session bus\n", stderr);
-        return 1;
-    }
-    const ovin::Platform platform = world->platform();
-    const auto panel = ovin::ItemsPanel::create(platform);
-    const ovin::ControlItem control(platform, *panel);
-    return QCoreApplication::exec();
+    if (const auto status = ovin::readCommandLine()) return *status;
+    return ovin::run(signals);
 }
