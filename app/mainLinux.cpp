@@ -1,25 +1,74 @@
 // Ovin on the Linux desktop: the only place that chooses a world.
 
 #include <QApplication>
+#include <chrono>
 #include <cstdio>
+#include <optional>
 
 #include "app/AppDelegate.h"
+#include "platform/linux/CommandLine.h"
+#include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/SingleInstance.h"
+#include "platform/linux/TerminationSignal.h"
+
+namespace ovin {
+namespace {
+
+/// How long another program that is Ovin already may take to answer, its own start included.
+constexpr std::chrono::seconds patience{5};
+
+int fail(const char* problem) {
+    std::fprintf(stderr, "ovin: %s\n", problem);
+    return 1;
+}
+
+/// The exit status when this program is not to run.
+std::optional<int> giveWay(SingleInstance& instance) {
+    switch (instance.claim(patience)) {
+        case SingleInstance::Claim::first:
+            return std::nullopt;
+        case SingleInstance::Claim::second:
+            return 0;
+        case SingleInstance::Claim::unresponsive:
+            return fail("another Ovin is running and does not answer");
+        case SingleInstance::Claim::unavailable:
+            return fail("there is no session bus, or it refuses the name org.ovin.Ovin");
+    }
+    return 1;
+}
+
+int run(TerminationSignal& signals) {
+    SingleInstance instance("org.ovin.Ovin");
+    // Programs that show one window for a look at it, and nothing else, stand beside the real one.
+    if (!AppDelegate::isPreview(LinuxProcessInfo())) {
+        if (const auto status = giveWay(instance)) return *status;
+    }
+    const auto world = LinuxWorld::open();
+    if (!world) return fail("there is no session bus");
+    world->application().endWith(signals);
+
+    AppDelegate delegate(world->platform());
+    world->application().onTerminate([&instance, &delegate] {
+        instance.giveUp();
+        delegate.applicationWillTerminate();
+    });
+    instance.onActivate([&delegate] { delegate.openLedge(); });
+    delegate.applicationDidFinishLaunching();
+    return world->application().run();
+}
+
+}  // namespace
+}  // namespace ovin
 
 int main(int argumentCount, char** arguments) {
-    QApplication application(argumentCount, arguments);
+    ovin::TerminationSignal signals;
+    const QApplication application(argumentCount, arguments);
     QCoreApplication::setApplicationName("Ovin");
+    QCoreApplication::setApplicationVersion(OVIN_VERSION);
     QGuiApplication::setDesktopFileName("org.ovin.Ovin");
     // It lives in the menu bar: closing a window is not quitting.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-
-    const auto world = ovin::LinuxWorld::open();
-    if (!world) {
-        std::fputs("ovin: there is no session bus\n", stderr);
-        return 1;
-    }
-    ovin::AppDelegate delegate(world->platform());
-    QObject::connect(&application, &QCoreApplication::aboutToQuit, [&delegate] { delegate.applicationWillTerminate(); });
-    delegate.applicationDidFinishLaunching();
-    return QCoreApplication::exec();
+    if (const auto status = ovin::readCommandLine()) return *status;
+    return ovin::run(signals);
 }

@@ -2,8 +2,8 @@
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
-#include <QtEndian>
 
+#include "platform/linux/ItemPicture.h"
 #include "platform/linux/StatusItemAddress.h"
 
 namespace ovin {
@@ -11,7 +11,6 @@ namespace {
 
 constexpr int longestText = 256;
 constexpr int longestIconName = 1024;
-constexpr int largestSide = 1024;
 constexpr int mostPictures = 64;
 
 QString text(const QVariantMap& properties, const char* name, int longest = longestText) {
@@ -67,17 +66,6 @@ StatusItemState::Status status(const QVariantMap& properties) {
     return StatusItemState::Status::active;
 }
 
-/// A picture in network byte order; null when the numbers do not fit the bytes.
-QImage picture(int width, int height, const QByteArray& pixels) {
-    if (width <= 0 || height <= 0 || width > largestSide || height > largestSide) return {};
-    if (pixels.size() != qsizetype{4} * width * height) return {};
-    QImage image(width, height, QImage::Format_ARGB32);
-    const qsizetype bytesPerLine = qsizetype{4} * width;
-    for (int y = 0; y < height; ++y)
-        qFromBigEndian<quint32>(pixels.constData() + y * bytesPerLine, width, image.scanLine(y));
-    return image;
-}
-
 QImage largestPicture(const QVariant& value) {
     if (value.userType() != qMetaTypeId<QDBusArgument>()) return {};
     const auto argument = value.value<QDBusArgument>();
@@ -93,7 +81,8 @@ QImage largestPicture(const QVariant& value) {
         argument >> width >> height >> pixels;
         argument.endStructure();
         if (width > largest.width()) {
-            if (const QImage image = picture(width, height, pixels); !image.isNull()) largest = image;
+            if (const QImage image = pictureOf(width, height, pixels.constData(), pixels.size()); !image.isNull())
+                largest = image;
         }
     }
     argument.endArray();

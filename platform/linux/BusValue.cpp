@@ -11,13 +11,20 @@ namespace {
 constexpr int deepestNesting = 16;
 /// More than a thousand items take, and so few that a program which sends millions holds up nobody else.
 constexpr int mostValues = 50'000;
+constexpr std::size_t mostBytes = 4 << 20;
 
-/// Where in a message a value stands, and how many more values are read of it.
+/// How much more is read of a message.
+struct Budget {
+    int values = mostValues;
+    std::size_t bytes = mostBytes;
+};
+
+/// Where in a message a value stands, and what is left for it.
 struct Place {
     int depth;
-    int* valuesLeft;
+    Budget* budget;
 
-    [[nodiscard]] Place below() const { return {depth + 1, valuesLeft}; }
+    [[nodiscard]] Place below() const { return {depth + 1, budget}; }
 };
 
 std::optional<BusValue> readValue(sd_bus_message* message, Place place);
@@ -35,12 +42,15 @@ std::optional<BusValue> readString(sd_bus_message* message, char type) {
     return BusValue{std::string(text)};
 }
 
-/// sd_bus_message_skip would go through the array byte by byte.
-std::optional<BusValue> passBytes(sd_bus_message* message) {
+std::optional<BusValue> readBytes(sd_bus_message* message, Place place) {
     const void* bytes = nullptr;
     std::size_t size = 0;
+    // sd_bus_message_skip would go through an array that is not wanted byte by byte.
     if (sd_bus_message_read_array(message, 'y', &bytes, &size) < 0) return std::nullopt;
-    return BusValue{};
+    if (size > place.budget->bytes) return BusValue{};
+    place.budget->bytes -= size;
+    const auto* first = static_cast<const std::uint8_t*>(bytes);
+    return BusValue{BusValue::Bytes(first, first + size)};
 }
 
 std::optional<BusValue> skipValue(sd_bus_message* message) {
@@ -51,7 +61,7 @@ std::optional<BusValue> skipValue(sd_bus_message* message) {
 std::optional<BusValue::Array> readMembers(sd_bus_message* message, Place place) {
     BusValue::Array members;
     while (sd_bus_message_at_end(message, 0) == 0) {
-        if (--*place.valuesLeft < 0) return std::nullopt;
+        if (--place.budget->values < 0) return std::nullopt;
         auto member = readValue(message, place.below());
         if (!member) return std::nullopt;
         members.push_back(*std::move(member));
@@ -85,7 +95,7 @@ BusValue asDictionary(BusValue::Array&& entries) {
 }
 
 std::optional<BusValue> readArray(sd_bus_message* message, const char* contents, Place place) {
-    if (std::string_view(contents) == "y") return passBytes(message);
+    if (std::string_view(contents) == "y") return readBytes(message, place);
     const bool isDictionary = contents[0] == '{';
     return readContainer(message, 'a', contents, place, isDictionary ? asDictionary : asArray);
 }
@@ -150,8 +160,8 @@ const BusValue::Array& BusValue::members() const {
 }
 
 std::vector<BusValue> busValues(sd_bus_message* message) {
-    int valuesLeft = mostValues;
-    return readMembers(message, {0, &valuesLeft}).value_or(std::vector<BusValue>{});
+    Budget budget;
+    return readMembers(message, {0, &budget}).value_or(std::vector<BusValue>{});
 }
 
 }  // namespace ovin

@@ -12,13 +12,13 @@ struct sd_bus_message;
 namespace ovin {
 
 /// A value as it came over a message bus. Structures are arrays of their members, a variant is what it holds, object paths
-/// and signatures are strings, and a dictionary with other keys than strings is nothing. So is an array of bytes: status
-/// items tell their pictures with their texts, and nobody looks at them here.
+/// and signatures are strings, and a dictionary with other keys than strings is nothing.
 struct BusValue {
     using Array = std::vector<BusValue>;
+    using Bytes = std::vector<std::uint8_t>;
     using Dictionary = std::map<std::string, BusValue, std::less<>>;
 
-    std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, std::string, Array, Dictionary> content;
+    std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, std::string, Array, Dictionary, Bytes> content;
 
     template <typename Type>
     [[nodiscard]] const Type* as() const {
@@ -36,7 +36,8 @@ struct BusValue {
 };
 
 /// What a message carries, and nothing of a message that cannot be understood or holds more than 50,000 values. Values
-/// nested deeper than any sensible program nests them are left out.
+/// nested deeper than any sensible program nests them are left out, and so are arrays of bytes once those of the message
+/// have come to 4 MiB: status items tell their pictures with their texts, in whatever sizes they like.
 [[nodiscard]] std::vector<BusValue> busValues(sd_bus_message* message);
 
 }  // namespace ovin

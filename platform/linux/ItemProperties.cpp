@@ -9,11 +9,19 @@ namespace ovin {
 namespace {
 
 constexpr std::array interfaceNames{"org.kde.StatusNotifierItem", "org.freedesktop.StatusNotifierItem"};
-constexpr std::array propertyNames{"Id", "Title", "ToolTip", "IconAccessibleDesc", "Menu", "ItemIsMenu"};
+constexpr std::array propertyNames{"Id",         "Title",    "ToolTip",       "IconAccessibleDesc", "Menu",
+                                   "ItemIsMenu", "IconName", "IconThemePath", "IconPixmap"};
 constexpr int attempts = 2 * static_cast<int>(interfaceNames.size());
 
 /// Programs without a menu say so in this way, or with the root path, or not at all.
 constexpr const char* noMenu = "/NO_DBUSMENU";
+
+void dropBytes(BusValue& value) {
+    if (value.as<BusValue::Bytes>() != nullptr) value = {};
+    if (auto* members = std::get_if<BusValue::Array>(&value.content)) {
+        for (BusValue& member : *members) dropBytes(member);
+    }
+}
 
 const char* interfaceOf(int attempt) { return interfaceNames[static_cast<std::size_t>(attempt) % interfaceNames.size()]; }
 
@@ -57,8 +65,17 @@ void ItemProperties::collected(int attempt, const std::string& error) {
     const bool isSilent = error == noReplyError;
     if (properties_.empty() && !isSilent && attempt + 1 < attempts) return this->attempt(attempt + 1);
     interface_ = interfaceOf(attempt);
-    if (properties_.empty()) error_ = error;
+    if (properties_.empty())
+        error_ = error;
+    else
+        keepIcon();
     finish();
+}
+
+/// The other pictures of a message, and those of items whose icon nobody shows, are not worth their memory.
+void ItemProperties::keepIcon() {
+    if (item_.icon) item_.icon->set(itemIcon(properties_));
+    for (auto& [name, value] : properties_) dropBytes(value);
 }
 
 const BusValue& ItemProperties::property(const std::string& name) const {

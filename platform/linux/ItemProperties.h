@@ -40,6 +40,7 @@ private:
     void askForAll(int attempt);
     void askForEach(int attempt);
     void collected(int attempt, const std::string& error);
+    void keepIcon();
     [[nodiscard]] const BusValue& property(const std::string& name) const;
 
     Bus& bus_;

@@ -46,9 +46,10 @@ std::string nameOf(ProcessID pid, const std::string& executable) {
 
 }  // namespace
 
-LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier,
-                               MainQueue& mainQueue)
+LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
+                               std::string ownBundleIdentifier, MainQueue& mainQueue)
     : processes_(processes),
+      items_(items),
       entries_(std::move(entries)),
       ownBundleIdentifier_(std::move(ownBundleIdentifier)),
       mainQueue_(mainQueue) {}
@@ -72,6 +73,9 @@ RunningApplication LinuxWorkspace::describe(ProcessID pid) const {
         application.bundleIdentifier = entry->id;
         if (!entry->name.empty()) application.localizedName = entry->name;
         if (!entry->icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry->icon));
+    }
+    if (!application.icon) {
+        if (auto icon = items_.iconOf(pid)) application.icon = Image(std::move(icon));
     }
     if (!application.localizedName) {
         const std::string name = nameOf(pid, executable);

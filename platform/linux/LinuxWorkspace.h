@@ -7,6 +7,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/SessionProcesses.h"
+#include "platform/linux/StatusNotifierItems.h"
 
 namespace ovin {
 
@@ -19,12 +20,13 @@ public:
 };
 
 /// The running applications of a Linux session: the processes on the session bus. Names and icons are those of the desktop
-/// entry that runs the same executable; without one, the name is the process's own. There are no bundles.
+/// entry that runs the same executable; without one, the name is the process's own and the icon that of its first status
+/// item, if it has one. There are no bundles.
 class LinuxWorkspace final : public Workspace {
 public:
-    /// `processes` and `mainQueue` must outlive this object. `ownBundleIdentifier` is that of this very process.
-    LinuxWorkspace(SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier,
-                   MainQueue& mainQueue);
+    /// `processes`, `items` and `mainQueue` must outlive this object. `ownBundleIdentifier` is that of this very process.
+    LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
+                   std::string ownBundleIdentifier, MainQueue& mainQueue);
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::string displayName(const std::string& path) const override;
@@ -37,6 +39,7 @@ private:
     [[nodiscard]] RunningApplication describe(ProcessID pid) const;
 
     SessionProcesses& processes_;
+    const StatusNotifierItems& items_;
     const DesktopEntries entries_;
     const std::string ownBundleIdentifier_;
     MainQueue& mainQueue_;

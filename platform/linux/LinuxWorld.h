@@ -44,6 +44,7 @@ public:
 
     [[nodiscard]] Platform platform();
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
+    [[nodiscard]] QtApplication& application() { return application_; }
 
     /// Runs the event loop until the programs that waited for a watcher have registered their items, where this program has
     /// become the watcher: until none has come for a moment, and for 1.5 s at most. Returns at once where another program is

@@ -1,15 +1,53 @@
 #include "platform/linux/QtIcons.h"
 
+#include <QGuiApplication>
+#include <QPalette>
+#include <QPixmap>
+
+#include "platform/linux/ItemIcon.h"
+#include "platform/linux/ItemPicture.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/SymbolicIcon.h"
 
 namespace ovin {
+namespace {
 
-QIcon qtIcon(const Image& image) {
-    const QString name = QString::fromStdString(dynamic_cast<const NamedIcon&>(image.content()).name);
+/// Symbolic icons become pictures of one size: the one in which the ledge shows icons, at two pixels to a point.
+constexpr int symbolicSide = 56;
+
+QIcon loaded(const NamedIcon& named) {
+    const QString name = QString::fromStdString(named.name);
     const QIcon icon = name.startsWith('/') ? QIcon(name) : QIcon::fromTheme(name);
     // A file that is no picture gives an icon without sizes.
-    const bool isLoaded = !icon.isNull() && (!name.startsWith('/') || !icon.availableSizes().isEmpty());
-    return isLoaded ? icon : QIcon::fromTheme("application-x-executable");
+    return name.startsWith('/') && icon.availableSizes().isEmpty() ? QIcon() : icon;
+}
+
+/// In the colour of texts where it has none of its own.
+QIcon coloured(const QIcon& icon, const QString& name) {
+    if (!isSymbolicIcon(icon.name()) && !isSymbolicIcon(name)) return icon;
+    QPixmap picture = icon.pixmap(QSize(symbolicSide, symbolicSide));
+    if (picture.isNull()) return {};
+    tint(picture, QGuiApplication::palette().color(QPalette::WindowText));
+    return QIcon(picture);
+}
+
+QIcon loaded(const ItemIcon& item) {
+    const QString name = QString::fromStdString(item.name);
+    const QIcon named = namedItemIcon(name, QString::fromStdString(item.themeFolder));
+    if (!named.isNull()) return coloured(named, name);
+    const ItemIcon::Pixels& pixels = item.pixels;
+    const QImage picture =
+        pictureOf(pixels.width, pixels.height, pixels.bytes.data(), static_cast<qsizetype>(pixels.bytes.size()));
+    return picture.isNull() ? QIcon() : QIcon(QPixmap::fromImage(picture));
+}
+
+}  // namespace
+
+QIcon qtIcon(const Image& image) {
+    QIcon icon;
+    if (const auto* named = dynamic_cast<const NamedIcon*>(&image.content())) icon = loaded(*named);
+    if (const auto* item = dynamic_cast<const ItemIcon*>(&image.content())) icon = loaded(*item);
+    return icon.isNull() ? QIcon::fromTheme("application-x-executable") : icon;
 }
 
 }  // namespace ovin

@@ -1,24 +1,30 @@
 #include "platform/linux/QtStatusItem.h"
 
+#include <QCursor>
 #include <QDBusMessage>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QScreen>
 #include <QtEndian>
 #include <array>
+#include <chrono>
 #include <utility>
 
 #include "platform/linux/DBusCall.h"
 #include "platform/linux/QtDrawing.h"
+#include "platform/linux/SymbolImage.h"
+#include "platform/linux/X11Pointer.h"
 
 namespace ovin {
 namespace {
 
-const QString connectionName = "ovin-status-item";
 const QString objectPath = "/StatusNotifierItem";
 const QString watcherName = "org.kde.StatusNotifierWatcher";
 
 /// Those of bars at ordinary and at high density; bars take the one that suits them.
 constexpr std::array scales{1.0, 2.0};
+/// How soon the release of a button is noticed.
+constexpr std::chrono::milliseconds releaseInterval{10};
 
 BusPicture pictureOf(const QImage& image) {
     const QImage pixels = image.convertToFormat(QImage::Format_ARGB32);
@@ -33,79 +39,123 @@ BusPicture pictureOf(const QImage& image) {
     return picture;
 }
 
+/// Bars tell positions in pixels of the X server, where the toolkit may count several to a point. Screens begin at the same
+/// place for both.
+QPoint fromServer(QPoint position) {
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QPoint origin = screen->geometry().topLeft();
+        const QRect pixels(origin, (QSizeF(screen->geometry().size()) * screen->devicePixelRatio()).toSize());
+        if (pixels.contains(position)) return origin + (position - origin) / screen->devicePixelRatio();
+    }
+    return position;
+}
+
+QString nextConnectionName() {
+    static int count = 0;
+    return "ovin-status-item-" + QString::number(++count);
+}
+
 }  // namespace
 
-QtStatusItem::QtStatusItem(const QtScreens& screens)
-    : screens_(screens),
-      bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)),
-      object_("Ovin"),
-      watchers_(watcherName, bus_, QDBusServiceWatcher::WatchForRegistration) {
+/// A connection of its own, so that the item goes with it.
+struct QtStatusItem::Registration {
+    Registration() = default;
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+    ~Registration() { QDBusConnection::disconnectFromBus(name); }
+
+    const QString name = nextConnectionName();
+    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+    QDBusServiceWatcher watchers{watcherName, bus, QDBusServiceWatcher::WatchForRegistration};
+};
+
+QtStatusItem::QtStatusItem(const QtScreens& screens) : screens_(screens), object_("Ovin") {
     object_.activated = [this](int x, int y) { clicked(StatusItemClick::leftMouseUp, x, y); };
     object_.contextMenuRequested = [this](int x, int y) { clicked(StatusItemClick::rightMouseUp, x, y); };
-    bus_.registerObject(objectPath, &object_,
-                        QDBusConnection::ExportAllProperties | QDBusConnection::ExportScriptableSlots |
-                            QDBusConnection::ExportScriptableSignals);
-    connect(&watchers_, &QDBusServiceWatcher::serviceRegistered, this, &QtStatusItem::enroll);
+    release_.setSingleShot(true);
+    connect(&release_, &QTimer::timeout, this, &QtStatusItem::deliverClick);
     qGuiApp->installEventFilter(this);
+    enter();
+}
+
+QtStatusItem::~QtStatusItem() = default;
+
+void QtStatusItem::enter() {
+    registration_.reset();
+    registration_ = std::make_unique<Registration>();
+    registration_->bus.registerObject(objectPath, &object_,
+                                      QDBusConnection::ExportAllProperties | QDBusConnection::ExportScriptableSlots |
+                                          QDBusConnection::ExportScriptableSignals);
+    connect(&registration_->watchers, &QDBusServiceWatcher::serviceRegistered, this, &QtStatusItem::enroll);
     enroll();
 }
 
-QtStatusItem::~QtStatusItem() { QDBusConnection::disconnectFromBus(connectionName); }
+void QtStatusItem::enroll() {
+    const QDBusMessage call =
+        dbusCall(watcherName, "/StatusNotifierWatcher", watcherName, "RegisterStatusNotifierItem", {objectPath});
+    static_cast<void>(registration_->bus.send(call));
+}
 
-// Not there yet.
-void QtStatusItem::setAutosaveName(const std::string&) {}
-bool QtStatusItem::setSymbol(std::string_view, const std::string&) { return false; }
+void QtStatusItem::setAutosaveName(const std::string& name) {
+    const QString id = QString::fromStdString(name);
+    const bool isKnownByAnother = object_.hasToldId();
+    if (id == object_.id()) return;
+    object_.setId(id);
+    if (isKnownByAnother) enter();
+}
 
 void QtStatusItem::onClick(std::function<void(StatusItemClick)> handler) { handler_ = std::move(handler); }
 
 void QtStatusItem::setImage(const DrawnImage& image) {
-    image_ = image;
-    object_.setTitle(QString::fromStdString(image.accessibilityDescription));
+    show([image](double scale) { return rendered(image, scale, QGuiApplication::palette()); },
+         image.accessibilityDescription);
+}
+
+bool QtStatusItem::setSymbol(std::string_view name, const std::string& accessibilityDescription) {
+    const auto picture = [symbol = std::string(name)](double scale) {
+        return symbolImage(symbol, scale, QGuiApplication::palette());
+    };
+    if (picture(1).isNull()) return false;
+    show(picture, accessibilityDescription);
+    return true;
+}
+
+void QtStatusItem::show(Picture picture, const std::string& description) {
+    picture_ = std::move(picture);
+    object_.setTitle(QString::fromStdString(description));
     draw();
 }
 
-void QtStatusItem::showMenu(const Menu& menu) {
-    menu_.clear();
-    for (const auto& entry : menu) {
-        if (!entry) {
-            menu_.addSeparator();
-            continue;
-        }
-        // Ampersands are marks of shortcuts to the toolkit.
-        QAction* const action = menu_.addAction(QString::fromStdString(entry->title).replace("&", "&&"));
-        action->setCheckable(entry->isOn);
-        action->setChecked(entry->isOn);
-        if (!entry->keyEquivalent.empty()) {
-            action->setShortcut(QKeySequence("Ctrl+" + QString::fromStdString(entry->keyEquivalent)));
-        }
-        connect(action, &QAction::triggered, this, [run = entry->action] { run(); });
-    }
-    menu_.popup(position_);
+void QtStatusItem::draw() {
+    if (!picture_) return;
+    BusPictures pictures;
+    for (const double scale : scales) pictures.append(pictureOf(picture_(scale)));
+    object_.setPictures(pictures);
 }
 
-std::optional<Screen> QtStatusItem::screen() const { return screens_.at(position_); }
+void QtStatusItem::showMenu(const Menu& menu) { menu_.show(menu, position_.value_or(QCursor::pos())); }
+
+std::optional<Screen> QtStatusItem::screen() const {
+    if (!position_) return std::nullopt;
+    return screens_.at(*position_);
+}
 
 bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
     if (object == qGuiApp && event->type() == QEvent::ApplicationPaletteChange) draw();
     return QObject::eventFilter(object, event);
 }
 
-void QtStatusItem::enroll() {
-    QDBusMessage call =
-        dbusCall(watcherName, "/StatusNotifierWatcher", watcherName, "RegisterStatusNotifierItem", {objectPath});
-    bus_.send(call);
-}
-
-void QtStatusItem::draw() {
-    if (!image_) return;
-    BusPictures pictures;
-    for (const double scale : scales) pictures.append(pictureOf(rendered(*image_, scale, QGuiApplication::palette())));
-    object_.setPictures(pictures);
-}
-
+/// Bars tell of a press, and the click is its release. Besides, as long as the button is down the pointer is the bar's, and
+/// a menu could have neither it nor the keyboard.
 void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
-    position_ = QPoint(x, y);
-    if (handler_) handler_(click);
+    position_ = fromServer({x, y});
+    click_ = click;
+    release_.start(0);
+}
+
+void QtStatusItem::deliverClick() {
+    if (isMouseButtonDown()) return release_.start(releaseInterval);
+    if (handler_) handler_(click_);
 }
 
 std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() { return std::make_unique<QtStatusItem>(screens_); }

@@ -2,17 +2,21 @@
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
-#include <QMenu>
+#include <QImage>
 #include <QPoint>
+#include <QTimer>
 #include <memory>
+#include <optional>
 
 #include "platform/StatusItem.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/QtStatusMenu.h"
 #include "platform/linux/StatusNotifierObject.h"
 
 namespace ovin {
 
-/// This program's status item. It registers with the session's watcher, and again with every new one.
+/// This program's status item. It registers with the session's watcher, and again with every new one. Assistive programs
+/// press it by way of the bar, which makes that a left click. Until the first click nobody has said where it is.
 class QtStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
@@ -20,6 +24,8 @@ public:
     explicit QtStatusItem(const QtScreens& screens);
     ~QtStatusItem() override;
 
+    /// The name by which bars tell the item from others: its Id. An item that has told another one before leaves the bar and
+    /// comes back under the new one, since nobody asks twice.
     void setAutosaveName(const std::string& name) override;
     void onClick(std::function<void(StatusItemClick)> handler) override;
     void setImage(const DrawnImage& image) override;
@@ -31,20 +37,27 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    using Picture = std::function<QImage(double scale)>;
+    struct Registration;
+
+    void enter();
     void enroll();
+    void show(Picture picture, const std::string& description);
     void draw();
     void clicked(StatusItemClick click, int x, int y);
+    void deliverClick();
 
     const QtScreens& screens_;
-    /// A connection of its own, so that the item goes with it.
-    QDBusConnection bus_;
     StatusNotifierObject object_;
-    QDBusServiceWatcher watchers_;
+    std::unique_ptr<Registration> registration_;
     std::function<void(StatusItemClick)> handler_;
-    std::optional<DrawnImage> image_;
-    QMenu menu_;
-    /// Where the last click was.
-    QPoint position_;
+    Picture picture_;
+    QtStatusMenu menu_;
+    /// Where the last click was, in the toolkit's coordinates.
+    std::optional<QPoint> position_;
+    /// The click whose button is still held down.
+    StatusItemClick click_ = StatusItemClick::other;
+    QTimer release_;
 };
 
 /// The session's status items.

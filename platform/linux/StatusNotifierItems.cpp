@@ -7,6 +7,7 @@
 #include <set>
 
 #include "platform/linux/BusNames.h"
+#include "platform/linux/ItemProperties.h"
 
 namespace ovin {
 namespace {
@@ -64,7 +65,26 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
         if (!isStillThere || reply.isError()) return;
         item.pid = static_cast<ProcessID>(reply.first().integer());
         const auto known = find(item.address);
-        known == items.end() ? items.push_back(item) : void(*known = item);
+        if (known != items.end() && *known == item) return;
+        if (known != items.end()) forget(known);
+        items.push_back(item);
+        readFirstIcon(item.pid);
+    }
+
+    /// An application shows one icon: that of its first item.
+    void readFirstIcon(ProcessID pid) {
+        const auto first =
+            std::find_if(items.begin(), items.end(), [pid](const StatusNotifierItem& item) { return item.pid == pid; });
+        if (first == items.end() || first->icon) return;
+        first->icon = std::make_shared<LatestItemIcon>();
+        // Whoever lists items reads their texts and pictures anew; this is for those who look before.
+        static_cast<void>(ItemProperties::request(bus, *first));
+    }
+
+    void forget(std::vector<StatusNotifierItem>::iterator item) {
+        const ProcessID pid = item->pid;
+        items.erase(item);
+        readFirstIcon(pid);
     }
 
     void remove(const std::string& address) {
@@ -73,7 +93,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
         const std::lock_guard lock(mutex);
         pending.erase(parsed->joined());
         const auto known = find(*parsed);
-        if (known != items.end()) items.erase(known);
+        if (known != items.end()) forget(known);
     }
 
     void clear() {
@@ -121,6 +141,11 @@ std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) cons
     std::copy_if(state_->items.begin(), state_->items.end(), std::back_inserter(result),
                  [pid](const StatusNotifierItem& item) { return item.pid == pid; });
     return result;
+}
+
+std::shared_ptr<const ItemIcon> StatusNotifierItems::iconOf(ProcessID pid) const {
+    const auto items = itemsOf(pid);
+    return items.empty() || !items.front().icon ? nullptr : items.front().icon->get();
 }
 
 std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const std::string& address) const {

@@ -7,6 +7,7 @@
 
 #include "platform/ProcessInfo.h"
 #include "platform/linux/Bus.h"
+#include "platform/linux/ItemIcon.h"
 #include "platform/linux/StatusItemAddress.h"
 
 namespace ovin {
@@ -15,8 +16,12 @@ namespace ovin {
 struct StatusNotifierItem {
     StatusItemAddress address;
     ProcessID pid = 0;
+    /// The icon as it was read last. Only the first item of a process keeps one; null for the others.
+    std::shared_ptr<LatestItemIcon> icon = {};
 
-    friend bool operator==(const StatusNotifierItem&, const StatusNotifierItem&) = default;
+    friend bool operator==(const StatusNotifierItem& a, const StatusNotifierItem& b) {
+        return a.address == b.address && a.pid == b.pid;
+    }
 };
 
 /// The status items that are registered with the session's StatusNotifierWatcher, kept up to date by its signals; none while
@@ -31,6 +36,10 @@ public:
 
     /// The items of a process, in the order of their registration.
     [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
+
+    /// The icon of the first item of a process, as far as it has been read; null when there is none. Asks nobody: icons are
+    /// read when items register and with every reading of their texts.
+    [[nodiscard]] std::shared_ptr<const ItemIcon> iconOf(ProcessID pid) const;
 
     /// The item at an address, which may be given as the watcher lists it.
     [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const StatusItemAddress& address) const;

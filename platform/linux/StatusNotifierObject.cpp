@@ -18,9 +18,24 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusPicture& pictu
     return argument;
 }
 
-StatusNotifierObject::StatusNotifierObject(const QString& name) : name_(name), title_(name) {
+QDBusArgument& operator<<(QDBusArgument& argument, const BusToolTip& toolTip) {
+    argument.beginStructure();
+    argument << toolTip.iconName << toolTip.pictures << toolTip.title << toolTip.text;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusToolTip& toolTip) {
+    argument.beginStructure();
+    argument >> toolTip.iconName >> toolTip.pictures >> toolTip.title >> toolTip.text;
+    argument.endStructure();
+    return argument;
+}
+
+StatusNotifierObject::StatusNotifierObject(const QString& id) : id_(id), title_(id) {
     qDBusRegisterMetaType<BusPicture>();
     qDBusRegisterMetaType<BusPictures>();
+    qDBusRegisterMetaType<BusToolTip>();
 }
 
 void StatusNotifierObject::setPictures(const BusPictures& pictures) {
@@ -31,14 +46,25 @@ void StatusNotifierObject::setPictures(const BusPictures& pictures) {
 void StatusNotifierObject::setTitle(const QString& title) {
     title_ = title;
     Q_EMIT NewTitle();
+    Q_EMIT NewToolTip();
+}
+
+void StatusNotifierObject::setId(const QString& id) {
+    id_ = id;
+    hasToldId_ = false;
+}
+
+QString StatusNotifierObject::id() const {
+    hasToldId_ = true;
+    return id_;
 }
 
 void StatusNotifierObject::Activate(int x, int y) {
     if (activated) activated(x, y);
 }
 
-// A middle click is a click.
-void StatusNotifierObject::SecondaryActivate(int x, int y) { Activate(x, y); }
+// A middle click means nothing here, and neither does the wheel.
+void StatusNotifierObject::SecondaryActivate(int, int) {}
 
 void StatusNotifierObject::ContextMenu(int x, int y) {
     if (contextMenuRequested) contextMenuRequested(x, y);

@@ -16,8 +16,18 @@ struct BusPicture {
 };
 using BusPictures = QList<BusPicture>;
 
+/// A tool tip of a status item as the bus carries it.
+struct BusToolTip {
+    QString iconName;
+    BusPictures pictures;
+    QString title;
+    QString text;
+};
+
 QDBusArgument& operator<<(QDBusArgument& argument, const BusPicture& picture);
 const QDBusArgument& operator>>(const QDBusArgument& argument, BusPicture& picture);
+QDBusArgument& operator<<(QDBusArgument& argument, const BusToolTip& toolTip);
+const QDBusArgument& operator>>(const QDBusArgument& argument, BusToolTip& toolTip);
 
 /// A status item of this program on the session bus: `org.kde.StatusNotifierItem`. It names no menu, so that whoever shows
 /// it passes every click on.
@@ -30,25 +40,34 @@ class StatusNotifierObject final : public QObject {
     Q_PROPERTY(QString Status READ status)
     Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(ovin::BusPictures IconPixmap READ iconPixmap)
+    Q_PROPERTY(QString IconAccessibleDesc READ title)
+    Q_PROPERTY(ovin::BusToolTip ToolTip READ toolTip)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
 
 public:
     using PositionHandler = std::function<void(int x, int y)>;
 
-    explicit StatusNotifierObject(const QString& name);
+    /// `id` is also the first title.
+    explicit StatusNotifierObject(const QString& id);
 
     void setPictures(const BusPictures& pictures);
+    /// Sets the title, the tool tip and what the icon is called.
     void setTitle(const QString& title);
+    /// No signal tells of it.
+    void setId(const QString& id);
+    /// Whether somebody has read the Id since it was set.
+    [[nodiscard]] bool hasToldId() const { return hasToldId_; }
 
     PositionHandler activated;
     PositionHandler contextMenuRequested;
 
     [[nodiscard]] QString category() const { return "ApplicationStatus"; }
-    [[nodiscard]] QString id() const { return name_; }
+    [[nodiscard]] QString id() const;
     [[nodiscard]] QString title() const { return title_; }
     [[nodiscard]] QString status() const { return "Active"; }
     [[nodiscard]] QString iconName() const { return {}; }
     [[nodiscard]] BusPictures iconPixmap() const { return pictures_; }
+    [[nodiscard]] BusToolTip toolTip() const { return {{}, {}, title_, {}}; }
     [[nodiscard]] bool itemIsMenu() const { return false; }
 
 public Q_SLOTS:
@@ -60,9 +79,11 @@ public Q_SLOTS:
 Q_SIGNALS:
     Q_SCRIPTABLE void NewIcon();
     Q_SCRIPTABLE void NewTitle();
+    Q_SCRIPTABLE void NewToolTip();
 
 private:
-    QString name_;
+    QString id_;
+    mutable bool hasToldId_ = false;
     QString title_;
     BusPictures pictures_;
 };
@@ -71,3 +92,4 @@ private:
 
 Q_DECLARE_METATYPE(ovin::BusPicture)
 Q_DECLARE_METATYPE(ovin::BusPictures)
+Q_DECLARE_METATYPE(ovin::BusToolTip)

@@ -1,4 +1,4 @@
-#include "desktop/TerminationSignal.h"
+#include "platform/linux/TerminationSignal.h"
 
 #include <pthread.h>
 #include <sys/signalfd.h>
@@ -7,12 +7,22 @@
 #include <csignal>
 
 namespace ovin {
+namespace {
+
+/// A blocked signal would be queued although it is to be ignored.
+bool isIgnored(int signal) {
+    struct sigaction current {};
+    return sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
+}
+
+}  // namespace
 
 TerminationSignal::TerminationSignal() {
     sigset_t signals;
     sigemptyset(&signals);
-    sigaddset(&signals, SIGTERM);
-    sigaddset(&signals, SIGINT);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        if (!isIgnored(signal)) sigaddset(&signals, signal);
+    }
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     descriptor_ = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
 }
