@@ -9,6 +9,7 @@ namespace ovin {
 
 Size QtWindows::fittingSize(const View& view) const {
     const std::unique_ptr<QWidget> widget(makeWidget(view, {}));
+    if (view.isHidden) return {};
     const QSize size = widget->sizeHint();
     return {static_cast<double>(size.width()), static_cast<double>(size.height())};
 }
