@@ -6,6 +6,7 @@
 #include "app/ControlItem.h"
 #include "ledge/ItemsPanel.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/QtIcons.h"
 
 int main(int argumentCount, char** arguments) {
     QApplication application(argumentCount, arguments);
@@ -20,6 +21,7 @@ int main(int argumentCount, char** arguments) {
         return 1;
     }
     const ovin::Platform platform = world->platform();
+    QApplication::setWindowIcon(ovin::qtIcon(platform.resources.applicationIcon()));
     const auto panel = ovin::ItemsPanel::create(platform);
     const ovin::ControlItem control(platform, *panel);
     return QCoreApplication::exec();

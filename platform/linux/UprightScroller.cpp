@@ -94,12 +94,14 @@ void UprightScroller::scrollToEnd() {
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
-void UprightScroller::keyPressEvent(QKeyEvent* event) {
-    const auto action = actionFor(*event);
-    if (!action || verticalScrollBar()->maximum() == 0) return event->ignore();
+bool UprightScroller::scrollBy(const QKeyEvent& key) {
+    const auto action = actionFor(key);
+    if (!action || verticalScrollBar()->maximum() == 0) return false;
     verticalScrollBar()->triggerAction(*action);
-    event->accept();
+    return true;
 }
+
+void UprightScroller::keyPressEvent(QKeyEvent* event) { event->setAccepted(scrollBy(*event)); }
 
 void UprightScroller::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);

@@ -16,6 +16,9 @@ public:
 
     void scrollToEnd();
 
+    /// Scrolls if the key is one that scrolls pages and the page is too long; false otherwise.
+    bool scrollBy(const QKeyEvent& key);
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
