@@ -9,6 +9,7 @@
 #include "platform/linux/CommandLine.h"
 #include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/QtIcons.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/TerminationSignal.h"
 
@@ -47,6 +48,7 @@ int run(TerminationSignal& signals) {
     const auto world = LinuxWorld::open();
     if (!world) return fail("there is no session bus");
     world->application().endWith(signals);
+    QApplication::setWindowIcon(qtIcon(world->platform().resources.applicationIcon()));
 
     AppDelegate delegate(world->platform());
     world->application().onTerminate([&instance, &delegate] {

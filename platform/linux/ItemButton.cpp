@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/linux/QtFonts.h"
+#include "platform/linux/PressButton.h"
 #include "platform/linux/QtIcons.h"
 
 namespace ovin {
@@ -12,58 +12,51 @@ namespace {
 /// Around a title, on either side, and between an image and a title.
 constexpr int titlePadding = 6;
 constexpr int imageGap = 4;
+constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor::label}};
 constexpr double highlightRadius = 5;
 constexpr double hoverOpacity = 0.1;
 constexpr double pressOpacity = 0.2;
 
 }  // namespace
 
-ItemButton::ItemButton(const Button& button)
-    : imagePosition_(button.imagePosition),
-      hasWidth_(button.width.has_value()),
-      hasHeight_(button.height.has_value()),
-      tag_(button.tag) {
-    if (!button.title.empty()) {
-        setText(QString::fromStdString(button.title.front().text));
-        font_ = button.title.front().font;
-        if (font_) setFont(qtFont(*font_));
-    }
+ItemButton::ItemButton(const Button& button) : described_(button) {
+    setText(plainText(button.title));
+    setShortcut({});
     if (button.image) {
-        image_ = button.image->image;
         setIcon(qtIcon(button.image->image));
         setIconSize(QSizeF(button.image->size.width, button.image->size.height).toSize());
     }
-    const QString toolTip = QString::fromStdString(button.toolTip);
-    // As plain text, whatever it holds: an application's name is not mark-up.
-    setToolTip(toolTip.isEmpty() ? QString() : "<span>" + toolTip.toHtmlEscaped() + "</span>");
-    setAccessibleName(toolTip);
+    setPlainToolTip(*this, button.toolTip);
+    setAccessibleName(QString::fromStdString(button.toolTip));
     setFocusPolicy(Qt::TabFocus);
-    if (hasHeight_) setFixedHeight(qRound(*button.height));
-    setFixedWidth(hasWidth_ ? qRound(*button.width) : contentWidth());
+    if (button.height) setFixedHeight(qRound(*button.height));
+    setFixedWidth(button.width ? qRound(*button.width) : contentWidth());
 }
 
-Button ItemButton::description() const {
-    Button button;
-    if (!text().isNull()) button.title = {{text().toStdString(), font_, {}}};
-    if (image_)
-        button.image =
-            SizedImage{*image_, {static_cast<double>(iconSize().width()), static_cast<double>(iconSize().height())}};
-    button.imagePosition = imagePosition_;
+decltype(View::content) ItemButton::content() const {
+    Button button = described_;
+    button.title = shownText(described_.title, text());
+    if (button.image) {
+        const Size& asked = described_.image->size;
+        button.image->size = {readBackLength(asked.width, iconSize().width()),
+                              readBackLength(asked.height, iconSize().height())};
+    }
     button.toolTip = accessibleName().toStdString();
-    if (hasWidth_) button.width = width();
-    if (hasHeight_) button.height = height();
-    button.tag = tag_;
+    if (button.width) button.width = readBackLength(*described_.width, width());
+    if (button.height) button.height = readBackLength(*described_.height, height());
     return button;
 }
 
-QSize ItemButton::sizeHint() const { return {contentWidth(), std::max(fontMetrics().height(), iconSize().height())}; }
+TextLines ItemButton::title() const { return {shownText(described_.title, text()), defaults, palette()}; }
+
+QSize ItemButton::sizeHint() const { return {contentWidth(), std::max(title().size().height(), iconSize().height())}; }
 
 int ItemButton::contentWidth() const {
-    const bool showsImage = imagePosition_ != Button::ImagePosition::none;
-    const bool showsTitle = imagePosition_ != Button::ImagePosition::only;
+    const bool showsImage = described_.imagePosition != Button::ImagePosition::none;
+    const bool showsTitle = described_.imagePosition != Button::ImagePosition::only;
     const int image = showsImage ? iconSize().width() : 0;
-    const int title = showsTitle ? fontMetrics().horizontalAdvance(text()) : 0;
-    return image + title + (showsImage && showsTitle ? imageGap : 0) + 2 * titlePadding;
+    const int text = showsTitle ? title().size().width() : 0;
+    return image + text + (showsImage && showsTitle ? imageGap : 0) + 2 * titlePadding;
 }
 
 void ItemButton::paintEvent(QPaintEvent*) {
@@ -77,10 +70,10 @@ void ItemButton::paintEvent(QPaintEvent*) {
         painter.drawRoundedRect(rect(), highlightRadius, highlightRadius);
     }
 
-    const bool showsImage = imagePosition_ != Button::ImagePosition::none;
+    const bool showsImage = described_.imagePosition != Button::ImagePosition::none;
     QRect rest = rect();
     if (showsImage) {
-        const bool isAlone = imagePosition_ == Button::ImagePosition::only;
+        const bool isAlone = described_.imagePosition == Button::ImagePosition::only;
         QRect place(
             QPoint(isAlone ? (width() - iconSize().width()) / 2 : titlePadding, (height() - iconSize().height()) / 2),
             iconSize());
@@ -88,10 +81,10 @@ void ItemButton::paintEvent(QPaintEvent*) {
         rest.setLeft(place.right() + 1 + imageGap);
         rest.setRight(rest.right() - titlePadding);
     }
-    if (imagePosition_ == Button::ImagePosition::only) return;
-    painter.setPen(palette().color(QPalette::WindowText));
-    const Qt::Alignment alignment = showsImage ? Qt::AlignVCenter | Qt::AlignLeft : Qt::AlignCenter;
-    painter.drawText(rest, static_cast<int>(alignment.toInt()), text());
+    if (described_.imagePosition == Button::ImagePosition::only) return;
+    const TextLines lines = title();
+    const QSize spare = rest.size() - lines.size();
+    lines.draw(painter, rest.topLeft() + QPoint(showsImage ? 0 : spare.width() / 2, spare.height() / 2));
 }
 
 void ItemButton::enterEvent(QEnterEvent* event) {

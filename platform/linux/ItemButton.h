@@ -1,22 +1,20 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <optional>
 
-#include "platform/Views.h"
+#include "platform/linux/TextLines.h"
+#include "platform/linux/ViewWidget.h"
 
 namespace ovin {
 
 /// A button of the ledge: no border until the pointer is over it, an image, a title, or both beside one another.
-class ItemButton final : public QAbstractButton {
+class ItemButton final : public QAbstractButton, public ViewWidget {
     Q_OBJECT
 
 public:
     explicit ItemButton(const Button& button);
 
-    /// What it shows, read from its own state.
-    [[nodiscard]] Button description() const;
-
+    [[nodiscard]] decltype(View::content) content() const override;
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -27,12 +25,9 @@ protected:
 private:
     [[nodiscard]] int contentWidth() const;
 
-    std::optional<Image> image_;
-    std::optional<Font> font_;
-    Button::ImagePosition imagePosition_;
-    bool hasWidth_;
-    bool hasHeight_;
-    int tag_;
+    [[nodiscard]] TextLines title() const;
+
+    const Button described_;
 };
 
 }  // namespace ovin

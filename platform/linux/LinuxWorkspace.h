@@ -11,7 +11,8 @@
 
 namespace ovin {
 
-/// An icon by its name in the icon theme, or by the absolute path of a file. Drawing it is the toolkit's work.
+/// An icon by its name in the icon theme, by the absolute path of a file, or by that of a resource compiled into the
+/// program, which begins with a colon. Drawing it is the toolkit's work.
 class NamedIcon final : public Image::Content {
 public:
     explicit NamedIcon(std::string iconName) : name(std::move(iconName)) {}

@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "platform/linux/QtColors.h"
+#include "platform/linux/QtViews.h"
 
 namespace ovin {
 
@@ -12,6 +13,10 @@ MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(content);
+}
+
+decltype(View::content) MenuBackgroundWidget::content() const {
+    return MenuBackground{cornerRadius_, std::make_shared<const View>(readBack(*content_))};
 }
 
 void MenuBackgroundWidget::paintEvent(QPaintEvent*) {

@@ -2,15 +2,17 @@
 
 #include <QWidget>
 
+#include "platform/linux/ViewWidget.h"
+
 namespace ovin {
 
 /// The look of a menu behind one widget that fills it: the window's colour, a fine edge and rounded corners.
-class MenuBackgroundWidget final : public QWidget {
+class MenuBackgroundWidget final : public QWidget, public ViewWidget {
 public:
     MenuBackgroundWidget(QWidget* content, double cornerRadius);
 
     [[nodiscard]] double cornerRadius() const { return cornerRadius_; }
-    [[nodiscard]] const QWidget& content() const { return *content_; }
+    [[nodiscard]] decltype(View::content) content() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,13 +1,27 @@
 #pragma once
 
+#include <QPointer>
+#include <vector>
+
 #include "platform/Alerts.h"
+
+class QMessageBox;
 
 namespace ovin {
 
-/// Alerts as Qt's message boxes. `run` returns at once; the box is modal to the whole program.
+/// Alerts as Qt's message boxes. `run` returns at once; the box is modal to the whole program. Several are shown one above
+/// the other. Those that nobody has acknowledged go with this object, which must not outlive the Qt program.
 class QtAlerts final : public Alerts {
 public:
+    QtAlerts() = default;
+    QtAlerts(const QtAlerts&) = delete;
+    QtAlerts& operator=(const QtAlerts&) = delete;
+    ~QtAlerts() override;
+
     void run(const Alert& alert) override;
+
+private:
+    std::vector<QPointer<QMessageBox>> shown_;
 };
 
 }  // namespace ovin

@@ -1,11 +1,18 @@
 #include "platform/linux/QtColors.h"
 
+#include <cmath>
+
 namespace ovin {
 namespace {
 
 constexpr double secondaryOpacity = 0.6;
 constexpr double quaternaryOpacity = 0.2;
 constexpr double separatorOpacity = 0.15;
+
+/// What the contrast of two colours is reckoned with: the light that a screen reflects.
+constexpr double surround = 0.05;
+constexpr double enoughContrast = 3;
+constexpr double focusOpacity = 0.18;
 
 QColor faded(QColor color, double opacity) {
     color.setAlphaF(static_cast<float>(opacity));
@@ -33,6 +40,12 @@ QColor systemColor(SystemColor color, const QPalette& palette) {
     return text;
 }
 
+/// The relative luminance of a colour, from 0 to 1.
+double luminance(const QColor& color) {
+    const auto linear = [](double part) { return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
 }  // namespace
 
 QColor qtColor(const Color& color, const QPalette& palette) {
@@ -45,8 +58,22 @@ QColor qtColor(const Color& color, const QPalette& palette) {
     return color.alpha == 1 ? result : faded(result, color.alpha);
 }
 
+QColor readableOn(const QColor& background) {
+    // White where it has the contrast that large letters need: on saturated colours it reads better than black does, though
+    // black may have more contrast.
+    const double contrast = (1 + surround) / (luminance(background) + surround);
+    return contrast >= enoughContrast ? Qt::white : Qt::black;
+}
+
 bool isDark(const QPalette& palette) {
     return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
+}
+
+void drawFocus(QPainter& painter, const QRect& place, double cornerRadius, const QPalette& palette) {
+    const QColor accent = palette.color(QPalette::Highlight);
+    painter.setBrush(faded(accent, focusOpacity));
+    painter.setPen(QPen(accent, 1));
+    painter.drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
 }
 
 }  // namespace ovin

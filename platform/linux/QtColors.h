@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPainter>
 #include <QPalette>
 
 #include "platform/Color.h"
@@ -10,7 +11,13 @@ namespace ovin {
 /// A colour as this desktop shows it: system colours come from the palette, and so follow its light and dark.
 [[nodiscard]] QColor qtColor(const Color& color, const QPalette& palette);
 
+/// Black or white, whichever is the easier to read on a colour.
+[[nodiscard]] QColor readableOn(const QColor& background);
+
 /// Whether a palette is a dark one.
 [[nodiscard]] bool isDark(const QPalette& palette);
+
+/// Shows that something without an edge of its own has the keyboard.
+void drawFocus(QPainter& painter, const QRect& place, double cornerRadius, const QPalette& palette);
 
 }  // namespace ovin

@@ -1,5 +1,6 @@
 #include "platform/linux/QtIcons.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QPixmap>
@@ -15,11 +16,21 @@ namespace {
 /// Symbolic icons become pictures of one size: the one in which the ledge shows icons, at two pixels to a point.
 constexpr int symbolicSide = 56;
 
+/// A folder of the program's resources holds one picture in several sizes.
+QIcon compiledIn(const QString& path) {
+    if (!QFileInfo(path).isDir()) return QIcon(path);
+    QIcon icon;
+    for (const QFileInfo& file : QDir(path).entryInfoList(QDir::Files)) icon.addFile(file.filePath());
+    return icon;
+}
+
 QIcon loaded(const NamedIcon& named) {
     const QString name = QString::fromStdString(named.name);
-    const QIcon icon = name.startsWith('/') ? QIcon(name) : QIcon::fromTheme(name);
+    const bool isCompiledIn = name.startsWith(':');
+    if (!isCompiledIn && !name.startsWith('/')) return QIcon::fromTheme(name);
+    const QIcon icon = isCompiledIn ? compiledIn(name) : QIcon(name);
     // A file that is no picture gives an icon without sizes.
-    return name.startsWith('/') && icon.availableSizes().isEmpty() ? QIcon() : icon;
+    return icon.availableSizes().isEmpty() ? QIcon() : icon;
 }
 
 /// In the colour of texts where it has none of its own.

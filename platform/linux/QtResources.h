@@ -1,16 +1,27 @@
 #pragma once
 
+#include <map>
+#include <string>
+
 #include "platform/Resources.h"
-#include "platform/linux/LinuxWorkspace.h"
 
 namespace ovin {
 
-// Not there yet.
+/// Pictures, icon and version that are compiled into the program: they cannot be missing, nor belong to another version, and
+/// the program runs from wherever it was built. Pictures have two pixels for each point.
 class QtResources final : public Resources {
 public:
-    [[nodiscard]] std::optional<Picture> picture(std::string_view) const override { return std::nullopt; }
-    [[nodiscard]] Image applicationIcon() const override { return Image(std::make_shared<NamedIcon>("org.ovin.Ovin")); }
-    [[nodiscard]] std::optional<std::string> infoString(std::string_view) const override { return std::nullopt; }
+    QtResources();
+
+    [[nodiscard]] std::optional<Picture> picture(std::string_view name) const override;
+    [[nodiscard]] Image applicationIcon() const override { return icon_; }
+    /// `CFBundleName`, `CFBundleShortVersionString` and `CFBundleVersion`.
+    [[nodiscard]] std::optional<std::string> infoString(std::string_view key) const override;
+
+private:
+    const Image icon_;
+    /// So that a picture is equal to itself.
+    mutable std::map<std::string, Picture, std::less<>> pictures_;
 };
 
 }  // namespace ovin

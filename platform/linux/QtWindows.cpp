@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/linux/QtFloatingPanel.h"
+#include "platform/linux/QtInformationWindow.h"
 #include "platform/linux/QtLedgePanel.h"
 #include "platform/linux/QtViews.h"
 
@@ -9,6 +11,7 @@ namespace ovin {
 
 Size QtWindows::fittingSize(const View& view) const {
     const std::unique_ptr<QWidget> widget(makeWidget(view, {}));
+    if (view.isHidden) return {};
     const QSize size = widget->sizeHint();
     return {static_cast<double>(size.width()), static_cast<double>(size.height())};
 }
@@ -17,15 +20,14 @@ std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel(std::function<void(int tag
     return std::make_unique<QtLedgePanel>(std::move(clicked));
 }
 
-// Not there yet.
-std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string&, const View&, Size,
-                                                                    std::function<void(int tag)>) {
-    return nullptr;
+std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string& title, const View& content, Size size,
+                                                                    std::function<void(int tag)> clicked) {
+    return std::make_unique<QtInformationWindow>(title, content, size, std::move(clicked));
 }
 
-std::unique_ptr<FloatingPanel> QtWindows::makeFloatingPanel(const std::string&, std::function<void(int tag)>,
-                                                            std::function<void()>) {
-    return nullptr;
+std::unique_ptr<FloatingPanel> QtWindows::makeFloatingPanel(const std::string& title, std::function<void(int tag)> clicked,
+                                                            std::function<void()> closed) {
+    return std::make_unique<QtFloatingPanel>(title, std::move(clicked), std::move(closed));
 }
 
 }  // namespace ovin

@@ -3,6 +3,9 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <cstdlib>
+#include <memory>
+
+#include "platform/linux/QtViews.h"
 
 namespace ovin {
 namespace {
@@ -19,14 +22,15 @@ const char* const scrollerStyle =
 
 }  // namespace
 
-SidewaysScroller::SidewaysScroller(QWidget* content, QSize size) : scroller_(new QScrollBar(Qt::Horizontal, this)) {
+SidewaysScroller::SidewaysScroller(QWidget* content, Size size)
+    : size_(size), scroller_(new QScrollBar(Qt::Horizontal, this)) {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
     setWidget(content);
     content->setAutoFillBackground(false);
-    content->resize(content->sizeHint().width(), size.height());
+    content->resize(content->sizeHint().width(), qRound(size.height));
 
     // The area's own bar would take room from the row; this one lies over it and follows it.
     scroller_->setStyleSheet(scrollerStyle);
@@ -37,7 +41,12 @@ SidewaysScroller::SidewaysScroller(QWidget* content, QSize size) : scroller_(new
     });
     connect(own, &QScrollBar::valueChanged, scroller_, &QScrollBar::setValue);
     connect(scroller_, &QScrollBar::valueChanged, own, &QScrollBar::setValue);
-    setFixedSize(size);
+    setFixedSize(QSizeF(size.width, size.height).toSize());
+}
+
+decltype(View::content) SidewaysScroller::content() const {
+    const Size shown{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
+    return ScrollView{shown, std::make_shared<const View>(readBack(*widget()))};
 }
 
 void SidewaysScroller::wheelEvent(QWheelEvent* event) {

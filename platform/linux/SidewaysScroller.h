@@ -2,19 +2,24 @@
 
 #include <QScrollArea>
 
+#include "platform/linux/ViewWidget.h"
+
 namespace ovin {
 
 /// Shows a part of a widget that is too wide, and scrolls sideways: by its scroller, which lies over the widget, and by any
 /// wheel or touchpad, whichever way that moves.
-class SidewaysScroller final : public QScrollArea {
+class SidewaysScroller final : public QScrollArea, public ViewWidget {
 public:
-    SidewaysScroller(QWidget* content, QSize size);
+    SidewaysScroller(QWidget* content, Size size);
+
+    [[nodiscard]] decltype(View::content) content() const override;
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    const Size size_;
     QScrollBar* const scroller_;
 };
 

@@ -1,0 +1,40 @@
+#include "platform/linux/ImageWidget.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "platform/linux/QtIcons.h"
+#include "platform/linux/ViewAccessibles.h"
+
+namespace ovin {
+
+ImageWidget::ImageWidget(const ImageView& image)
+    : image_(image.image), size_(image.size), cornerRadius_(image.cornerRadius), icon_(qtIcon(image.image)) {
+    installViewAccessibles();
+    setAccessibleName(QString::fromStdString(image.accessibilityLabel));
+    setFixedSize(QSizeF(image.size.width, image.size.height).toSize());
+}
+
+decltype(View::content) ImageWidget::content() const {
+    const Size size{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
+    return ImageView{image_, size, cornerRadius_, accessibleName().toStdString()};
+}
+
+void ImageWidget::paintEvent(QPaintEvent*) {
+    const QPixmap picture = icon_.pixmap(size(), devicePixelRatioF());
+    if (picture.isNull()) return;
+    const QSizeF drawn = QSizeF(picture.size()).scaled(size(), Qt::KeepAspectRatio);
+    const QRectF place(QPointF((width() - drawn.width()) / 2, (height() - drawn.height()) / 2), drawn);
+    QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    // A brush and not a clip, whose edge would have steps.
+    QBrush brush(picture);
+    const QSizeF points = picture.deviceIndependentSize();
+    brush.setTransform(QTransform::fromTranslate(place.x(), place.y())
+                           .scale(drawn.width() / points.width(), drawn.height() / points.height()));
+    QPainterPath path;
+    path.addRoundedRect(place, cornerRadius_, cornerRadius_);
+    painter.fillPath(path, brush);
+}
+
+}  // namespace ovin

@@ -1,0 +1,46 @@
+#include "platform/linux/QtInformationWindow.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/WindowManager.h"
+
+namespace ovin {
+
+QtInformationWindow::QtInformationWindow(const std::string& title, const View& content, Size size,
+                                         std::function<void(int tag)> clicked)
+    : window_(new ViewWindow(QString::fromStdString(title), Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint,
+                             {std::move(clicked), {}})) {
+    window_->setView(content, size);
+}
+
+QtInformationWindow::~QtInformationWindow() { window_->dismiss(); }
+
+void QtInformationWindow::show() {
+    if (!isOpen()) place();
+    if (window_->isMinimized()) window_->showNormal();
+    WindowManager::bringToFront(*window_);
+}
+
+void QtInformationWindow::place() {
+    if (position_) return window_->move(*position_);
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr) return;
+    const QRect room = screen->availableGeometry();
+    const QSize spare = (room.size() - window_->size()) / 2;
+    window_->move(room.topLeft() + QPoint(std::max(0, spare.width()), std::max(0, spare.height())));
+}
+
+void QtInformationWindow::close() {
+    if (!isOpen()) return;
+    position_ = window_->pos();
+    window_->hide();
+}
+
+bool QtInformationWindow::isOpen() const { return window_->isVisible(); }
+
+void QtInformationWindow::scrollToEnd() { window_->scrollToEnd(); }
+
+}  // namespace ovin

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QLayout>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/Views.h"
+
+namespace ovin {
+
+/// Widgets one after the other, each as large as it wants to be: the toolkit's own layouts share out room that is left over,
+/// keep the spacing after hidden widgets and have one spacing for all.
+class StackLayout final : public QLayout {
+public:
+    StackLayout(Stack::Orientation orientation, Stack::Alignment alignment)
+        : orientation_(orientation), alignment_(alignment) {}
+    ~StackLayout() override;
+
+    [[nodiscard]] Stack::Orientation orientation() const { return orientation_; }
+    [[nodiscard]] Stack::Alignment alignment() const { return alignment_; }
+
+    void addItem(QLayoutItem* item) override;
+    [[nodiscard]] int count() const override { return static_cast<int>(items_.size()); }
+    [[nodiscard]] QLayoutItem* itemAt(int index) const override;
+    QLayoutItem* takeAt(int index) override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSize() const override { return sizeHint(); }
+    void setGeometry(const QRect& rect) override;
+
+private:
+    struct Shown {
+        QWidget* widget;
+        QSize size;
+        /// Before the next one that is shown.
+        int gap;
+    };
+    [[nodiscard]] std::vector<Shown> shown() const;
+    [[nodiscard]] int along(QSize size) const;
+    [[nodiscard]] int across(QSize size) const;
+    [[nodiscard]] QSize contentSize(const std::vector<Shown>& views) const;
+    [[nodiscard]] int offsetAcross(int room, int length) const;
+    void giveFlexibleSpace(std::vector<Shown>& views, QSize room) const;
+
+    const Stack::Orientation orientation_;
+    const Stack::Alignment alignment_;
+    std::vector<std::unique_ptr<QLayoutItem>> items_;
+};
+
+/// Whether a widget was hidden for itself, and not only because nothing around it is shown yet.
+[[nodiscard]] bool isHiddenOnPurpose(const QWidget& widget);
+
+/// What a widget asks of the stack that it will stand in: the spacing between it and the next widget, in points.
+void setSpacingAfter(QWidget& widget, std::optional<double> spacing);
+[[nodiscard]] std::optional<double> spacingAfter(const QWidget& widget);
+
+/// Whether a widget makes use of more width than it needs: a row with a flexible space in it.
+[[nodiscard]] bool takesSpareWidth(const QWidget& widget);
+
+}  // namespace ovin

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "platform/Views.h"
+
+namespace ovin {
+
+/// A window of its own that shows one view in a size that the user cannot change.
+class ViewWindow final : public QWidget {
+public:
+    struct Handlers {
+        std::function<void(int tag)> clicked;
+        /// May be empty.
+        std::function<void()> closed;
+    };
+
+    /// Handlers are called by the event loop, and no longer once `dismiss` was called: they may destroy whatever they like.
+    ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers handlers);
+
+    /// Shows another view. The button that has the keyboard keeps it, as the one with the same tag.
+    void setView(const View& view, Size size);
+
+    void scrollToEnd();
+
+    /// Takes the window from the screen at once, and deletes it when the event loop runs next.
+    void dismiss();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void giveFirstFocus();
+    void keepFocus(const QWidget* previous);
+
+    std::shared_ptr<const Handlers> handlers_;
+    QWidget* content_ = nullptr;
+};
+
+}  // namespace ovin

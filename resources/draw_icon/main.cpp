@@ -1,0 +1,157 @@
+// Draws the application's icon in the sizes that desktops ask for: draw_icon FOLDER writes FOLDER/16.png and so on.
+
+#include <QColor>
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRadialGradient>
+#include <QString>
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+namespace {
+
+constexpr std::array sides{16, 22, 24, 32, 48, 64, 128, 256, 512};
+
+/// The drawing is made for a tile of this size; y grows downwards.
+constexpr double canvas = 512;
+
+struct Look {
+    /// Between the tile and the edge of the picture.
+    double margin;
+    double barHeight;
+    double barInset;
+    double squareSide;
+    /// Of the square's lowest corner above the bar.
+    double squareRest;
+    bool hasFineParts;
+};
+
+/// Small pictures have few pixels to spend: less air around everything, and nothing that would only blur.
+Look lookFor(int side) {
+    if (side <= 24) return {10, 58, 84, 216, 0, false};
+    if (side <= 48) return {18, 48, 96, 198, 2, false};
+    return {28, 40, 110, 184, 4, true};
+}
+
+QPainterPath rounded(const QRectF& rect, double radius) {
+    QPainterPath path;
+    path.addRoundedRect(rect, radius, radius);
+    return path;
+}
+
+void drawShadow(QPainter& painter, const QPainterPath& shape, double distance, double spread, double opacity) {
+    constexpr int steps = 14;
+    painter.setPen(Qt::NoPen);
+    for (int step = steps; step > 0; --step) {
+        const double width = spread * step / steps;
+        QPainterPathStroker stroker;
+        stroker.setWidth(2 * width);
+        stroker.setJoinStyle(Qt::RoundJoin);
+        painter.fillPath(shape.united(stroker.createStroke(shape)).translated(0, distance),
+                         QColor(10, 12, 20, qRound(255 * opacity / steps)));
+    }
+}
+
+void drawTile(QPainter& painter, const Look& look) {
+    const QRectF tile(look.margin, look.margin, canvas - 2 * look.margin, canvas - 2 * look.margin);
+    const double radius = tile.width() * 0.225;
+    const QPainterPath path = rounded(tile, radius);
+    if (look.hasFineParts) drawShadow(painter, path, 8, 16, 0.28);
+    QLinearGradient night(tile.topLeft(), tile.bottomLeft());
+    night.setColorAt(0, QColor(74, 86, 116));
+    night.setColorAt(0.5, QColor(48, 57, 82));
+    night.setColorAt(1, QColor(30, 36, 54));
+    painter.fillPath(path, night);
+    // A warm light from the square, so that the tile is no flat sheet.
+    QRadialGradient glow(tile.center() + QPointF(8, -28), tile.width() * 0.46);
+    glow.setColorAt(0, QColor(255, 176, 72, 70));
+    glow.setColorAt(1, QColor(255, 176, 72, 0));
+    painter.fillPath(path, glow);
+    if (!look.hasFineParts) return;
+    painter.save();
+    painter.setClipPath(path);
+    QLinearGradient edge(tile.topLeft(), tile.bottomLeft());
+    edge.setColorAt(0, QColor(255, 255, 255, 90));
+    edge.setColorAt(0.25, QColor(255, 255, 255, 22));
+    edge.setColorAt(1, QColor(255, 255, 255, 10));
+    painter.strokePath(path, QPen(QBrush(edge), 6));
+    painter.restore();
+}
+
+QRectF barOf(const Look& look) {
+    const double top = 352 - look.barHeight / 2;
+    return {look.barInset, top, canvas - 2 * look.barInset, look.barHeight};
+}
+
+void drawBar(QPainter& painter, const Look& look) {
+    const QRectF bar = barOf(look);
+    const QPainterPath path = rounded(bar, look.barHeight / 2);
+    if (look.hasFineParts) drawShadow(painter, path, 6, 10, 0.35);
+    QLinearGradient white(bar.topLeft(), bar.bottomLeft());
+    white.setColorAt(0, QColor(255, 255, 255));
+    white.setColorAt(1, QColor(222, 226, 236));
+    painter.fillPath(path, white);
+}
+
+/// Tilted as in the menu bar, with its lowest corner on the bar.
+void drawSquare(QPainter& painter, const Look& look) {
+    constexpr double tilt = -13;
+    constexpr double pi = 3.14159265358979323846;
+    const double side = look.squareSide;
+    const double radius = side * 0.226;
+    const double angle = -tilt * pi / 180;
+    // A rounded corner reaches less far than a sharp one.
+    const double reach = (side / 2 - radius) * (std::cos(angle) + std::sin(angle)) + radius;
+    QTransform place;
+    place.translate(canvas / 2 + 10, barOf(look).top() - look.squareRest - reach);
+    place.rotate(tilt);
+    const QPainterPath path = place.map(rounded({-side / 2, -side / 2, side, side}, radius));
+    if (look.hasFineParts) drawShadow(painter, path, 8, 16, 0.4);
+    const QRectF around = path.boundingRect();
+    QLinearGradient orange(around.topLeft(), around.bottomRight());
+    orange.setColorAt(0, QColor(255, 196, 92));
+    orange.setColorAt(0.5, QColor(245, 160, 52));
+    orange.setColorAt(1, QColor(226, 124, 26));
+    painter.fillPath(path, orange);
+    if (!look.hasFineParts) return;
+    painter.save();
+    painter.setClipPath(path);
+    QLinearGradient edge(around.topLeft(), around.bottomLeft());
+    edge.setColorAt(0, QColor(255, 244, 214, 210));
+    edge.setColorAt(0.4, QColor(255, 244, 214, 40));
+    edge.setColorAt(1, QColor(150, 70, 0, 70));
+    painter.strokePath(path, QPen(QBrush(edge), 7));
+    painter.restore();
+}
+
+QImage drawn(int side) {
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(side / canvas, side / canvas);
+    const Look look = lookFor(side);
+    drawTile(painter, look);
+    drawBar(painter, look);
+    drawSquare(painter, look);
+    return image;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+    if (argumentCount != 2) {
+        std::fputs("usage: draw_icon FOLDER\n", stderr);
+        return 2;
+    }
+    for (const int side : sides) {
+        const QString path = QString("%1/%2.png").arg(QString::fromLocal8Bit(arguments[1])).arg(side);
+        if (drawn(side).save(path, "PNG")) continue;
+        std::fprintf(stderr, "draw_icon: %s cannot be written\n", qPrintable(path));
+        return 1;
+    }
+    return 0;
+}
