@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/DisplayServices.h"
+#include "platform/memory/MemoryEffects.h"
 
 namespace ovin {
 
@@ -32,6 +33,8 @@ public:
         {1, {{0, 0}, {1512, 982}}, {{1, 1512, 982, 3024, true}}, {{1, 1512, 982, 3024, true}}, false}};
     Answer answer = Answer::switches;
     int applyCount = 0;
+    /// Called around every mode that is applied, also one that is refused.
+    EffectHook onEffect;
 
     [[nodiscard]] DisplayID mainDisplay() const override { return displays.empty() ? 0 : displays.front().id; }
 
@@ -57,6 +60,15 @@ public:
 
     [[nodiscard]] bool apply(const DisplayMode& mode, DisplayID display) override {
         ++applyCount;
+        reach(onEffect, EffectMoment::before);
+        const bool isDone = answerTo(mode, display);
+        reach(onEffect, EffectMoment::during);
+        reach(onEffect, EffectMoment::after);
+        return isDone;
+    }
+
+private:
+    [[nodiscard]] bool answerTo(const DisplayMode& mode, DisplayID display) {
         const auto found = std::find_if(displays.begin(), displays.end(), [&](const Display& d) { return d.id == display; });
         if (found == displays.end() || answer == Answer::refuses) return false;
         if (answer == Answer::switches) {
@@ -66,7 +78,6 @@ public:
         return true;
     }
 
-private:
     [[nodiscard]] const Display* find(DisplayID id) const {
         const auto found = std::find_if(displays.begin(), displays.end(), [&](const Display& d) { return d.id == id; });
         return found == displays.end() ? nullptr : &*found;

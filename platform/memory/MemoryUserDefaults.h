@@ -3,6 +3,7 @@
 #include <map>
 
 #include "platform/UserDefaults.h"
+#include "platform/memory/MemoryEffects.h"
 
 namespace ovin {
 
@@ -12,6 +13,8 @@ public:
     std::map<std::string, Value, std::less<>> values;
     /// Lets the store refuse to change, as a full or read-only disk does.
     bool refusesChanges = false;
+    /// Called around every change that is asked for, also one that is refused.
+    EffectHook onEffect;
 
     [[nodiscard]] std::optional<Value> object(std::string_view key) const override {
         const auto found = values.find(key);
@@ -20,15 +23,24 @@ public:
     }
 
     [[nodiscard]] bool set(std::string_view key, const Value& value) override {
-        if (refusesChanges) return false;
-        values.insert_or_assign(std::string(key), value);
-        return true;
+        return change([&] { values.insert_or_assign(std::string(key), value); });
     }
 
     [[nodiscard]] bool remove(std::string_view key) override {
-        if (refusesChanges) return false;
-        if (const auto found = values.find(key); found != values.end()) values.erase(found);
-        return true;
+        return change([&] {
+            if (const auto found = values.find(key); found != values.end()) values.erase(found);
+        });
+    }
+
+private:
+    template <typename Change>
+    bool change(const Change& make) {
+        reach(onEffect, EffectMoment::before);
+        const bool isRefused = refusesChanges;
+        if (!isRefused) make();
+        reach(onEffect, EffectMoment::during);
+        reach(onEffect, EffectMoment::after);
+        return !isRefused;
     }
 };
 
