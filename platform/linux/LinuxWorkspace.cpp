@@ -6,6 +6,7 @@
 #include <array>
 #include <climits>
 #include <filesystem>
+#include <mutex>
 #include <string_view>
 #include <system_error>
 
@@ -46,17 +47,33 @@ std::string nameOf(ProcessID pid, const std::string& executable) {
 
 }  // namespace
 
+struct LinuxWorkspace::Outlet {
+    std::mutex mutex;
+    MainQueue* queue;
+};
+
 LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
                                std::string ownBundleIdentifier, MainQueue& mainQueue)
     : processes_(processes),
       items_(items),
       entries_(std::move(entries)),
       ownBundleIdentifier_(std::move(ownBundleIdentifier)),
-      mainQueue_(mainQueue) {}
+      outlet_(std::make_shared<Outlet>()) {
+    outlet_->queue = &mainQueue;
+}
+
+/// The bus tells of connections until the very end, those that this program closes included.
+LinuxWorkspace::~LinuxWorkspace() {
+    const std::lock_guard lock(outlet_->mutex);
+    outlet_->queue = nullptr;
+}
 
 void LinuxWorkspace::observeApplications(std::function<void()> handler) {
     const auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
-    processes_.observe([&queue = mainQueue_, shared] { queue.async([shared] { (*shared)(); }); });
+    processes_.observe([outlet = outlet_, shared] {
+        const std::lock_guard lock(outlet->mutex);
+        if (outlet->queue != nullptr) outlet->queue->async([shared] { (*shared)(); });
+    });
 }
 
 std::vector<RunningApplication> LinuxWorkspace::runningApplications() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -28,6 +29,9 @@ public:
     /// `processes`, `items` and `mainQueue` must outlive this object. `ownBundleIdentifier` is that of this very process.
     LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
                    std::string ownBundleIdentifier, MainQueue& mainQueue);
+    LinuxWorkspace(const LinuxWorkspace&) = delete;
+    LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
+    ~LinuxWorkspace() override;
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::string displayName(const std::string& path) const override;
@@ -37,13 +41,16 @@ public:
     void open(const std::string&) override {}
 
 private:
+    /// What the bus's thread reaches the main queue through, for as long as there is one.
+    struct Outlet;
+
     [[nodiscard]] RunningApplication describe(ProcessID pid) const;
 
     SessionProcesses& processes_;
     const StatusNotifierItems& items_;
     const DesktopEntries entries_;
     const std::string ownBundleIdentifier_;
-    MainQueue& mainQueue_;
+    const std::shared_ptr<Outlet> outlet_;
 };
 
 }  // namespace ovin

@@ -66,7 +66,7 @@ struct QtStatusItem::Registration {
 
     const QString name = nextConnectionName();
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
-    QDBusServiceWatcher watchers{watcherName, bus, QDBusServiceWatcher::WatchForRegistration};
+    QDBusServiceWatcher watchers{watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange};
 };
 
 QtStatusItem::QtStatusItem(const QtScreens& screens) : screens_(screens), object_("Ovin") {
@@ -86,7 +86,11 @@ void QtStatusItem::enter() {
     registration_->bus.registerObject(objectPath, &object_,
                                       QDBusConnection::ExportAllProperties | QDBusConnection::ExportScriptableSlots |
                                           QDBusConnection::ExportScriptableSignals);
-    connect(&registration_->watchers, &QDBusServiceWatcher::serviceRegistered, this, &QtStatusItem::enroll);
+    // A watcher that goes may be followed at once by one that waited for that, this very program's for one.
+    connect(&registration_->watchers, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& newOwner) {
+                if (!newOwner.isEmpty()) enroll();
+            });
     enroll();
 }
 
