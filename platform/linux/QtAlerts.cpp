@@ -13,11 +13,14 @@ namespace {
 constexpr Font messageFont{14, Font::Weight::semibold};
 constexpr Font informativeFont{12, Font::Weight::regular};
 constexpr int iconSide = 64;
+/// The box would be as narrow as its message, however long the explanation is.
+constexpr int leastTextWidth = 280;
 
 /// The parts of the box are the toolkit's own; the names are all that tells them apart.
-void setFonts(QMessageBox& box) {
+void layOut(QMessageBox& box) {
     box.setFont(qtFont(informativeFont));
     if (auto* const message = box.findChild<QWidget*>("qt_msgbox_label")) message->setFont(qtFont(messageFont));
+    if (auto* const text = box.findChild<QWidget*>("qt_msgbox_informativelabel")) text->setMinimumWidth(leastTextWidth);
 }
 
 }  // namespace
@@ -35,8 +38,9 @@ void QtAlerts::run(const Alert& alert) {
     if (!icon.isNull()) box->setIconPixmap(icon.pixmap(QSize(iconSide, iconSide), box->devicePixelRatioF()));
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(QString::fromStdString(alert.informative));
-    setFonts(*box);
+    layOut(*box);
     box->setDefaultButton(QMessageBox::Ok);
+    box->button(QMessageBox::Ok)->setIcon({});
     box->setAccessibleName(box->text());
     box->setAccessibleDescription(box->informativeText());
     box->setAttribute(Qt::WA_DeleteOnClose);

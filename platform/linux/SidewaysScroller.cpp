@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/linux/QtViews.h"
+#include "platform/linux/StackLayout.h"
 
 namespace ovin {
 namespace {
@@ -28,7 +29,9 @@ SidewaysScroller::SidewaysScroller(QWidget* content, Size size)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
-    setWidget(content);
+    const bool isHidden = isHiddenOnPurpose(*content);
+    setWidget(content);  // which shows it
+    content->setHidden(isHidden);
     content->setAutoFillBackground(false);
     content->resize(content->sizeHint().width(), qRound(size.height));
 

@@ -14,11 +14,12 @@ constexpr double pressedOpacity = 0.6;
 
 TextButtonWidget::TextButtonWidget(const TextButton& button) : PressButton(button.tag), title_(button.title) {
     installViewAccessibles();
+    // First: it tells assistive programs what this is, which they learn together with its text.
+    if (button.isLink) setCursor(Qt::PointingHandCursor);
     setText(plainText(button.title));
     setShortcut({});
     setAccessibleName(text());
     setPlainToolTip(*this, button.toolTip);
-    if (button.isLink) setCursor(Qt::PointingHandCursor);
 }
 
 decltype(View::content) TextButtonWidget::content() const {

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/linux/QtViews.h"
+#include "platform/linux/StackLayout.h"
 
 namespace ovin {
 namespace {
@@ -46,7 +47,9 @@ UprightScroller::UprightScroller(QWidget* content, Size size) : size_(size), scr
     viewport()->setAutoFillBackground(false);
     // The page is as wide as the scroller, and as high as it needs to be.
     setWidgetResizable(true);
-    setWidget(content);
+    const bool isHidden = isHiddenOnPurpose(*content);
+    setWidget(content);  // which shows it
+    content->setHidden(isHidden);
     content->setAutoFillBackground(false);
     connectScroller();
     setFixedSize(QSizeF(size.width, size.height).toSize());
@@ -57,6 +60,7 @@ void UprightScroller::connectScroller() {
     styleScroller();
     scroller_->setFocusPolicy(Qt::NoFocus);
     scroller_->hide();
+    setFocusPolicy(Qt::NoFocus);
     QScrollBar* const own = verticalScrollBar();
     own->setSingleStep(pointsPerLine);
     connect(own, &QScrollBar::rangeChanged, scroller_, [this, own](int lowest, int highest) {
@@ -88,10 +92,17 @@ decltype(View::content) UprightScroller::content() const {
 }
 
 void UprightScroller::scrollToEnd() {
-    // The page may not have been laid out yet, and so have no length.
+    // A page that has not been shown has not been laid out either, and so has no length.
+    endsWhenShown_ = !isVisible();
+    if (endsWhenShown_) return;
     if (widget()->layout() != nullptr) widget()->layout()->activate();
     QCoreApplication::sendPostedEvents(this, QEvent::LayoutRequest);
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void UprightScroller::showEvent(QShowEvent* event) {
+    QScrollArea::showEvent(event);
+    if (endsWhenShown_) scrollToEnd();
 }
 
 bool UprightScroller::scrollBy(const QKeyEvent& key) {

@@ -22,6 +22,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -30,6 +31,7 @@ private:
 
     const Size size_;
     QScrollBar* const scroller_;
+    bool endsWhenShown_ = false;
 };
 
 }  // namespace ovin

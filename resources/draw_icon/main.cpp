@@ -42,16 +42,18 @@ QPainterPath rounded(const QRectF& rect, double radius) {
     return path;
 }
 
+/// Soft: rings of which each adds a little, the more of them the nearer to the shape.
 void drawShadow(QPainter& painter, const QPainterPath& shape, double distance, double spread, double opacity) {
-    constexpr int steps = 14;
-    painter.setPen(Qt::NoPen);
-    for (int step = steps; step > 0; --step) {
-        const double width = spread * step / steps;
+    constexpr int rings = 24;
+    for (int ring = 1; ring <= rings; ++ring) {
+        const double reach = spread * ring / rings;
+        const double nearness = 1 - static_cast<double>(ring - 1) / rings;
         QPainterPathStroker stroker;
-        stroker.setWidth(2 * width);
+        stroker.setWidth(2 * reach);
         stroker.setJoinStyle(Qt::RoundJoin);
-        painter.fillPath(shape.united(stroker.createStroke(shape)).translated(0, distance),
-                         QColor(10, 12, 20, qRound(255 * opacity / steps)));
+        QColor color(8, 10, 18);
+        color.setAlphaF(static_cast<float>(2 * opacity * nearness / rings));
+        painter.fillPath(shape.united(stroker.createStroke(shape)).translated(0, distance), color);
     }
 }
 
@@ -59,7 +61,7 @@ void drawTile(QPainter& painter, const Look& look) {
     const QRectF tile(look.margin, look.margin, canvas - 2 * look.margin, canvas - 2 * look.margin);
     const double radius = tile.width() * 0.225;
     const QPainterPath path = rounded(tile, radius);
-    if (look.hasFineParts) drawShadow(painter, path, 8, 16, 0.28);
+    if (look.hasFineParts) drawShadow(painter, path, 6, 20, 0.3);
     QLinearGradient night(tile.topLeft(), tile.bottomLeft());
     night.setColorAt(0, QColor(74, 86, 116));
     night.setColorAt(0.5, QColor(48, 57, 82));
@@ -89,7 +91,7 @@ QRectF barOf(const Look& look) {
 void drawBar(QPainter& painter, const Look& look) {
     const QRectF bar = barOf(look);
     const QPainterPath path = rounded(bar, look.barHeight / 2);
-    if (look.hasFineParts) drawShadow(painter, path, 6, 10, 0.35);
+    if (look.hasFineParts) drawShadow(painter, path, 6, 18, 0.45);
     QLinearGradient white(bar.topLeft(), bar.bottomLeft());
     white.setColorAt(0, QColor(255, 255, 255));
     white.setColorAt(1, QColor(222, 226, 236));
@@ -109,7 +111,7 @@ void drawSquare(QPainter& painter, const Look& look) {
     place.translate(canvas / 2 + 10, barOf(look).top() - look.squareRest - reach);
     place.rotate(tilt);
     const QPainterPath path = place.map(rounded({-side / 2, -side / 2, side, side}, radius));
-    if (look.hasFineParts) drawShadow(painter, path, 8, 16, 0.4);
+    if (look.hasFineParts) drawShadow(painter, path, 8, 26, 0.5);
     const QRectF around = path.boundingRect();
     QLinearGradient orange(around.topLeft(), around.bottomRight());
     orange.setColorAt(0, QColor(255, 196, 92));

@@ -50,7 +50,7 @@ inline View guide(const Image& icon, double height) {
                                 {"Items that the bar has no room for are shown in a row below it. Point at the ", plain, {}},
                                 {"tilted square", bold, Color{SystemColor::systemOrange}},
                                 {", click it, and the row opens; click anything else, and it closes. ", plain, {}},
-                                {"Grüße, 日本語 & <b>no mark-up</b>.", plain, Color{SystemColor::secondaryLabel}}},
+                                {"Grüße & <b>no mark-up</b>.", plain, Color{SystemColor::secondaryLabel}}},
                                textWidth,
                                3}});
     }

@@ -1,0 +1,49 @@
+#include "platform/linux/QtResources.h"
+
+#include <gtest/gtest.h>
+
+#include <QIcon>
+
+#include "platform/linux/QtIcons.h"
+
+namespace ovin {
+namespace {
+
+TEST(QtResources, TheIconIsThereInEverySizeThatDesktopsAskFor) {
+    const QIcon icon = qtIcon(QtResources().applicationIcon());
+    for (const int side : {16, 22, 24, 32, 48, 64, 128, 256, 512}) {
+        EXPECT_TRUE(icon.availableSizes().contains(QSize(side, side))) << side;
+        const QImage picture = icon.pixmap(side, side).toImage();
+        EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0) << side;
+        // The square in the middle.
+        EXPECT_GT(picture.pixelColor(side / 2, side * 2 / 5).red(), 200) << side;
+        EXPECT_LT(picture.pixelColor(side / 2, side * 2 / 5).blue(), 120) << side;
+    }
+}
+
+TEST(QtResources, APictureHasTwoPixelsForEachPointAndIsEqualToItself) {
+    const QtResources resources;
+    const auto picture = resources.picture("Ovin");
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->size, (Size{256, 256}));
+    EXPECT_TRUE(resources.picture("Ovin")->image == picture->image);
+    EXPECT_TRUE(qtIcon(picture->image).availableSizes().contains(QSize(512, 512)));
+}
+
+TEST(QtResources, APictureThatIsMissingIsNone) {
+    const QtResources resources;
+    for (const char* name : {"no-such-picture", "", "../icon/16", "../pictures/Ovin", "Ovin.png"}) {
+        EXPECT_FALSE(resources.picture(name)) << name;
+    }
+}
+
+TEST(QtResources, TheVersionIsThatOfTheBuild) {
+    const QtResources resources;
+    EXPECT_EQ(resources.infoString("CFBundleShortVersionString"), OVIN_VERSION);
+    EXPECT_EQ(resources.infoString("CFBundleVersion"), OVIN_BUILD_NUMBER);
+    EXPECT_EQ(resources.infoString("NoSuchKey"), std::nullopt);
+    EXPECT_EQ(resources.infoString(""), std::nullopt);
+}
+
+}  // namespace
+}  // namespace ovin

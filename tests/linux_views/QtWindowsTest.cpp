@@ -1,0 +1,257 @@
+#include "platform/linux/QtWindows.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPointer>
+#include <QScreen>
+#include <QScrollBar>
+#include <memory>
+#include <vector>
+
+#include "platform/linux/DisclosureWidget.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/PushButtonWidget.h"
+#include "platform/linux/QtAlerts.h"
+#include "platform/linux/QtViews.h"
+#include "platform/linux/UprightScroller.h"
+#include "platform/linux/ViewWindow.h"
+#include "tests/support/SamplePages.h"
+
+namespace ovin {
+namespace {
+
+class QtWindowsTest : public testing::Test {
+protected:
+    ~QtWindowsTest() override { handleEvents(); }
+
+    static void handleEvents() {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    static std::vector<ViewWindow*> existing() {
+        std::vector<ViewWindow*> found;
+        for (QWidget* const widget : QApplication::topLevelWidgets()) {
+            if (auto* const window = dynamic_cast<ViewWindow*>(widget)) found.push_back(window);
+        }
+        return found;
+    }
+
+    /// The only window that there is.
+    static ViewWindow& window() { return *existing().at(0); }
+
+    template <typename Widget>
+    static Widget* find(QWidget& root, int tag) {
+        for (QWidget* const child : root.findChildren<QWidget*>()) {
+            auto* const widget = dynamic_cast<Widget*>(child);
+            if (widget != nullptr && widget->tag() == tag && widget->isVisibleTo(&root)) return widget;
+        }
+        return nullptr;
+    }
+
+    std::unique_ptr<InformationWindow> page(
+        const View& view, std::function<void(int)> clicked = [](int) {}) {
+        return windows.makeInformationWindow("Page", view, windows.fittingSize(view), std::move(clicked));
+    }
+
+    QtWindows windows;
+    const Image icon{std::make_shared<NamedIcon>("text-x-generic")};
+};
+
+TEST_F(QtWindowsTest, AnInformationWindowIsHiddenUntilItIsShown) {
+    const auto shown = page(SamplePages::about(icon));
+    EXPECT_FALSE(shown->isOpen());
+    EXPECT_FALSE(window().isVisible());
+    shown->show();
+    EXPECT_TRUE(shown->isOpen());
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(window().windowTitle(), "Page");
+    shown->close();
+    EXPECT_FALSE(shown->isOpen());
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(QtWindowsTest, AWindowShowsItsViewInTheFittingSize) {
+    for (const View& view : {SamplePages::guide(icon, 300), SamplePages::about(icon), SamplePages::card(1.3, true),
+                             SamplePages::everything(icon)}) {
+        handleEvents();
+        const auto shown = page(view);
+        shown->show();
+        const auto* content = window().findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        EXPECT_TRUE(readBack(*content) == view);
+        EXPECT_EQ(content->geometry(), window().rect());
+        EXPECT_EQ(content->size(), content->sizeHint());
+    }
+}
+
+TEST_F(QtWindowsTest, AnInformationWindowOpensInTheCentreAndThenWhereTheUserLeftIt) {
+    const auto shown = page(SamplePages::about(icon));
+    shown->show();
+    const QPoint distance =
+        window().frameGeometry().center() - QGuiApplication::primaryScreen()->availableGeometry().center();
+    // The frame is not known before there is one.
+    EXPECT_LE(distance.manhattanLength(), 8);
+    window().move(37, 41);
+    shown->close();
+    shown->show();
+    EXPECT_EQ(window().pos(), QPoint(37, 41));
+}
+
+TEST_F(QtWindowsTest, APageHasTheKeyboardFromTheStartAndScrollsToItsEnd) {
+    const auto shown = page(SamplePages::guide(icon, 300));
+    shown->show();
+    auto* const scroller = dynamic_cast<UprightScroller*>(window().focusWidget());
+    ASSERT_NE(scroller, nullptr);
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), 0);
+    shown->scrollToEnd();
+    EXPECT_GT(scroller->verticalScrollBar()->value(), 300);
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), scroller->verticalScrollBar()->maximum());
+}
+
+TEST_F(QtWindowsTest, APageScrollsToItsEndAlsoBeforeItIsShown) {
+    const auto shown = page(SamplePages::guide(icon, 300));
+    shown->scrollToEnd();
+    shown->show();
+    handleEvents();
+    const auto* scroller = dynamic_cast<UprightScroller*>(window().focusWidget());
+    ASSERT_NE(scroller, nullptr);
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), scroller->verticalScrollBar()->maximum());
+    EXPECT_GT(scroller->verticalScrollBar()->maximum(), 300);
+}
+
+TEST_F(QtWindowsTest, AHandlerMayDestroyItsWindow) {
+    std::unique_ptr<InformationWindow> shown;
+    std::vector<int> clicks;
+    shown = page(SamplePages::guide(icon, 300), [&](int tag) {
+        clicks.push_back(tag);
+        shown.reset();
+    });
+    shown->show();
+    const QPointer<QWidget> widget = &window();
+    find<PushButtonWidget>(window(), SamplePages::done)->click();
+    EXPECT_TRUE(clicks.empty());
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{SamplePages::done});
+    EXPECT_EQ(shown, nullptr);
+    EXPECT_TRUE(widget.isNull());
+}
+
+TEST_F(QtWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
+    int clicks = 0;
+    auto shown = page(SamplePages::guide(icon, 300), [&](int) { ++clicks; });
+    shown->show();
+    find<PushButtonWidget>(window(), SamplePages::done)->click();
+    shown.reset();
+    handleEvents();
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(existing().empty());
+}
+
+TEST_F(QtWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
+    std::unique_ptr<FloatingPanel> panel;
+    int closed = 0;
+    panel = windows.makeFloatingPanel(
+        "Card", [](int) {},
+        [&] {
+            ++closed;
+            panel.reset();
+        });
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows.fittingSize(view), Point{50, 60});
+    EXPECT_EQ(window().pos(), QPoint(50, 60));
+    EXPECT_TRUE(window().testAttribute(Qt::WA_ShowWithoutActivating));
+    window().close();
+    EXPECT_EQ(closed, 0);
+    handleEvents();
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(panel, nullptr);
+    EXPECT_TRUE(existing().empty());
+}
+
+TEST_F(QtWindowsTest, AFloatingPanelGoesSilently) {
+    int closed = 0;
+    auto panel = windows.makeFloatingPanel(
+        "Card", [](int) {}, [&] { ++closed; });
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows.fittingSize(view), {});
+    window().close();
+    panel.reset();
+    handleEvents();
+    EXPECT_EQ(closed, 0);
+}
+
+TEST_F(QtWindowsTest, AFloatingPanelStaysWhereTheUserMovedItAndItsButtonKeepsTheKeyboard) {
+    int clicked = 0;
+    auto panel = windows.makeFloatingPanel(
+        "Card", [&](int tag) { clicked = tag; }, [] {});
+    const View small = SamplePages::card(1, false);
+    const View large = SamplePages::card(1.3, true);
+    panel->show(small, windows.fittingSize(small), Point{50, 60});
+    window().move(90, 70);
+    find<DisclosureWidget>(window(), SamplePages::disclose)->setFocus(Qt::TabFocusReason);
+    for (const View& view : {large, small, large}) {
+        panel->replace(view, windows.fittingSize(view));
+        handleEvents();
+        EXPECT_EQ(window().pos(), QPoint(90, 70));
+        EXPECT_EQ(window().size().height(), static_cast<int>(windows.fittingSize(view).height));
+        EXPECT_EQ(window().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
+        auto* const triangle = find<DisclosureWidget>(window(), SamplePages::disclose);
+        ASSERT_NE(triangle, nullptr);
+        EXPECT_EQ(window().focusWidget(), triangle);
+    }
+    find<DisclosureWidget>(window(), SamplePages::disclose)->click();
+    handleEvents();
+    EXPECT_EQ(clicked, SamplePages::disclose);
+}
+
+TEST_F(QtWindowsTest, AClickOnContentThatIsReplacedMeanwhileIsDelivered) {
+    int clicked = 0;
+    auto panel = windows.makeFloatingPanel(
+        "Card", [&](int tag) { clicked = tag; }, [] {});
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows.fittingSize(view), {});
+    find<DisclosureWidget>(window(), SamplePages::disclose)->click();
+    panel->replace(view, windows.fittingSize(view));
+    handleEvents();
+    EXPECT_EQ(clicked, SamplePages::disclose);
+}
+
+std::vector<QMessageBox*> boxes() {
+    std::vector<QMessageBox*> found;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (auto* const box = dynamic_cast<QMessageBox*>(widget)) found.push_back(box);
+    }
+    return found;
+}
+
+TEST_F(QtWindowsTest, SeveralAlertsAreShownAndEachIsAcknowledgedByItself) {
+    QtAlerts alerts;
+    alerts.run({"<b>First</b>", "Why & how"});
+    alerts.run({"Second", ""});
+    ASSERT_EQ(boxes().size(), 2U);
+    QMessageBox* const first = boxes()[0]->text() == "Second" ? boxes()[1] : boxes()[0];
+    EXPECT_EQ(first->text(), "<b>First</b>");
+    EXPECT_EQ(first->textFormat(), Qt::PlainText);
+    EXPECT_EQ(first->informativeText(), "Why & how");
+    EXPECT_TRUE(first->isModal());
+    first->button(QMessageBox::Ok)->click();
+    handleEvents();
+    ASSERT_EQ(boxes().size(), 1U);
+    EXPECT_EQ(boxes()[0]->text(), "Second");
+}
+
+TEST_F(QtWindowsTest, AlertsThatNobodyAcknowledgedGoWithTheProgram) {
+    {
+        QtAlerts alerts;
+        alerts.run({"First", ""});
+        alerts.run({"Second", ""});
+        boxes()[0]->close();  // deleted later, and so perhaps after the alerts
+    }
+    EXPECT_TRUE(boxes().empty());
+    handleEvents();
+}
+
+}  // namespace
+}  // namespace ovin

@@ -1,0 +1,266 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QPixmap>
+#include <QScrollBar>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/DisclosureWidget.h"
+#include "platform/linux/ImageWidget.h"
+#include "platform/linux/LabelWidget.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/PushButtonWidget.h"
+#include "platform/linux/QtColors.h"
+#include "platform/linux/QtViews.h"
+#include "platform/linux/QtWindows.h"
+#include "platform/linux/TextButtonWidget.h"
+#include "platform/linux/UprightScroller.h"
+#include "tests/support/SamplePages.h"
+
+namespace ovin {
+namespace {
+
+std::unique_ptr<QWidget> shown(
+    const View& view, const std::function<void(int)>& clicked = [](int) {}) {
+    std::unique_ptr<QWidget> widget(makeWidget(view, clicked));
+    widget->resize(widget->sizeHint());
+    widget->show();
+    QCoreApplication::processEvents();
+    return widget;
+}
+
+void press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QKeyEvent down(QEvent::KeyPress, key, modifiers);
+    QCoreApplication::sendEvent(&widget, &down);
+    QKeyEvent up(QEvent::KeyRelease, key, modifiers);
+    QCoreApplication::sendEvent(&widget, &up);
+}
+
+const Image& icon() {
+    static const Image image(std::make_shared<NamedIcon>("text-x-generic"));
+    return image;
+}
+
+View paragraph(const std::string& text, double width, double lineSpacing = 0) {
+    return {Label{{{text, Font{14}, {}}}, width, lineSpacing}};
+}
+
+double height(const View& view) { return QtWindows().fittingSize(view).height; }
+
+TEST(ViewWidgets, NoTextIsCutOffInAPageOfParagraphs) {
+    for (const View& view : {SamplePages::guide(icon(), 300), SamplePages::card(1, true), SamplePages::card(1.3, true),
+                             SamplePages::everything(icon())}) {
+        const auto widget = shown(view);
+        int count = 0;
+        for (QWidget* const child : widget->findChildren<QWidget*>()) {
+            auto* const label = dynamic_cast<LabelWidget*>(child);
+            if (label == nullptr || label->isHidden()) continue;
+            ++count;
+            EXPECT_EQ(label->height(),
+                      label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height());
+            EXPECT_GE(label->width(), label->sizeHint().width());
+        }
+        EXPECT_GE(count, 2);
+    }
+}
+
+TEST(ViewWidgets, AColumnIsAsHighAsItsParagraphsAndTheSpaceBetweenThem) {
+    const View one = paragraph("A paragraph that is so long that it needs some lines, however wide letters are.", 150, 3);
+    EXPECT_EQ(height({SamplePages::column({one, one, one}, 12, {5, 0, 7, 0})}), 3 * height(one) + 2 * 12 + 5 + 7);
+}
+
+TEST(ViewWidgets, SpaceBetweenLinesIsAddedBetweenThemOnly) {
+    EXPECT_EQ(height(paragraph("One line", 200, 10)), height(paragraph("One line", 200)));
+    EXPECT_EQ(height(paragraph("Two\nlines", 200, 10)), height(paragraph("Two\nlines", 200)) + 10);
+}
+
+TEST(ViewWidgets, AWordThatIsWiderThanItsParagraphIsBroken) {
+    EXPECT_GT(height(paragraph(std::string(100, 'W'), 100)), 2 * height(paragraph("W", 100)));
+    EXPECT_EQ(QtWindows().fittingSize(paragraph(std::string(100, 'W'), 100)).width, 100);
+}
+
+TEST(ViewWidgets, HiddenViewsTakeNoRoomAndNoSpacing) {
+    View first{Spacer{10}};
+    View hidden{Spacer{20}, true, 30};
+    const View last{Spacer{40}};
+    EXPECT_EQ(height({SamplePages::column({first, hidden, last}, 5)}), 10 + 5 + 40);
+    EXPECT_EQ(height({SamplePages::column({first, last, hidden}, 5)}), 10 + 5 + 40);
+    first.spacingAfter = 7.0;
+    EXPECT_EQ(height({SamplePages::column({first, hidden, last}, 5)}), 10 + 7 + 40);
+    EXPECT_EQ(height({SamplePages::column({hidden}, 5, {1, 1, 1, 1})}), 2);
+    EXPECT_EQ(QtWindows().fittingSize(hidden), Size{});
+}
+
+TEST(ViewWidgets, AFlexibleSpaceTakesWhatItsRowHasToSpare) {
+    const auto widget = shown(SamplePages::row({{Separator{10}}, {FlexibleSpace{}}, {Separator{20}}}, 5, 100.0));
+    EXPECT_EQ(widget->layout()->itemAt(0)->widget()->x(), 0);
+    EXPECT_EQ(widget->layout()->itemAt(1)->widget()->width(), 100 - 10 - 20 - 2 * 5);
+    EXPECT_EQ(widget->layout()->itemAt(2)->widget()->geometry().right(), 99);
+}
+
+TEST(ViewWidgets, ARowWithAFlexibleSpaceIsAsWideAsItsColumn) {
+    const auto widget =
+        shown({SamplePages::column({{Separator{200}}, SamplePages::row({{FlexibleSpace{}}, {Spacer{9}}})}, 0)});
+    EXPECT_EQ(widget->layout()->itemAt(1)->widget()->width(), 200);
+}
+
+TEST(ViewWidgets, ViewsOfAColumnAreLeftOrCentred) {
+    Stack stack = SamplePages::column({{Separator{100}}, {Separator{50}}}, 0);
+    EXPECT_EQ(shown({stack})->layout()->itemAt(1)->widget()->x(), 0);
+    stack.alignment = Stack::Alignment::center;
+    EXPECT_EQ(shown({stack})->layout()->itemAt(1)->widget()->x(), 25);
+}
+
+TEST(ViewWidgets, TextIsNeverMarkUp) {
+    const std::string text = "<b>bold</b> & &amp; <img src='x'>";
+    const auto label = shown({Label{{{text, {}, {}}}, {}}});
+    EXPECT_EQ(dynamic_cast<LabelWidget&>(*label).textFormat(), Qt::PlainText);
+    const View escaped{Label{{{std::string(text.size(), 'i'), {}, {}}}, {}}};
+    EXPECT_GT(label->width(), QtWindows().fittingSize(escaped).width);
+    const auto button = shown({TextButton{{{text, {}, {}}}, text, true, 1}});
+    EXPECT_EQ(button->toolTip().toStdString().find("<img"), std::string::npos);
+    EXPECT_EQ(dynamic_cast<TextButtonWidget&>(*button).text().toStdString(), text);
+}
+
+TEST(ViewWidgets, AnAmpersandInATitleIsNoShortcut) {
+    const auto button = shown({PushButton{"Save & &Quit", {}, KeyEquivalent::none, false, {}, 1}});
+    EXPECT_TRUE(dynamic_cast<PushButtonWidget&>(*button).shortcut().isEmpty());
+}
+
+TEST(ViewWidgets, SpaceAndReturnPressEveryButtonOfAPage) {
+    for (const View& view :
+         {View{PushButton{"A", {}, KeyEquivalent::none, false, {}, 7}}, View{DisclosureTriangle{false, {13}, "A", 7}},
+          View{TextButton{{{"A", {}, {}}}, "", true, 7}}}) {
+        std::vector<int> clicks;
+        const auto widget = shown(view, [&](int tag) { clicks.push_back(tag); });
+        press(*widget, Qt::Key_Space);
+        press(*widget, Qt::Key_Return);
+        press(*widget, Qt::Key_Enter);
+        press(*widget, Qt::Key_A);
+        press(*widget, Qt::Key_Escape);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(clicks, std::vector<int>(3, 7));
+    }
+}
+
+TEST(ViewWidgets, ATriangleIsTurnedByItsDescriptionAndNotByTheClick) {
+    const View view{DisclosureTriangle{false, {13}, "Details", 1}};
+    const auto widget = shown(view);
+    dynamic_cast<QAbstractButton&>(*widget).click();
+    EXPECT_TRUE(readBack(*widget) == view);
+}
+
+TEST(ViewWidgets, APageScrollsByItsKeysFromWhereverTheKeyboardIs) {
+    const auto widget = shown(SamplePages::guide(icon(), 300));
+    auto* const scroller = dynamic_cast<UprightScroller*>(widget->layout()->itemAt(0)->widget());
+    ASSERT_NE(scroller, nullptr);
+    QScrollBar& bar = *scroller->verticalScrollBar();
+    ASSERT_GT(bar.maximum(), 300);
+    const auto after = [&](int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        press(*scroller->widget(), key, modifiers);
+        return bar.value();
+    };
+    EXPECT_EQ(after(Qt::Key_End), bar.maximum());
+    EXPECT_EQ(after(Qt::Key_Home), 0);
+    EXPECT_EQ(after(Qt::Key_PageDown), bar.pageStep());
+    EXPECT_EQ(after(Qt::Key_Space), 2 * bar.pageStep());
+    EXPECT_EQ(after(Qt::Key_Space, Qt::ShiftModifier), bar.pageStep());
+    EXPECT_EQ(after(Qt::Key_PageUp), 0);
+    EXPECT_EQ(after(Qt::Key_Down), bar.singleStep());
+    EXPECT_EQ(after(Qt::Key_Up), 0);
+}
+
+TEST(ViewWidgets, AScrollerHidesWhenAllOfThePageIsSeen) {
+    const auto scrollerOf = [](double length) {
+        const auto content = std::make_shared<const View>(View{Spacer{length}});
+        return shown({ScrollView{{80, 100}, content, Stack::Orientation::vertical}});
+    };
+    const auto isSeen = [](const QWidget& widget) {
+        return widget.findChild<QScrollBar*>(QString(), Qt::FindDirectChildrenOnly)->isVisible();
+    };
+    EXPECT_FALSE(isSeen(*scrollerOf(100)));
+    EXPECT_TRUE(isSeen(*scrollerOf(101)));
+    EXPECT_EQ(scrollerOf(100)->focusPolicy(), Qt::NoFocus);
+    EXPECT_EQ(scrollerOf(101)->focusPolicy(), Qt::StrongFocus);
+}
+
+QColor cornerAfterChangeTo(QPalette palette, Box box) {
+    Stack stack = SamplePages::column({{Separator{20}}, {Spacer{20}}}, 0);
+    stack.box = box;
+    const auto widget = shown({stack});
+    widget->setPalette(palette);
+    return widget->grab().toImage().pixelColor(1, 15);
+}
+
+TEST(ViewWidgets, ABoxFollowsTheColoursOfTheDesktop) {
+    const Box box{{SystemColor::label}, {SystemColor::clear}, 0, 0};
+    EXPECT_EQ(cornerAfterChangeTo(QPalette(Qt::black), box), QColor(Qt::white));
+    EXPECT_EQ(cornerAfterChangeTo(QPalette(Qt::white), box), QColor(Qt::black));
+}
+
+TEST(ViewWidgets, TextOnTheAccentColourIsReadable) {
+    EXPECT_EQ(readableOn(Qt::black), QColor(Qt::white));
+    EXPECT_EQ(readableOn(QColor(48, 140, 198)), QColor(Qt::white));
+    EXPECT_EQ(readableOn(Qt::yellow), QColor(Qt::black));
+}
+
+TEST(ViewWidgets, PicturesKeepTheirProportionsAndLoseTheirCorners) {
+    QPixmap red(100, 50);
+    red.fill(Qt::red);
+    const QString path = QDir::tempPath() + "/ovin-wide-picture.png";
+    ASSERT_TRUE(red.save(path));
+    const Image image(std::make_shared<NamedIcon>(path.toStdString()));
+    const QImage seen = shown({ImageView{image, {60, 60}, 8, ""}})->grab().toImage();
+    QFile::remove(path);
+    EXPECT_EQ(seen.pixelColor(30, 30), QColor(Qt::red));
+    EXPECT_EQ(seen.pixelColor(1, 30), QColor(Qt::red));
+    EXPECT_NE(seen.pixelColor(30, 13), QColor(Qt::red));
+    EXPECT_EQ(seen.pixelColor(30, 16), QColor(Qt::red));
+    EXPECT_NE(seen.pixelColor(0, 15), QColor(Qt::red));
+}
+
+QAccessibleInterface& accessible(QWidget& widget) { return *QAccessible::queryAccessibleInterface(&widget); }
+
+TEST(ViewWidgets, AssistiveProgramsKnowWhatEverythingIs) {
+    const auto triangle = shown({DisclosureTriangle{true, {13}, "Details", 1}});
+    EXPECT_EQ(accessible(*triangle).text(QAccessible::Name), "Details");
+    EXPECT_EQ(accessible(*triangle).role(), QAccessible::Button);
+    EXPECT_TRUE(accessible(*triangle).state().expanded);
+    EXPECT_TRUE(accessible(*triangle).state().checked);
+    const auto link = shown({TextButton{{{"Web ", {}, {}}, {"site", Font{17}, {}}}, "", true, 1}});
+    EXPECT_EQ(accessible(*link).text(QAccessible::Name), "Web site");
+    EXPECT_EQ(accessible(*link).role(), QAccessible::Link);
+    const auto button = shown({PushButton{"Done", {}, KeyEquivalent::none, false, {}, 1}});
+    EXPECT_EQ(accessible(*button).text(QAccessible::Name), "Done");
+    const auto label = shown({Label{{{"A ", {}, {}}, {"label", Font{17}, {}}}, {}}});
+    EXPECT_EQ(accessible(*label).text(QAccessible::Name), "A label");
+    EXPECT_EQ(accessible(*label).role(), QAccessible::StaticText);
+    const auto picture = shown({ImageView{icon(), {20, 20}, 0, "Icon"}});
+    EXPECT_EQ(accessible(*picture).role(), QAccessible::Graphic);
+    EXPECT_EQ(accessible(*picture).text(QAccessible::Name), "Icon");
+}
+
+TEST(ViewWidgets, AssistiveProgramsPressEveryButton) {
+    for (const View& view :
+         {View{TextButton{{{"A", {}, {}}}, "", true, 7}}, View{DisclosureTriangle{false, {13}, "A", 7}}}) {
+        int clicked = 0;
+        const auto widget = shown(view, [&](int tag) { clicked = tag; });
+        QAccessibleActionInterface* const actions = accessible(*widget).actionInterface();
+        ASSERT_NE(actions, nullptr);
+        EXPECT_EQ(actions->actionNames().front(), QAccessibleActionInterface::pressAction());
+        actions->doAction(QAccessibleActionInterface::pressAction());
+        QCoreApplication::processEvents();
+        EXPECT_EQ(clicked, 7);
+    }
+}
+
+}  // namespace
+}  // namespace ovin
