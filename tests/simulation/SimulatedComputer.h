@@ -1,0 +1,162 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "organize/ArrangeSession.h"
+#include "organize/DisplayWidener.h"
+#include "tests/support/MenuBarScene.h"
+
+namespace ovin {
+
+/// Where within an effect the program dies. A mode that is being applied has been applied in both of the middle cases.
+enum class CrashPhase { before, duringAndTheOldSurvives, duringAndTheNewSurvives, after };
+inline constexpr CrashPhase crashPhases[] = {CrashPhase::before, CrashPhase::duringAndTheOldSurvives,
+                                             CrashPhase::duringAndTheNewSurvives, CrashPhase::after};
+
+struct CrashPoint {
+    /// The effects of one run of the program are numbered from 0.
+    int effect = 0;
+    CrashPhase phase = CrashPhase::before;
+};
+
+/// Thrown out of an effect, through the program: it is dead.
+struct Crash {};
+
+/// Thrown wherever something has happened that must never happen.
+struct Violation {
+    std::string what;
+};
+
+/// A computer with displays, settings and a user, on which the program is launched, used, quit, and crashes. It knows in
+/// which mode each display ought to be, and watches every effect that the program has.
+class SimulatedComputer {
+public:
+    using Display = MemoryDisplays::Display;
+    using Values = std::map<std::string, UserDefaults::Value, std::less<>>;
+
+    /// What outlives the program.
+    struct Hardware {
+        /// The first is the main one.
+        std::vector<Display> connected;
+        std::vector<Display> unplugged;
+        Values settings;
+    };
+
+    enum class Items { withoutMenuBar, allDrawn, needRoom, neverAllDrawn };
+
+    /// What becomes of the effect that is about to happen.
+    struct Fault {
+        bool settingsRefuse = false;
+        MemoryDisplays::Answer answer = MemoryDisplays::Answer::switches;
+    };
+
+    struct Counts {
+        long launches = 0;
+        long effects = 0;
+        long crashes = 0;
+        /// Launches that found a widening on record.
+        long recoveries = 0;
+        long starts = 0;
+    };
+
+    explicit SimulatedComputer(int displayCount = 1);
+
+    /// Faults of the effect with this number; none by default.
+    std::function<Fault(int effect)> faults;
+    /// Where the program is to die; nowhere by default. Cleared by the crash.
+    std::optional<CrashPoint> crashPoint;
+    Counts counts;
+
+    // The program. Whatever calls it may throw `Crash`, after which `die` is due.
+
+    /// A new run of the program, which ends whatever session it finds.
+    void launch();
+    void begin();
+    void end();
+    void pass(std::chrono::milliseconds time);
+    void passUntilIdle();
+    void die();
+    [[nodiscard]] bool isRunning() const { return program_ != nullptr; }
+    [[nodiscard]] bool isActive() const { return isRunning() && program_->session->isActive(); }
+    [[nodiscard]] int effectCount() const { return effectCount_; }
+
+    // The user and the hardware. The program is told when time passes next.
+
+    void unplugMainDisplay();
+    /// Plugs in the display that has been away longest: in the mode that it had or in its own, under its id or another one.
+    void plugIn(bool inItsOwnMode, bool underAnotherID);
+    void setMirrored(bool isMirrored);
+    void chooseMode(std::size_t display, std::size_t mode);
+    void setItems(Items items);
+    [[nodiscard]] std::size_t displayCount() { return connected().size(); }
+    [[nodiscard]] std::size_t unpluggedCount() const { return hardware_.unplugged.size(); }
+    /// Plugs everything in, also a display that is on record under an id that it has lost.
+    void plugEverythingIn();
+
+    // What is looked at.
+
+    /// What must hold between any two steps.
+    void check();
+    /// What must hold when everything has worked since the last launch.
+    void checkNothingIsOwed();
+    [[nodiscard]] bool hasRecord() { return settings().contains(modeKey); }
+    /// One line that tells the state; equal for equal states of what outlives the program.
+    [[nodiscard]] std::string description();
+
+private:
+    static constexpr const char* modeKey = "OvinOriginalDisplayModeID";
+    static constexpr const char* displayKey = "OvinOriginalDisplayID";
+
+    struct Program {
+        MenuBarScene scene;
+        DisplayWidener widener{scene.world.platform()};
+        std::shared_ptr<ArrangeSession> session = ArrangeSession::create(scene.world.platform(), widener);
+        std::vector<MemoryElement> slots;
+    };
+    /// What the user wants of a display.
+    struct Wish {
+        std::int32_t mode = 0;
+        /// The user has chosen another mode while the display was widened. Either mode is right then.
+        bool isChangedByHand = false;
+    };
+
+    [[nodiscard]] std::vector<Display>& connected();
+    [[nodiscard]] Values& settings();
+    [[nodiscard]] bool isOnRecord(DisplayID display, std::int32_t mode);
+    [[nodiscard]] bool isRight(const Display& display) const;
+
+    void buildMenuBar();
+    void layOut();
+    void tellOfChange();
+    void effect(EffectMoment moment, bool isSetting);
+    void beginEffect();
+    void crashAt(CrashPhase phase, bool isSetting);
+    void checkSettingChange();
+    void checkModeChange();
+    void checkOwed();
+    void forgetChangesByHand();
+
+    Hardware hardware_;
+    std::map<DisplayID, Wish> wishes_;
+    DisplayID nextID_ = 1;
+    Items items_ = Items::needRoom;
+    std::unique_ptr<Program> program_;
+
+    int effectCount_ = 0;
+    Values settingsBefore_;
+    std::vector<Display> displaysBefore_;
+    /// Counts the ends: what a begin before an end leads to is not allowed any more.
+    int endCount_ = 0;
+    /// A begin has been accepted and neither been ended nor led to anything yet.
+    bool mayWiden_ = false;
+};
+
+}  // namespace ovin
