@@ -31,6 +31,12 @@ def click(x, y, button=1):
     run("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
 
+def memoryOf(pid):
+    """In mebibytes."""
+    with open(f"/proc/{pid}/status", encoding="utf-8") as file:
+        return int(re.search(r"VmRSS:\s+(\d+) kB", file.read())[1]) // 1024
+
+
 def activeWindow():
     return run("xprop", "-root", "_NET_ACTIVE_WINDOW").stdout
 
@@ -188,6 +194,21 @@ class TheLedge(ApplicationTestCase):
     def testAProgramWithoutADesktopEntryShowsTheIconOfItsItem(self):
         place = geometry(self.openLedge(self.ovin))
         self.assertIn((0xC0, 0x10, 0x90), colours(place))
+
+    def testPicturesWithoutMeasureTakeNoMemoryThatStays(self):
+        self.openLedge(self.ovin)
+        before = memoryOf(self.ovin.pid)
+        for number in range(3):
+            self.startItem("--name", f"Huge {number}", "--pixmap", "#102030", "--huge-pictures", "100")
+        run("xdotool", "mousemove", "300", "500", "click", "1")
+        time.sleep(0.6)
+        for _ in range(3):
+            self.openLedge(self.ovin)
+            self.assertTrue(becomes(lambda: any(button.get_name().startswith("Huge 2") for button in buttonsOf("Ovin"))))
+            click(300, 500)
+            time.sleep(0.6)
+        # A message of a hundred mebibytes has to be received, but a mebibyte of each is worth keeping.
+        self.assertTrue(becomes(lambda: memoryOf(self.ovin.pid) < before + 60), (before, memoryOf(self.ovin.pid)))
 
     def testItStaysAboveAFullScreenWindowAndTakesNoFocus(self):
         window = subprocess.Popen(["xev", "-name", "Full screen", "-event", "focus"], stdout=subprocess.DEVNULL)
