@@ -199,15 +199,18 @@ class TheLedge(ApplicationTestCase):
         self.openLedge(self.ovin)
         before = memoryOf(self.ovin.pid)
         for number in range(3):
-            self.startItem("--name", f"Huge {number}", "--pixmap", "#102030", "--huge-pictures", "100")
-        run("xdotool", "mousemove", "300", "500", "click", "1")
-        time.sleep(0.6)
-        for _ in range(3):
-            self.openLedge(self.ovin)
-            self.assertTrue(becomes(lambda: any(button.get_name().startswith("Huge 2") for button in buttonsOf("Ovin"))))
+            self.startItem("--name", f"Huge {number}", "--pixmap", "#102030", "--huge-pictures", "60")
+
+        def isListed():
             click(300, 500)
-            time.sleep(0.6)
-        # A message of a hundred mebibytes has to be received, but a mebibyte of each is worth keeping.
+            time.sleep(0.6)  # a click on the item right after such a press counts as the same one
+            self.openLedge(self.ovin)
+            return becomes(lambda: any(button.get_name().startswith("Huge 2") for button in buttonsOf("Ovin")), 2)
+
+        # So much takes a busy machine its time, and the ledge lists anew only what it is opened for.
+        self.assertTrue(becomes(isListed))
+        self.assertTrue(isListed())
+        # Messages of sixty mebibytes have to be received, but one of each is worth keeping.
         self.assertTrue(becomes(lambda: memoryOf(self.ovin.pid) < before + 60), (before, memoryOf(self.ovin.pid)))
 
     def testItStaysAboveAFullScreenWindowAndTakesNoFocus(self):
@@ -327,10 +330,9 @@ class TheStatusItem(ApplicationTestCase):
         self.assertEnds(self.ovin)
 
     def testASecondRequestReplacesTheMenu(self):
-        self.openMenu()
-        element = accessible("MenuBarAgent", "Ovin")
-        element.do_action(1)  # as if clicked on with the right button
-        self.assertTrue(becomes(lambda: len(windowsOf(self.ovin.pid)) == 1))
+        _, first = self.openMenu()
+        accessible("MenuBarAgent", "Ovin").do_action(1)  # as if clicked on with the right button
+        self.assertTrue(becomes(lambda: len(windowsOf(self.ovin.pid)) == 1 and windowsOf(self.ovin.pid) != [first]))
         run("xdotool", "key", "Escape")
         self.assertTrue(becomes(lambda: not self.isOpen(self.ovin), 5))
 
