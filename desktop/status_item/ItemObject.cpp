@@ -61,6 +61,12 @@ void writeImpossiblePictures(MessageWriter& writer) {
     });
 }
 
+void writeHugePictures(MessageWriter& writer, const ItemOptions& options) {
+    constexpr std::int32_t side = 512;
+    const auto glyph = drawItemGlyph(side, *options.pixmapColour, 0);
+    for (std::size_t i = 0; i < options.hugePictures; ++i) writePicture(writer, side, side, glyph.bytes);
+}
+
 }  // namespace
 
 ItemObject::ItemObject(const ItemOptions& options, std::size_t number, std::function<void(const std::string&)> print)
@@ -126,6 +132,7 @@ void ItemObject::addPictures(std::vector<Property>& list) const {
     if (!options_.pixmapColour) return;
     list.push_back({"IconPixmap", picturesType, [this](MessageWriter& writer) {
                         writer.container('a', "(iiay)", [&] {
+                            if (options_.hugePictures > 0) return writeHugePictures(writer, options_);
                             for (const auto side : pictureSides) {
                                 const auto glyph = drawItemGlyph(side, *options_.pixmapColour, number_ - 1);
                                 writePicture(writer, side, side, glyph.bytes);

@@ -34,6 +34,7 @@ Misbehaviour:
   --answer-after MS    answer every call that much later
   --garbage            properties of wrong types, and pictures whose sizes do not match their bytes
   --huge BYTES         a title and a tool tip of this size
+  --huge-pictures N    N pictures of 512 pixels to a side, a mebibyte each, in the colour of --pixmap (0 to 100)
   --missing            no property but Id
   --no-getall          Properties.GetAll is an unknown method
   --no-activate        Activate, SecondaryActivate, ContextMenu and Scroll are unknown methods
@@ -68,6 +69,7 @@ enum Option : int {
     AnswerAfter,
     Garbage,
     Huge,
+    HugePictures,
     Missing,
     NoGetAll,
     NoActivate,
@@ -77,7 +79,7 @@ enum Option : int {
     Help
 };
 
-constexpr std::array<option, 26> longOptions{{{"id", required_argument, nullptr, Id},
+constexpr std::array<option, 27> longOptions{{{"id", required_argument, nullptr, Id},
                                               {"title", required_argument, nullptr, Title},
                                               {"icon", required_argument, nullptr, Icon},
                                               {"pixmap", required_argument, nullptr, Pixmap},
@@ -95,6 +97,7 @@ constexpr std::array<option, 26> longOptions{{{"id", required_argument, nullptr,
                                               {"answer-after", required_argument, nullptr, AnswerAfter},
                                               {"garbage", no_argument, nullptr, Garbage},
                                               {"huge", required_argument, nullptr, Huge},
+                                              {"huge-pictures", required_argument, nullptr, HugePictures},
                                               {"missing", no_argument, nullptr, Missing},
                                               {"no-getall", no_argument, nullptr, NoGetAll},
                                               {"no-activate", no_argument, nullptr, NoActivate},
@@ -204,6 +207,8 @@ bool take(int which, std::string_view value, ItemOptions& options) {
             return options.garbage = true;
         case Huge:
             return readNumber<std::size_t>(value, options.hugeBytes, 1, 60'000'000);
+        case HugePictures:
+            return readNumber<std::size_t>(value, options.hugePictures, 0, 100);
         case Missing:
             return options.missing = true;
         case NoGetAll:

@@ -32,6 +32,7 @@ struct ItemOptions {
     std::uint64_t answerAfterMilliseconds = 0;
     bool garbage = false;
     std::size_t hugeBytes = 0;
+    std::size_t hugePictures = 0;
     bool missing = false;
     bool noGetAll = false;
     bool noActivate = false;
