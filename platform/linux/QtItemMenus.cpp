@@ -7,6 +7,7 @@
 #include <future>
 
 #include "platform/linux/DBusMenu.h"
+#include "platform/linux/MenuAnchor.h"
 
 namespace ovin {
 
@@ -40,15 +41,18 @@ Point QtItemMenus::position() {
 }
 
 void QtItemMenus::open(const QString& destination, const QString& path) {
+    anchor_.reset();
     menu_ = std::make_unique<DBusMenu>(QDBusConnection::sessionBus(), destination, path);
     menu_->prepare([this](bool isUsable) {
         if (!isUsable) return close();
         connect(&menu_->menu(), &QMenu::aboutToHide, this, &QtItemMenus::close, Qt::QueuedConnection);
+        anchor_ = std::make_unique<MenuAnchor>(menu_->menu(), "Menu of a status item");
         menu_->menu().popup(QCursor::pos());
     });
 }
 
 void QtItemMenus::close() {
+    anchor_.reset();
     // A menu reports the click after it has begun to hide.
     if (menu_) menu_.release()->deleteLater();
     Q_EMIT closed();

@@ -10,6 +10,7 @@
 namespace ovin {
 
 class DBusMenu;
+class MenuAnchor;
 
 /// Shows the menus of status items as native ones, at the pointer. Made on the main thread, asked on any.
 class QtItemMenus final : public QObject, public ItemMenus {
@@ -34,6 +35,8 @@ private:
     void close();
 
     std::unique_ptr<DBusMenu> menu_;
+    /// Of the menu, while it is open.
+    std::unique_ptr<MenuAnchor> anchor_;
     QtMainQueue queue_;
 };
 
