@@ -135,9 +135,12 @@ LinuxStage::LinuxStage()
     require(world_ != nullptr, "There is no session bus.");
     require(world_->platform().accessibility.isProcessTrusted(), "Accessibility is not to be had here.");
     reopenDefaults();
+    const DisplayServices& displays = world_->platform().displays;
+    firstMode_ = displays.currentMode(displays.mainDisplay()).value();
 }
 
 LinuxStage::~LinuxStage() {
+    putDisplaysBack();
     world_.reset();
     close(logFile_);
 }
@@ -247,14 +250,22 @@ void LinuxStage::setEnvironment(const std::string& name, const std::optional<std
     value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
 }
 
+/// The next test finds the desktop as this one found it.
+void LinuxStage::putDisplaysBack() {
+    const DisplayServices& displays = world_->platform().displays;
+    if (hasSecondDisplay_) unplugDisplay(0);
+    if (displays.currentMode(displays.mainDisplay()) != firstMode_) switchElsewhere(firstMode_);
+}
+
 DisplayID LinuxStage::plugDisplay() {
+    hasSecondDisplay_ = true;
     const DisplayServices& displays = platform().displays;
     runTool("xrandr >/dev/null && xrandr --addmode DUMMY1 1920x1080");
     runTool("xrandr --output DUMMY1 --mode 1920x1080 --right-of DUMMY0");
     DisplayID second = 0;
-    // Ids count up, so that the new one is to be found without knowing how.
+    // Ids are small, so that the new one is to be found without knowing how.
     const auto isThere = [&] {
-        for (DisplayID id = 1; id < 10 && second == 0; ++id) {
+        for (DisplayID id = 1; id < 4096 && second == 0; ++id) {
             if (id != displays.mainDisplay() && displays.bounds(id) != Rect{}) second = id;
         }
         return second != 0;
@@ -263,7 +274,18 @@ DisplayID LinuxStage::plugDisplay() {
     return second;
 }
 
-void LinuxStage::unplugDisplay(DisplayID) { runTool("xrandr --output DUMMY1 --off"); }
+void LinuxStage::unplugDisplay(DisplayID) {
+    runTool("xrandr --output DUMMY1 --off");
+    hasSecondDisplay_ = false;
+}
+
+void LinuxStage::mirror(DisplayID) { runTool("xrandr --output DUMMY1 --same-as DUMMY0"); }
+
+void LinuxStage::switchElsewhere(const DisplayMode& mode) {
+    std::ostringstream command;
+    command << "xrandr --output DUMMY0 --mode 0x" << std::hex << mode.id;
+    runTool(command.str());
+}
 
 std::vector<std::string> LinuxStage::logLines() {
     std::ifstream file(folder_.path() / "log", std::ios::binary);

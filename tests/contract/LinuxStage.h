@@ -84,18 +84,23 @@ public:
     void setEnvironment(const std::string& name, const std::optional<std::string>& value) override;
     DisplayID plugDisplay() override;
     void unplugDisplay(DisplayID display) override;
+    void mirror(DisplayID display) override;
+    void switchElsewhere(const DisplayMode& mode) override;
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:
     [[nodiscard]] std::filesystem::path defaultsPath() const { return folder_.path() / "defaults"; }
     [[nodiscard]] bool isRunning(ProcessID pid);
     [[nodiscard]] std::size_t itemCount(ProcessID pid);
+    void putDisplaysBack();
 
     const TemporaryFolder folder_;
     const int logFile_;
     std::unique_ptr<LinuxWorld> world_;
     std::unique_ptr<FileUserDefaults> defaults_;
     StandardErrorLog log_;
+    DisplayMode firstMode_;
+    bool hasSecondDisplay_ = false;
     std::map<ProcessID, std::unique_ptr<StatusItemProcess>> applications_;
 };
 

@@ -33,6 +33,8 @@ private:
 /// The in-memory world.
 class MemoryStage : public Stage {
 public:
+    MemoryStage();
+
     [[nodiscard]] Platform platform() override;
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
@@ -56,6 +58,8 @@ public:
     }
     DisplayID plugDisplay() override;
     void unplugDisplay(DisplayID display) override;
+    void mirror(DisplayID display) override;
+    void switchElsewhere(const DisplayMode& mode) override;
     [[nodiscard]] std::vector<std::string> logLines() override { return world_.log.lines(); }
 
 private:

@@ -86,6 +86,10 @@ public:
     /// Plugs a second display in and returns its id; the other takes it away. [unplugDisplays]
     virtual DisplayID plugDisplay() = 0;
     virtual void unplugDisplay(DisplayID display) = 0;
+    /// Lets a second display show what the main one shows. [unplugDisplays]
+    virtual void mirror(DisplayID display) = 0;
+    /// Another program switches the main display to one of its modes.
+    virtual void switchElsewhere(const DisplayMode& mode) = 0;
     /// What was written to the log since the stage was made. [readLog]
     [[nodiscard]] virtual std::vector<std::string> logLines() = 0;
 };
