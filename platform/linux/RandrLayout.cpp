@@ -18,7 +18,7 @@ struct Span {
 struct Part {
     Span before;
     Span after;
-    /// Across the axis, before the change.
+    /// What it takes up on the other axis.
     Span across;
 };
 
@@ -63,7 +63,8 @@ std::vector<RandrCrtc> driven(const RandrState& state) {
     return crtcs;
 }
 
-/// Two parts that were apart stay apart on the axis on which they were: across, where they were so on both.
+/// Two parts that were apart across and on the same height stay apart across. All others were one above the other, and stay
+/// so where they now share a column.
 void makeRoom(const std::vector<RandrCrtc>& before, std::vector<RandrCrtc>& after) {
     std::vector<Part> across;
     std::vector<Part> down;
@@ -73,7 +74,8 @@ void makeRoom(const std::vector<RandrCrtc>& before, std::vector<RandrCrtc>& afte
         across.push_back({x, {x.start, after[i].size.width}, y});
         down.push_back({y, {y.start, after[i].size.height}, x});
     }
-    arrange(across, [](const Part&, const Part&) { return true; });
+    arrange(across, [](const Part& left, const Part& right) { return overlap(left.across, right.across); });
+    for (std::size_t i = 0; i < down.size(); ++i) down[i].across = across[i].after;
     arrange(down, [](const Part& upper, const Part& lower) { return overlap(upper.across, lower.across); });
     for (std::size_t i = 0; i < after.size(); ++i) {
         after[i].x = across[i].after.start;

@@ -56,9 +56,10 @@ private:
     }
 
     void undo() {
-        // What the answers are, there is nothing else to be tried.
-        for (auto id = touched_.rbegin(); id != touched_.rend(); ++id) {
-            (void)server_.setCrtc(*state_.crtc(*id), state_.configTime);
+        const std::optional<RandrState> now = server_.read();
+        // Whatever the answers are, there is nothing else to be tried.
+        for (auto id = touched_.rbegin(); now && id != touched_.rend(); ++id) {
+            (void)server_.setCrtc(*state_.crtc(*id), now->configTime);
         }
         (void)resize(state_.screen.size);
     }
