@@ -117,19 +117,10 @@ void StatusItemProcess::take(const std::string& line) {
     presses_.push_back(isNumbered ? std::stoul(path.substr(slash + 1)) - 1 : 0);
 }
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "ovin-contract-XXXXXX").string();
-    require(mkdtemp(name.data()) != nullptr, "There is no temporary folder.");
-    path_ = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(path_, error);
-}
-
 LinuxStage::LinuxStage()
-    : logFile_(open((folder_.path() / "log").c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600)), log_(logFile_) {
+    : logFile_(open((folder_.path() / "log").c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600)),
+      launchAtLogin_([this] { return autostartPlaces(); }),
+      log_(logFile_) {
     setTrusted(true);
     world_ = LinuxWorld::open();
     require(world_ != nullptr, "There is no session bus.");
@@ -147,25 +138,10 @@ LinuxStage::~LinuxStage() {
 
 Platform LinuxStage::platform() {
     const Platform world = world_->platform();
-    return {world.accessibility,
-            world.workspace,
-            world.displays,
-            *defaults_,
-            world.process,
-            world.text,
-            log_,
-            world.clock,
-            world.mainQueue,
-            world.tasks,
-            world.application,
-            world.screens,
-            world.windows,
-            world.events,
-            world.statusBar,
-            world.alerts,
-            world.launchAtLogin,
-            world.resources,
-            world.updates};
+    return {
+        world.accessibility, world.workspace, world.displays, *defaults_,        world.process, world.text,    log_,
+        world.clock,         world.mainQueue, world.tasks,    world.application, world.screens, world.windows, world.events,
+        world.statusBar,     world.alerts,    launchAtLogin_, world.resources,   world.updates};
 }
 
 /// Nothing tells that a condition has come to hold, so the loop is left to look at it again and again.
@@ -248,6 +224,26 @@ void LinuxStage::setRefusesChanges(bool refuses) {
 
 void LinuxStage::setEnvironment(const std::string& name, const std::optional<std::string>& value) {
     value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
+}
+
+/// This program and its desktop, with entries in a folder of the stage's own.
+AutostartPlaces LinuxStage::autostartPlaces() const {
+    AutostartPlaces places = ovin::autostartPlaces();
+    places.userFolder = folder_.path() / "autostart";
+    places.systemFolders.clear();
+    return places;
+}
+
+/// As the settings of desktops do it.
+void LinuxStage::switchOffLaunchAtLogin() {
+    std::ofstream(autostartPlaces().userFolder / "org.ovin.Ovin.desktop", std::ios::app) << "Hidden=true\n";
+}
+
+/// As with settings, a file in place of a folder stops root too.
+void LinuxStage::setRefusesLaunchAtLogin(bool refuses) {
+    const std::filesystem::path folder = autostartPlaces().userFolder;
+    std::filesystem::remove_all(folder);
+    if (refuses) std::ofstream(folder) << "in the way";
 }
 
 /// The next test finds the desktop as this one found it.

@@ -56,6 +56,10 @@ public:
     void setEnvironment(const std::string& name, const std::optional<std::string>& value) override {
         world_.process.setEnvironment(name, value);
     }
+    void switchOffLaunchAtLogin() override { world_.launchAtLogin.current = LaunchAtLogin::Status::requiresApproval; }
+    void setRefusesLaunchAtLogin(bool refuses) override {
+        world_.launchAtLogin.failure = refuses ? std::optional<std::string>("refused") : std::nullopt;
+    }
     DisplayID plugDisplay() override;
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;

@@ -83,6 +83,10 @@ public:
     virtual void setRefusesChanges(bool refuses) = 0;
     /// [setEnvironment]
     virtual void setEnvironment(const std::string& name, const std::optional<std::string>& value) = 0;
+    /// The user switches this application off among those that start at login.
+    virtual void switchOffLaunchAtLogin() = 0;
+    /// Lets the system refuse to have this application start at login.
+    virtual void setRefusesLaunchAtLogin(bool refuses) = 0;
     /// Plugs a second display in and returns its id; the other takes it away. [unplugDisplays]
     virtual DisplayID plugDisplay() = 0;
     virtual void unplugDisplay(DisplayID display) = 0;
