@@ -47,11 +47,12 @@ std::string nameOf(ProcessID pid, const std::string& executable) {
 }  // namespace
 
 LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier,
-                               MainQueue& mainQueue)
+                               MainQueue& mainQueue, SystemLog& log)
     : processes_(processes),
       entries_(std::move(entries)),
       ownBundleIdentifier_(std::move(ownBundleIdentifier)),
-      mainQueue_(mainQueue) {}
+      mainQueue_(mainQueue),
+      urls_(log) {}
 
 void LinuxWorkspace::observeApplications(std::function<void()> handler) {
     const auto shared = std::make_shared<const std::function<void()>>(std::move(handler));

@@ -7,6 +7,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/SessionProcesses.h"
+#include "platform/linux/UrlOpener.h"
 
 namespace ovin {
 
@@ -22,16 +23,15 @@ public:
 /// entry that runs the same executable; without one, the name is the process's own. There are no bundles.
 class LinuxWorkspace final : public Workspace {
 public:
-    /// `processes` and `mainQueue` must outlive this object. `ownBundleIdentifier` is that of this very process.
+    /// `processes`, `mainQueue` and `log` must outlive this object. `ownBundleIdentifier` is that of this very process.
     LinuxWorkspace(SessionProcesses& processes, DesktopEntries entries, std::string ownBundleIdentifier,
-                   MainQueue& mainQueue);
+                   MainQueue& mainQueue, SystemLog& log);
 
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] std::string displayName(const std::string& path) const override;
     [[nodiscard]] std::optional<Image> icon(const std::string& path) const override;
     void observeApplications(std::function<void()> handler) override;
-    // Not there yet.
-    void open(const std::string&) override {}
+    void open(const std::string& url) override { urls_.open(url); }
 
 private:
     [[nodiscard]] RunningApplication describe(ProcessID pid) const;
@@ -40,6 +40,7 @@ private:
     const DesktopEntries entries_;
     const std::string ownBundleIdentifier_;
     MainQueue& mainQueue_;
+    UrlOpener urls_;
 };
 
 }  // namespace ovin

@@ -31,7 +31,8 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
       items_(*session_),
       accessibilityBus_(*session_),
       watcher_(QDBusConnection::sessionBus()),
-      workspace_(processes_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(), mainQueue_),
+      workspace_(processes_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(), mainQueue_,
+                 log_),
       defaults_(userDefaultsPath()),
       accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {}
 
