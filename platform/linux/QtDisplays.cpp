@@ -154,9 +154,11 @@ void QtDisplays::watch(QScreen* screen) {
 }
 
 void QtDisplays::refresh() {
-    const RandrState state = currentState();
-    Areas current = areas(state);
-    const DisplayID main = mainOf(current, state);
+    // While the server does not answer, the displays that it had keep their numbers.
+    RandrState state = currentState();
+    if (!state.outputs.empty()) known_ = std::move(state);
+    Areas current = areas(known_);
+    const DisplayID main = mainOf(current, known_);
     const std::lock_guard lock(mutex_);
     bounds_ = std::move(current);
     main_ = main;

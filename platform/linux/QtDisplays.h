@@ -41,6 +41,8 @@ private:
     void refresh();
 
     ScreenChanges changes_;
+    /// The last that the server told when the screens had changed.
+    RandrState known_;
     mutable std::mutex mutex_;
     std::map<DisplayID, Rect> bounds_;
     DisplayID main_ = 0;

@@ -2,6 +2,7 @@
 
 #include <xcb/randr.h>
 
+#include <algorithm>
 #include <cmath>
 #include <span>
 #include <utility>

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "platform/linux/Randr.h"
 #include "platform/linux/Xcb.h"

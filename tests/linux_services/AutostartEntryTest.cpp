@@ -13,6 +13,7 @@
 #include <iterator>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "platform/linux/DesktopEntryText.h"
 #include "tests/support/TemporaryFolder.h"
@@ -92,6 +93,39 @@ protected:
                                return (folder_.path() / "bin").string();
                            }};
 };
+
+TEST(AutostartPlaces, TheEnvironmentTellsWhereTheyAre) {
+    setenv("XDG_CONFIG_HOME", "/my/config", 1);
+    setenv("XDG_CONFIG_DIRS", "/one:relative::/two", 1);
+    setenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME", 1);
+    const AutostartPlaces places = autostartPlaces();
+    EXPECT_EQ(places.userFolder, "/my/config/autostart");
+    EXPECT_EQ(places.systemFolders, (std::vector<fs::path>{"/one/autostart", "/two/autostart"}));
+    EXPECT_EQ(places.desktops, (std::vector<std::string>{"ubuntu", "GNOME"}));
+    EXPECT_EQ(places.program, fs::read_symlink("/proc/self/exe"));
+}
+
+TEST(AutostartPlaces, WithoutVariablesTheyAreTheUsualOnes) {
+    setenv("HOME", "/home/me", 1);
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_CURRENT_DESKTOP"}) unsetenv(name);
+    const AutostartPlaces places = autostartPlaces();
+    EXPECT_EQ(places.userFolder, "/home/me/.config/autostart");
+    EXPECT_EQ(places.systemFolders, std::vector<fs::path>{"/etc/xdg/autostart"});
+    EXPECT_TRUE(places.desktops.empty());
+    setenv("XDG_CONFIG_HOME", "relative", 1);
+    EXPECT_EQ(autostartPlaces().userFolder, "/home/me/.config/autostart");
+}
+
+TEST(AutostartPlaces, AnEntryInATemporaryConfigurationIsThisPrograms) {
+    const TemporaryFolder folder;
+    setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
+    setenv("XDG_CONFIG_DIRS", (folder.path() / "none").c_str(), 1);
+    AutostartEntry entry;
+    EXPECT_EQ(entry.status(), Status::notRegistered);
+    EXPECT_EQ(entry.registerApplication(), std::nullopt);
+    EXPECT_EQ(entry.status(), Status::enabled);
+    EXPECT_TRUE(fs::is_regular_file(folder.path() / "autostart/org.ovin.Ovin.desktop"));
+}
 
 TEST_F(AutostartEntryTest, RegisteringMakesAnEntryThatStartsThisProgram) {
     EXPECT_EQ(entry().status(), Status::notRegistered);
