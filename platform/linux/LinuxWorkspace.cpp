@@ -53,12 +53,13 @@ struct LinuxWorkspace::Outlet {
 };
 
 LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
-                               std::string ownBundleIdentifier, MainQueue& mainQueue)
+                               std::string ownBundleIdentifier, MainQueue& mainQueue, SystemLog& log)
     : processes_(processes),
       items_(items),
       entries_(std::move(entries)),
       ownBundleIdentifier_(std::move(ownBundleIdentifier)),
-      outlet_(std::make_shared<Outlet>()) {
+      outlet_(std::make_shared<Outlet>()),
+      urls_(log) {
     outlet_->queue = &mainQueue;
 }
 

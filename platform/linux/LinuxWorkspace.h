@@ -9,6 +9,7 @@
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/SessionProcesses.h"
 #include "platform/linux/StatusNotifierItems.h"
+#include "platform/linux/UrlOpener.h"
 
 namespace ovin {
 
@@ -26,9 +27,10 @@ public:
 /// item, if it has one. There are no bundles.
 class LinuxWorkspace final : public Workspace {
 public:
-    /// `processes`, `items` and `mainQueue` must outlive this object. `ownBundleIdentifier` is that of this very process.
+    /// `processes`, `items`, `mainQueue` and `log` must outlive this object. `ownBundleIdentifier` is that of this very
+    /// process.
     LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
-                   std::string ownBundleIdentifier, MainQueue& mainQueue);
+                   std::string ownBundleIdentifier, MainQueue& mainQueue, SystemLog& log);
     LinuxWorkspace(const LinuxWorkspace&) = delete;
     LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
     ~LinuxWorkspace() override;
@@ -37,8 +39,7 @@ public:
     [[nodiscard]] std::string displayName(const std::string& path) const override;
     [[nodiscard]] std::optional<Image> icon(const std::string& path) const override;
     void observeApplications(std::function<void()> handler) override;
-    // Not there yet.
-    void open(const std::string&) override {}
+    void open(const std::string& url) override { urls_.open(url); }
 
 private:
     /// What the bus's thread reaches the main queue through, for as long as there is one.
@@ -51,6 +52,7 @@ private:
     const DesktopEntries entries_;
     const std::string ownBundleIdentifier_;
     const std::shared_ptr<Outlet> outlet_;
+    UrlOpener urls_;
 };
 
 }  // namespace ovin

@@ -32,7 +32,7 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
       accessibilityBus_(*session_),
       watcher_(QDBusConnection::sessionBus()),
       workspace_(processes_, items_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(),
-                 mainQueue_),
+                 mainQueue_, log_),
       defaults_(userDefaultsPath()),
       accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {}
 

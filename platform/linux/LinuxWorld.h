@@ -64,11 +64,11 @@ private:
     StatusNotifierWatcher watcher_;
     LinuxProcessInfo process_;
     QtMainQueue mainQueue_;
+    StandardErrorLog log_;
     LinuxWorkspace workspace_;
     QtDisplays displays_;
     FileUserDefaults defaults_;
     IcuText text_;
-    StandardErrorLog log_;
     SteadyClock clock_;
     QtItemMenus menus_;
     LinuxAccessibility accessibility_;

@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <utility>
 
 namespace ovin {
 namespace {
@@ -16,12 +17,25 @@ std::optional<Screen> screenOf(const QScreen* screen) {
     return Screen{rectOf(screen->geometry()), rectOf(screen->availableGeometry())};
 }
 
+class Connected final : public Screens::Observation {
+public:
+    explicit Connected(QMetaObject::Connection connection) : connection_(std::move(connection)) {}
+    Connected(const Connected&) = delete;
+    Connected& operator=(const Connected&) = delete;
+    ~Connected() override { QObject::disconnect(connection_); }
+
+private:
+    const QMetaObject::Connection connection_;
+};
+
 }  // namespace
 
 std::optional<Screen> QtScreens::main() const { return screenOf(QGuiApplication::primaryScreen()); }
 
-// Not there yet.
-std::unique_ptr<Screens::Observation> QtScreens::observeChanges(std::function<void()>) { return nullptr; }
+std::unique_ptr<Screens::Observation> QtScreens::observeChanges(std::function<void()> handler) {
+    // The toolkit keeps the handler until it has returned, also when it ends its own observation.
+    return std::make_unique<Connected>(QObject::connect(&changes_, &ScreenChanges::changed, std::move(handler)));
+}
 
 std::optional<Screen> QtScreens::at(QPoint position) const { return screenOf(QGuiApplication::screenAt(position)); }
 

@@ -3,6 +3,7 @@
 #include <QPoint>
 
 #include "platform/Screens.h"
+#include "platform/linux/ScreenChanges.h"
 
 namespace ovin {
 
@@ -10,10 +11,15 @@ namespace ovin {
 class QtScreens final : public Screens {
 public:
     [[nodiscard]] std::optional<Screen> main() const override;
+
+    /// A change of what docks leave of a screen counts as well, since they follow the screens a moment later.
     [[nodiscard]] std::unique_ptr<Observation> observeChanges(std::function<void()> handler) override;
 
     /// The screen at a point in global coordinates; nothing when there is none there.
     [[nodiscard]] std::optional<Screen> at(QPoint position) const;
+
+private:
+    ScreenChanges changes_;
 };
 
 }  // namespace ovin

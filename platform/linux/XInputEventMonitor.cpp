@@ -5,26 +5,15 @@
 
 #include <QApplication>
 #include <QSocketNotifier>
-#include <cstdlib>
 #include <utility>
+
+#include "platform/linux/Xcb.h"
 
 namespace ovin {
 namespace {
 
 constexpr std::uint32_t leftButton = 1;
 constexpr std::uint32_t rightButton = 3;
-
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
-
-template <typename Type>
-struct Free {
-    void operator()(Type* pointer) const { std::free(pointer); }  // NOLINT(cppcoreguidelines-no-malloc)
-};
-template <typename Type>
-using FromC = std::unique_ptr<Type, Free<Type>>;
 
 /// Raw events come for every press, whoever has grabbed the pointer, but only to those who ask at the root window.
 void selectRawPresses(xcb_connection_t* connection) {
@@ -45,7 +34,7 @@ bool isPress(const xcb_generic_event_t& event) {
 
 class Monitor final : public EventMonitor::Token {
 public:
-    Monitor(Connection connection, std::function<void()> handler)
+    Monitor(XcbConnection connection, std::function<void()> handler)
         : connection_(std::move(connection)),
           handler_(std::move(handler)),
           notifier_(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read) {
@@ -56,7 +45,7 @@ public:
 private:
     void read() {
         bool isPressed = false;
-        while (const FromC<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        while (const FromXcb<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
             isPressed = isPressed || isPress(*event);
         }
         if (xcb_connection_has_error(connection_.get()) != 0) notifier_.setEnabled(false);
@@ -64,7 +53,7 @@ private:
         if (isPressed && QApplication::topLevelAt(QCursor::pos()) == nullptr) handler_();
     }
 
-    Connection connection_;
+    XcbConnection connection_;
     const std::function<void()> handler_;
     QSocketNotifier notifier_;
 };
@@ -72,9 +61,9 @@ private:
 }  // namespace
 
 std::unique_ptr<EventMonitor::Token> XInputEventMonitor::monitorMouseDowns(std::function<void()> handler) {
-    Connection connection(xcb_connect(nullptr, nullptr));
+    XcbConnection connection(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(connection.get()) != 0) return nullptr;
-    const FromC<xcb_input_xi_query_version_reply_t> version{
+    const FromXcb<xcb_input_xi_query_version_reply_t> version{
         xcb_input_xi_query_version_reply(connection.get(), xcb_input_xi_query_version(connection.get(), 2, 2), nullptr)};
     if (!version) return nullptr;
     return std::make_unique<Monitor>(std::move(connection), std::move(handler));

@@ -117,52 +117,31 @@ void StatusItemProcess::take(const std::string& line) {
     presses_.push_back(isNumbered ? std::stoul(path.substr(slash + 1)) - 1 : 0);
 }
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "ovin-contract-XXXXXX").string();
-    require(mkdtemp(name.data()) != nullptr, "There is no temporary folder.");
-    path_ = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(path_, error);
-}
-
 LinuxStage::LinuxStage()
-    : logFile_(open((folder_.path() / "log").c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600)), log_(logFile_) {
+    : logFile_(open((folder_.path() / "log").c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600)),
+      launchAtLogin_([this] { return autostartPlaces(); }),
+      log_(logFile_) {
     setTrusted(true);
     world_ = LinuxWorld::open();
     require(world_ != nullptr, "There is no session bus.");
     require(world_->platform().accessibility.isProcessTrusted(), "Accessibility is not to be had here.");
     reopenDefaults();
+    const DisplayServices& displays = world_->platform().displays;
+    firstMode_ = displays.currentMode(displays.mainDisplay()).value();
 }
 
 LinuxStage::~LinuxStage() {
+    putDisplaysBack();
     world_.reset();
     close(logFile_);
 }
 
 Platform LinuxStage::platform() {
     const Platform world = world_->platform();
-    return {world.accessibility,
-            world.workspace,
-            world.displays,
-            *defaults_,
-            world.process,
-            world.text,
-            log_,
-            world.clock,
-            world.mainQueue,
-            world.tasks,
-            world.application,
-            world.screens,
-            world.windows,
-            world.events,
-            world.statusBar,
-            world.alerts,
-            world.launchAtLogin,
-            world.resources,
-            world.updates};
+    return {
+        world.accessibility, world.workspace, world.displays, *defaults_,        world.process, world.text,    log_,
+        world.clock,         world.mainQueue, world.tasks,    world.application, world.screens, world.windows, world.events,
+        world.statusBar,     world.alerts,    launchAtLogin_, world.resources,   world.updates};
 }
 
 /// Nothing tells that a condition has come to hold, so the loop is left to look at it again and again.
@@ -247,14 +226,42 @@ void LinuxStage::setEnvironment(const std::string& name, const std::optional<std
     value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
 }
 
+/// This program and its desktop, with entries in a folder of the stage's own.
+AutostartPlaces LinuxStage::autostartPlaces() const {
+    AutostartPlaces places = ovin::autostartPlaces();
+    places.userFolder = folder_.path() / "autostart";
+    places.systemFolders.clear();
+    return places;
+}
+
+/// As the settings of desktops do it.
+void LinuxStage::switchOffLaunchAtLogin() {
+    std::ofstream(autostartPlaces().userFolder / "org.ovin.Ovin.desktop", std::ios::app) << "Hidden=true\n";
+}
+
+/// As with settings, a file in place of a folder stops root too.
+void LinuxStage::setRefusesLaunchAtLogin(bool refuses) {
+    const std::filesystem::path folder = autostartPlaces().userFolder;
+    std::filesystem::remove_all(folder);
+    if (refuses) std::ofstream(folder) << "in the way";
+}
+
+/// The next test finds the desktop as this one found it.
+void LinuxStage::putDisplaysBack() {
+    const DisplayServices& displays = world_->platform().displays;
+    if (hasSecondDisplay_) unplugDisplay(0);
+    if (displays.currentMode(displays.mainDisplay()) != firstMode_) switchElsewhere(firstMode_);
+}
+
 DisplayID LinuxStage::plugDisplay() {
+    hasSecondDisplay_ = true;
     const DisplayServices& displays = platform().displays;
     runTool("xrandr >/dev/null && xrandr --addmode DUMMY1 1920x1080");
     runTool("xrandr --output DUMMY1 --mode 1920x1080 --right-of DUMMY0");
     DisplayID second = 0;
-    // Ids count up, so that the new one is to be found without knowing how.
+    // Ids are small, so that the new one is to be found without knowing how.
     const auto isThere = [&] {
-        for (DisplayID id = 1; id < 10 && second == 0; ++id) {
+        for (DisplayID id = 1; id < 4096 && second == 0; ++id) {
             if (id != displays.mainDisplay() && displays.bounds(id) != Rect{}) second = id;
         }
         return second != 0;
@@ -263,7 +270,18 @@ DisplayID LinuxStage::plugDisplay() {
     return second;
 }
 
-void LinuxStage::unplugDisplay(DisplayID) { runTool("xrandr --output DUMMY1 --off"); }
+void LinuxStage::unplugDisplay(DisplayID) {
+    runTool("xrandr --output DUMMY1 --off");
+    hasSecondDisplay_ = false;
+}
+
+void LinuxStage::mirror(DisplayID) { runTool("xrandr --output DUMMY1 --same-as DUMMY0"); }
+
+void LinuxStage::switchElsewhere(const DisplayMode& mode) {
+    std::ostringstream command;
+    command << "xrandr --output DUMMY0 --mode 0x" << std::hex << mode.id;
+    runTool(command.str());
+}
 
 std::vector<std::string> LinuxStage::logLines() {
     std::ifstream file(folder_.path() / "log", std::ios::binary);

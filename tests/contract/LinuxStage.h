@@ -10,6 +10,7 @@
 #include "platform/linux/LinuxWorld.h"
 #include "platform/linux/StandardErrorLog.h"
 #include "tests/contract/Stage.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace ovin {
 
@@ -42,20 +43,6 @@ private:
     std::vector<std::size_t> presses_;
 };
 
-/// A folder that goes with this object.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-
-    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 /// The Linux desktop that the test program runs on, with real programs as its applications. The settings are in a folder of
 /// the stage's own and the log writes to a file of its own; all else is the world as a program opens it.
 class LinuxStage final : public Stage {
@@ -82,20 +69,29 @@ public:
     void reopenDefaults() override;
     void setRefusesChanges(bool refuses) override;
     void setEnvironment(const std::string& name, const std::optional<std::string>& value) override;
+    void switchOffLaunchAtLogin() override;
+    void setRefusesLaunchAtLogin(bool refuses) override;
     DisplayID plugDisplay() override;
     void unplugDisplay(DisplayID display) override;
+    void mirror(DisplayID display) override;
+    void switchElsewhere(const DisplayMode& mode) override;
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:
     [[nodiscard]] std::filesystem::path defaultsPath() const { return folder_.path() / "defaults"; }
     [[nodiscard]] bool isRunning(ProcessID pid);
     [[nodiscard]] std::size_t itemCount(ProcessID pid);
+    [[nodiscard]] AutostartPlaces autostartPlaces() const;
+    void putDisplaysBack();
 
     const TemporaryFolder folder_;
     const int logFile_;
     std::unique_ptr<LinuxWorld> world_;
     std::unique_ptr<FileUserDefaults> defaults_;
+    AutostartEntry launchAtLogin_;
     StandardErrorLog log_;
+    DisplayMode firstMode_;
+    bool hasSecondDisplay_ = false;
     std::map<ProcessID, std::unique_ptr<StatusItemProcess>> applications_;
 };
 

@@ -38,6 +38,10 @@ void MemoryApplications::quit(ProcessID pid) {
     workspace_.quit(pid);
 }
 
+MemoryStage::MemoryStage() {
+    world_.displays.displays.front().modes = {{1, 1512, 982, 3024, true}, {2, 1800, 1169, 3600, true}};
+}
+
 Platform MemoryStage::platform() { return world_.platform(*defaults_); }
 
 bool MemoryStage::runUntil(const std::function<bool()>& condition, Duration limit) {
@@ -57,12 +61,27 @@ void MemoryStage::reopenDefaults() {
 
 DisplayID MemoryStage::plugDisplay() {
     const DisplayID id = world_.displays.displays.back().id + 1;
-    world_.displays.displays.push_back({id, {{1512, 0}, {1920, 1080}}, {}, {}, false});
+    const DisplayMode mode{1, 1920, 1080, 1920, true};
+    world_.displays.displays.push_back({id, {{1512, 0}, {1920, 1080}}, {mode}, mode, false});
+    world_.screens.change();
     return id;
 }
 
 void MemoryStage::unplugDisplay(DisplayID display) {
     std::erase_if(world_.displays.displays, [=](const MemoryDisplays::Display& each) { return each.id == display; });
+    world_.screens.change();
+}
+
+void MemoryStage::mirror(DisplayID) {
+    for (MemoryDisplays::Display& each : world_.displays.displays) each.isMirrored = true;
+    world_.screens.change();
+}
+
+void MemoryStage::switchElsewhere(const DisplayMode& mode) {
+    (void)world_.displays.apply(mode, world_.displays.mainDisplay());
+    const Size size = world_.displays.bounds(world_.displays.mainDisplay()).size;
+    world_.screens.mainScreen = Screen{{{0, 0}, size}, {{0, 37}, {size.width, size.height - 37}}};
+    world_.screens.change();
 }
 
 }  // namespace ovin

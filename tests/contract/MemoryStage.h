@@ -33,6 +33,8 @@ private:
 /// The in-memory world.
 class MemoryStage : public Stage {
 public:
+    MemoryStage();
+
     [[nodiscard]] Platform platform() override;
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
@@ -54,8 +56,14 @@ public:
     void setEnvironment(const std::string& name, const std::optional<std::string>& value) override {
         world_.process.setEnvironment(name, value);
     }
+    void switchOffLaunchAtLogin() override { world_.launchAtLogin.current = LaunchAtLogin::Status::requiresApproval; }
+    void setRefusesLaunchAtLogin(bool refuses) override {
+        world_.launchAtLogin.failure = refuses ? std::optional<std::string>("refused") : std::nullopt;
+    }
     DisplayID plugDisplay() override;
     void unplugDisplay(DisplayID display) override;
+    void mirror(DisplayID display) override;
+    void switchElsewhere(const DisplayMode& mode) override;
     [[nodiscard]] std::vector<std::string> logLines() override { return world_.log.lines(); }
 
 private:

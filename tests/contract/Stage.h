@@ -83,9 +83,17 @@ public:
     virtual void setRefusesChanges(bool refuses) = 0;
     /// [setEnvironment]
     virtual void setEnvironment(const std::string& name, const std::optional<std::string>& value) = 0;
+    /// The user switches this application off among those that start at login.
+    virtual void switchOffLaunchAtLogin() = 0;
+    /// Lets the system refuse to have this application start at login.
+    virtual void setRefusesLaunchAtLogin(bool refuses) = 0;
     /// Plugs a second display in and returns its id; the other takes it away. [unplugDisplays]
     virtual DisplayID plugDisplay() = 0;
     virtual void unplugDisplay(DisplayID display) = 0;
+    /// Lets a second display show what the main one shows. [unplugDisplays]
+    virtual void mirror(DisplayID display) = 0;
+    /// Another program switches the main display to one of its modes.
+    virtual void switchElsewhere(const DisplayMode& mode) = 0;
     /// What was written to the log since the stage was made. [readLog]
     [[nodiscard]] virtual std::vector<std::string> logLines() = 0;
 };
