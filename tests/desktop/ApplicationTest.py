@@ -31,6 +31,12 @@ def click(x, y, button=1):
     run("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
 
+def isSanitized():
+    with open(OVIN, "rb") as file:
+        content = file.read()
+    return b"__asan_init" in content or b"__tsan_init" in content
+
+
 def memoryOf(pid):
     """In mebibytes."""
     with open(f"/proc/{pid}/status", encoding="utf-8") as file:
@@ -195,6 +201,7 @@ class TheLedge(ApplicationTestCase):
         place = geometry(self.openLedge(self.ovin))
         self.assertIn((0xC0, 0x10, 0x90), colours(place))
 
+    @unittest.skipIf(isSanitized(), "sanitizers keep memory that has been given back")
     def testPicturesWithoutMeasureTakeNoMemoryThatStays(self):
         self.openLedge(self.ovin)
         before = memoryOf(self.ovin.pid)
@@ -208,8 +215,8 @@ class TheLedge(ApplicationTestCase):
             return becomes(lambda: any(button.get_name().startswith("Huge 2") for button in buttonsOf("Ovin")), 2)
 
         # So much takes a busy machine its time, and the ledge lists anew only what it is opened for.
-        self.assertTrue(becomes(isListed))
-        self.assertTrue(isListed())
+        for _ in range(2):
+            self.assertTrue(becomes(isListed))
         # Messages of sixty mebibytes have to be received, but one of each is worth keeping.
         self.assertTrue(becomes(lambda: memoryOf(self.ovin.pid) < before + 60), (before, memoryOf(self.ovin.pid)))
 
@@ -352,7 +359,7 @@ class TheStatusItem(ApplicationTestCase):
         os.kill(agent, signal.SIGKILL)
         self.assertTrue(becomes(lambda: accessible("MenuBarAgent") is None))
         # It serves the other tests too, and ends with the desktop.
-        subprocess.Popen([os.environ["OVIN_MENU_BAR_AGENT"]])
+        TheStatusItem.successor = subprocess.Popen([os.environ["OVIN_MENU_BAR_AGENT"]])
         self.assertTrue(becomes(lambda: self.slot() is not None), "it does not come back")
         click(*self.slot())
         self.assertTrue(becomes(lambda: self.isOpen(self.ovin)))
