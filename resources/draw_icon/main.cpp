@@ -19,6 +19,7 @@ constexpr std::array sides{16, 22, 24, 32, 48, 64, 128, 256, 512};
 constexpr double canvas = 512;
 
 struct Look {
+    int side;
     /// Between the tile and the edge of the picture.
     double margin;
     double barHeight;
@@ -33,9 +34,9 @@ struct Look {
 
 /// Small pictures have few pixels to spend: less air around everything, and nothing that would only blur.
 Look lookFor(int side) {
-    if (side <= 24) return {10, 58, 84, 216, 0, 40, false};
-    if (side <= 48) return {18, 48, 96, 198, 2, 20, false};
-    return {28, 40, 110, 184, 4, 6, true};
+    if (side <= 24) return {side, 0, 64, 96, 212, 0, 40, false};
+    if (side <= 48) return {side, 16, 48, 96, 198, 2, 20, false};
+    return {side, 28, 40, 110, 184, 4, 6, true};
 }
 
 QPainterPath rounded(const QRectF& rect, double radius) {
@@ -84,8 +85,10 @@ void drawTile(QPainter& painter, const Look& look) {
     painter.restore();
 }
 
+/// At the edge of a pixel, so that the few pixels of small bars are sharp.
 QRectF barOf(const Look& look) {
-    const double top = 352 - look.barHeight / 2;
+    const double pixel = canvas / look.side;
+    const double top = std::round((352 - look.barHeight / 2) / pixel) * pixel;
     return {look.barInset, top, canvas - 2 * look.barInset, look.barHeight};
 }
 
