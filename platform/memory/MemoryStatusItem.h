@@ -49,11 +49,11 @@ private:
 
         void setAutosaveName(const std::string& name) override { bar_.autosaveName = name; }
         void onClick(std::function<void(StatusItemClick)> handler) override { bar_.handler_ = std::move(handler); }
-        void setImage(const DrawnImage& image) override {
+        void setImage(const DrawnImage& newImage) override {
             if (!bar_.hasButton) return;
-            bar_.image = image;
+            bar_.image = newImage;
             bar_.symbol.clear();
-            bar_.accessibilityDescription = image.accessibilityDescription;
+            bar_.accessibilityDescription = newImage.accessibilityDescription;
         }
         [[nodiscard]] bool setSymbol(std::string_view name, const std::string& description) override {
             if (!bar_.hasButton || !bar_.symbols.contains(name)) return false;
@@ -62,7 +62,7 @@ private:
             bar_.accessibilityDescription = description;
             return true;
         }
-        void showMenu(const Menu& menu) override { bar_.menu = menu; }
+        void showMenu(const Menu& newMenu) override { bar_.menu = newMenu; }
         [[nodiscard]] std::optional<Screen> screen() const override {
             return bar_.hasButton ? bar_.itemScreen : std::nullopt;
         }

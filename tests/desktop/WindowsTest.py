@@ -314,6 +314,17 @@ class FloatingPanels(WindowsTestCase):
             time.sleep(0.1)
             self.assertEqual(frameGeometry(card)[:2], [260, 180])
 
+    def testItKeepsItsCornerWhenItIsReplacedBeforeItHasAFrame(self):
+        for _ in range(3):
+            self.samples.say("card 60 80\nexpand 1")
+            self.assertTrue(self.samples.hears("replaced card"))
+            self.assertBecomes(lambda: windowNamed("Sample card") and frameExtents(windowNamed("Sample card")))
+            card = windowNamed("Sample card")
+            time.sleep(0.3)  # for what the toolkit and the window manager have still to tell each other
+            self.assertEqual(frameGeometry(card)[:2], [60, 80])
+            self.samples.say("drop card")
+            self.assertTrue(self.samples.hears("dropped card"))
+
     def testItCanBeOperatedByTheKeyboardOnceItWasClicked(self):
         self.otherProgram()
         card = self.shown("card 60 80", "Sample card")
