@@ -21,17 +21,18 @@ decltype(View::content) ImageWidget::content() const {
 }
 
 void ImageWidget::paintEvent(QPaintEvent*) {
-    const QPixmap picture = icon_.pixmap(size(), devicePixelRatioF());
+    QPixmap picture = icon_.pixmap(size(), devicePixelRatioF());
     if (picture.isNull()) return;
+    // From here on pixels count: an icon without the exact size has an odd ratio.
+    picture.setDevicePixelRatio(1);
     const QSizeF drawn = QSizeF(picture.size()).scaled(size(), Qt::KeepAspectRatio);
     const QRectF place(QPointF((width() - drawn.width()) / 2, (height() - drawn.height()) / 2), drawn);
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     // A brush and not a clip, whose edge would have steps.
     QBrush brush(picture);
-    const QSizeF points = picture.deviceIndependentSize();
     brush.setTransform(QTransform::fromTranslate(place.x(), place.y())
-                           .scale(drawn.width() / points.width(), drawn.height() / points.height()));
+                           .scale(drawn.width() / picture.width(), drawn.height() / picture.height()));
     QPainterPath path;
     path.addRoundedRect(place, cornerRadius_, cornerRadius_);
     painter.fillPath(path, brush);

@@ -1,5 +1,6 @@
 #include "platform/linux/QtFloatingPanel.h"
 
+#include <QWindow>
 #include <utility>
 
 #include "platform/linux/WindowManager.h"
@@ -24,8 +25,18 @@ void QtFloatingPanel::show(const View& content, Size size, const std::optional<P
     if (!window_->isVisible()) WindowManager::putOnAllDesktops(*window_);
     window_->show();
     window_->raise();
+    hasOrigin_ = origin.has_value();
+    if (origin) window_->windowHandle()->setFramePosition(window_->pos());
 }
 
-void QtFloatingPanel::replace(const View& content, Size size) { window_->setView(content, size); }
+void QtFloatingPanel::replace(const View& content, Size size) {
+    const QPoint corner = window_->pos();
+    window_->setView(content, size);
+    QWindow* const native = window_->windowHandle();
+    if (native == nullptr || (!hasOrigin_ && native->frameMargins().isNull())) return;
+    // A new size goes to the window manager together with where the content is, which the toolkit does not know before it
+    // knows the frame: the content would stand where the frame should.
+    native->setFramePosition(corner);
+}
 
 }  // namespace ovin

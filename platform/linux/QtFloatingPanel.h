@@ -18,6 +18,8 @@ public:
 private:
     /// Deleted by the event loop: this panel may go while a button deals with a click.
     ViewWindow* const window_;
+    /// Whether it was told where to stand.
+    bool hasOrigin_ = false;
 };
 
 }  // namespace ovin

@@ -19,6 +19,7 @@ constexpr std::array sides{16, 22, 24, 32, 48, 64, 128, 256, 512};
 constexpr double canvas = 512;
 
 struct Look {
+    int side;
     /// Between the tile and the edge of the picture.
     double margin;
     double barHeight;
@@ -26,14 +27,16 @@ struct Look {
     double squareSide;
     /// Of the square's lowest corner above the bar.
     double squareRest;
+    /// Half of it lies outside, and is cut off.
+    double edgeWidth;
     bool hasFineParts;
 };
 
 /// Small pictures have few pixels to spend: less air around everything, and nothing that would only blur.
 Look lookFor(int side) {
-    if (side <= 24) return {10, 58, 84, 216, 0, false};
-    if (side <= 48) return {18, 48, 96, 198, 2, false};
-    return {28, 40, 110, 184, 4, true};
+    if (side <= 24) return {side, 0, 64, 96, 212, 0, 40, false};
+    if (side <= 48) return {side, 16, 48, 96, 198, 2, 20, false};
+    return {side, 28, 40, 110, 184, 4, 6, true};
 }
 
 QPainterPath rounded(const QRectF& rect, double radius) {
@@ -63,28 +66,29 @@ void drawTile(QPainter& painter, const Look& look) {
     const QPainterPath path = rounded(tile, radius);
     if (look.hasFineParts) drawShadow(painter, path, 6, 20, 0.3);
     QLinearGradient night(tile.topLeft(), tile.bottomLeft());
-    night.setColorAt(0, QColor(74, 86, 116));
-    night.setColorAt(0.5, QColor(48, 57, 82));
-    night.setColorAt(1, QColor(30, 36, 54));
+    night.setColorAt(0, QColor(104, 119, 160));
+    night.setColorAt(0.5, QColor(70, 82, 118));
+    night.setColorAt(1, QColor(44, 53, 82));
     painter.fillPath(path, night);
     // A warm light from the square, so that the tile is no flat sheet.
     QRadialGradient glow(tile.center() + QPointF(8, -28), tile.width() * 0.46);
     glow.setColorAt(0, QColor(255, 176, 72, 70));
     glow.setColorAt(1, QColor(255, 176, 72, 0));
     painter.fillPath(path, glow);
-    if (!look.hasFineParts) return;
     painter.save();
     painter.setClipPath(path);
     QLinearGradient edge(tile.topLeft(), tile.bottomLeft());
     edge.setColorAt(0, QColor(255, 255, 255, 90));
-    edge.setColorAt(0.25, QColor(255, 255, 255, 22));
-    edge.setColorAt(1, QColor(255, 255, 255, 10));
-    painter.strokePath(path, QPen(QBrush(edge), 6));
+    edge.setColorAt(0.25, QColor(255, 255, 255, 36));
+    edge.setColorAt(1, QColor(255, 255, 255, 30));
+    painter.strokePath(path, QPen(QBrush(edge), look.edgeWidth));
     painter.restore();
 }
 
+/// At the edge of a pixel, so that the few pixels of small bars are sharp.
 QRectF barOf(const Look& look) {
-    const double top = 352 - look.barHeight / 2;
+    const double pixel = canvas / look.side;
+    const double top = std::round((352 - look.barHeight / 2) / pixel) * pixel;
     return {look.barInset, top, canvas - 2 * look.barInset, look.barHeight};
 }
 

@@ -80,6 +80,8 @@ class Samples:
             return self.process.wait(BOUND)
         finally:
             self.process.kill()
+            self.process.stdin.close()
+            self.process.stdout.close()
 
 
 def windowNamed(title):
@@ -128,6 +130,14 @@ def click(x, y):
     run("xdotool", "mousemove", str(x), str(y), "click", "1")
 
 
+def drag(start, end):
+    """The window manager gets each step by itself: it begins to move a window when the pointer has gone some way."""
+    middle = [(one + other) // 2 for one, other in zip(start, end)]
+    for step in (("mousemove", *start), ("mousedown", 1), ("mousemove", *middle), ("mousemove", *end), ("mouseup", 1)):
+        run("xdotool", *map(str, step))
+        time.sleep(0.05)
+
+
 class WindowsTestCase(unittest.TestCase):
     def setUp(self):
         self.samples = Samples()
@@ -171,9 +181,11 @@ class InformationWindows(WindowsTestCase):
         screenWidth, screenHeight = map(int, run("xdotool", "getdisplaygeometry").split())
         self.assertAlmostEqual(x + width / 2, screenWidth / 2, delta=20)
         self.assertAlmostEqual(y + height / 2, screenHeight / 2, delta=40)
-        decorations = int(re.findall(r"0x[0-9a-f]+", prop(window, "_MOTIF_WM_HINTS"))[2], 16)
-        self.assertTrue(decorations & 8, "no title")
-        self.assertFalse(decorations & 0b1110000, "menu, minimise or maximise")
+        flags, functions = (int(word, 16) for word in re.findall(r"0x[0-9a-f]+", prop(window, "_MOTIF_WM_HINTS"))[:2])
+        self.assertTrue(flags & 1, "the functions do not count")
+        self.assertTrue(functions & 4, "it cannot be moved")
+        self.assertFalse(functions & 0b111000, "minimise, maximise or close")
+        self.assertIn("Sample guide", prop(window, "_NET_WM_NAME"))
 
     def testItComesToTheFrontAlthoughTheUserWorksInAnotherProgram(self):
         page = self.shownAndActive("guide", "Sample guide")
@@ -192,7 +204,7 @@ class InformationWindows(WindowsTestCase):
         self.assertBecomes(lambda: windowNamed("Sample guide") is None)
         self.assertBecomes(lambda: activeWindow() == other)
         self.samples.say("guide")
-        self.assertBecomes(lambda: activeWindow() == page and stacking()[-1] == page)
+        self.assertBecomes(lambda: activeWindow() == page and stacking().index(page) > stacking().index(other))
 
     def testItReturnsToWhereTheUserLeftIt(self):
         window = self.shownAndActive("about", "Sample about")
@@ -277,7 +289,8 @@ class FloatingPanels(WindowsTestCase):
         click(x + 5, y + 5)
         self.samples.say("guide")
         self.assertBecomes(lambda: activeWindow() == windowNamed("Sample guide"))
-        self.assertEqual(stacking()[-1], card)
+        self.assertGreater(stacking().index(card), stacking().index(windowNamed("Sample guide")))
+        self.assertGreater(stacking().index(card), stacking().index(other))
 
     def testItsFrameStandsWhereItWasTold(self):
         card = self.shown("card 60 80", "Sample card")
@@ -291,15 +304,26 @@ class FloatingPanels(WindowsTestCase):
         self.assertEqual(frameGeometry(card)[:2], [60, 80])
         # By its title bar, as a user does.
         x, y, width, _ = frameGeometry(card)
-        run("xdotool", "mousemove", str(x + width // 2), str(y + 6), "mousedown", "1", "mousemove", str(x + width // 2 + 40),
-            str(y + 56), "mousemove", str(x + width // 2 + 200), str(y + 106), "mouseup", "1")
-        self.assertBecomes(lambda: frameGeometry(card)[:2] == [260, 180], frameGeometry(card))
+        grip = x + width // 2, y + 6
+        drag(grip, (grip[0] + 200, grip[1] + 100))
+        self.assertBecomes(lambda: frameGeometry(card)[:2] == [260, 180])
         for command in ("expand 1", "expand 1.3", "expand 1"):
             before = clientGeometry(card)
             self.samples.say(command)
             self.assertBecomes(lambda: clientGeometry(card)[2:] != before[2:])
             time.sleep(0.1)
             self.assertEqual(frameGeometry(card)[:2], [260, 180])
+
+    def testItKeepsItsCornerWhenItIsReplacedBeforeItHasAFrame(self):
+        for _ in range(3):
+            self.samples.say("card 60 80\nexpand 1")
+            self.assertTrue(self.samples.hears("replaced card"))
+            self.assertBecomes(lambda: windowNamed("Sample card") and frameExtents(windowNamed("Sample card")))
+            card = windowNamed("Sample card")
+            time.sleep(0.3)  # for what the toolkit and the window manager have still to tell each other
+            self.assertEqual(frameGeometry(card)[:2], [60, 80])
+            self.samples.say("drop card")
+            self.assertTrue(self.samples.hears("dropped card"))
 
     def testItCanBeOperatedByTheKeyboardOnceItWasClicked(self):
         self.otherProgram()
@@ -400,7 +424,7 @@ class AssistivePrograms(WindowsTestCase):
                  bus.below(bus.window("Sample about"))}
         self.assertIn(("label", "The program"), parts)
         self.assertIn(("link", "Web site"), parts)
-        self.assertTrue({("image", "Icon"), ("icon", "Icon")} & parts, parts)
+        self.assertIn(("graphic", "Icon"), parts)
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QIcon>
 
 #include "platform/linux/QtIcons.h"
@@ -35,6 +36,11 @@ TEST(QtResources, APictureThatIsMissingIsNone) {
     for (const char* name : {"no-such-picture", "", "../icon/16", "../pictures/Ovin", "Ovin.png"}) {
         EXPECT_FALSE(resources.picture(name)) << name;
     }
+}
+
+TEST(QtResources, APictureThatCannotBeReadIsNone) {
+    ASSERT_TRUE(QFile::exists(":/ovin/pictures/broken.png"));
+    EXPECT_FALSE(QtResources().picture("broken"));
 }
 
 TEST(QtResources, TheVersionIsThatOfTheBuild) {
