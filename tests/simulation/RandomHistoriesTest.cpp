@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -55,13 +56,13 @@ public:
         try {
             for (int steps = 6 + random_.below(10); steps > 0; --steps) {
                 guarded([this] { step(); });
-                trace("    " + (isTraced_ ? computer_.description() : std::string()));
+                traceState();
                 computer_.check();
             }
             finish();
             return std::nullopt;
         } catch (const Violation& violation) {
-            trace("VIOLATION: " + violation.what);
+            trace("VIOLATION: ", violation.what);
             return violation.what;
         }
     }
@@ -70,8 +71,15 @@ public:
     [[nodiscard]] const std::string& traced() const { return trace_; }
 
 private:
-    void trace(const std::string& line) {
-        if (isTraced_) trace_ += line + "\n";
+    template <typename... Parts>
+    void trace(const Parts&... parts) {
+        if (!isTraced_) return;
+        std::ostringstream line;
+        (line << ... << parts) << '\n';
+        trace_ += line.str();
+    }
+    void traceState() {
+        if (isTraced_) trace("    ", computer_.description());
     }
 
     template <typename Action>
@@ -141,7 +149,7 @@ private:
         if (!computer_.isRunning()) return;
         static const std::vector<std::chrono::milliseconds> times{0ms, 0ms, 300ms, 400ms, 1500ms, 3000ms};
         const auto time = times[static_cast<std::size_t>(random_.below(static_cast<int>(times.size())))];
-        trace("pass " + std::to_string(time.count()) + " ms");
+        trace("pass ", time.count(), " ms");
         computer_.pass(time);
     }
 
@@ -155,14 +163,13 @@ private:
     void armCrash() {
         const CrashPoint point{computer_.isRunning() ? computer_.effectCount() + random_.below(5) : random_.below(3),
                                crashPhases[random_.below(4)]};
-        trace("will crash at effect " + std::to_string(point.effect) + " phase " +
-              std::to_string(static_cast<int>(point.phase)));
+        trace("will crash at effect ", point.effect, " phase ", static_cast<int>(point.phase));
         computer_.crashPoint = point;
     }
 
     void misbehave() {
         misbehaviour_ = misbehaviour_ == 0 ? 1 + random_.below(3) : 0;
-        trace("the system misbehaves: " + std::to_string(misbehaviour_));
+        trace("the system misbehaves: ", misbehaviour_);
     }
 
     [[nodiscard]] Fault fault() {
@@ -170,15 +177,15 @@ private:
         const Fault fault{(misbehaviour_ & 1) != 0, (misbehaviour_ & 2) == 0 ? Answer::switches
                                                     : random_.oneIn(2)       ? Answer::refuses
                                                                              : Answer::pretends};
-        trace(std::string("  a fault: ") + (fault.settingsRefuse ? "settings refuse " : "") +
-              (fault.answer == Answer::switches ? "" : "modes stay"));
+        trace("  a fault: ", fault.settingsRefuse ? "settings refuse " : "",
+              fault.answer == Answer::switches ? "" : "modes stay");
         return fault;
     }
 
     void plugIn() {
         const bool inItsOwnMode = random_.oneIn(2);
         const bool underAnotherID = random_.oneIn(4);
-        trace(std::string("plug in") + (inItsOwnMode ? " in its own mode" : "") + (underAnotherID ? " as another" : ""));
+        trace("plug in", inItsOwnMode ? " in its own mode" : "", underAnotherID ? " as another" : "");
         computer_.plugIn(inItsOwnMode, underAnotherID);
     }
 
@@ -190,13 +197,13 @@ private:
         }
         const auto display = static_cast<std::size_t>(random_.below(static_cast<int>(computer_.displayCount())));
         const auto mode = static_cast<std::size_t>(random_.below(4));
-        trace("choose mode " + std::to_string(mode + 1) + " of display number " + std::to_string(display + 1));
+        trace("choose mode ", mode + 1, " of display number ", display + 1);
         computer_.chooseMode(display, mode);
     }
 
     void changeItems() {
         items_ = randomItems();
-        trace("items: " + std::to_string(static_cast<int>(items_)));
+        trace("items: ", static_cast<int>(items_));
         computer_.setItems(items_);
     }
 
@@ -215,14 +222,14 @@ private:
             computer_.plugEverythingIn();
             computer_.passUntilIdle();
             computer_.check();
-            trace("    " + (isTraced_ ? computer_.description() : std::string()));
+            traceState();
         }
         if (computer_.isRunning()) computer_.die();
         computer_.plugEverythingIn();
         trace("launch");
         computer_.launch();
         computer_.passUntilIdle();
-        trace("    " + (isTraced_ ? computer_.description() : std::string()));
+        traceState();
         computer_.checkNothingIsOwed();
     }
 
