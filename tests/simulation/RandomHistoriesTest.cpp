@@ -265,9 +265,11 @@ TEST(RandomHistories, NoModeOfADisplayIsEverLost) {
     const std::uint64_t count = numberFromEnvironment("OVIN_SIMULATION_HISTORIES").value_or(OVIN_SIMULATED_HISTORIES);
     const auto start = std::chrono::steady_clock::now();
     SimulatedComputer::Counts all;
+    long played = 0;
     for (std::uint64_t seed = 1; seed <= count; ++seed) {
         RandomHistory history(seed, false);
         if (history.play() && !playTraced(seed)) break;
+        ++played;
         all.launches += history.counts().launches;
         all.effects += history.counts().effects;
         all.crashes += history.counts().crashes;
@@ -275,9 +277,8 @@ TEST(RandomHistories, NoModeOfADisplayIsEverLost) {
         all.starts += history.counts().starts;
     }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    std::printf("%llu histories: %ld launches, %ld started sessions, %ld effects, %ld crashes, %ld recoveries; %.1f s\n",
-                static_cast<unsigned long long>(count), all.launches, all.starts, all.effects, all.crashes, all.recoveries,
-                seconds.count());
+    std::printf("%ld histories: %ld launches, %ld started sessions, %ld effects, %ld crashes, %ld recoveries; %.1f s\n",
+                played, all.launches, all.starts, all.effects, all.crashes, all.recoveries, seconds.count());
     if (count < 1000) return;
     // That the histories are worth playing.
     EXPECT_GT(all.crashes, static_cast<long>(count) / 20);

@@ -170,6 +170,7 @@ void SimulatedComputer::plugIn(bool inItsOwnMode, bool underAnotherID) {
     hardware_.unplugged.erase(hardware_.unplugged.begin());
     Wish& wish = wishes_[display.id];
     // Under another id it is another display to the system, which does not know of the mode that was only for a session.
+    if (underAnotherID && !isRight(display)) lostWhileWidened_.insert(display.id);
     if (inItsOwnMode || underAnotherID) {
         display.current = *std::find_if(modes.begin(), modes.end(), [&](const DisplayMode& m) { return m.id == wish.mode; });
         wish.isChangedByHand = false;
@@ -189,9 +190,10 @@ void SimulatedComputer::plugEverythingIn() {
     const auto mode = static_cast<std::int32_t>(std::get<std::int64_t>(settings().at(modeKey)));
     const auto hasID = [id](const Display& display) { return display.id == id; };
     if (std::any_of(connected().begin(), connected().end(), hasID)) return;
-    // It has lost its id, and gets it back along with the mode of the session.
+    // It has lost its id, and gets it back along with the mode that it had.
     connected().front().id = id;
-    connected().front().current = modes.at(2);
+    connected().front().current =
+        lostWhileWidened_.contains(id) ? modes.at(2) : modes.at(static_cast<std::size_t>(mode - 1));
     wishes_[id] = {mode, false};
     tellOfChange();
 }

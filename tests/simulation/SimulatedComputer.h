@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -146,6 +147,8 @@ private:
 
     Hardware hardware_;
     std::map<DisplayID, Wish> wishes_;
+    /// Displays that were widened when they lost these ids.
+    std::set<DisplayID> lostWhileWidened_;
     DisplayID nextID_ = 1;
     Items items_ = Items::needRoom;
     std::unique_ptr<Program> program_;
