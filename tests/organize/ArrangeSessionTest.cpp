@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/LoudLog.h"
 #include "tests/support/MenuBarScene.h"
 
 namespace ovin {
@@ -610,10 +611,10 @@ TEST(Generation, EveryAdvanceGivesAnotherNumber) {
 }
 
 TEST(GenerationDeathTest, AnAdvanceBeyondTheLastNumberEndsTheProgram) {
-    MemoryLog log;
+    LoudLog log;
     Generation generation{std::numeric_limits<std::int64_t>::max() - 1};
     generation.advance(log);
-    EXPECT_DEATH(generation.advance(log), "");
+    EXPECT_DEATH(generation.advance(log), "Ovin: fatal: no session number is left");
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ public:
     /// What went wrong; nothing when all was well.
     [[nodiscard]] std::optional<std::string> play() {
         try {
-            for (int steps = 6 + random_.below(10); steps > 0; --steps) {
+            for (int steps = 5 + random_.below(8); steps > 0; --steps) {
                 guarded([this] { step(); });
                 traceState();
                 computer_.check();

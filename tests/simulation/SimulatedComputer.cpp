@@ -35,8 +35,8 @@ void SimulatedComputer::launch() {
     counts.recoveries += hasRecord() ? 1 : 0;
     auto program = std::make_unique<Program>();
     MemoryWorld& world = program->scene.world;
-    world.displays.displays = hardware_.connected;
-    world.defaults.values = hardware_.settings;
+    world.displays.displays = std::move(hardware_.connected);
+    world.defaults.values = std::move(hardware_.settings);
     world.defaults.onEffect = [this](EffectMoment moment) { effect(moment, true); };
     world.displays.onEffect = [this](EffectMoment moment) { effect(moment, false); };
     program_ = std::move(program);
@@ -78,8 +78,8 @@ void SimulatedComputer::pass(std::chrono::milliseconds time) { program_->scene.w
 void SimulatedComputer::passUntilIdle() { program_->scene.world.time.runUntilIdle(); }
 
 void SimulatedComputer::die() {
-    hardware_.connected = connected();
-    hardware_.settings = settings();
+    hardware_.connected = std::move(connected());
+    hardware_.settings = std::move(settings());
     // What is destroyed has no effect any more.
     MemoryWorld& world = program_->scene.world;
     const auto noEffect = [](EffectMoment) { throw Violation{"an effect of a dead program"}; };
@@ -114,7 +114,8 @@ void SimulatedComputer::effect(EffectMoment moment, bool isSetting) {
 void SimulatedComputer::beginEffect() {
     ++counts.effects;
     settingsBefore_ = settings();
-    displaysBefore_ = connected();
+    modesBefore_.clear();
+    for (const Display& display : connected()) modesBefore_.push_back(display.current);
     const Fault fault = faults ? faults(effectCount_) : Fault{};
     program_->scene.world.defaults.refusesChanges = fault.settingsRefuse;
     program_->scene.world.displays.answer = fault.answer;
@@ -145,13 +146,13 @@ void SimulatedComputer::checkSettingChange() {
 void SimulatedComputer::checkModeChange() {
     for (std::size_t i = 0; i < connected().size(); ++i) {
         const Display& display = connected()[i];
-        if (display.current == displaysBefore_[i].current) continue;
+        if (display.current == modesBefore_[i]) continue;
         tellOfChange();
         layOut();
         if (isOnRecord(display.id, display.current->id)) continue;
         // It is a widening then, and the session that wanted it has what it wanted.
         require(std::exchange(mayWiden_, false), "a mode that no session wants any more");
-        require(isOnRecord(display.id, displaysBefore_[i].current->id), "a mode is changed that is not on record");
+        require(isOnRecord(display.id, modesBefore_[i]->id), "a mode is changed that is not on record");
     }
 }
 

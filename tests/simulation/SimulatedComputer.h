@@ -155,7 +155,7 @@ private:
 
     int effectCount_ = 0;
     Values settingsBefore_;
-    std::vector<Display> displaysBefore_;
+    std::vector<std::optional<DisplayMode>> modesBefore_;
     /// Counts the ends: what a begin before an end leads to is not allowed any more.
     int endCount_ = 0;
     /// A begin has been accepted and neither been ended nor led to anything yet.
