@@ -400,6 +400,7 @@ TEST_F(ArrangeSessionTest, AnEndWithTheDisplayAwayWaitsForItOnce) {
     EXPECT_EQ(world.screens.observerCount(), 1u);
     world.screens.change();
     EXPECT_EQ(world.screens.observerCount(), 1u);
+    EXPECT_EQ(world.screens.registrationCount, 1);
     EXPECT_TRUE(widener.isWidened());
 
     plugInAgain();

@@ -41,6 +41,7 @@ void SimulatedComputer::launch() {
     world.displays.onEffect = [this](EffectMoment moment) { effect(moment, false); };
     program_ = std::move(program);
     effectCount_ = 0;
+    hasRefused_ = false;
     buildMenuBar();
     program_->session->onItemsStillDoNotFit([this] { require(isActive(), "a warning without an active session"); });
     end();
@@ -117,6 +118,7 @@ void SimulatedComputer::beginEffect() {
     modesBefore_.clear();
     for (const Display& display : connected()) modesBefore_.push_back(display.current);
     const Fault fault = faults ? faults(effectCount_) : Fault{};
+    hasRefused_ = hasRefused_ || fault.settingsRefuse;
     program_->scene.world.defaults.refusesChanges = fault.settingsRefuse;
     program_->scene.world.displays.answer = fault.answer;
     crashAt(CrashPhase::before, true);
@@ -263,6 +265,7 @@ void SimulatedComputer::check() {
     const bool isOwed = std::any_of(connected().begin(), connected().end(), isWrong) ||
                         std::any_of(hardware_.unplugged.begin(), hardware_.unplugged.end(), isWrong);
     require(!isOwed || isActive() || observers == 1, "nobody waits for what is owed");
+    require(!hasRecord() || isActive() || observers == 1 || hasRefused_, "a record that nobody waits for");
 }
 
 void SimulatedComputer::checkOwed() {

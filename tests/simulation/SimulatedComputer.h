@@ -154,6 +154,8 @@ private:
     std::unique_ptr<Program> program_;
 
     int effectCount_ = 0;
+    /// This run of the program could not change a setting, and so may have been unable to remove its record.
+    bool hasRefused_ = false;
     Values settingsBefore_;
     std::vector<std::optional<DisplayMode>> modesBefore_;
     /// Counts the ends: what a begin before an end leads to is not allowed any more.
