@@ -45,23 +45,8 @@ Insets scaled(const Insets& insets, double scale) {
     return {insets.top * scale, insets.left * scale, insets.bottom * scale, insets.right * scale};
 }
 
-Label paragraph(std::string_view text, double size, double width) {
-    Label label;
-    label.wrapWidth = width;
-    const auto add = [&](std::string_view run, Font::Weight weight, SystemColor color) {
-        if (!run.empty()) label.text.push_back({std::string(run), Font{size, weight}, Color{color}});
-    };
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t found = std::min(text.find(emphasised, start), text.size());
-        add(text.substr(start, found - start), Font::Weight::regular, SystemColor::secondaryLabel);
-        add(text.substr(found, emphasised.size()), Font::Weight::bold, SystemColor::label);
-        start = found + emphasised.size();
-    }
-    return label;
-}
-
 Label makeFitWarning(double scale) {
-    Label label = paragraph(fitWarning, textSize * scale, textWidth * scale);
+    Label label = arrangeParagraph(fitWarning, textSize * scale, textWidth * scale);
     for (TextRun& run : label.text) run.color = Color{SystemColor::systemOrange};
     return label;
 }
@@ -95,7 +80,7 @@ Stack card(const ArrangeContent& content) {
     card.box = Box{{SystemColor::quaternaryLabel, cardBackgroundAlpha}, {SystemColor::separator}, 1, 10 * s};
 
     const auto addParagraph = [&](const char* text) {
-        card.views.push_back({paragraph(text, cardTextSize * s, cardTextWidth * s)});
+        card.views.push_back({arrangeParagraph(text, cardTextSize * s, cardTextWidth * s)});
     };
     const auto addPicture = [&](const std::optional<Picture>& picture) {
         if (auto image = barImage(picture, cardTextWidth * s)) card.views.push_back({*std::move(image)});
@@ -120,6 +105,21 @@ PushButton doneButton(double scale) {
 
 }  // namespace
 
+Label arrangeParagraph(std::string_view text, double size, double width) {
+    Label label;
+    label.wrapWidth = width;
+    const auto add = [&](std::string_view run, Font::Weight weight, SystemColor color) {
+        if (!run.empty()) label.text.push_back({std::string(run), Font{size, weight}, Color{color}});
+    };
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t found = std::min(text.find(emphasised, start), text.size());
+        add(text.substr(start, found - start), Font::Weight::regular, SystemColor::secondaryLabel);
+        add(text.substr(found, emphasised.size()), Font::Weight::bold, SystemColor::label);
+        start = found + emphasised.size();
+    }
+    return label;
+}
+
 View arrangeView(const ArrangeContent& content) {
     const double s = content.scale;
     Stack stack;
@@ -128,11 +128,11 @@ View arrangeView(const ArrangeContent& content) {
     stack.width = textWidth * s + (contentInsets.left + contentInsets.right) * s;
 
     stack.views.push_back({Label{{{"Organize your menu bar", Font{17 * s, Font::Weight::semibold}, {}}}, {}}});
-    stack.views.push_back({paragraph(introduction, textSize * s, textWidth * s)});
+    stack.views.push_back({arrangeParagraph(introduction, textSize * s, textWidth * s)});
     if (content.hasFitWarning) stack.views.push_back({makeFitWarning(s)});
     stack.views.push_back({header(content)});
     stack.views.push_back({card(content), !content.isCardExpanded});
-    stack.views.push_back({paragraph(farewell, textSize * s, textWidth * s), false, 16 * s});
+    stack.views.push_back({arrangeParagraph(farewell, textSize * s, textWidth * s), false, 16 * s});
     stack.views.push_back({doneButton(s)});
     return {std::move(stack)};
 }

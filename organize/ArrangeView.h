@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 
 #include "platform/Resources.h"
 #include "platform/Views.h"
@@ -20,6 +21,9 @@ struct ArrangeContent {
     std::optional<Picture> collapsedPicture = {};
     std::optional<Picture> expandedPicture = {};
 };
+
+/// A paragraph of the window, in which the gesture "⌘-drag" is set off wherever it occurs. `size` is that of the font.
+[[nodiscard]] Label arrangeParagraph(std::string_view text, double size, double width);
 
 /// The arrange window's content: what goes on, what to do, a card that explains it, and the button that ends it.
 [[nodiscard]] View arrangeView(const ArrangeContent& content);

@@ -72,8 +72,11 @@ public:
     /// Tells that the screens have changed.
     void change() const { observers_.callAll(); }
     [[nodiscard]] std::size_t observerCount() const { return observers_.count(); }
+    /// How many observers there have ever been.
+    int registrationCount = 0;
 
     [[nodiscard]] std::unique_ptr<Observation> observeChanges(std::function<void()> handler) override {
+        ++registrationCount;
         return observers_.add(std::move(handler));
     }
 

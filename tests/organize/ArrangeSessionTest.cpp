@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/LoudLog.h"
 #include "tests/support/MenuBarScene.h"
 
 namespace ovin {
@@ -399,6 +400,7 @@ TEST_F(ArrangeSessionTest, AnEndWithTheDisplayAwayWaitsForItOnce) {
     EXPECT_EQ(world.screens.observerCount(), 1u);
     world.screens.change();
     EXPECT_EQ(world.screens.observerCount(), 1u);
+    EXPECT_EQ(world.screens.registrationCount, 1);
     EXPECT_TRUE(widener.isWidened());
 
     plugInAgain();
@@ -610,10 +612,10 @@ TEST(Generation, EveryAdvanceGivesAnotherNumber) {
 }
 
 TEST(GenerationDeathTest, AnAdvanceBeyondTheLastNumberEndsTheProgram) {
-    MemoryLog log;
+    LoudLog log;
     Generation generation{std::numeric_limits<std::int64_t>::max() - 1};
     generation.advance(log);
-    EXPECT_DEATH(generation.advance(log), "");
+    EXPECT_DEATH(generation.advance(log), "Ovin: fatal: no session number is left");
 }
 
 }  // namespace

@@ -81,6 +81,21 @@ TEST(ArrangeView, WithoutTheWarningTheRestStaysInOrder) {
                 ElementsAre("Organize your menu bar", introductionText(), "", "", farewellText(), "Done"));
 }
 
+TEST(ArrangeView, EveryGestureInATextIsSetOff) {
+    const Font plain{12, Font::Weight::regular};
+    const Font bold{12, Font::Weight::bold};
+    EXPECT_EQ(arrangeParagraph("You ⌘-drag it, or ⌘-drag that.", 12, 400), (Label{{{"You ", plain, secondary},
+                                                                                   {"⌘-drag", bold, labelColor},
+                                                                                   {" it, or ", plain, secondary},
+                                                                                   {"⌘-drag", bold, labelColor},
+                                                                                   {" that.", plain, secondary}},
+                                                                                  400}));
+    EXPECT_EQ(arrangeParagraph("⌘-drag⌘-drag", 12, 400),
+              (Label{{{"⌘-drag", bold, labelColor}, {"⌘-drag", bold, labelColor}}, 400}));
+    EXPECT_EQ(arrangeParagraph("⌘-dra", 12, 400), (Label{{{"⌘-dra", plain, secondary}}, 400}));
+    EXPECT_EQ(arrangeParagraph("", 12, 400), (Label{{}, 400}));
+}
+
 class ScaledArrangeView : public testing::TestWithParam<double> {
 protected:
     const double s = GetParam();

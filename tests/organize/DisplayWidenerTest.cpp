@@ -4,12 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 #include <string>
 #include <utility>
 
 #include "platform/memory/MemoryWorld.h"
+#include "tests/support/LoudLog.h"
 
 namespace ovin {
 namespace {
@@ -461,12 +461,6 @@ TEST_F(DisplayWidenerTest, ARecordWithoutADisplayMeansTheDisplayZero) {
 }
 
 // Records that cannot be
-
-/// Shows on the standard error stream what the program has written to its log before it died.
-class LoudLog final : public SystemLog {
-public:
-    void write(std::string_view line) override { std::fprintf(stderr, "%s\n", std::string(line).c_str()); }
-};
 
 void restoreFrom(const Value& mode, const Value& ofDisplay) {
     MemoryWorld world;

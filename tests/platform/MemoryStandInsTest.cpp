@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "platform/memory/MemoryDisplays.h"
 #include "platform/memory/MemoryUserDefaults.h"
 #include "platform/memory/MemoryWorkspace.h"
@@ -58,6 +61,44 @@ TEST(MemoryDisplays, WithoutADisplayNothingHasAnArea) {
     MemoryDisplays displays;
     displays.displays.clear();
     EXPECT_EQ(displays.bounds(displays.mainDisplay()), Rect{});
+}
+
+TEST(MemoryUserDefaults, AnEffectIsSeenBeforeInAndAfterIt) {
+    MemoryUserDefaults defaults;
+    std::vector<bool> seen;
+    defaults.onEffect = [&](EffectMoment) { seen.push_back(defaults.values.contains("key")); };
+    EXPECT_TRUE(defaults.set("key", true));
+    EXPECT_TRUE(defaults.remove("key"));
+    EXPECT_EQ(seen, (std::vector<bool>{false, true, true, true, false, false}));
+}
+
+TEST(MemoryUserDefaults, ARefusalAtTheLastMomentHolds) {
+    MemoryUserDefaults defaults;
+    defaults.onEffect = [&](EffectMoment moment) { defaults.refusesChanges = moment == EffectMoment::before; };
+    EXPECT_FALSE(defaults.set("key", true));
+    EXPECT_TRUE(defaults.values.empty());
+}
+
+TEST(MemoryDisplays, AnEffectIsSeenBeforeInAndAfterIt) {
+    MemoryDisplays displays;
+    const DisplayMode other{2, 800, 500, 800, true};
+    std::vector<bool> seen;
+    displays.onEffect = [&](EffectMoment) { seen.push_back(displays.currentMode(1) == other); };
+    EXPECT_TRUE(displays.apply(other, 1));
+    EXPECT_EQ(seen, (std::vector<bool>{false, true, true}));
+    EXPECT_EQ(displays.bounds(1).size, (Size{800, 500}));
+}
+
+TEST(MemoryDisplays, AnExceptionGoesThroughAndLeavesWhatHasHappened) {
+    MemoryDisplays displays;
+    const DisplayMode other{2, 800, 500, 800, true};
+    for (const auto last : {EffectMoment::before, EffectMoment::during}) {
+        displays.onEffect = [last](EffectMoment moment) {
+            if (moment == last) throw 1;
+        };
+        EXPECT_THROW((void)displays.apply(other, 1), int);
+        EXPECT_EQ(displays.currentMode(1) == other, last == EffectMoment::during);
+    }
 }
 
 TEST(MemoryWorld, ThePlatformIsTheWorld) {

@@ -35,12 +35,13 @@ void SimulatedComputer::launch() {
     counts.recoveries += hasRecord() ? 1 : 0;
     auto program = std::make_unique<Program>();
     MemoryWorld& world = program->scene.world;
-    world.displays.displays = hardware_.connected;
-    world.defaults.values = hardware_.settings;
+    world.displays.displays = std::move(hardware_.connected);
+    world.defaults.values = std::move(hardware_.settings);
     world.defaults.onEffect = [this](EffectMoment moment) { effect(moment, true); };
     world.displays.onEffect = [this](EffectMoment moment) { effect(moment, false); };
     program_ = std::move(program);
     effectCount_ = 0;
+    hasRefused_ = false;
     buildMenuBar();
     program_->session->onItemsStillDoNotFit([this] { require(isActive(), "a warning without an active session"); });
     end();
@@ -78,8 +79,8 @@ void SimulatedComputer::pass(std::chrono::milliseconds time) { program_->scene.w
 void SimulatedComputer::passUntilIdle() { program_->scene.world.time.runUntilIdle(); }
 
 void SimulatedComputer::die() {
-    hardware_.connected = connected();
-    hardware_.settings = settings();
+    hardware_.connected = std::move(connected());
+    hardware_.settings = std::move(settings());
     // What is destroyed has no effect any more.
     MemoryWorld& world = program_->scene.world;
     const auto noEffect = [](EffectMoment) { throw Violation{"an effect of a dead program"}; };
@@ -114,8 +115,10 @@ void SimulatedComputer::effect(EffectMoment moment, bool isSetting) {
 void SimulatedComputer::beginEffect() {
     ++counts.effects;
     settingsBefore_ = settings();
-    displaysBefore_ = connected();
+    modesBefore_.clear();
+    for (const Display& display : connected()) modesBefore_.push_back(display.current);
     const Fault fault = faults ? faults(effectCount_) : Fault{};
+    hasRefused_ = hasRefused_ || fault.settingsRefuse;
     program_->scene.world.defaults.refusesChanges = fault.settingsRefuse;
     program_->scene.world.displays.answer = fault.answer;
     crashAt(CrashPhase::before, true);
@@ -145,13 +148,13 @@ void SimulatedComputer::checkSettingChange() {
 void SimulatedComputer::checkModeChange() {
     for (std::size_t i = 0; i < connected().size(); ++i) {
         const Display& display = connected()[i];
-        if (display.current == displaysBefore_[i].current) continue;
+        if (display.current == modesBefore_[i]) continue;
         tellOfChange();
         layOut();
         if (isOnRecord(display.id, display.current->id)) continue;
         // It is a widening then, and the session that wanted it has what it wanted.
         require(std::exchange(mayWiden_, false), "a mode that no session wants any more");
-        require(isOnRecord(display.id, displaysBefore_[i].current->id), "a mode is changed that is not on record");
+        require(isOnRecord(display.id, modesBefore_[i]->id), "a mode is changed that is not on record");
     }
 }
 
@@ -170,6 +173,7 @@ void SimulatedComputer::plugIn(bool inItsOwnMode, bool underAnotherID) {
     hardware_.unplugged.erase(hardware_.unplugged.begin());
     Wish& wish = wishes_[display.id];
     // Under another id it is another display to the system, which does not know of the mode that was only for a session.
+    if (underAnotherID && !isRight(display)) lostWhileWidened_.insert(display.id);
     if (inItsOwnMode || underAnotherID) {
         display.current = *std::find_if(modes.begin(), modes.end(), [&](const DisplayMode& m) { return m.id == wish.mode; });
         wish.isChangedByHand = false;
@@ -189,9 +193,10 @@ void SimulatedComputer::plugEverythingIn() {
     const auto mode = static_cast<std::int32_t>(std::get<std::int64_t>(settings().at(modeKey)));
     const auto hasID = [id](const Display& display) { return display.id == id; };
     if (std::any_of(connected().begin(), connected().end(), hasID)) return;
-    // It has lost its id, and gets it back along with the mode of the session.
+    // It has lost its id, and gets it back along with the mode that it had.
     connected().front().id = id;
-    connected().front().current = modes.at(2);
+    connected().front().current =
+        lostWhileWidened_.contains(id) ? modes.at(2) : modes.at(static_cast<std::size_t>(mode - 1));
     wishes_[id] = {mode, false};
     tellOfChange();
 }
@@ -260,6 +265,7 @@ void SimulatedComputer::check() {
     const bool isOwed = std::any_of(connected().begin(), connected().end(), isWrong) ||
                         std::any_of(hardware_.unplugged.begin(), hardware_.unplugged.end(), isWrong);
     require(!isOwed || isActive() || observers == 1, "nobody waits for what is owed");
+    require(!hasRecord() || isActive() || observers == 1 || hasRefused_, "a record that nobody waits for");
 }
 
 void SimulatedComputer::checkOwed() {

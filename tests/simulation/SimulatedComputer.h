@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -146,13 +147,17 @@ private:
 
     Hardware hardware_;
     std::map<DisplayID, Wish> wishes_;
+    /// Displays that were widened when they lost these ids.
+    std::set<DisplayID> lostWhileWidened_;
     DisplayID nextID_ = 1;
     Items items_ = Items::needRoom;
     std::unique_ptr<Program> program_;
 
     int effectCount_ = 0;
+    /// This run of the program could not change a setting, and so may have been unable to remove its record.
+    bool hasRefused_ = false;
     Values settingsBefore_;
-    std::vector<Display> displaysBefore_;
+    std::vector<std::optional<DisplayMode>> modesBefore_;
     /// Counts the ends: what a begin before an end leads to is not allowed any more.
     int endCount_ = 0;
     /// A begin has been accepted and neither been ended nor led to anything yet.
