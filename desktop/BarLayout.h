@@ -22,7 +22,7 @@ struct BarContent {
     int expanderWidth = 0;
     /// Of the status items, from left to right.
     std::vector<int> itemWidths;
-    /// Where items must end on the left: the left half belongs to the application's menus ...
+    /// Where items must end on the left: what is there belongs to the application's menus ...
     int reservedWidth = 0;
     /// ... unless the user has asked to see more.
     bool isExpanded = false;

@@ -15,6 +15,9 @@
 namespace ovin {
 namespace {
 
+/// The room that the menus of an application are left, on a bar that is at least twice as wide.
+constexpr int menusWidth = 520;
+
 QString timeText() {
     const QLocale locale = QLocale::system();
     QString format = locale.timeFormat(QLocale::ShortFormat);
@@ -78,7 +81,7 @@ BarContent BarWindow::content() {
     content.barWidth = width();
     content.clockWidth = BarPainter::clockWidth(time_);
     content.expanderWidth = BarPainter::expanderWidth;
-    content.reservedWidth = width() / 2;
+    content.reservedWidth = std::min(width() / 2, menusWidth);
     content.isExpanded = isExpanded_;
     for (const auto* item : host_.shownItems()) {
         const int width = qRound(icon(*item).deviceIndependentSize().width());
