@@ -138,6 +138,7 @@ QAction& DBusMenu::actionAt(QMenu& menu, qsizetype index, bool asSubmenu) {
 QAction* DBusMenu::newAction(QMenu& menu) {
     auto* action = new QAction(&menu);
     connect(action, &QAction::triggered, this, [this, action] {
+        menu_->close();  // An assistive program presses an entry without that.
         sendEvent(action->data().toInt(), QStringLiteral("clicked"));
         fillAll();  // Qt has turned a check mark over; only the program knows whether that is what the click does.
     });

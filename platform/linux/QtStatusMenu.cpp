@@ -31,7 +31,9 @@ void addEntry(QMenu& menu, const MenuEntry& entry) {
         action->setShortcut(QKeySequence("Ctrl+" + QString::fromStdString(entry.keyEquivalent)));
         action->setShortcutVisibleInContextMenu(true);
     }
-    QObject::connect(action, &QAction::triggered, &menu, [run = entry.action] {
+    QObject::connect(action, &QAction::triggered, &menu, [&menu, run = entry.action] {
+        // An assistive program presses an entry without closing the menu.
+        menu.close();
         if (run) run();
     });
 }

@@ -1,0 +1,188 @@
+"""What the tests of the whole application share: Ovin beside a menu bar, real clicks and keys, and the accessibility library
+as other programs use it.
+
+Started with the paths of ovin-items, status-item and ovin.
+"""
+
+import os
+import re
+import signal
+import subprocess
+import sys
+import time
+import unittest
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+OVIN = os.path.abspath(sys.argv.pop(3))
+
+from DesktopTest import BOUND, Item, becomes, main, pidOf, setAccessibility  # noqa: E402
+
+BAR_HEIGHT = 28
+SETTINGS = os.path.join(os.environ["XDG_CONFIG_HOME"], "ovin", "defaults")
+GUIDE_WAS_SHOWN = "OvinHasShownGuide\tb\t1"
+
+
+def run(*command):
+    return subprocess.run(command, capture_output=True, text=True, timeout=BOUND, check=False)
+
+
+def click(x, y, button=1):
+    run("xdotool", "mousemove", str(x), str(y), "click", str(button))
+
+
+def isSanitized():
+    with open(OVIN, "rb") as file:
+        content = file.read()
+    return b"__asan_init" in content or b"__tsan_init" in content
+
+
+def memoryOf(pid):
+    """In mebibytes."""
+    with open(f"/proc/{pid}/status", encoding="utf-8") as file:
+        return int(re.search(r"VmRSS:\s+(\d+) kB", file.read())[1]) // 1024
+
+
+def activeWindow():
+    return run("xprop", "-root", "_NET_ACTIVE_WINDOW").stdout
+
+
+def windowsOf(pid):
+    return run("xdotool", "search", "--onlyvisible", "--pid", str(pid)).stdout.split()
+
+
+def geometry(window):
+    text = run("xdotool", "getwindowgeometry", "--shell", window).stdout
+    return tuple(int(re.search(rf"{name}=(-?\d+)", text)[1]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+def colours(area):
+    """The colours, as (red, green, blue), that the screen shows in an area."""
+    path = os.path.join(os.environ["OVIN_DESKTOP_DIR"], "screen.ppm")
+    subprocess.run(["scrot", "-o", "-a", ",".join(map(str, area)), path], check=True, timeout=BOUND)
+    with open(path, "rb") as file:
+        data = file.read()
+    header = re.match(rb"P6\s+(?:#[^\n]*\n)?\d+\s+\d+\s+255\s", data)
+    body = data[header.end():]
+    return {tuple(body[i:i + 3]) for i in range(0, len(body), 3)}
+
+
+def children(element):
+    element.clear_cache()  # asked of the program anew
+    found = [element.get_child_at_index(index) for index in range(element.get_child_count())]
+    return [child for child in found if child is not None]
+
+
+def descendant(element, name):
+    for child in children(element):
+        found = child if child.get_name() == name else descendant(child, name)
+        if found is not None:
+            return found
+    return None
+
+
+def accessible(application, name=None):
+    """An application, or the first element of this name in it; None while there is none."""
+    while GLib.MainContext.default().iteration(False):
+        pass  # news of programs that have come and gone
+    try:
+        for program in children(Atspi.get_desktop(0)):
+            if program.get_name() == application:
+                return descendant(program, name) if name is not None else program
+    except GLib.Error:
+        pass  # it went while it was looked at
+    return None
+
+
+def awaitAccessible(*path):
+    becomes(lambda: accessible(*path) is not None)
+    return accessible(*path)
+
+
+def press(element):
+    element.do_action(0)
+
+
+def buttonsOf(application):
+    """The buttons of an application; none while it cannot be looked at."""
+    def below(element):
+        return [button for child in children(element)
+                for button in ([child] if child.get_role() == Atspi.Role.PUSH_BUTTON else below(child))]
+
+    element = accessible(application)
+    try:
+        return below(element) if element is not None else []
+    except GLib.Error:
+        return []
+
+
+class ApplicationTestCase(unittest.TestCase):
+    def setUp(self):
+        setAccessibility(True)
+        self.forgetSettings(GUIDE_WAS_SHOWN)
+        self.items = []
+        self.addCleanup(self.endItems)
+        run("xdotool", "mousemove", "700", "600")
+
+    def endItems(self):
+        for item in self.items:
+            item.end()
+
+    def startItem(self, *options):
+        self.items.append(Item(options))
+        item = self.items[-1]
+        self.assertTrue(becomes(lambda: any(line.startswith("registered") for line in item.lines())))
+        return item
+
+    def forgetSettings(self, *lines):
+        """Leaves Ovin with these settings alone."""
+        os.makedirs(os.path.dirname(SETTINGS), exist_ok=True)
+        with open(SETTINGS, "w", encoding="utf-8") as file:
+            file.writelines(line + "\n" for line in lines)
+
+    def settings(self):
+        try:
+            with open(SETTINGS, encoding="utf-8") as file:
+                return file.read().splitlines()
+        except FileNotFoundError:
+            return []
+
+    def startOvin(self, *arguments, **environment):
+        process = subprocess.Popen([OVIN, *arguments], env=dict(os.environ, **environment), stderr=subprocess.PIPE, text=True)
+        self.addCleanup(process.stderr.close)
+        self.addCleanup(process.wait, BOUND)
+        self.addCleanup(process.kill)
+        return process
+
+    def startShown(self):
+        """Starts Ovin and waits until the bar shows its item."""
+        process = self.startOvin()
+        self.assertTrue(becomes(lambda: self.slot() is not None), "the bar does not show Ovin's item")
+        return process
+
+    def slot(self):
+        """The middle of Ovin's place in the bar."""
+        element = accessible("MenuBarAgent", "Ovin")
+        if element is None or element.get_state_set().contains(Atspi.StateType.INVALID):
+            return None
+        place = element.get_extents(Atspi.CoordType.SCREEN)
+        return (place.x + place.width // 2, place.y + place.height // 2) if place.width > 0 else None
+
+    def openLedge(self, process):
+        click(*self.slot())
+        self.assertTrue(becomes(lambda: windowsOf(process.pid)), "no ledge opens")
+        # Where the list is still being read, it is shown in place of a text that says so.
+        self.assertTrue(becomes(lambda: buttonsOf("Ovin")), "the ledge stays empty")
+        return windowsOf(process.pid)[0]
+
+    def isOpen(self, process):
+        return bool(windowsOf(process.pid))
+
+    def assertEnds(self, process, status=0):
+        try:
+            self.assertEqual(process.wait(BOUND), status)
+        except subprocess.TimeoutExpired:
+            self.fail("Ovin does not end")

@@ -1,0 +1,188 @@
+"""Ovin from its first start to its last: guide, windows, menu, start at login, and what goes wrong while the ledge is open.
+
+Started with the paths of ovin-items, status-item and ovin.
+"""
+
+import os
+import re
+import signal
+import subprocess
+import time
+
+from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, GLib, GUIDE_WAS_SHOWN, accessible, becomes, buttonsOf, children, click,
+                      geometry, main, press, run, windowsOf)
+
+COUNT = 40
+AUTOSTART = os.path.join(os.environ["XDG_CONFIG_HOME"], "autostart", "org.ovin.Ovin.desktop")
+
+
+def isShown(name):
+    return accessible("Ovin", name) is not None
+
+
+def entryNamed(name):
+    """An entry of Ovin's open menu; windows may have the same name."""
+    def below(element):
+        for child in children(element):
+            if child.get_name() == name and child.get_role() in (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM):
+                return child
+            found = below(child)
+            if found is not None:
+                return found
+        return None
+
+    try:
+        ovin = accessible("Ovin")
+        return below(ovin) if ovin is not None else None
+    except GLib.Error:
+        return None  # it went while it was looked at
+
+
+def key(name):
+    run("xdotool", "key", name)
+
+
+class TheStart(ApplicationTestCase):
+    def testTheFirstStartShowsTheGuideAndTheSecondDoesNot(self):
+        self.forgetSettings()
+        first = self.startShown()
+        self.assertTrue(becomes(lambda: isShown("Your menu bar is full.")), "there is no guide")
+        self.assertIn(GUIDE_WAS_SHOWN, self.settings())
+        first.terminate()
+        self.assertEnds(first)
+        second = self.startShown()
+        time.sleep(1)
+        self.assertFalse(windowsOf(second.pid), "there is a window")
+
+    def testSettingsOfEarlierVersionsAreRemovedAndOthersKept(self):
+        self.forgetSettings(GUIDE_WAS_SHOWN, "OvinEngineState\ts\told", "OvinSpacerRotation\ti\t3", "Other\ti\t5")
+        self.startShown()
+        self.assertTrue(becomes(lambda: sorted(self.settings()) == sorted([GUIDE_WAS_SHOWN, "Other\ti\t5"])), self.settings())
+
+    def testEveryPreviewShowsItsWindowAndNoItem(self):
+        for variable, value, text in (("OVIN_TEST_ABOUT", "", "Made by Vorda"), ("OVIN_TEST_GUIDE", "end", "Good manners."),
+                                      ("OVIN_TEST_ARRANGE_WINDOW", "abc", "Organize your menu bar")):
+            preview = self.startOvin(**{variable: value})
+            self.assertTrue(becomes(lambda: isShown(text)), f"{variable} shows nothing")
+            self.assertIsNone(self.slot(), f"{variable} has an item in the bar")
+            preview.terminate()
+            self.assertEnds(preview)
+
+    def testWithoutRoomForSettingsItStartsAllTheSame(self):
+        folder = os.path.join(os.environ["OVIN_DESKTOP_DIR"], "no-folder")
+        with open(folder, "w", encoding="utf-8"):
+            pass
+        process = self.startOvin(XDG_CONFIG_HOME=folder)
+        self.assertTrue(becomes(lambda: self.slot() is not None))
+        self.assertIsNone(process.poll())
+
+
+class TheMenu(ApplicationTestCase):
+    def setUp(self):
+        super().setUp()
+        self.ovin = self.startShown()
+
+    def choose(self, entry):
+        self.assertTrue(becomes(lambda: entryNamed(entry) is None), "the menu before is still there")
+        click(*self.slot(), 3)
+        self.assertTrue(becomes(lambda: entryNamed(entry) is not None), f"{entry} is not in the menu")
+        press(entryNamed(entry))
+
+    def testTheAboutWindowIsOperatedByKeys(self):
+        self.choose("About Ovin")
+        self.assertTrue(becomes(lambda: isShown("Made by Vorda")))
+        self.assertTrue(becomes(lambda: run("xdotool", "getactivewindow", "getwindowname").stdout == "About Ovin\n"))
+        key("Escape")
+        self.assertTrue(becomes(lambda: not windowsOf(self.ovin.pid)))
+        self.choose("About Ovin")
+        self.assertTrue(becomes(lambda: windowsOf(self.ovin.pid)), "it does not come back")
+
+    def testTheGuideIsOperatedByOthers(self):
+        self.choose("How This Works")
+        self.assertTrue(becomes(lambda: isShown("The ledge.")))
+        press(accessible("Ovin", "Done"))
+        self.assertTrue(becomes(lambda: not windowsOf(self.ovin.pid)))
+
+    def testStartingAtLoginIsAnEntryOfTheDesktop(self):
+        self.choose("Launch at Login")
+        self.assertTrue(becomes(lambda: os.path.exists(AUTOSTART)))
+        self.assertEqual(run("desktop-file-validate", AUTOSTART).stdout, "")
+        self.assertTrue(becomes(lambda: not windowsOf(self.ovin.pid)))
+        self.choose("Launch at Login")
+        self.assertTrue(becomes(lambda: not os.path.exists(AUTOSTART)))
+
+    def testUpdatesAreLeftToTheSystemWhichItSays(self):
+        self.choose("Check for Updates…")
+        self.assertTrue(becomes(lambda: windowsOf(self.ovin.pid)))
+        key("Return")
+        self.assertTrue(becomes(lambda: not windowsOf(self.ovin.pid)))
+
+
+class TheOpenLedge(ApplicationTestCase):
+    def setUp(self):
+        super().setUp()
+        self.ovin = self.startShown()
+        for number in range(1, COUNT + 1):
+            self.startItem("--name", f"App {number:02}", "--title", f"Item {number:02}", "--pixmap", "#c01090")
+
+    def itemOf(self, button):
+        return self.items[int(re.match(r"App (\d+)", button.get_name())[1]) - 1]
+
+    def testAnItemWhoseProgramDiesBeforeTheClickDoesNoHarm(self):
+        self.openLedge(self.ovin)
+        button = buttonsOf("Ovin")[0]
+        item = self.itemOf(button)
+        # Nothing tells Ovin in time: the ledge shows the item as before.
+        os.kill(self.ovin.pid, signal.SIGSTOP)
+        item.end()
+        os.kill(self.ovin.pid, signal.SIGCONT)
+        press(button)
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "the ledge stays open")
+        time.sleep(1)
+        self.assertIsNone(self.ovin.poll(), "Ovin has ended")
+        self.openLedge(self.ovin)
+
+    def testAStoppedProgramIsClickedWithoutWaiting(self):
+        self.openLedge(self.ovin)
+        button = buttonsOf("Ovin")[0]
+        item = self.itemOf(button)
+        item.stop()
+        press(button)
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "the ledge stays open")
+        time.sleep(0.6)
+        click(*self.slot())
+        self.assertTrue(becomes(lambda: self.isOpen(self.ovin), 2), "Ovin waits for the program")
+
+    def testItsScreenIsUnplugged(self):
+        run("xrandr")
+        run("xrandr", "--addmode", "DUMMY1", "1920x1080")
+        run("xrandr", "--output", "DUMMY1", "--mode", "1920x1080", "--right-of", "DUMMY0", "--primary")
+        self.addCleanup(run, "xrandr", "--output", "DUMMY0", "--primary")
+        self.addCleanup(run, "xrandr", "--output", "DUMMY1", "--off")
+        self.assertTrue(becomes(lambda: self.slot() and self.slot()[0] > 1440), self.slot())
+        click(*self.slot())
+        self.assertTrue(becomes(lambda: self.isOpen(self.ovin)))
+        run("xrandr", "--output", "DUMMY0", "--primary", "--output", "DUMMY1", "--off")
+        self.assertTrue(becomes(lambda: self.slot() and self.slot()[0] < 1440), self.slot())
+        click(300, 500)
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "it cannot be closed any more")
+        time.sleep(0.6)
+        x, y, width, _ = geometry(self.openLedge(self.ovin))
+        self.assertEqual((x + width, y), (1440 - 8, BAR_HEIGHT + 6))
+
+    def testClicksThatComeFasterThanItOpensLeaveItUsable(self):
+        x, y = self.slot()
+        run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", "51", "--delay", "3", "1")
+        time.sleep(1)
+        self.assertIsNone(self.ovin.poll(), "Ovin has ended")
+        if self.isOpen(self.ovin):
+            click(300, 500)
+            self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)))
+        time.sleep(0.6)
+        self.openLedge(self.ovin)
+
+
+if __name__ == "__main__":
+    Atspi.init()
+    Atspi.set_timeout(2000, 5000)
+    main()
