@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/linux/DisclosureWidget.h"
+#include "platform/linux/ItemButton.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/PushButtonWidget.h"
 #include "platform/linux/QtAlerts.h"
@@ -147,6 +148,35 @@ TEST_F(QtWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
     handleEvents();
     EXPECT_EQ(clicks, 0);
     EXPECT_TRUE(existing().empty());
+}
+
+/// The button of the only ledge that there is.
+ItemButton* ledgeButton() {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        for (QWidget* const child : widget->findChildren<QWidget*>()) {
+            if (auto* const button = dynamic_cast<ItemButton*>(child)) return button;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(QtWindowsTest, OfTwoQuickClicksOnTheLedgeOnlyTheOneThatClosesItCounts) {
+    std::vector<int> clicks;
+    std::unique_ptr<LedgePanel> ledge;
+    ledge = windows.makeLedgePanel([&](int tag) {
+        clicks.push_back(tag);
+        ledge.reset();
+    });
+    Button button;
+    button.title = {{"Item", {}, {}}};
+    button.tag = 7;
+    ledge->show({button}, {{100, 30}, {80, 28}});
+    ASSERT_NE(ledgeButton(), nullptr);
+    ledgeButton()->click();
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{7});
+    EXPECT_EQ(ledgeButton(), nullptr);
 }
 
 TEST_F(QtWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
