@@ -100,6 +100,16 @@ TEST_F(QtWindowsTest, AnInformationWindowOpensInTheCentreAndThenWhereTheUserLeft
     EXPECT_EQ(window().pos(), QPoint(37, 41));
 }
 
+TEST_F(QtWindowsTest, AnInformationWindowReturnsToWhereItWasWhenTheUserClosedItByOtherMeansThanItsButtons) {
+    const auto shown = page(SamplePages::about(icon));
+    shown->show();
+    window().move(37, 41);
+    window().close();
+    EXPECT_FALSE(shown->isOpen());
+    shown->show();
+    EXPECT_EQ(window().pos(), QPoint(37, 41));
+}
+
 TEST_F(QtWindowsTest, APageHasTheKeyboardFromTheStartAndScrollsToItsEnd) {
     const auto shown = page(SamplePages::guide(icon, 300));
     shown->show();
