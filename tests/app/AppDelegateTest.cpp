@@ -155,6 +155,11 @@ TEST_F(AppDelegateTest, TheSettingsOfEarlierVersionsAreRemoved) {
     EXPECT_TRUE(world.defaults.values.contains("Other"));
 }
 
+TEST_F(AppDelegateTest, WithoutSettingsOfEarlierVersionsNoneAppear) {
+    launch();
+    for (const std::string& key : earlierKeys) EXPECT_FALSE(world.defaults.values.contains(key)) << key;
+}
+
 TEST_F(AppDelegateTest, TheItemIsInTheBarAndUpdatesAreChecked) {
     launch();
     EXPECT_EQ(world.statusBar.itemCount, 1);
