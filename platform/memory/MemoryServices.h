@@ -80,6 +80,7 @@ private:
 /// An update framework that only counts, and lets a test ask what it would ask the application.
 class MemoryUpdateFramework final : public UpdateFramework {
 public:
+    /// There while the controller is.
     std::optional<Delegate> delegate;
     int startCount = 0;
     int checkCount = 0;
@@ -96,6 +97,7 @@ private:
     class Counter final : public Controller {
     public:
         explicit Counter(MemoryUpdateFramework& framework) : framework_(framework) {}
+        ~Counter() override { framework_.delegate.reset(); }
         void checkForUpdates() override {
             ++framework_.checkCount;
             if (framework_.checking) framework_.checking();
