@@ -257,6 +257,17 @@ TEST_F(ItemsPanelTest, ClosingRemovesTheMonitorAndReopeningInstallsExactlyOne) {
     EXPECT_EQ(world.events.monitorCount(), 0u);
 }
 
+TEST_F(ItemsPanelTest, WhereNobodyMayListenToPressesTheLedgeOpensAndClosesByItsItem) {
+    world.events.isAvailable = false;
+    open();
+    EXPECT_TRUE(world.windows.ledge());
+    open();
+    EXPECT_FALSE(world.windows.ledge());
+    world.events.isAvailable = true;
+    open();
+    EXPECT_EQ(world.events.monitorCount(), 1u);
+}
+
 TEST_F(ItemsPanelTest, APressOutsideClosesTheLedge) {
     open();
     world.events.press();
