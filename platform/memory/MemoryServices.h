@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -19,8 +20,13 @@ namespace ovin {
 class MemoryAlerts final : public Alerts {
 public:
     std::vector<Alert> shown;
+    /// Runs at the moment when an alert is shown.
+    std::function<void()> showing;
 
-    void run(const Alert& alert) override { shown.push_back(alert); }
+    void run(const Alert& alert) override {
+        shown.push_back(alert);
+        if (showing) showing();
+    }
 };
 
 /// A login service that a test sets up.

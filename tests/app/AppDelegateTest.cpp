@@ -186,6 +186,18 @@ TEST_F(AppDelegateTest, TheGuideIsShownAtTheFirstLaunchOnly) {
     EXPECT_THAT(windows(), IsEmpty());
 }
 
+TEST_F(AppDelegateTest, AGuideThatCrashesTheProgramIsNotShownAgain) {
+    bool isOnRecord = false;
+    world.defaults.onEffect = [&](EffectMoment) {
+        if (isOnRecord || !world.defaults.values.contains("OvinHasShownGuide")) return;
+        isOnRecord = true;
+        EXPECT_THAT(windows(), IsEmpty());
+    };
+    launch();
+    EXPECT_TRUE(isOnRecord);
+    EXPECT_THAT(windows(), SizeIs(1));
+}
+
 TEST_F(AppDelegateTest, AGuideThatWasDeniedIsShown) {
     world.defaults.values["OvinHasShownGuide"] = false;
     launch();
