@@ -79,10 +79,8 @@ private:
 std::vector<View> pageViews(const Resources& resources) {
     const std::string permission =
         "Ovin needs one permission, **Accessibility**, to find the icons macOS isn’t drawing and to open their menus for "
-        "you. "
-        "It doesn’t record your screen, never moves or clicks anything on its own, and collects nothing about you. Once a "
-        "day "
-        "it checks " +
+        "you. It doesn’t record your screen, never moves or clicks anything on its own, and collects nothing about you. "
+        "Once a day it checks " +
         std::string(deployment::siteDomain) + " for a newer version, and asks before installing one.";
     return Page(resources)
         .heading("Your menu bar is full.")

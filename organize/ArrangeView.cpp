@@ -11,10 +11,8 @@ namespace {
 
 constexpr const char* introduction =
     "macOS 27 changed how the menu bar works, which broke the approach used by menu bar managers like Ice and Bartender. "
-    "Ovin "
-    "takes a simpler approach: it temporarily switches your display resolution so you can see every item and ⌘-drag them "
-    "into "
-    "order.";
+    "Ovin takes a simpler approach: it temporarily switches your display resolution so you can see every item and ⌘-drag "
+    "them into order.";
 constexpr const char* fitWarning =
     "Even at this display’s widest resolution, a few items still don’t fit. Organize the ones you can see; the rest stay on "
     "Ovin’s row.";

@@ -20,7 +20,7 @@ public:
     virtual ~EventMonitor() = default;
 
     /// Calls `handler` for every press of the left or the right mouse button outside this application's windows, until the
-    /// token goes. Main thread only; the handler may be called on any thread.
+    /// token goes. Null where the system lets nobody listen. Main thread only; the handler may be called on any thread.
     [[nodiscard]] virtual std::unique_ptr<Token> monitorMouseDowns(std::function<void()> handler) = 0;
 };
 

@@ -31,7 +31,8 @@ public:
 
     virtual ~Screens() = default;
 
-    /// The screen that the user works on, that of the window with the keyboard focus; nothing while no screen is connected.
+    /// The screen that the user works on: that of the window with the keyboard focus or, where the system does not tell, the
+    /// one with the menu bar. Nothing while no screen is connected.
     [[nodiscard]] virtual std::optional<Screen> main() const = 0;
 
     /// Calls `handler` on the main thread after every change of the screens: one is plugged in, unplugged, moved or changes

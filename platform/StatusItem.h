@@ -27,7 +27,8 @@ public:
     /// The system remembers under this name where the user put the item.
     virtual void setAutosaveName(const std::string& name) = 0;
 
-    /// Called when a mouse button is released over the item, and never when it is pressed. Nothing happens by itself.
+    /// Called when a mouse button that was pressed over the item is released, and never at the press. Nothing happens by
+    /// itself.
     virtual void onClick(std::function<void(StatusItemClick)> handler) = 0;
 
     /// Shows an image, which follows the appearance of the bar, and no title. Does nothing when the item has no place to
@@ -49,6 +50,7 @@ class StatusBar {
 public:
     virtual ~StatusBar() = default;
 
+    /// Puts an item into the menu bar. Never null: where there is no bar, the item waits for one.
     [[nodiscard]] virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;
 };
 

@@ -35,7 +35,7 @@ public:
 
     virtual ~UpdateFramework() = default;
 
-    /// Begins the scheduled checks.
+    /// Begins the scheduled checks. Once the controller is gone nothing of `delegate` is called any more. Never null.
     [[nodiscard]] virtual std::unique_ptr<Controller> start(Delegate delegate) = 0;
 };
 

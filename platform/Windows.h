@@ -64,8 +64,8 @@ public:
     virtual void replace(const View& content, Size size) = 0;
 };
 
-/// Makes windows. `clicked` is called with the tag of a button that the user clicked or pressed by its key; it may destroy
-/// the window. Main thread only.
+/// Makes windows; never null. `clicked` is called with the tag of a button that the user clicked or pressed by its key; it
+/// may destroy the window, and no handler is called once its window is gone. Main thread only.
 class Windows {
 public:
     virtual ~Windows() = default;

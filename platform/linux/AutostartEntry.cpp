@@ -190,12 +190,10 @@ std::optional<std::string> AutostartEntry::registerApplication() {
             return std::nullopt;
         case Status::notFound:
             return "Ovin cannot be started by itself, because the file that it was started from is no longer there. Install "
-                   "it "
-                   "again.";
+                   "it again.";
         case Status::requiresApproval:
             return "Ovin has been switched off in the settings of your desktop. Allow it there, among the programs that "
-                   "start "
-                   "when you log in; or delete the file " +
+                   "start when you log in; or delete the file " +
                    (places.userFolder / fileName).string() + " and try again.";
         case Status::notRegistered:
             break;

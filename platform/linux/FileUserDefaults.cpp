@@ -167,7 +167,8 @@ bool FileUserDefaults::replace(Values values) {
 
 std::filesystem::path userDefaultsPath() {
     const std::string folder = environmentVariable("XDG_CONFIG_HOME").value_or("");
-    const std::filesystem::path base = !folder.empty()
+    // The rules have no place for relative ones, which would be another folder for every way to start the program.
+    const std::filesystem::path base = folder.starts_with('/')
                                            ? std::filesystem::path(folder)
                                            : std::filesystem::path(environmentVariable("HOME").value_or("")) / ".config";
     return base / "ovin" / "defaults";

@@ -6,7 +6,7 @@
 #include <QWindow>
 #include <utility>
 
-#include "platform/linux/X11Activation.h"
+#include "platform/linux/WindowManager.h"
 
 namespace ovin {
 
@@ -29,7 +29,7 @@ void QtApplication::activate() {
     for (auto window = windows.crbegin(); window != windows.crend(); ++window) {
         const bool takesFocus = (*window)->type() == Qt::Window || (*window)->type() == Qt::Dialog;
         if ((*window)->isVisible() && takesFocus && !(*window)->flags().testFlag(Qt::WindowDoesNotAcceptFocus)) {
-            return activateWindow(**window);
+            return WindowManager::bringToFront(**window);
         }
     }
 }

@@ -25,7 +25,7 @@ void QtInformationWindow::show() {
 }
 
 void QtInformationWindow::place() {
-    if (position_) return window_->move(*position_);
+    if (const auto position = window_->lastPosition()) return window_->move(*position);
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen == nullptr) return;
     const QRect room = screen->availableGeometry();
@@ -33,11 +33,7 @@ void QtInformationWindow::place() {
     window_->move(room.topLeft() + QPoint(std::max(0, spare.width()), std::max(0, spare.height())));
 }
 
-void QtInformationWindow::close() {
-    if (!isOpen()) return;
-    position_ = window_->pos();
-    window_->hide();
-}
+void QtInformationWindow::close() { window_->hide(); }
 
 bool QtInformationWindow::isOpen() const { return window_->isVisible(); }
 

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <QPoint>
-#include <optional>
-
 #include "platform/Windows.h"
 #include "platform/linux/ViewWindow.h"
 
@@ -25,8 +22,6 @@ private:
 
     /// Deleted by the event loop: this window may go while a button deals with a click.
     ViewWindow* const window_;
-    /// That of the frame when the window was last put away.
-    std::optional<QPoint> position_;
 };
 
 }  // namespace ovin

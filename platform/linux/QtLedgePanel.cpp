@@ -43,7 +43,8 @@ private:
     QWidget* content_ = nullptr;
 };
 
-QtLedgePanel::QtLedgePanel(std::function<void(int tag)> clicked) : clicked_(std::move(clicked)), window_(new Window) {}
+QtLedgePanel::QtLedgePanel(std::function<void(int tag)> clicked)
+    : clicked_(std::make_shared<const std::function<void(int tag)>>(std::move(clicked))), window_(new Window) {}
 
 QtLedgePanel::~QtLedgePanel() {
     window_->hide();
@@ -51,7 +52,10 @@ QtLedgePanel::~QtLedgePanel() {
 }
 
 void QtLedgePanel::show(const View& content, const Rect& frame) {
-    window_->setContent(makeWidget(content, clicked_));
+    // The handler outlives the call, whatever it destroys.
+    window_->setContent(makeWidget(content, [weak = std::weak_ptr(clicked_)](int tag) {
+        if (const auto clicked = weak.lock()) (*clicked)(tag);
+    }));
     window_->setGeometry(QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect());
     window_->show();
     window_->raise();

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 #include <functional>
+#include <memory>
 
 #include "platform/Windows.h"
 
@@ -19,7 +20,8 @@ public:
 private:
     class Window;
 
-    const std::function<void(int tag)> clicked_;
+    /// Goes with this panel: a click that is still on its way then means nothing any more.
+    const std::shared_ptr<const std::function<void(int tag)>> clicked_;
     /// Deleted by the event loop: this panel may go while the window deals with a click.
     Window* const window_;
 };

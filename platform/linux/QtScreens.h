@@ -10,6 +10,7 @@ namespace ovin {
 /// The screens of the session as Qt sees them.
 class QtScreens final : public Screens {
 public:
+    /// The primary one, which has the menu bar: only the window manager knows which window of another program has the focus.
     [[nodiscard]] std::optional<Screen> main() const override;
 
     /// A change of what docks leave of a screen counts as well, since they follow the screens a moment later.

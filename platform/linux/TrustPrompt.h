@@ -5,7 +5,8 @@
 namespace ovin {
 
 /// Asks the user, in a window of its own, whether to let programs like this one read what others show, and calls `enable` if
-/// so. Returns at once. Main thread only.
+/// so. A question that still waits for its answer comes to the front instead of another one. Returns at once. Main thread
+/// only.
 void askForTrust(std::function<void()> enable);
 
 }  // namespace ovin

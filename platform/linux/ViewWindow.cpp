@@ -102,4 +102,9 @@ void ViewWindow::showEvent(QShowEvent* event) {
     content_->setGeometry(rect());
 }
 
+void ViewWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    lastPosition_ = pos();
+}
+
 }  // namespace ovin

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/Views.h"
 
@@ -25,6 +26,9 @@ public:
 
     void scrollToEnd();
 
+    /// Where its frame was when it was last put away, by whomever; nothing before.
+    [[nodiscard]] std::optional<QPoint> lastPosition() const { return lastPosition_; }
+
     /// Takes the window from the screen at once, and deletes it when the event loop runs next.
     void dismiss();
 
@@ -32,6 +36,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void giveFirstFocus();
@@ -39,6 +44,7 @@ private:
 
     std::shared_ptr<const Handlers> handlers_;
     QWidget* content_ = nullptr;
+    std::optional<QPoint> lastPosition_;
 };
 
 }  // namespace ovin

@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 #include <QWidget>
+#include <QWindow>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -35,12 +36,10 @@ xcb_atom_t atom(xcb_connection_t* connection, const char* name) {
 
 }  // namespace
 
-void bringToFront(QWidget& window) {
-    window.show();
-    window.raise();
-    window.activateWindow();
+void bringToFront(QWindow& window) {
     xcb_connection_t* const server = connection();
     if (server == nullptr) return;
+    window.raise();
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
@@ -55,6 +54,13 @@ void bringToFront(QWidget& window) {
     std::memcpy(bytes, &message, sizeof message);
     xcb_send_event(server, 0, root, toWindowManager, bytes);
     xcb_flush(server);
+}
+
+void bringToFront(QWidget& window) {
+    window.show();
+    window.raise();
+    window.activateWindow();
+    bringToFront(*window.windowHandle());
 }
 
 void putOnAllDesktops(QWidget& window) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -19,8 +20,13 @@ namespace ovin {
 class MemoryAlerts final : public Alerts {
 public:
     std::vector<Alert> shown;
+    /// Runs at the moment when an alert is shown.
+    std::function<void()> showing;
 
-    void run(const Alert& alert) override { shown.push_back(alert); }
+    void run(const Alert& alert) override {
+        shown.push_back(alert);
+        if (showing) showing();
+    }
 };
 
 /// A login service that a test sets up.
@@ -80,6 +86,7 @@ private:
 /// An update framework that only counts, and lets a test ask what it would ask the application.
 class MemoryUpdateFramework final : public UpdateFramework {
 public:
+    /// There while the controller is.
     std::optional<Delegate> delegate;
     int startCount = 0;
     int checkCount = 0;
@@ -96,6 +103,7 @@ private:
     class Counter final : public Controller {
     public:
         explicit Counter(MemoryUpdateFramework& framework) : framework_(framework) {}
+        ~Counter() override { framework_.delegate.reset(); }
         void checkForUpdates() override {
             ++framework_.checkCount;
             if (framework_.checking) framework_.checking();

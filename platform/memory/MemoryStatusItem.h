@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -18,6 +19,8 @@ public:
     std::string symbol;
     std::string accessibilityDescription;
     std::optional<Menu> menu;
+    /// Runs at the moment when a menu is shown.
+    std::function<void()> showingMenu;
     std::string autosaveName;
     int itemCount = 0;
     /// The place of the item; nothing when it has no button, or the button no window.
@@ -62,7 +65,10 @@ private:
             bar_.accessibilityDescription = description;
             return true;
         }
-        void showMenu(const Menu& shown) override { bar_.menu = shown; }
+        void showMenu(const Menu& shown) override {
+            bar_.menu = shown;
+            if (bar_.showingMenu) bar_.showingMenu();
+        }
         [[nodiscard]] std::optional<Screen> screen() const override {
             return bar_.hasButton ? bar_.itemScreen : std::nullopt;
         }

@@ -155,6 +155,11 @@ TEST_F(AppDelegateTest, TheSettingsOfEarlierVersionsAreRemoved) {
     EXPECT_TRUE(world.defaults.values.contains("Other"));
 }
 
+TEST_F(AppDelegateTest, WithoutSettingsOfEarlierVersionsNoneAppear) {
+    launch();
+    for (const std::string& key : earlierKeys) EXPECT_FALSE(world.defaults.values.contains(key)) << key;
+}
+
 TEST_F(AppDelegateTest, TheItemIsInTheBarAndUpdatesAreChecked) {
     launch();
     EXPECT_EQ(world.statusBar.itemCount, 1);
@@ -179,6 +184,18 @@ TEST_F(AppDelegateTest, TheGuideIsShownAtTheFirstLaunchOnly) {
     delegate.reset();
     launch();
     EXPECT_THAT(windows(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, AGuideThatCrashesTheProgramIsNotShownAgain) {
+    bool isOnRecord = false;
+    world.defaults.onEffect = [&](EffectMoment) {
+        if (isOnRecord || !world.defaults.values.contains("OvinHasShownGuide")) return;
+        isOnRecord = true;
+        EXPECT_THAT(windows(), IsEmpty());
+    };
+    launch();
+    EXPECT_TRUE(isOnRecord);
+    EXPECT_THAT(windows(), SizeIs(1));
 }
 
 TEST_F(AppDelegateTest, AGuideThatWasDeniedIsShown) {

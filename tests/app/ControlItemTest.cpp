@@ -119,9 +119,15 @@ TEST_F(ControlItemTest, APressWithoutTheMouseIsALeftClick) {
 
 TEST_F(ControlItemTest, ARightClickClosesTheLedgeBeforeTheMenuShows) {
     leftClick();
+    ASSERT_TRUE(panel->isOpen());
+    int menus = 0;
+    item.showingMenu = [&] {
+        ++menus;
+        EXPECT_FALSE(panel->isOpen());
+        EXPECT_FALSE(world.windows.ledge());
+    };
     rightClick();
-    EXPECT_FALSE(panel->isOpen());
-    EXPECT_TRUE(item.menu);
+    EXPECT_EQ(menus, 1);
 }
 
 TEST_F(ControlItemTest, ALeftClickWhileOrganizingFinishesAndDoesNotOpenTheLedge) {
@@ -308,6 +314,21 @@ TEST_F(ControlItemTest, WhenTheDisplayCannotBeWidenedAnAlertSaysWhy) {
                                   "mirroring off in System Settings → Displays, then try again."}));
     EXPECT_EQ(world.application.activationCount, 1);
     EXPECT_FALSE(isOrganizing());
+}
+
+TEST_F(ControlItemTest, TheApplicationComesForwardAndTheIconIsSetBeforeAnAlert) {
+    drawEverything();
+    control->startOrganizing();
+    item.image.reset();
+    int activations = 0;
+    bool isIconSet = false;
+    world.alerts.showing = [&] {
+        activations = world.application.activationCount;
+        isIconSet = item.image.has_value();
+    };
+    world.time.runUntilIdle();
+    EXPECT_EQ(activations, 1);
+    EXPECT_TRUE(isIconSet);
 }
 
 TEST_F(ControlItemTest, ASupersededBeginShowsNothingButRefreshesTheIcon) {

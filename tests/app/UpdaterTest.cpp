@@ -33,6 +33,15 @@ TEST_F(UpdaterTest, TheFrameworkIsStartedOnce) {
     EXPECT_EQ(world.updates.startCount, 1);
 }
 
+TEST_F(UpdaterTest, ChecksEndWithTheUpdater) {
+    {
+        Updater shortLived(world.platform());
+        shortLived.start();
+        EXPECT_TRUE(world.updates.delegate.has_value());
+    }
+    EXPECT_FALSE(world.updates.delegate.has_value());
+}
+
 TEST_F(UpdaterTest, ACheckBringsTheApplicationForwardFirst) {
     int activations = 0;
     world.updates.checking = [&] { activations = world.application.activationCount; };

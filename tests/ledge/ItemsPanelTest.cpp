@@ -213,6 +213,20 @@ TEST_F(ItemsPanelTest, ThePanelHangsUnderTheMenuBarAtTheRightEdgeOfItsScreen) {
     EXPECT_EQ(frame.origin.y, 130 + 6);
 }
 
+TEST_F(ItemsPanelTest, TheLedgeFollowsItsItemToAnotherDisplay) {
+    const Screen left{{{0, 0}, {1512, 982}}, {{0, 37}, {1512, 945}}};
+    const Screen right{{{1512, 100}, {1000, 800}}, {{1512, 124}, {1000, 776}}};
+    const auto corner = [this](const Screen& screen) {
+        panel->open(screen);
+        const Rect frame = world.windows.ledge()->frame;
+        panel->close();
+        return Point{frame.origin.x + frame.size.width, frame.origin.y};
+    };
+    EXPECT_EQ(corner(left), (Point{1512 - 8, 37 + 6}));
+    EXPECT_EQ(corner(right), (Point{2512 - 8, 124 + 6}));
+    EXPECT_EQ(corner(left), (Point{1512 - 8, 37 + 6}));
+}
+
 TEST_F(ItemsPanelTest, WithoutAGivenScreenTheMainOneIsTaken) {
     open();
     const Rect frame = world.windows.ledge()->frame;
@@ -241,6 +255,17 @@ TEST_F(ItemsPanelTest, ClosingRemovesTheMonitorAndReopeningInstallsExactlyOne) {
     panel->close();
     panel->close();
     EXPECT_EQ(world.events.monitorCount(), 0u);
+}
+
+TEST_F(ItemsPanelTest, WhereNobodyMayListenToPressesTheLedgeOpensAndClosesByItsItem) {
+    world.events.isAvailable = false;
+    open();
+    EXPECT_TRUE(world.windows.ledge());
+    open();
+    EXPECT_FALSE(world.windows.ledge());
+    world.events.isAvailable = true;
+    open();
+    EXPECT_EQ(world.events.monitorCount(), 1u);
 }
 
 TEST_F(ItemsPanelTest, APressOutsideClosesTheLedge) {

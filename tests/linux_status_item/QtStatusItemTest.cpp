@@ -92,6 +92,32 @@ TEST_F(QtStatusItemTest, TitleAndToolTipFollowWhatIsShown) {
     EXPECT_EQ(property("Title"), "Finish arranging");
 }
 
+TEST_F(QtStatusItemTest, ItsImageIsDrawnAnewWhenTheDesktopTurnsDarkOrLight) {
+    QtStatusItem item(screens);
+    item.setImage({{22, 18}, "Ovin", [](Appearance appearance) {
+                       DrawnShape shape;
+                       shape.rect = {{0, 0}, {22, 18}};
+                       shape.fill = {appearance == Appearance::dark ? SRGB{1, 0, 0} : SRGB{0, 0, 1}};
+                       return std::vector{shape};
+                   }});
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Window, Qt::black);
+    dark.setColor(QPalette::WindowText, Qt::white);
+    QPalette light = before;
+    light.setColor(QPalette::Window, Qt::white);
+    light.setColor(QPalette::WindowText, Qt::black);
+    // Alpha, red, green and blue.
+    const auto pixel = [this] { return qdbus_cast<BusPictures>(property("IconPixmap")).at(0).pixels.left(4).toHex(); };
+    for (int turn = 0; turn < 2; ++turn) {
+        QApplication::setPalette(dark);
+        EXPECT_TRUE(becomes([&] { return pixel() == "ffff0000"; }));
+        QApplication::setPalette(light);
+        EXPECT_TRUE(becomes([&] { return pixel() == "ff0000ff"; }));
+    }
+    QApplication::setPalette(before);
+}
+
 TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
     QtStatusItem item(screens);
     item.onClick([this](StatusItemClick click) { clicks.push_back(click); });

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/linux/DisclosureWidget.h"
+#include "platform/linux/ItemButton.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/PushButtonWidget.h"
 #include "platform/linux/QtAlerts.h"
@@ -99,6 +100,16 @@ TEST_F(QtWindowsTest, AnInformationWindowOpensInTheCentreAndThenWhereTheUserLeft
     EXPECT_EQ(window().pos(), QPoint(37, 41));
 }
 
+TEST_F(QtWindowsTest, AnInformationWindowReturnsToWhereItWasWhenTheUserClosedItByOtherMeansThanItsButtons) {
+    const auto shown = page(SamplePages::about(icon));
+    shown->show();
+    window().move(37, 41);
+    window().close();
+    EXPECT_FALSE(shown->isOpen());
+    shown->show();
+    EXPECT_EQ(window().pos(), QPoint(37, 41));
+}
+
 TEST_F(QtWindowsTest, APageHasTheKeyboardFromTheStartAndScrollsToItsEnd) {
     const auto shown = page(SamplePages::guide(icon, 300));
     shown->show();
@@ -147,6 +158,35 @@ TEST_F(QtWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
     handleEvents();
     EXPECT_EQ(clicks, 0);
     EXPECT_TRUE(existing().empty());
+}
+
+/// The button of the only ledge that there is.
+ItemButton* ledgeButton() {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        for (QWidget* const child : widget->findChildren<QWidget*>()) {
+            if (auto* const button = dynamic_cast<ItemButton*>(child)) return button;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(QtWindowsTest, OfTwoQuickClicksOnTheLedgeOnlyTheOneThatClosesItCounts) {
+    std::vector<int> clicks;
+    std::unique_ptr<LedgePanel> ledge;
+    ledge = windows.makeLedgePanel([&](int tag) {
+        clicks.push_back(tag);
+        ledge.reset();
+    });
+    Button button;
+    button.title = {{"Item", {}, {}}};
+    button.tag = 7;
+    ledge->show({button}, {{100, 30}, {80, 28}});
+    ASSERT_NE(ledgeButton(), nullptr);
+    ledgeButton()->click();
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{7});
+    EXPECT_EQ(ledgeButton(), nullptr);
 }
 
 TEST_F(QtWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {

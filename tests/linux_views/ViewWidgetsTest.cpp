@@ -135,6 +135,29 @@ TEST(ViewWidgets, AnAmpersandInATitleIsNoShortcut) {
     EXPECT_TRUE(dynamic_cast<PushButtonWidget&>(*button).shortcut().isEmpty());
 }
 
+TEST(ViewWidgets, ThePointerIsAHandOverTheWholeOfALinkAndNowhereElse) {
+    const View link{TextButton{{{"site.example ↗", Font{17}, {}, true}}, "https://site.example/", true, 1}};
+    const View text{TextButton{{{"How does this work?", Font{13}, {}}}, "", false, 2}};
+    Stack column;
+    column.insets = {10, 10, 10, 10};
+    column.views = {link, text};
+    const auto page = shown({column});
+    int links = 0;
+    for (const auto* button : page->findChildren<TextButtonWidget*>()) {
+        const bool isLink = button->tag() == 1;
+        links += isLink ? 1 : 0;
+        const QRect bounds = button->geometry();
+        EXPECT_EQ(bounds.size(), button->sizeHint());
+        for (const QPoint corner : {bounds.topLeft(), bounds.topRight(), bounds.bottomLeft(), bounds.bottomRight()}) {
+            const QWidget* const under = page->childAt(corner);
+            EXPECT_EQ(under, button);
+            EXPECT_EQ(under->cursor().shape() == Qt::PointingHandCursor, isLink);
+        }
+    }
+    EXPECT_EQ(links, 1);
+    EXPECT_NE(page->cursor().shape(), Qt::PointingHandCursor);
+}
+
 TEST(ViewWidgets, SpaceAndReturnPressEveryButtonOfAPage) {
     for (const View& view :
          {View{PushButton{"A", {}, KeyEquivalent::none, false, {}, 7}}, View{DisclosureTriangle{false, {13}, "A", 7}},
