@@ -58,7 +58,7 @@ class TheSession(OrganizeTestCase):
             ovin.send_signal(number)
             self.assertEnds(ovin)
             self.assertPutBack()
-            self.assertTrue(becomes(lambda: self.slot() is None))
+            self.awaitGone()
 
     def testTheEndOfTheSessionBusEndsIt(self):
         bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True)
@@ -83,7 +83,7 @@ class TheSession(OrganizeTestCase):
             self.assertEnds(ovin)
             delays.append(time.monotonic() - began)
             self.assertPutBack()
-            self.assertTrue(becomes(lambda: self.slot() is None))
+            self.awaitGone()
         print(f"ended {', '.join(f'{delay:.2f}' for delay in delays)} s after the display was seen to be wider")
 
     def testDoneAtOnceEndsIt(self):
@@ -163,7 +163,7 @@ class WhatIsOwed(OrganizeTestCase):
     def kill(self, ovin):
         ovin.kill()
         ovin.wait(BOUND)
-        self.assertTrue(becomes(lambda: self.slot() is None))
+        self.awaitGone()
 
     def testARelaunchPaysWhatAKillLeft(self):
         ovin = self.organizing()
@@ -258,7 +258,7 @@ class WhatIsOwed(OrganizeTestCase):
         ovin.terminate()
         self.assertEnds(ovin)
         self.assertTrue(isOnRecord())
-        self.assertTrue(becomes(lambda: self.slot() is None))
+        self.awaitGone()
         show("DUMMY1", "--mode", wide, "--right-of", "DUMMY0")
         self.startInCrowd()
         self.assertTrue(becomes(lambda: mode("DUMMY1") == "1280x800" and not isOnRecord()), (mode("DUMMY1"), readDefaults()))
@@ -337,7 +337,7 @@ class BadRecords(OrganizeTestCase):
             self.assertEqual(mode(), USUAL)
             ovin.terminate()
             self.assertEnds(ovin)
-            self.assertTrue(becomes(lambda: self.slot() is None))
+            self.awaitGone()
 
     def testANumberInAnyTypeIsUnderstood(self):
         ovin = self.organizing()
@@ -348,7 +348,7 @@ class BadRecords(OrganizeTestCase):
         modeNumber, display = record[MODE_KEY][2:], record[DISPLAY_KEY][2:]
         for kinds in ("s", "d"):
             show("DUMMY0", "--mode", wide)
-            self.assertTrue(becomes(lambda: self.slot() is None))
+            self.awaitGone()
             ovin = self.launch(OvinOriginalDisplayModeID=f"{kinds} {modeNumber}", OvinOriginalDisplayID=f"{kinds} {display}")
             self.assertStays(ovin)
             self.assertPutBack()
