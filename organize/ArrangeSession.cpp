@@ -128,7 +128,9 @@ void ArrangeSession::end() {
 void ArrangeSession::retryRestoreOnDisplayChange() {
     restoreObservation_ = platform_.screens.observeChanges([weak = weak_from_this()] {
         const auto self = weak.lock();
-        if (self && self->widener_.restore()) self->restoreObservation_.reset();
+        if (!self) return;
+        // A change that is told late must not undo a new session: what was owed has been paid before that began.
+        if (self->isActive_ || self->widener_.restore()) self->restoreObservation_.reset();
     });
 }
 

@@ -17,11 +17,19 @@ constexpr const char* modeKey = "OvinOriginalDisplayModeID";
 /// Says nothing by itself.
 constexpr const char* displayKey = "OvinOriginalDisplayID";
 
+/// The program ends here at every launch until a person has put an end to it, so the line says how.
+[[noreturn]] void endForRecord(const Platform& platform, const char* key, std::int64_t number) {
+    const std::string place = platform.defaults.place();
+    fatalError(platform.log, std::string("Ovin: fatal: ") + key + " is out of range: " + std::to_string(number) +
+                                 "; remove it from " + (place.empty() ? "the settings" : place) +
+                                 ", and choose the display's mode by hand");
+}
+
 template <typename ID>
 ID idFrom(const Platform& platform, const char* key) {
     const std::int64_t number = platform.defaults.integer(key);
     if (number < std::numeric_limits<ID>::min() || number > std::numeric_limits<ID>::max()) {
-        fatalError(platform.log, std::string("Ovin: fatal: ") + key + " is out of range: " + std::to_string(number));
+        endForRecord(platform, key, number);
     }
     return static_cast<ID>(number);
 }

@@ -28,6 +28,9 @@ public:
     /// Removes the value under `key`, if any; durable, and failing, like `set`.
     [[nodiscard]] virtual bool remove(std::string_view key) = 0;
 
+    /// Where a person who is to mend the settings by hand finds them; empty where nobody can.
+    [[nodiscard]] virtual std::string place() const { return {}; }
+
     /// The value as an integer. A Boolean counts as 0 or 1, a number loses its fraction and stops at the ends of the range,
     /// a string counts as the decimal number that it begins with; 0 for everything else and for an absent value.
     [[nodiscard]] std::int64_t integer(std::string_view key) const;

@@ -1,13 +1,8 @@
 #include "platform/linux/FileUserDefaults.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <charconv>
-#include <cstdio>
-#include <fstream>
-#include <functional>
 #include <iterator>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -17,6 +12,7 @@ namespace ovin {
 namespace {
 
 using Value = UserDefaults::Value;
+using Values = std::map<std::string, Value, std::less<>>;
 
 std::string escaped(std::string_view text) {
     std::string result;
@@ -81,53 +77,33 @@ std::optional<Value> valueOf(std::string_view type, std::string_view text) {
     return std::nullopt;
 }
 
-/// Writes a file and waits until it is on the disk.
-bool writeDurably(const std::filesystem::path& path, const std::string& text) {
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    if (file < 0) return false;
-    std::size_t written = 0;
-    while (written < text.size()) {
-        const ssize_t count = write(file, text.data() + written, text.size() - written);
-        if (count <= 0) break;
-        written += static_cast<std::size_t>(count);
-    }
-    const bool isOnDisk = written == text.size() && fsync(file) == 0;
-    return close(file) == 0 && isOnDisk;
-}
-
-/// A folder that is kept open, because whatever can fail must do so before the settings change.
-class Folder {
-public:
-    explicit Folder(const std::filesystem::path& path)
-        : descriptor_(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder() {
-        if (isOpen()) close(descriptor_);
-    }
-
-    [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
-
-    /// A name in a folder is on the disk once the folder is.
-    [[nodiscard]] bool sync() const { return fsync(descriptor_) == 0; }
-
-private:
-    const int descriptor_;
-};
-
-}  // namespace
-
-FileUserDefaults::FileUserDefaults(std::filesystem::path path) : path_(std::move(path)) {
-    std::ifstream file(path_, std::ios::binary);
+Values valuesIn(const std::string& text) {
+    Values values;
+    std::istringstream lines(text);
     std::string line;
-    while (std::getline(file, line)) {
+    while (std::getline(lines, line)) {
         const std::size_t first = line.find('\t');
         const std::size_t second = first == std::string::npos ? first : line.find('\t', first + 1);
         if (second == std::string::npos) continue;
-        const std::string_view text = line;
-        const auto value = valueOf(text.substr(first + 1, second - first - 1), text.substr(second + 1));
-        if (value) values_.insert_or_assign(unescaped(text.substr(0, first)), *value);
+        const std::string_view whole = line;
+        const auto value = valueOf(whole.substr(first + 1, second - first - 1), whole.substr(second + 1));
+        if (value) values.insert_or_assign(unescaped(whole.substr(0, first)), *value);
     }
+    return values;
+}
+
+std::string textOf(const Values& values) {
+    std::string text;
+    for (const auto& [key, value] : values) text += escaped(key) + "\t" + std::visit(Line{}, value) + "\n";
+    return text;
+}
+
+}  // namespace
+
+FileUserDefaults::FileUserDefaults(std::filesystem::path path, FileSystem& fileSystem) : file_(std::move(path), fileSystem) {
+    const auto text = file_.read();
+    isReadable_ = text.has_value();
+    if (text) values_ = valuesIn(*text);
 }
 
 std::optional<Value> FileUserDefaults::object(std::string_view key) const {
@@ -143,27 +119,20 @@ bool FileUserDefaults::set(std::string_view key, const Value& value) {
 }
 
 bool FileUserDefaults::remove(std::string_view key) {
-    if (!values_.contains(key)) return true;
+    if (!values_.contains(key)) return isReadable_;
     Values values = values_;
     values.erase(values.find(key));
     return replace(std::move(values));
 }
 
 bool FileUserDefaults::replace(Values values) {
-    std::string text;
-    for (const auto& [key, value] : values) text += escaped(key) + "\t" + std::visit(Line{}, value) + "\n";
-
-    std::error_code error;
-    std::filesystem::create_directories(path_.parent_path(), error);
-    const Folder folder(path_.parent_path());
-    const std::filesystem::path aside = path_.string() + ".new";
-    if (!folder.isOpen() || !writeDurably(aside, text) || std::rename(aside.c_str(), path_.c_str()) != 0) {
-        std::filesystem::remove(aside, error);
-        return false;
-    }
+    // What is not known would be lost.
+    if (!isReadable_ || !file_.replace(textOf(values_), textOf(values))) return false;
     values_ = std::move(values);
-    return folder.sync();
+    return true;
 }
+
+std::string FileUserDefaults::place() const { return file_.path().string(); }
 
 std::filesystem::path userDefaultsPath() {
     const std::string folder = environmentVariable("XDG_CONFIG_HOME").value_or("");

@@ -34,7 +34,10 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
       workspace_(processes_, items_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(),
                  mainQueue_, log_),
       defaults_(userDefaultsPath()),
-      accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {}
+      accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {
+    if (!defaults_.isReadable())
+        log_.write("Ovin: the settings cannot be read, and are left as they are: " + defaults_.place());
+}
 
 LinuxWorld::~LinuxWorld() = default;
 

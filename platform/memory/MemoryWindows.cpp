@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <string>
 #include <utility>
 
 namespace ovin {
@@ -10,9 +12,15 @@ namespace {
 constexpr double characterWidth = 7;
 constexpr double lineHeight = 16;
 
+/// Characters of UTF-8, which begin with any byte but those that continue one.
+std::ptrdiff_t lengthOf(const std::string& text) {
+    return std::count_if(text.begin(), text.end(),
+                         [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
+}
+
 Size textSize(const AttributedText& text) {
-    std::size_t length = 0;
-    for (const TextRun& run : text) length += run.text.size();
+    std::ptrdiff_t length = 0;
+    for (const TextRun& run : text) length += lengthOf(run.text);
     return {characterWidth * static_cast<double>(length), lineHeight};
 }
 
@@ -110,6 +118,7 @@ public:
                  std::function<void()> whenClosed)
         : clicked(std::move(whenClicked)), closed(std::move(whenClosed)), windows_(windows) {
         floating.title = std::move(title);
+        windows_.hadTwoCards_ |= windows_.card_ != nullptr;
         windows_.card_ = this;
     }
     ~FloatingCard() override {

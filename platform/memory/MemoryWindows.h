@@ -49,6 +49,8 @@ public:
     };
     /// The floating panel that exists.
     [[nodiscard]] std::optional<Floating> floatingPanel() const;
+    /// Whether there have ever been two at once.
+    [[nodiscard]] bool hadTwoFloatingPanels() const { return hadTwoCards_; }
     void clickFloatingPanel(int tag);
     /// The user moves the panel, or closes it with its close button.
     void moveFloatingPanel(Point origin);
@@ -73,6 +75,7 @@ private:
     std::function<void(int tag)> clicked_;
     std::vector<InformationPage*> pages_;
     FloatingCard* card_ = nullptr;
+    bool hadTwoCards_ = false;
     int layoutCount_ = 0;
     int panelCount_ = 0;
 };

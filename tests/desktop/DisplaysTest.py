@@ -241,6 +241,14 @@ class TheDisplays(unittest.TestCase):
         self.assertEqual(self.probe.apply(self.probe.main, WIDE), "done")
         self.assertShows("3840x1200", DUMMY0="1920x1200+1920+0", DUMMY1="1920x1080+0+0")
 
+    def testADisplayAboveStaysWhereItIs(self):
+        self.plugSecond("--above", "DUMMY0")
+        self.assertShows("1920x1980", DUMMY0="1440x900+0+1080", DUMMY1="1920x1080+0+0")
+        self.assertEqual(self.probe.apply(self.probe.main, "2560x1600"), "done")
+        self.assertShows("2560x2680", DUMMY0="2560x1600+0+1080", DUMMY1="1920x1080+0+0")
+        self.assertEqual(self.probe.apply(self.probe.main, FIRST), "done")
+        self.assertShows("1920x1980", DUMMY0="1440x900+0+1080", DUMMY1="1920x1080+0+0")
+
     def testMirroredDisplaysAreTold(self):
         second = self.plugSecond("--right-of", "DUMMY0")
         self.assertEqual({self.probe.ask("mirrored", each) for each in (self.probe.main, second)}, {"no"})

@@ -138,6 +138,41 @@ TEST(RandrLayout, WhatCannotBeIsNotPlanned) {
     EXPECT_FALSE(layoutWithMode(state, 1, small).has_value()) << "off";
 }
 
+TEST(RandrLayout, WhatTouchesADisplayIsBackWhereItWasWithTheFormerMode) {
+    struct Case {
+        int x, y;
+    };
+    // Left, above (at either end, and beyond), right, below, and across the corners of a display at 1440, 900.
+    for (const auto [x, y] : std::vector<Case>{{0, 900},
+                                               {1440, 0},
+                                               {1800, 0},
+                                               {640, 0},
+                                               {2880, 900},
+                                               {2880, 1200},
+                                               {1440, 1800},
+                                               {1800, 1800},
+                                               {2880, 1800},
+                                               {2880, 0},
+                                               {640, 1800},
+                                               {0, 0}}) {
+        RandrState state = emptyScene();
+        plug(state, 1, medium, 1440, 900);
+        plug(state, 2, x == 0 || y == 0 ? medium : small, x, y);
+        const auto wider = layoutWithMode(state, 1, large);
+        ASSERT_TRUE(wider.has_value());
+        RandrState widened = state;
+        for (const RandrCrtc& changed : wider->changed) {
+            *std::find_if(widened.crtcs.begin(), widened.crtcs.end(), [&](const auto& c) { return c.id == changed.id; }) =
+                changed;
+        }
+        const auto back = layoutWithMode(widened, 1, medium);
+        ASSERT_TRUE(back.has_value());
+        EXPECT_EQ(placeOf(widened, *back, 1), Place(1440, 900)) << x << ", " << y;
+        EXPECT_EQ(placeOf(widened, *back, 2), Place(x, y));
+        EXPECT_EQ(back->screen, state.screen.size);
+    }
+}
+
 /// Where nothing overlapped before nothing does afterwards, and the screen holds it all.
 TEST(RandrLayout, NoDisplayComesToLieOverAnother) {
     std::mt19937 random(7);

@@ -423,6 +423,26 @@ TEST_F(ArrangeSessionTest, AnEndThatSucceedsLateLeavesTheObserverToTheNextChange
     EXPECT_EQ(world.screens.observerCount(), 0u);
 }
 
+TEST_F(ArrangeSessionTest, AChangeThatIsToldLateDoesNotUndoTheNextSession) {
+    scene.hide(items);
+    beginAndStart();
+    unplug();
+    session->end();
+    plugInAgain();
+    session->end();
+    EXPECT_EQ(display().current, usual);
+    beginAndStart();
+    ASSERT_TRUE(session->isActive());
+    const auto widened = display().current;
+    EXPECT_NE(widened, usual);
+    world.screens.change();
+    EXPECT_EQ(display().current, widened);
+    EXPECT_TRUE(widener.isWidened());
+    EXPECT_EQ(world.screens.observerCount(), 0u);
+    session->end();
+    EXPECT_EQ(display().current, usual);
+}
+
 TEST_F(ArrangeSessionTest, ARefusedRestoreIsTriedAgainAtEachChangeOfTheScreens) {
     scene.hide(items);
     beginAndStart();

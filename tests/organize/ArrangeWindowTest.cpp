@@ -64,6 +64,13 @@ TEST_F(ArrangeWindowTest, ItGrowsWithTheDisplayWithinBounds) {
     }
 }
 
+TEST_F(ArrangeWindowTest, TheOneBeforeIsGoneWhenItIsShownAnew) {
+    window->show(1.3, true);
+    window->show(1.5, true);
+    expectShown(1.5, true, false);
+    EXPECT_FALSE(world.windows.hadTwoFloatingPanels());
+}
+
 TEST_F(ArrangeWindowTest, AScaleThatIsNoNumberIsTheUsualOne) {
     window->show(std::numeric_limits<double>::quiet_NaN(), true);
     expectShown(1, true, false);

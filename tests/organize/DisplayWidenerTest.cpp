@@ -476,7 +476,7 @@ void restoreFrom(const Value& mode, const Value& ofDisplay) {
 TEST(DisplayWidenerDeathTest, AModeThatIsNo32BitNumberEndsTheProgram) {
     const Value display = std::int64_t{1};
     EXPECT_DEATH(restoreFrom(std::int64_t{2147483648}, display),
-                 "Ovin: fatal: OvinOriginalDisplayModeID is out of range: 2147483648");
+                 "Ovin: fatal: OvinOriginalDisplayModeID is out of range: 2147483648; remove it from the settings, and");
     EXPECT_DEATH(restoreFrom(std::int64_t{-2147483649}, display),
                  "Ovin: fatal: OvinOriginalDisplayModeID is out of range: -2147483649");
     EXPECT_DEATH(restoreFrom(1e300, display), "OvinOriginalDisplayModeID is out of range");

@@ -5,6 +5,7 @@
 
 #include "platform/memory/MemoryDisplays.h"
 #include "platform/memory/MemoryUserDefaults.h"
+#include "platform/memory/MemoryWindows.h"
 #include "platform/memory/MemoryWorkspace.h"
 #include "platform/memory/MemoryWorld.h"
 
@@ -16,6 +17,13 @@ RunningApplication application(ProcessID pid, const std::string& name) {
     result.pid = pid;
     result.localizedName = name;
     return result;
+}
+
+TEST(MemoryWindows, ACharacterIsSevenPointsWideHoweverManyBytesItTakes) {
+    const MemoryWindows windows;
+    for (const char* text : {"abc", "⌘ü…", "日本語"}) {
+        EXPECT_EQ(windows.fittingSize({Label{{{text, {}, {}}}, {}}}), (Size{21, 16})) << text;
+    }
 }
 
 TEST(MemoryWorkspace, ApplicationsAreListedInTheOrderOfTheirLaunch) {

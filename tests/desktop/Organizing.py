@@ -1,0 +1,209 @@
+"""What the tests of organizing share: Ovin beside a bar that has no room for all items, the settings, the display's mode.
+
+Started with the paths of ovin-items, status-item and ovin.
+"""
+
+import os
+import re
+import shutil
+import subprocess
+import time
+
+from OvinTest import (OVIN, ApplicationTestCase, Atspi, Item, accessible, awaitAccessible, becomes, buttonsOf, children,  # noqa: F401
+                             click, descendant, run, setAccessibility)
+from gi.repository import GLib
+
+USUAL = "1440x900"
+COUNT = 56
+MODE_KEY, DISPLAY_KEY = "OvinOriginalDisplayModeID", "OvinOriginalDisplayID"
+FOLDER = os.path.join(os.environ["XDG_CONFIG_HOME"], "ovin")
+DEFAULTS = os.path.join(FOLDER, "defaults")
+ORGANIZE = "Organize Menu Bar…"
+TITLE = "Organize your menu bar"
+REFUSED = "macOS refused the resolution change. Nothing was altered."
+
+
+def place(output="DUMMY0"):
+    """WIDTHxHEIGHT+X+Y of an output; None while it is off."""
+    found = re.search(rf"^{output} connected (?:primary )?(\d+x\d+\+\d+\+\d+)", run("xrandr").stdout, re.M)
+    return found and found[1]
+
+
+def mode(output="DUMMY0"):
+    found = place(output)
+    return found and found.split("+")[0]
+
+
+def width(output="DUMMY0"):
+    found = mode(output)
+    return int(found.split("x")[0]) if found else 0
+
+
+def show(output, *options):
+    subprocess.run(["xrandr", "--output", output, *options], check=True, timeout=30)
+
+
+def writeDefaults(**values):
+    """Each value with the letter of its type, as in "i 94"."""
+    for path in (DEFAULTS, DEFAULTS + ".new"):
+        shutil.rmtree(path, ignore_errors=True)
+    os.makedirs(FOLDER, exist_ok=True)
+    with open(DEFAULTS, "w", encoding="utf-8") as file:
+        for key, value in values.items():
+            file.write(f"{key}\t{value[0]}\t{value[2:]}\n")
+
+
+def readDefaults():
+    try:
+        with open(DEFAULTS, encoding="utf-8") as file:
+            lines = [line.rstrip("\n").split("\t") for line in file]
+    except OSError:
+        return {}
+    return {key: f"{kind} {value}" for key, kind, value in lines}
+
+
+def isOnRecord():
+    return MODE_KEY in readDefaults()
+
+
+def slots():
+    """The items in the bar, drawn or not, from left to right: (x, name, accessible)."""
+    found = []
+
+    def collect(element):
+        for child in children(element):
+            # The bar's own expander is no item, and describes none.
+            if child.get_role() == Atspi.Role.PUSH_BUTTON and child.get_description():
+                found.append((child.get_extents(Atspi.CoordType.SCREEN).x, child.get_name(), child))
+            collect(child)
+
+    bar = accessible("MenuBarAgent")
+    try:
+        if bar is not None:
+            collect(bar)
+    except GLib.Error:
+        return []  # items came or went meanwhile
+    return sorted(found, key=lambda slot: slot[0])
+
+
+def drawn():
+    """The names of the items that have a place of their own, from left to right."""
+    places = [x for x, _, _ in slots()]
+    return [name for x, name, _ in slots() if places.count(x) == 1]
+
+
+def middle(element):
+    area = element.get_extents(Atspi.CoordType.SCREEN)
+    return area.x + area.width // 2, area.y + area.height // 2
+
+
+def clickOn(element, button=1):
+    click(*middle(element), button)
+
+
+def dragWithSuper(element, target):
+    x, y = middle(element)
+    area = target.get_extents(Atspi.CoordType.SCREEN)
+    run("xdotool", "mousemove", str(x), str(y), "keydown", "super", "mousedown", "1")
+    for step in range(1, 9):
+        run("xdotool", "mousemove", str(int(x + (area.x + area.width * 0.75 - x) * step / 8)), str(y))
+        time.sleep(0.03)
+    run("xdotool", "mouseup", "1", "keyup", "super")
+
+
+class OrganizeTestCase(ApplicationTestCase):
+    """Ovin's item has a place at the clock, which the bar remembers, and others fill the bar."""
+
+    @classmethod
+    def setUpClass(cls):
+        setAccessibility(True)
+        writeDefaults(OvinHasShownGuide="b 1")
+        ovin = subprocess.Popen([OVIN])
+        try:
+            if not becomes(lambda: accessible("MenuBarAgent", "Ovin")):
+                raise AssertionError("the bar does not show Ovin's item")
+            cls.startCrowd()
+            # The bar remembers the order once anything in it has been moved.
+            last = slots()[-3:]
+            dragWithSuper(last[0][2], last[1][2])
+        finally:
+            ovin.terminate()
+            ovin.wait(30)
+
+    @classmethod
+    def startCrowd(cls):
+        cls.crowd = Item(["--items", str(COUNT), *sum((["--title", f"Item {number:02}"] for number in range(COUNT)), [])])
+        if not becomes(lambda: len(slots()) == COUNT + 1):
+            raise AssertionError(f"{len(slots())} items in the bar")
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.crowd.end()
+
+    def setUp(self):
+        super().setUp()
+        writeDefaults(OvinHasShownGuide="b 1")
+        self.resetDisplays()
+        self.addCleanup(self.resetDisplays)
+
+    def resetDisplays(self):
+        show("DUMMY0", "--mode", USUAL, "--pos", "0x0", "--primary")
+        show("DUMMY1", "--off")
+
+    def own(self, name):
+        """What Ovin has under that name."""
+        return accessible("Ovin", name)
+
+    def slot(self):
+        """The middle of Ovin's place in the bar."""
+        for name in ("Ovin", "Done organizing"):
+            element = accessible("MenuBarAgent", name)
+            try:
+                if element is None or element.get_state_set().contains(Atspi.StateType.INVALID):
+                    continue
+                area = element.get_extents(Atspi.CoordType.SCREEN)
+            except GLib.Error:
+                continue
+            if area.width > 0:
+                return area.x + area.width // 2, area.y + area.height // 2
+        return None
+
+    def startInCrowd(self, **environment):
+        """Starts Ovin and waits until the bar shows its item, and some others have no room."""
+        process = self.startOvin(**environment)
+        self.assertTrue(becomes(lambda: len(slots()) == COUNT + 1), f"{len(slots())} items")
+        self.assertTrue(becomes(lambda: "Ovin" in drawn()), drawn())
+        return process
+
+    def awaitGone(self):
+        """Until the bar has forgotten Ovin's item: a new one takes its place only then."""
+        self.assertTrue(becomes(lambda: len(slots()) == COUNT), "the bar still has Ovin's item")
+
+    def clickDone(self):
+        """On the card's button; the guide has one of this name too."""
+        clickOn(descendant(self.own(TITLE), "Done"))
+
+    def choose(self, entry):
+        click(*self.slot(), 3)
+        found = awaitAccessible("Ovin", entry)
+        self.assertIsNotNone(found, f"there is no entry {entry}")
+        clickOn(found)
+
+    def awaitCard(self):
+        self.assertTrue(becomes(lambda: self.own(TITLE)), "no card comes")
+
+    def organize(self):
+        self.choose(ORGANIZE)
+        self.awaitCard()
+        self.assertGreater(width(), 1440)
+        self.assertTrue(isOnRecord())
+
+    def organizing(self):
+        """Starts Ovin and organizes."""
+        process = self.startInCrowd()
+        self.organize()
+        return process
+
+    def assertPutBack(self):
+        self.assertTrue(becomes(lambda: mode() == USUAL and not isOnRecord()), (mode(), readDefaults()))
+        self.assertTrue(becomes(lambda: self.own(TITLE) is None), "the card stays")
