@@ -30,6 +30,7 @@ void giveMenuLook(QMenu& menu) {
                                "QMenu::item:selected { background: %4; color: %5; }"
                                "QMenu::item:disabled { color: %6; background: transparent; }"
                                "QMenu::icon { padding-left: 6px; }"
+                               "QMenu::indicator { width: 12px; height: 12px; left: 7px; }"
                                "QMenu::separator { height: 1px; background: %7; margin: 5px 8px; }")
                            .arg(window.name(), palette.color(QPalette::WindowText).name(),
                                 opaque(qtColor({SystemColor::quaternaryLabel}, palette), window), selection.name(),

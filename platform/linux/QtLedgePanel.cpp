@@ -44,6 +44,8 @@ public:
         : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
                                Qt::X11BypassWindowManagerHint | Qt::ToolTip) {
         setAttribute(Qt::WA_ShowWithoutActivating);
+        // Otherwise only active windows have any, and this one never is.
+        setAttribute(Qt::WA_AlwaysShowToolTips);
         setAttribute(Qt::WA_TranslucentBackground, WindowManager::composesWindows());
         setWindowTitle("Ovin");
         setAccessibleName("Ovin");
