@@ -224,6 +224,13 @@ double contrast(const QColor& one, const QColor& other) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
+/// What is seen of a color with an opacity.
+QColor over(const QColor& color, const QColor& below) {
+    const auto mixed = [&](float one, float other) { return one * color.alphaF() + other * (1 - color.alphaF()); };
+    return QColor::fromRgbF(mixed(color.redF(), below.redF()), mixed(color.greenF(), below.greenF()),
+                            mixed(color.blueF(), below.blueF()));
+}
+
 TEST(ViewWidgets, SmallTextHasEnoughContrastOnEveryAccentAndInEveryColourOfItsOwn) {
     constexpr double enough = 4.5;
     for (int hue = 0; hue < 360; hue += 15) {
@@ -236,8 +243,9 @@ TEST(ViewWidgets, SmallTextHasEnoughContrastOnEveryAccentAndInEveryColourOfItsOw
         QPalette palette(window);
         palette.setColor(QPalette::WindowText, luminance(window) > 0.5 ? Qt::black : QColor(239, 240, 241));
         palette.setColor(QPalette::Highlight, QColor(48, 140, 198));
-        for (const SystemColor color : {SystemColor::label, SystemColor::controlAccent, SystemColor::systemOrange}) {
-            EXPECT_GE(contrast(qtColor({color}, palette), window), enough)
+        for (const SystemColor color :
+             {SystemColor::label, SystemColor::secondaryLabel, SystemColor::controlAccent, SystemColor::systemOrange}) {
+            EXPECT_GE(contrast(over(qtColor({color}, palette), window), window), enough)
                 << window.name().toStdString() << " " << static_cast<int>(color);
         }
     }
