@@ -1,6 +1,7 @@
 #include "desktop/BarPainter.h"
 
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QPainterPath>
 #include <algorithm>
 
@@ -32,7 +33,7 @@ BarPainter::BarPainter(QPainter& painter, const QPalette& palette, QSize bar)
 
 QFont BarPainter::font(QFont::Weight weight) {
     QFont font;
-    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("DejaVu Sans")});
+    font.setFamilies(QGuiApplication::font().families());
     font.setPixelSize(fontSize);
     font.setWeight(weight);
     return font;

@@ -1,6 +1,7 @@
 #include "desktop/ItemIcon.h"
 
 #include <QFont>
+#include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
 #include <algorithm>
@@ -41,8 +42,8 @@ QPixmap letter(const QString& title, const ItemIconStyle& style) {
     const QRectF frame(1, 1, style.height - 2, style.height - 2);
     painter.drawRoundedRect(frame, 3.5, 3.5);
 
-    QFont font = painter.font();
-    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("DejaVu Sans")});
+    QFont font;
+    font.setFamilies(QGuiApplication::font().families());
     font.setPixelSize(9);
     font.setWeight(QFont::DemiBold);
     painter.setFont(font);

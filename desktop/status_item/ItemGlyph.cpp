@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "resources/pictograms/Pictogram.h"
+
 namespace ovin {
 namespace {
 
@@ -21,7 +23,20 @@ double depth(double x, double y, std::size_t variant) {
     }
 }
 
+void addPixel(ItemGlyph& glyph, std::uint32_t alpha, std::uint32_t colour) {
+    for (const std::uint32_t channel : {alpha, colour >> 16, colour >> 8, colour})
+        glyph.bytes.push_back(static_cast<std::uint8_t>(channel & 0xFFU));
+}
+
 }  // namespace
+
+ItemGlyph drawItemPictogram(std::int32_t side, std::uint32_t colour, std::string_view name) {
+    ItemGlyph glyph{side, {}};
+    const auto pictogram = drawPictogram(name, side);
+    if (!pictogram) return glyph;
+    for (const std::uint8_t coverage : pictogram->coverage) addPixel(glyph, coverage, colour);
+    return glyph;
+}
 
 ItemGlyph drawItemGlyph(std::int32_t side, std::uint32_t colour, std::size_t variant) {
     ItemGlyph glyph{side, {}};
@@ -31,9 +46,7 @@ ItemGlyph drawItemGlyph(std::int32_t side, std::uint32_t colour, std::size_t var
         for (std::int32_t column = 0; column < side; ++column) {
             const double inside = depth((column + 0.5) * pixel - 1, (row + 0.5) * pixel - 1, variant);
             const double cover = std::clamp(inside / pixel + 0.5, 0.0, 1.0);  // smooth edges, one pixel wide
-            const auto alpha = static_cast<std::uint32_t>(std::lround(255 * cover));
-            for (const std::uint32_t channel : {alpha, colour >> 16, colour >> 8, colour})
-                glyph.bytes.push_back(static_cast<std::uint8_t>(channel & 0xFFU));
+            addPixel(glyph, static_cast<std::uint32_t>(std::lround(255 * cover)), colour);
         }
     }
     return glyph;

@@ -61,6 +61,11 @@ void writeImpossiblePictures(MessageWriter& writer) {
     });
 }
 
+ItemGlyph drawnGlyph(std::int32_t side, const ItemOptions& options, std::size_t number) {
+    if (!options.glyph.empty()) return drawItemPictogram(side, *options.pixmapColour, options.glyph);
+    return drawItemGlyph(side, *options.pixmapColour, number - 1);
+}
+
 void writeHugePictures(MessageWriter& writer, const ItemOptions& options) {
     constexpr std::int32_t side = 512;
     const auto glyph = drawItemGlyph(side, *options.pixmapColour, 0);
@@ -134,7 +139,7 @@ void ItemObject::addPictures(std::vector<Property>& list) const {
                         writer.container('a', "(iiay)", [&] {
                             if (options_.hugePictures > 0) return writeHugePictures(writer, options_);
                             for (const auto side : pictureSides) {
-                                const auto glyph = drawItemGlyph(side, *options_.pixmapColour, number_ - 1);
+                                const auto glyph = drawnGlyph(side, options_, number_);
                                 writePicture(writer, side, side, glyph.bytes);
                             }
                         });

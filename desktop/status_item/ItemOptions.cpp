@@ -2,10 +2,13 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
 #include <string_view>
+
+#include "resources/pictograms/Pictogram.h"
 
 namespace ovin {
 namespace {
@@ -18,6 +21,7 @@ A status item (StatusNotifierItem) that does what it is told and prints what hap
   --title TITLE        the title (the id); given several times, those of several items in turn
   --icon NAME          name or absolute path of the icon
   --pixmap #RRGGBB     draw a simple glyph in this colour as IconPixmap
+  --glyph NAME         … the pictogram of that name, in black unless --pixmap says otherwise; "list" prints all names
   --tooltip TEXT       the tool tip's title
   --menu A,B,-,C       a menu at /MenuBar with these entries; "-" is a separator
   --item-is-menu WORD  the ItemIsMenu property: true, false or absent (absent)
@@ -55,6 +59,7 @@ enum Option : int {
     Title,
     Icon,
     Pixmap,
+    Glyph,
     ToolTip,
     Menu,
     ItemIsMenu,
@@ -79,10 +84,11 @@ enum Option : int {
     Help
 };
 
-constexpr std::array<option, 27> longOptions{{{"id", required_argument, nullptr, Id},
+constexpr std::array<option, 28> longOptions{{{"id", required_argument, nullptr, Id},
                                               {"title", required_argument, nullptr, Title},
                                               {"icon", required_argument, nullptr, Icon},
                                               {"pixmap", required_argument, nullptr, Pixmap},
+                                              {"glyph", required_argument, nullptr, Glyph},
                                               {"tooltip", required_argument, nullptr, ToolTip},
                                               {"menu", required_argument, nullptr, Menu},
                                               {"item-is-menu", required_argument, nullptr, ItemIsMenu},
@@ -121,6 +127,13 @@ bool readColour(std::string_view text, std::optional<std::uint32_t>& colour) {
     if (text.size() != 7 || text[0] != '#' || !readNumber(text.substr(1), value, 0U, 0xFFFFFFU, 16)) return false;
     colour = value;
     return true;
+}
+
+bool readGlyph(std::string_view text, ItemOptions& options) {
+    const auto names = pictogramNames();
+    options.glyph = text;
+    if (!options.pixmapColour) options.pixmapColour = 0;
+    return std::find(names.begin(), names.end(), text) != names.end();
 }
 
 std::vector<std::string> splitAtCommas(std::string_view text) {
@@ -176,6 +189,8 @@ bool take(int which, std::string_view value, ItemOptions& options) {
             return true;
         case Pixmap:
             return readColour(value, options.pixmapColour);
+        case Glyph:
+            return readGlyph(value, options);
         case ToolTip:
             options.toolTip = value;
             return true;
@@ -226,6 +241,10 @@ bool take(int which, std::string_view value, ItemOptions& options) {
     }
 }
 
+void printGlyphs() {
+    for (const std::string_view name : pictogramNames()) std::printf("%.*s\n", static_cast<int>(name.size()), name.data());
+}
+
 ParsedOptions mistake(const std::string& text) {
     std::fprintf(stderr, "status-item: %s (see --help)\n", text.c_str());
     return {std::nullopt, 2};
@@ -238,6 +257,7 @@ ParsedOptions parseItemOptions(int argumentCount, char** arguments) {
     int index = 0;
     for (int which; (which = getopt_long(argumentCount, arguments, "", longOptions.data(), &index)) != -1;) {
         if (which == Help) return std::fputs(help, stdout), ParsedOptions{std::nullopt, 0};
+        if (which == Glyph && std::string_view(optarg) == "list") return printGlyphs(), ParsedOptions{std::nullopt, 0};
         if (which == '?') return {std::nullopt, 2};  // getopt_long has said what is wrong
         const std::string value = optarg == nullptr ? "" : optarg;
         const std::string name = longOptions[static_cast<std::size_t>(index)].name;

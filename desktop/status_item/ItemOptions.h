@@ -17,6 +17,7 @@ struct ItemOptions {
     std::vector<std::string> titles;  // the id, unless given; of several items in turn
     std::string icon;
     std::optional<std::uint32_t> pixmapColour;  // 0xRRGGBB
+    std::string glyph;                          // the name of a pictogram; a simple shape, unless given
     std::optional<std::string> toolTip;
     std::vector<std::string> menu;  // labels; "-" is a separator
     std::optional<bool> itemIsMenu;

@@ -6,6 +6,7 @@
 
 #include "platform/linux/DBusCall.h"
 #include "platform/linux/DBusMenuActions.h"
+#include "platform/linux/MenuLook.h"
 
 namespace ovin {
 namespace {
@@ -102,6 +103,7 @@ void DBusMenu::sendEvent(int id, const QString& event) {
 QMenu& DBusMenu::menu() {
     if (!menu_) {
         menu_ = std::make_unique<QMenu>();
+        giveMenuLook(*menu_);
         connect(menu_.get(), &QMenu::aboutToShow, this, [this] { sendEvent(0, QStringLiteral("opened")); });
         connect(menu_.get(), &QMenu::aboutToHide, this, [this] { sendEvent(0, QStringLiteral("closed")); });
         fillAll();

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <cmath>
 
 #include "platform/linux/QtIcons.h"
 #include "platform/linux/ViewAccessibles.h"
@@ -25,7 +26,9 @@ void ImageWidget::paintEvent(QPaintEvent*) {
     if (picture.isNull()) return;
     // From here on pixels count: an icon without the exact size has an odd ratio.
     picture.setDevicePixelRatio(1);
-    const QSizeF drawn = QSizeF(picture.size()).scaled(size(), Qt::KeepAspectRatio);
+    QSizeF drawn = QSizeF(picture.size()).scaled(size_.width, size_.height, Qt::KeepAspectRatio);
+    // Sides that were rounded leave no gap beside the picture.
+    if (std::abs(drawn.width() - width()) < 1 && std::abs(drawn.height() - height()) < 1) drawn = size();
     const QRectF place(QPointF((width() - drawn.width()) / 2, (height() - drawn.height()) / 2), drawn);
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);

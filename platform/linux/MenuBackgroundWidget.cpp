@@ -23,7 +23,7 @@ void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(palette().color(QPalette::Window));
-    painter.setPen(QPen(qtColor({SystemColor::separator}, palette()), 1));
+    painter.setPen(QPen(qtColor({SystemColor::quaternaryLabel}, palette()), 1));
     const QRectF edge = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     painter.drawRoundedRect(edge, cornerRadius_ - 0.5, cornerRadius_ - 0.5);
 }

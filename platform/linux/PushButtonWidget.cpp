@@ -81,8 +81,9 @@ QSize PushButtonWidget::sizeHint() const {
 QColor PushButtonWidget::fill() const {
     const QColor accent = palette().color(QPalette::Highlight);
     if (described_.isProminent) {
-        if (isDown()) return accent.darker(pressedPercent);
-        return underMouse() ? accent.lighter(hoverPercent) : accent;
+        const QColor body = behindText(accent);
+        if (isDown()) return body.darker(pressedPercent);
+        return underMouse() ? body.darker(hoverPercent) : body;
     }
     if (isDown()) return withOpacity(isDefault() ? accent : palette().color(QPalette::WindowText), pressedOpacity * 1.5);
     if (isDefault()) return withOpacity(accent, underMouse() ? pressedOpacity : defaultOpacity);

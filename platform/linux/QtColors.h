@@ -14,6 +14,10 @@ namespace ovin {
 /// Black or white, whichever is the easier to read on a colour.
 [[nodiscard]] QColor readableOn(const QColor& background);
 
+/// What a colour becomes where text in `readableOn` of it lies on it: a little darker if need be, so that even small text
+/// has enough contrast.
+[[nodiscard]] QColor behindText(const QColor& background);
+
 /// Whether a palette is a dark one.
 [[nodiscard]] bool isDark(const QPalette& palette);
 

@@ -1,6 +1,6 @@
 #include "platform/linux/QtFonts.h"
 
-#include <QStringList>
+#include <QGuiApplication>
 
 namespace ovin {
 namespace {
@@ -23,7 +23,8 @@ QFont::Weight weight(Font::Weight weight) {
 
 QFont qtFont(const Font& font) {
     QFont result;
-    result.setFamilies({"Inter", "DejaVu Sans"});
+    // The desktop's.
+    result.setFamilies(QGuiApplication::font().families());
     result.setPixelSize(qRound(font.size));
     result.setWeight(weight(font.weight));
     return result;

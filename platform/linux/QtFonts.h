@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// The system font of Ovin's windows at a size: Inter where it is installed. A point of a view is a pixel of Qt, which a
+/// The font that the desktop has chosen for programs, at a size. A point of a view is a pixel of Qt, which a
 /// scale factor turns into more on dense screens.
 [[nodiscard]] QFont qtFont(const Font& font);
 

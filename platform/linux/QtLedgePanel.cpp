@@ -3,19 +3,51 @@
 #include <QBoxLayout>
 #include <QPainterPath>
 #include <QRegion>
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/linux/MenuBackgroundWidget.h"
 #include "platform/linux/QtViews.h"
+#include "platform/linux/WindowManager.h"
 
 namespace ovin {
 
+namespace {
+
+/// All pixels that a rectangle with round corners touches, also those of which it covers only a part.
+QRegion touchedBy(const QRect& rect, double cornerRadius) {
+    QRegion region = rect.adjusted(0, qCeil(cornerRadius), 0, -qCeil(cornerRadius));
+    for (int row = 0; row < cornerRadius; ++row) {
+        const double reach = std::max(0.0, cornerRadius - row - 1);
+        const int inset = qFloor(cornerRadius - std::sqrt(cornerRadius * cornerRadius - reach * reach));
+        const QRect line(rect.left() + inset, rect.top() + row, rect.width() - 2 * inset, 1);
+        region += line;
+        region += line.translated(0, rect.height() - 1 - 2 * row);
+    }
+    return region;
+}
+
+/// The pixels that are inside for the most part.
+QRegion coveredBy(const QRect& rect, double cornerRadius) {
+    QPainterPath path;
+    path.addRoundedRect(rect, cornerRadius, cornerRadius);
+    return QRegion(path.toFillPolygon().toPolygon());
+}
+
+}  // namespace
+
+/// Its corners are smooth where windows are composed. Elsewhere that would take a picture of what lies below, and Ovin takes
+/// no pictures of the screen.
 class QtLedgePanel::Window final : public QWidget {
 public:
     Window()
         : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
                                Qt::X11BypassWindowManagerHint | Qt::ToolTip) {
         setAttribute(Qt::WA_ShowWithoutActivating);
+        // Otherwise only active windows have any, and this one never is.
+        setAttribute(Qt::WA_AlwaysShowToolTips);
+        setAttribute(Qt::WA_TranslucentBackground, WindowManager::composesWindows());
         setWindowTitle("Ovin");
         setAccessibleName("Ovin");
         layout_.setContentsMargins(0, 0, 0, 0);
@@ -29,13 +61,11 @@ public:
     }
 
 protected:
-    /// Rounded corners also where nothing composes windows.
     void resizeEvent(QResizeEvent*) override {
         const auto* background = dynamic_cast<const MenuBackgroundWidget*>(content_);
         if (background == nullptr) return clearMask();
-        QPainterPath path;
-        path.addRoundedRect(rect(), background->cornerRadius(), background->cornerRadius());
-        setMask(QRegion(path.toFillPolygon().toPolygon()));
+        const double radius = std::min(background->cornerRadius(), height() / 2.0);
+        setMask(testAttribute(Qt::WA_TranslucentBackground) ? touchedBy(rect(), radius) : coveredBy(rect(), radius));
     }
 
 private:

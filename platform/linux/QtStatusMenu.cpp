@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include "platform/linux/MenuLook.h"
+
 namespace ovin {
 namespace {
 
@@ -52,6 +54,7 @@ void QtStatusMenu::show(const Menu& entries, QPoint where) {
     owner_->setAccessibleName("Ovin");
     owner_->setPopupMode(QToolButton::MenuButtonPopup);
     auto* const menu = new ShortcutMenu(owner_);
+    giveMenuLook(*menu);
     for (const auto& entry : entries) entry ? addEntry(*menu, *entry) : void(menu->addSeparator());
     owner_->setMenu(menu);
     owner_->winId();

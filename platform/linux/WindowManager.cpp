@@ -70,4 +70,13 @@ void putOnAllDesktops(QWidget& window) {
                         atom(server, "_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &allDesktops);
 }
 
+bool composesWindows() {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) return false;
+    const auto question = xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0"));
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> reply(
+        xcb_get_selection_owner_reply(server, question, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
 }  // namespace ovin::WindowManager

@@ -19,4 +19,7 @@ void bringToFront(QWidget& window);
 /// On all desktops, from when it is shown next.
 void putOnAllDesktops(QWidget& window);
 
+/// Whether windows may let through what lies below them, since somebody composes them into one picture.
+[[nodiscard]] bool composesWindows();
+
 }  // namespace ovin::WindowManager

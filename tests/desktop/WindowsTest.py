@@ -343,7 +343,7 @@ class FloatingPanels(WindowsTestCase):
     def testItsCloseButtonIsHeardOfAndItMayGoThen(self):
         card = self.shown("card 60 80", "Sample card")
         x, y, width, _ = frameGeometry(card)
-        click(x + width - 10, y + 9)
+        click(x + width - 18, y + 14)
         self.assertTrue(self.samples.hears("closed card"))
         self.assertBecomes(lambda: windowNamed("Sample card") is None)
         self.shown("card 60 80", "Sample card")

@@ -9,6 +9,8 @@
 #include <QLayout>
 #include <QPixmap>
 #include <QScrollBar>
+#include <algorithm>
+#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -233,6 +235,56 @@ TEST(ViewWidgets, TextOnTheAccentColourIsReadable) {
     EXPECT_EQ(readableOn(Qt::black), QColor(Qt::white));
     EXPECT_EQ(readableOn(QColor(48, 140, 198)), QColor(Qt::white));
     EXPECT_EQ(readableOn(Qt::yellow), QColor(Qt::black));
+}
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) { return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+/// What is seen of a color with an opacity.
+QColor over(const QColor& color, const QColor& below) {
+    const auto mixed = [&](float one, float other) { return one * color.alphaF() + other * (1 - color.alphaF()); };
+    return QColor::fromRgbF(mixed(color.redF(), below.redF()), mixed(color.greenF(), below.greenF()),
+                            mixed(color.blueF(), below.blueF()));
+}
+
+TEST(ViewWidgets, SmallTextHasEnoughContrastOnEveryAccentAndInEveryColourOfItsOwn) {
+    constexpr double enough = 4.5;
+    for (int hue = 0; hue < 360; hue += 15) {
+        for (const int value : {40, 120, 200, 255}) {
+            const QColor accent = QColor::fromHsv(hue, 200, value);
+            EXPECT_GE(contrast(readableOn(behindText(accent)), behindText(accent)), enough) << accent.name().toStdString();
+        }
+    }
+    for (const QColor& window : {QColor(239, 239, 239), QColor(255, 255, 255), QColor(42, 46, 50), QColor(27, 30, 32)}) {
+        QPalette palette(window);
+        palette.setColor(QPalette::WindowText, luminance(window) > 0.5 ? Qt::black : QColor(239, 240, 241));
+        palette.setColor(QPalette::Highlight, QColor(48, 140, 198));
+        for (const SystemColor color :
+             {SystemColor::label, SystemColor::secondaryLabel, SystemColor::controlAccent, SystemColor::systemOrange}) {
+            EXPECT_GE(contrast(over(qtColor({color}, palette), window), window), enough)
+                << window.name().toStdString() << " " << static_cast<int>(color);
+        }
+    }
+}
+
+TEST(ViewWidgets, APictureFillsItsPlaceAlsoWhereItsHeightIsNoWholeNumberOfPoints) {
+    QPixmap red(832, 120);
+    red.fill(Qt::red);
+    const QString path = QDir::tempPath() + "/ovin-strip.png";
+    ASSERT_TRUE(red.save(path));
+    const Image image(std::make_shared<NamedIcon>(path.toStdString()));
+    const QImage seen = shown({ImageView{image, {412, 412.0 * 120 / 832}, 0, ""}})->grab().toImage();
+    QFile::remove(path);
+    EXPECT_EQ(seen.size(), QSize(412, 59));
+    for (const QPoint corner : {QPoint(0, 0), QPoint(411, 0), QPoint(0, 58), QPoint(411, 58)})
+        EXPECT_EQ(seen.pixelColor(corner), QColor(Qt::red)) << corner.x() << " " << corner.y();
 }
 
 TEST(ViewWidgets, PicturesKeepTheirProportionsAndLoseTheirCorners) {

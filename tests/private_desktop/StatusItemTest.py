@@ -96,6 +96,26 @@ class Properties(StatusItemTestCase):
             middle = 4 * (side * side // 2 + side // 2)
             self.assertEqual([int(number, 16) for number in numbers[middle:middle + 4]], [0xFF, 0x12, 0xAB, 0x9F])
 
+    def testPicturesCanBePictograms(self):
+        alphas = {}
+        for name in ("mail", "battery"):
+            item = self.startItem("--pixmap", "#12ab9f", "--glyph", name)
+            text = self.get(item, "IconPixmap")[1]
+            small = text[text.index("[byte ") + 6:text.index("])")].split(", ")
+            self.assertEqual(len(small), 4 * 22 * 22)
+            alphas[name] = [int(number, 16) for number in small[::4]]
+            self.assertEqual({alphas[name][0], max(alphas[name])}, {0, 255})
+            self.assertEqual({*small[1::4]} | {*small[2::4]} | {*small[3::4]}, {"0x12", "0xab", "0x9f"})
+            self.watcher.process.kill()
+            item.process.kill()
+        self.assertNotEqual(alphas["mail"], alphas["battery"])
+
+    def testItTellsWhichPictogramsThereAre(self):
+        result = subprocess.run([STATUS_ITEM, "--glyph", "list"], capture_output=True, text=True, timeout=BOUND, check=True)
+        names = result.stdout.split()
+        self.assertIn("battery", names)
+        self.assertEqual(names, sorted(set(names)))
+
     def testTheInterfaceCanBeTheOtherOne(self):
         item = self.startItem("--interface", "freedesktop", "--id", "mail")
         self.assertProperty(item, "Id", "'mail'", interface="org.freedesktop.StatusNotifierItem")
@@ -341,7 +361,7 @@ class TheProcess(StatusItemTestCase):
         item.process.wait(BOUND)
 
     def testMistakesAreExplained(self):
-        for arguments in (["--items", "-1"], ["--items", "1001"], ["--pixmap", "red"], ["--status", "Asleep"],
+        for arguments in (["--items", "-1"], ["--items", "1001"], ["--pixmap", "red"], ["--glyph", "no such"], ["--status", "Asleep"],
                           ["--interface", "gnome"], ["--register-by", "mail"], ["--answer-after", "-1"], ["--huge", "1e9"]):
             result = subprocess.run([STATUS_ITEM, *arguments], capture_output=True, text=True, timeout=BOUND, check=False)
             self.assertEqual(result.returncode, 2, arguments)
