@@ -48,7 +48,7 @@ int run(TerminationSignal& signals) {
     const auto world = LinuxWorld::open();
     if (!world) return fail("there is no session bus");
     world->application().endWith(signals);
-    QApplication::setWindowIcon(qtIcon(world->platform().resources.applicationIcon()));
+    QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));
 
     AppDelegate delegate(world->platform());
     world->application().onTerminate([&instance, &delegate] {

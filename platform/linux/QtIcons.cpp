@@ -16,6 +16,9 @@ namespace {
 /// Symbolic icons become pictures of one size: the one in which the ledge shows icons, at two pixels to a point.
 constexpr int symbolicSide = 56;
 
+/// What window managers show, at two pixels to a point.
+constexpr int largestWindowIcon = 128;
+
 /// A folder of the program's resources holds one picture in several sizes.
 QIcon compiledIn(const QString& path) {
     if (!QFileInfo(path).isDir()) return QIcon(path);
@@ -59,6 +62,15 @@ QIcon qtIcon(const Image& image) {
     if (const auto* named = dynamic_cast<const NamedIcon*>(&image.content())) icon = loaded(*named);
     if (const auto* item = dynamic_cast<const ItemIcon*>(&image.content())) icon = loaded(*item);
     return icon.isNull() ? QIcon::fromTheme("application-x-executable") : icon;
+}
+
+QIcon qtWindowIcon(const Image& image) {
+    const QIcon icon = qtIcon(image);
+    QIcon smaller;
+    for (const QSize size : icon.availableSizes()) {
+        if (size.width() <= largestWindowIcon && size.height() <= largestWindowIcon) smaller.addPixmap(icon.pixmap(size));
+    }
+    return smaller.isNull() ? icon : smaller;
 }
 
 }  // namespace ovin
