@@ -116,10 +116,10 @@ private:
 
     FromXcb<xcb_get_image_reply_t> read(Place place, std::uint16_t width, std::uint16_t height) {
         FromXcb<xcb_get_image_reply_t> image(
-            xcb_get_image_reply(connection_,
-                                xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, screen_->root, place.x, place.y, width,
-                                              height, ~0U),
-                                nullptr),
+            xcb_get_image_reply(
+                connection_,
+                xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, screen_->root, place.x, place.y, width, height, ~0U),
+                nullptr),
             &std::free);
         if (!image) fail("the screen cannot be read");
         return image;

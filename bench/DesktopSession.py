@@ -123,8 +123,23 @@ class Session:
         lines = result.stdout.split()
         return sorted(float(line) for line in lines if LATENCY.match(line)), lines.count("lost")
 
-    def end(self):
-        for process in [self.ovin, *self.items]:
+    def clickOnly(self, probe, clicks, hold=0, pause=0):
+        subprocess.run([probe, *map(str, self.place), "rapid", str(clicks), str(hold), str(pause)], check=True)
+
+    @staticmethod
+    def closeByOthers():
+        """A press outside, and long enough after it for a click on the item to be another one."""
+        subprocess.run(["xdotool", "mousemove", "300", "500", "click", "1"], check=True)
+        time.sleep(1)
+
+    def endItems(self):
+        for process in self.items:
             process.kill()
-        for process in [self.ovin, *self.items]:
+        for process in self.items:
             process.wait()
+        self.items = []
+
+    def end(self):
+        self.ovin.kill()
+        self.ovin.wait()
+        self.endItems()

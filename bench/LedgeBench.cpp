@@ -92,7 +92,9 @@ struct Series {
 
     void print() {
         std::sort(all.begin(), all.end());
-        const auto at = [this](double part) { return all[static_cast<std::size_t>(part * static_cast<double>(all.size() - 1))]; };
+        const auto at = [this](double part) {
+            return all[static_cast<std::size_t>(part * static_cast<double>(all.size() - 1))];
+        };
         std::printf("| %s | %.2f ms | %.2f ms | %.2f ms |\n", name, at(0.5), at(0.99), all.back());
     }
 };

@@ -58,8 +58,8 @@ QIcon loaded(const ItemIcon& item) {
     return picture.isNull() ? QIcon() : QIcon(QPixmap::fromImage(picture));
 }
 
-/// An icon of limited size that is loaded when the first window asks for it: a program in the menu bar may have none for days,
-/// and what loads pictures takes a fifth of its start.
+/// An icon of limited size that is loaded when the first window asks for it: a program in the menu bar may have none for
+/// days, and what loads pictures takes a fifth of its start.
 class WindowIcon final : public QIconEngine {
 public:
     explicit WindowIcon(const Image& image) : image_(image) {}

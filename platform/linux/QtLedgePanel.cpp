@@ -28,8 +28,8 @@ public:
         layout_.addWidget(content);
     }
 
-    /// Paints without waiting for the X server to ask for it, which it does only once the program listens again. It shows this
-    /// window as soon as it is told to, since that is no window manager's business, and takes what is drawn after that.
+    /// Paints without waiting for the X server to ask for it, which it does only once the program listens again. It shows
+    /// this window as soon as it is told to, since that is no window manager's business, and takes what is drawn after that.
     void paintNow() {
         setAttribute(Qt::WA_Mapped);
         repaint();

@@ -45,8 +45,8 @@ RawButtons::RawButtons(XcbConnection connection, Event event, std::function<void
       event_(event == Event::press ? XCB_INPUT_RAW_BUTTON_PRESS : XCB_INPUT_RAW_BUTTON_RELEASE),
       handler_(std::move(handler)),
       notifier_(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read) {
-    selectRaw(connection_.get(), event == Event::press ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS
-                                                       : XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE);
+    selectRaw(connection_.get(),
+              event == Event::press ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS : XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE);
     QObject::connect(&notifier_, &QSocketNotifier::activated, [this] { read(); });
 }
 

@@ -14,8 +14,8 @@ class RawButtons {
 public:
     enum class Event { press, release };
 
-    /// Calls `handler` from the event loop, once for any number of such events of the left and the right button that have come
-    /// together; it may destroy what this returns. Null where the X server has no such events. Main thread only.
+    /// Calls `handler` from the event loop, once for any number of such events of the left and the right button that have
+    /// come together; it may destroy what this returns. Null where the X server has no such events. Main thread only.
     [[nodiscard]] static std::unique_ptr<RawButtons> listen(Event event, std::function<void()> handler);
 
 private:
