@@ -25,8 +25,8 @@ int fail(const char* problem) {
     return 1;
 }
 
-/// In KiB: some hundred icons of the ledge's size. What other programs draw themselves is new to the toolkit each time that the
-/// ledge opens, so that more would only keep pictures that nobody asks for again.
+/// In KiB: some hundred icons of the ledge's size. What other programs draw themselves is new to the toolkit each time that
+/// the ledge opens, so that more would only keep pictures that nobody asks for again.
 constexpr int pictureCache = 2048;
 
 /// The exit status when this program is not to run.
