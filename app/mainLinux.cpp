@@ -1,6 +1,7 @@
 // Ovin on the Linux desktop: the only place that chooses a world.
 
 #include <QApplication>
+#include <QPixmapCache>
 #include <chrono>
 #include <cstdio>
 #include <optional>
@@ -23,6 +24,10 @@ int fail(const char* problem) {
     std::fprintf(stderr, "ovin: %s\n", problem);
     return 1;
 }
+
+/// In KiB: some hundred icons of the ledge's size. What other programs draw themselves is new to the toolkit each time that
+/// the ledge opens, so that more would only keep pictures that nobody asks for again.
+constexpr int pictureCache = 2048;
 
 /// The exit status when this program is not to run.
 std::optional<int> giveWay(SingleInstance& instance) {
@@ -48,7 +53,7 @@ int run(TerminationSignal& signals) {
     const auto world = LinuxWorld::open();
     if (!world) return fail("there is no session bus");
     world->application().endWith(signals);
-    QApplication::setWindowIcon(qtIcon(world->platform().resources.applicationIcon()));
+    QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));
 
     AppDelegate delegate(world->platform());
     world->application().onTerminate([&instance, &delegate] {
@@ -71,6 +76,7 @@ int main(int argumentCount, char** arguments) {
     QGuiApplication::setDesktopFileName("org.ovin.Ovin");
     // It lives in the menu bar: closing a window is not quitting.
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    QPixmapCache::setCacheLimit(ovin::pictureCache);
     if (const auto status = ovin::readCommandLine()) return *status;
     return ovin::run(signals);
 }

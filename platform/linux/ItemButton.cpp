@@ -49,13 +49,22 @@ decltype(View::content) ItemButton::content() const {
 
 TextLines ItemButton::title() const { return {shownText(described_.title, text()), defaults, palette()}; }
 
-QSize ItemButton::sizeHint() const { return {contentWidth(), std::max(title().size().height(), iconSize().height())}; }
+/// Layouts ask for sizes again and again, and laying out a text costs more than all the rest of a button.
+QSize ItemButton::titleSize() const {
+    if (!measuredTitle_ || measuredTitle_->text != text()) measuredTitle_ = MeasuredTitle{text(), title().size()};
+    return measuredTitle_->size;
+}
+
+QSize ItemButton::sizeHint() const {
+    if (described_.height) return {contentWidth(), qRound(*described_.height)};
+    return {contentWidth(), std::max(titleSize().height(), iconSize().height())};
+}
 
 int ItemButton::contentWidth() const {
     const bool showsImage = described_.imagePosition != Button::ImagePosition::none;
     const bool showsTitle = described_.imagePosition != Button::ImagePosition::only;
     const int image = showsImage ? iconSize().width() : 0;
-    const int text = showsTitle ? title().size().width() : 0;
+    const int text = showsTitle ? titleSize().width() : 0;
     return image + text + (showsImage && showsTitle ? imageGap : 0) + 2 * titlePadding;
 }
 

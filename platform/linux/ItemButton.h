@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <optional>
 
 #include "platform/linux/TextLines.h"
 #include "platform/linux/ViewWidget.h"
@@ -26,8 +27,15 @@ private:
     [[nodiscard]] int contentWidth() const;
 
     [[nodiscard]] TextLines title() const;
+    [[nodiscard]] QSize titleSize() const;
 
     const Button described_;
+    /// The title that was measured last, and its size.
+    struct MeasuredTitle {
+        QString text;
+        QSize size;
+    };
+    mutable std::optional<MeasuredTitle> measuredTitle_;
 };
 
 }  // namespace ovin

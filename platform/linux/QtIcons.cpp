@@ -2,8 +2,11 @@
 
 #include <QDir>
 #include <QGuiApplication>
+#include <QIconEngine>
 #include <QPalette>
 #include <QPixmap>
+#include <algorithm>
+#include <optional>
 
 #include "platform/linux/ItemIcon.h"
 #include "platform/linux/ItemPicture.h"
@@ -15,6 +18,9 @@ namespace {
 
 /// Symbolic icons become pictures of one size: the one in which the ledge shows icons, at two pixels to a point.
 constexpr int symbolicSide = 56;
+
+/// What window managers show, at two pixels to a point.
+constexpr int largestWindowIcon = 128;
 
 /// A folder of the program's resources holds one picture in several sizes.
 QIcon compiledIn(const QString& path) {
@@ -52,6 +58,39 @@ QIcon loaded(const ItemIcon& item) {
     return picture.isNull() ? QIcon() : QIcon(QPixmap::fromImage(picture));
 }
 
+/// An icon of limited size that is loaded when the first window asks for it: a program in the menu bar may have none for
+/// days, and what loads pictures takes a fifth of its start.
+class WindowIcon final : public QIconEngine {
+public:
+    explicit WindowIcon(const Image& image) : image_(image) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        icon().paint(painter, rect, Qt::AlignCenter, mode, state);
+    }
+    /// The size is in pixels here.
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return icon().pixmap(size, 1, mode, state);
+    }
+    QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return icon().actualSize(size, mode, state);
+    }
+    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override {
+        QList<QSize> sizes = icon().availableSizes(mode, state);
+        sizes.removeIf([](QSize size) { return std::max(size.width(), size.height()) > largestWindowIcon; });
+        return sizes;
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new WindowIcon(image_); }
+
+private:
+    const QIcon& icon() {
+        if (!icon_) icon_ = qtIcon(image_);
+        return *icon_;
+    }
+
+    const Image image_;
+    std::optional<QIcon> icon_;
+};
+
 }  // namespace
 
 QIcon qtIcon(const Image& image) {
@@ -60,5 +99,7 @@ QIcon qtIcon(const Image& image) {
     if (const auto* item = dynamic_cast<const ItemIcon*>(&image.content())) icon = loaded(*item);
     return icon.isNull() ? QIcon::fromTheme("application-x-executable") : icon;
 }
+
+QIcon qtWindowIcon(const Image& image) { return QIcon(new WindowIcon(image)); }
 
 }  // namespace ovin

@@ -60,6 +60,13 @@ public:
         layout_.addWidget(content);
     }
 
+    /// Paints without waiting for the X server to ask for it, which it does only once the program listens again. It shows
+    /// this window as soon as it is told to, since that is no window manager's business, and takes what is drawn after that.
+    void paintNow() {
+        setAttribute(Qt::WA_Mapped);
+        repaint();
+    }
+
 protected:
     void resizeEvent(QResizeEvent*) override {
         const auto* background = dynamic_cast<const MenuBackgroundWidget*>(content_);
@@ -89,6 +96,7 @@ void QtLedgePanel::show(const View& content, const Rect& frame) {
     window_->setGeometry(QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect());
     window_->show();
     window_->raise();
+    window_->paintNow();
 }
 
 }  // namespace ovin

@@ -23,7 +23,7 @@ const QString watcherName = "org.kde.StatusNotifierWatcher";
 
 /// Those of bars at ordinary and at high density; bars take the one that suits them.
 constexpr std::array scales{1.0, 2.0};
-/// How soon the release of a button is noticed.
+/// How soon the release of a button is noticed at the latest.
 constexpr std::chrono::milliseconds releaseInterval{10};
 
 BusPicture pictureOf(const QImage& image) {
@@ -158,7 +158,11 @@ void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
 }
 
 void QtStatusItem::deliverClick() {
+    // Told of the release, one does not wait for the next look; but it may have come before one could be told.
+    if (!releases_ && isMouseButtonDown())
+        releases_ = RawButtons::listen(RawButtons::Event::release, [this] { release_.start(0); });
     if (isMouseButtonDown()) return release_.start(releaseInterval);
+    releases_.reset();
     if (handler_) handler_(click_);
 }
 

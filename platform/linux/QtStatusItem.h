@@ -11,6 +11,7 @@
 #include "platform/StatusItem.h"
 #include "platform/linux/QtScreens.h"
 #include "platform/linux/QtStatusMenu.h"
+#include "platform/linux/RawButtons.h"
 #include "platform/linux/StatusNotifierObject.h"
 
 namespace ovin {
@@ -58,6 +59,8 @@ private:
     /// The click whose button is still held down.
     StatusItemClick click_ = StatusItemClick::other;
     QTimer release_;
+    /// Tells of that button's release; null while no button is down, and where the X server does not tell.
+    std::unique_ptr<RawButtons> releases_;
 };
 
 /// The session's status items.

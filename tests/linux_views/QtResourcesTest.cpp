@@ -22,6 +22,18 @@ TEST(QtResources, TheIconIsThereInEverySizeThatDesktopsAskFor) {
     }
 }
 
+TEST(QtResources, WindowsAreGivenNoSizeOfTheIconThatWindowManagersDoNotShow) {
+    const QIcon icon = qtWindowIcon(QtResources().applicationIcon());
+    EXPECT_FALSE(icon.isNull());
+    QSize largest;
+    for (const QSize size : icon.availableSizes()) largest = largest.expandedTo(size);
+    EXPECT_EQ(largest, QSize(128, 128));
+    EXPECT_EQ(icon.pixmap(QSize(48, 48), 1).size(), QSize(48, 48));
+    EXPECT_EQ(icon.pixmap(QSize(48, 48), 2).size(), QSize(96, 96));
+    const QIcon whole = qtIcon(QtResources().applicationIcon());
+    EXPECT_EQ(icon.pixmap(QSize(64, 64), 1).toImage(), whole.pixmap(QSize(64, 64), 1).toImage());
+}
+
 TEST(QtResources, APictureHasTwoPixelsForEachPointAndIsEqualToItself) {
     const QtResources resources;
     const auto picture = resources.picture("Ovin");
