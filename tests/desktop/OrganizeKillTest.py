@@ -23,7 +23,7 @@ BEGINNING, ENDING = 2.0, 0.5
 
 class Kills(OrganizeTestCase):
     def testTheDisplayIsAlwaysPutBack(self):
-        print(f"OVIN_KILL_SEED={SEED}, {COUNT_OF_KILLS} kills")
+        print(f"OVIN_KILL_SEED={SEED}, {COUNT_OF_KILLS} kills", flush=True)
         chance = random.Random(SEED)
         counts = collections.Counter()
         ovin = self.startInCrowd()
@@ -35,7 +35,9 @@ class Kills(OrganizeTestCase):
             # Its item may be there before it has looked for what is owed.
             self.assertTrue(becomes(lambda: mode() == USUAL and not isOnRecord()), (number, mode(), readDefaults()))
             self.assertIsNone(ovin.poll())
-        print(", ".join(f"{name}: {count}" for name, count in sorted(counts.items())))
+            if (number + 1) % 10 == 0:
+                print(f"{number + 1}: {dict(sorted(counts.items()))}", flush=True)
+        print(f"all {COUNT_OF_KILLS}: {dict(sorted(counts.items()))}")
         self.assertGreater(counts["widened and on record"], 0, "no kill was where it matters")
         self.assertEqual(counts["WIDENED WITHOUT A RECORD"], 0)
 
