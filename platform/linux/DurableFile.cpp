@@ -81,7 +81,7 @@ std::optional<std::string> DurableFile::read() const {
     return file.isRegular() ? file.readAll() : std::nullopt;
 }
 
-bool DurableFile::replace(std::string_view before, std::string_view after) {
+bool DurableFile::replace(std::string_view before, std::string_view after) const {
     if (!makeFolders()) return false;
     // Opened first, because whatever can fail must do so before the file changes.
     const OpenFile folder(fileSystem_, path_.parent_path(), O_RDONLY | O_DIRECTORY);
@@ -91,9 +91,9 @@ bool DurableFile::replace(std::string_view before, std::string_view after) {
     return false;
 }
 
-/// An earlier run may have made a folder and ended before its name was on the disk, so all of them are looked after, once.
-bool DurableFile::makeFolders() {
-    if (areFoldersDurable_) return true;
+/// An earlier run may have made a folder and ended before its name was on the disk, so all of them are looked after.
+/// It costs little where nothing has changed.
+bool DurableFile::makeFolders() const {
     std::filesystem::path folder;
     for (const std::filesystem::path& part : path_.parent_path()) {
         const std::filesystem::path above = std::exchange(folder, folder / part);
@@ -102,7 +102,6 @@ bool DurableFile::makeFolders() {
         // Folders that this user may not look into, or of systems that cannot do this, are none of this program's making.
         if (isNew || (errno != EACCES && errno != EINVAL)) return false;
     }
-    areFoldersDurable_ = true;
     return true;
 }
 

@@ -24,17 +24,15 @@ public:
     /// Replaces the content, and makes the file and the folders that lead to it where they are missing. Once this has
     /// returned true the content is on the disk. False when it could not be written: then the content is `before` still.
     /// (Where a disk fails again while that is put back, the file holds either of the two.)
-    [[nodiscard]] bool replace(std::string_view before, std::string_view after);
+    [[nodiscard]] bool replace(std::string_view before, std::string_view after) const;
 
 private:
-    [[nodiscard]] bool makeFolders();
+    [[nodiscard]] bool makeFolders() const;
     [[nodiscard]] bool writeAside(std::string_view text) const;
     [[nodiscard]] bool takePlace() const;
 
     const std::filesystem::path path_;
     FileSystem& fileSystem_;
-    /// The names of the folders are on the disk.
-    bool areFoldersDurable_ = false;
 };
 
 }  // namespace ovin

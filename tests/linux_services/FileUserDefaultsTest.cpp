@@ -56,6 +56,14 @@ TEST_F(FileUserDefaultsTest, TheFileAndItsFolderAreTheUsersAlone) {
     EXPECT_EQ(status.st_mode & 0777U, 0700U);
 }
 
+TEST_F(FileUserDefaultsTest, AFolderThatGoesMeanwhileIsMadeAgain) {
+    FileUserDefaults defaults(path());
+    ASSERT_TRUE(defaults.set("key", true));
+    std::filesystem::remove_all(path().parent_path());
+    EXPECT_TRUE(defaults.set("other", true));
+    EXPECT_EQ(textIn(path()), "key\tb\t1\nother\tb\t1\n");
+}
+
 TEST_F(FileUserDefaultsTest, ThePlaceIsTheFile) { EXPECT_EQ(FileUserDefaults(path()).place(), path().string()); }
 
 TEST_F(FileUserDefaultsTest, LinesThatMakeNoSenseAreLeftOut) {

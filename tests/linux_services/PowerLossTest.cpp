@@ -177,6 +177,27 @@ TEST(PowerLoss, AChangeThatFailsAnywhereLeavesTheStoreAsItWas) {
     }
 }
 
+TEST(PowerLoss, AFirstChangeIsDoneOnlyWhenItsFoldersAreOnTheDisk) {
+    for (int call = 0;; ++call) {
+        SCOPED_TRACE("call " + std::to_string(call));
+        SimulatedDisk disk;
+        disk.failing = {call};
+        FileUserDefaults defaults(path, disk);
+        const bool isSet = defaults.set("key", after);
+        if (disk.calls <= call) break;
+        for (const auto& content : disk.afterPowerLoss()) {
+            SimulatedDisk left(content);
+            EXPECT_TRUE(!isSet || storedOn(left) == after);
+        }
+        if (!defaults.isReadable()) continue;
+        ASSERT_TRUE(defaults.set("key", before)) << "the next time";
+        for (const auto& content : disk.afterPowerLoss()) {
+            SimulatedDisk left(content);
+            EXPECT_EQ(storedOn(left), before);
+        }
+    }
+}
+
 TEST(PowerLoss, AnInterruptedCallIsMadeAgain) {
     int refusals = 0;
     int call = 0;
