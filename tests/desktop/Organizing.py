@@ -194,10 +194,16 @@ class OrganizeTestCase(ApplicationTestCase):
 
     def choose(self, entry):
         def opens():
-            click(*self.slot(), 3)
-            return becomes(lambda: self.own(entry), 5)
+            if "Ovin" in drawn() or "Done organizing" in drawn():
+                click(*self.slot(), 3)
+            if becomes(lambda: self.own(entry), 2):
+                return True
+            # The bar may have given its place to others: it can still be reached as assistive programs do.
+            item = accessible("MenuBarAgent", "Ovin") or accessible("MenuBarAgent", "Done organizing")
+            if item is not None:
+                item.do_action(1)
+            return becomes(lambda: self.own(entry), 3)
 
-        # An item can move away from under the pointer while the bar makes room for others.
         self.assertTrue(becomes(opens), f"there is no entry {entry}; drawn are {drawn()}")
         clickOn(self.own(entry))
 
