@@ -227,8 +227,6 @@ void UpdateChecker::end(const std::optional<Alert>& alert) {
     wait();
 }
 
-std::string UpdateChecker::installedText(const char* key) const {
-    return platform_.resources.infoString(key).value_or("0");
-}
+std::string UpdateChecker::installedText(const char* key) const { return platform_.resources.infoString(key).value_or("0"); }
 
 }  // namespace ovin

@@ -57,7 +57,8 @@ std::unique_ptr<Downloads::Transfer> QtDownloads::download(const Source& source,
     std::error_code error;
     const std::shared_ptr<TemporaryFile> file = TemporaryFile::create(folder_, length, error);
     if (error) {
-        return std::make_unique<Refused>([finished = std::move(finished), failure = failureOf(error)] { finished(failure); });
+        return std::make_unique<Refused>(
+            [finished = std::move(finished), failure = failureOf(error)] { finished(failure); });
     }
     return std::make_unique<QtTransfer>(
         network_, source, QtTransfer::Bounds{length, true},

@@ -141,12 +141,17 @@ private:
         (void)skip();
     }
 
-    QString text() { return xml_.readElementText(QXmlStreamReader::SkipChildElements); }
+    QString text() {
+        QString text;
+        (void)skip(&text);
+        return text;
+    }
 
-    /// Leaves out an element with all that is in it; false where it is too deep or not well-formed.
-    bool skip() {
+    /// Leaves out an element with all that is in it but the text; false where it is too deep or not well-formed.
+    bool skip(QString* text = nullptr) {
         for (int depth = 1; depth > 0;) {
             const auto token = xml_.readNext();
+            if (token == QXmlStreamReader::Characters && text != nullptr) *text += xml_.text();
             if (token == QXmlStreamReader::StartElement) ++depth;
             if (token == QXmlStreamReader::EndElement) --depth;
             if (depth > deepest) xml_.raiseError();

@@ -42,7 +42,10 @@ QtTransfer::QtTransfer(QNetworkAccessManager& network, const Downloads::Source& 
     QObject::connect(&deadline_, &QTimer::timeout, &receiver_, [this] { finish(DownloadFailure::unreachable); });
     if (!bounds_.isExact) deadline_.start(std::chrono::milliseconds(longestReading));
     const QUrl url(QString::fromStdString(source.url), QUrl::StrictMode);
-    if (isSafeSource(url, source.mayBePlainOnThisMachine)) return begin(network, url);
+    if (isSafeSource(url, source.mayBePlainOnThisMachine)) {
+        begin(network, url);
+        return;
+    }
     QMetaObject::invokeMethod(
         &receiver_, [this] { finish(DownloadFailure::insecure); }, Qt::QueuedConnection);
 }
