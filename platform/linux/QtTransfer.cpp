@@ -59,6 +59,7 @@ QtTransfer::~QtTransfer() {
 }
 
 void QtTransfer::begin(QNetworkAccessManager& network, const QUrl& url) {
+    url_ = url;
     reply_ = network.get(request(url));
     reply_->setReadBufferSize(bufferSize);
     QObject::connect(reply_, &QNetworkReply::redirected, &receiver_, [this](const QUrl& to) { redirected(to); });
@@ -68,7 +69,9 @@ void QtTransfer::begin(QNetworkAccessManager& network, const QUrl& url) {
 }
 
 void QtTransfer::redirected(const QUrl& url) {
-    const bool isDowngrade = reply_->url().scheme() == QLatin1String("https") && url.scheme() != QLatin1String("https");
+    // The reply has the new address already.
+    const bool isDowngrade = url_.scheme() == QLatin1String("https") && url.scheme() != QLatin1String("https");
+    url_ = url;
     if (isDowngrade || !isSafeSource(url, source_.mayBePlainOnThisMachine)) return finish(DownloadFailure::insecure);
     Q_EMIT reply_->redirectAllowed();
 }
@@ -86,6 +89,7 @@ void QtTransfer::readAvailable() {
     // What an error or a redirection has to say besides is nobody's business.
     if (isFinished_ || reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 200) return;
     const QByteArray bytes = reply_->readAll();
+    if (bytes.isEmpty()) return;
     received_ += static_cast<std::uint64_t>(bytes.size());
     if (received_ > bounds_.longest) return finish(DownloadFailure::tooLong);
     const auto failure = handlers_.received({bytes.constData(), static_cast<std::size_t>(bytes.size())});

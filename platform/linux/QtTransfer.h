@@ -4,6 +4,7 @@
 #include <QNetworkReply>
 #include <QObject>
 #include <QTimer>
+#include <QUrl>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -48,6 +49,8 @@ private:
     QObject receiver_;
     QTimer deadline_;
     QNetworkReply* reply_ = nullptr;
+    /// Where it has led so far.
+    QUrl url_;
     std::uint64_t received_ = 0;
     bool isFinished_ = false;
 };

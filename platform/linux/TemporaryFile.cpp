@@ -33,6 +33,7 @@ std::error_code writeAll(int file, std::string_view bytes) {
 /// Room is taken before anything comes in, where the file system knows how to.
 std::error_code reserve(int file, std::uint64_t length) {
     if (length > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) return {EFBIG, std::generic_category()};
+    if (length == 0) return {};
     if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(length)) == 0 || errno == EOPNOTSUPP) return {};
     return lastError();
 }

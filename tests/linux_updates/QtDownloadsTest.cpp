@@ -28,10 +28,14 @@ class QtDownloadsTest : public testing::Test {
 protected:
     QtDownloadsTest() {
         std::ofstream(folder_.path() / "file") << content;
+        server_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         server_.start(OVIN_PYTHON, {"-B", OVIN_FEED_SERVER, QString::fromStdString(folder_.path().string())});
-        server_.waitForReadyRead(static_cast<int>(bound));
+        while (!server_.canReadLine() && server_.waitForReadyRead(static_cast<int>(bound))) continue;
         const QList<QByteArray> ports = server_.readLine().trimmed().split(' ');
-        if (ports.size() != 2) return;
+        if (ports.size() != 2) {
+            ADD_FAILURE() << "the server does not start: " << server_.errorString().toStdString() << server_.state();
+            return;
+        }
         plain_ = "http://127.0.0.1:" + ports[0].toStdString();
         safe_ = "https://localhost:" + ports[1].toStdString();
         mismatched_ = "https://127.0.0.1:" + ports[1].toStdString();
@@ -71,7 +75,14 @@ protected:
         transfer_ = downloads_.read({url, true}, longest, [&](Downloads::Text text) { result = std::move(text); });
         EXPECT_FALSE(result.has_value()) << "it called back within the call";
         EXPECT_TRUE(becomes([&] { return result.has_value(); })) << url;
+        transfer_.reset();
         return result.value_or(std::string("nothing"));
+    }
+    void expectText(const std::string& url) {
+        const auto result = read(url);
+        ASSERT_TRUE(std::holds_alternative<std::string>(result))
+            << url << ": failure " << static_cast<int>(std::get<DownloadFailure>(result));
+        EXPECT_EQ(std::get<std::string>(result), content) << url;
     }
     void expectFailure(const std::string& url, DownloadFailure failure) {
         const auto result = read(url);
@@ -117,7 +128,7 @@ protected:
 
 TEST_F(QtDownloadsTest, ATextIsReadOverHttps) {
     trustServer();
-    EXPECT_EQ(std::get<std::string>(read(safe_ + "/file")), content);
+    expectText(safe_ + "/file");
 }
 
 TEST_F(QtDownloadsTest, ATestFeedOnThisMachineMayBePlain) {
@@ -162,8 +173,8 @@ TEST_F(QtDownloadsTest, ARedirectionToAFileIsRefused) {
 
 TEST_F(QtDownloadsTest, ASafeRedirectionIsFollowed) {
     trustServer();
-    EXPECT_EQ(std::get<std::string>(read(safe_ + "/_redirect-well")), content);
-    EXPECT_EQ(std::get<std::string>(read(plain_ + "/_redirect-well")), content);
+    expectText(safe_ + "/_redirect-well");
+    expectText(plain_ + "/_redirect-well");
 }
 
 TEST_F(QtDownloadsTest, RedirectionsThatNeverEndAreRefused) {
