@@ -13,6 +13,7 @@
 #include "platform/linux/QtIcons.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/TerminationSignal.h"
+#include "updates/FeedUpdates.h"
 
 namespace ovin {
 namespace {
@@ -55,7 +56,10 @@ int run(TerminationSignal& signals) {
     world->application().endWith(signals);
     QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));
 
-    AppDelegate delegate(world->platform());
+    // Without a key there is nothing by which an update could be known to be genuine.
+    std::optional<FeedUpdates> updates;
+    if (const auto services = world->updateServices(OVIN_UPDATE_KEY)) updates.emplace(world->platform(), *services);
+    AppDelegate delegate(updates ? world->platform(*updates) : world->platform());
     world->application().onTerminate([&instance, &delegate] {
         instance.giveUp();
         delegate.applicationWillTerminate();

@@ -44,6 +44,10 @@ public:
 
     /// Scrolls the page to its end.
     virtual void scrollToEnd() = 0;
+
+    /// Shows other content in another size, open or closed. The top left corner of an open window stays where it is, and the
+    /// button that has the keyboard keeps it: the one with the same tag.
+    virtual void replace(const View& content, Size size) = 0;
 };
 
 /// A panel with a title bar and a close button that floats above the windows of all applications, on every space and beside

@@ -22,7 +22,8 @@ LOGIC = {
     "ledge": ["discovery"],
     "organize": ["discovery"],
     "info": [],
-    "app": ["ledge", "organize", "info", "discovery"],
+    "updates": [],
+    "app": ["ledge", "organize", "info", "updates", "discovery"],
 }
 
 # The one place that chooses a world.

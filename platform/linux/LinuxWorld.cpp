@@ -8,6 +8,11 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/BootClock.h"
+#include "platform/linux/LinuxPackages.h"
+#include "platform/linux/QtDownloads.h"
+#include "platform/linux/QtFeedReader.h"
+#include "platform/linux/TemporaryFile.h"
 #include "platform/linux/TrustPrompt.h"
 
 namespace ovin {
@@ -18,6 +23,16 @@ constexpr std::chrono::milliseconds quietTime{200};
 constexpr std::chrono::milliseconds longestWait{1500};
 
 }  // namespace
+
+/// Made only for a program that updates itself.
+struct LinuxWorld::Updating {
+    explicit Updating(const PublicKey& key) : packages({key, ownAppImage(), downloadFolder()}) {}
+
+    BootClock clock;
+    QtDownloads downloads{downloadFolder()};
+    QtFeedReader reader;
+    LinuxPackages packages;
+};
 
 std::unique_ptr<LinuxWorld> LinuxWorld::open() {
     auto session = Bus::connect();
@@ -58,10 +73,18 @@ void LinuxWorld::waitForRegistrations() {
     items_.waitFor(entries);
 }
 
-Platform LinuxWorld::platform() {
+std::optional<UpdateServices> LinuxWorld::updateServices(std::string_view publicKey) {
+    const auto key = publicKeyFrom(publicKey);
+    if (!key) return std::nullopt;
+    TemporaryFile::clear(downloadFolder());
+    updating_ = std::make_unique<Updating>(*key);
+    return UpdateServices{updating_->clock, updating_->downloads, updating_->reader, updating_->packages};
+}
+
+Platform LinuxWorld::platform(UpdateFramework& updates) {
     return {accessibility_, workspace_, displays_,      defaults_,    process_, text_,    log_,
             clock_,         mainQueue_, tasks_,         application_, screens_, windows_, events_,
-            statusBar_,     alerts_,    launchAtLogin_, resources_,   updates_};
+            statusBar_,     alerts_,    launchAtLogin_, resources_,   updates};
 }
 
 }  // namespace ovin

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string_view>
 
 #include "platform/Platform.h"
+#include "platform/UpdateServices.h"
 #include "platform/icu/IcuText.h"
 #include "platform/linux/AccessibilityBus.h"
 #include "platform/linux/AutostartEntry.h"
@@ -42,7 +45,13 @@ public:
     LinuxWorld& operator=(const LinuxWorld&) = delete;
     ~LinuxWorld();
 
-    [[nodiscard]] Platform platform();
+    /// Without updates of its own.
+    [[nodiscard]] Platform platform() { return platform(updates_); }
+    /// With updates that somebody else has made, as from `updateServices`.
+    [[nodiscard]] Platform platform(UpdateFramework& updates);
+    /// What updates are made from, given the key, in base64, that their maker signs them with; nothing without one. It
+    /// lives as long as this object.
+    [[nodiscard]] std::optional<UpdateServices> updateServices(std::string_view publicKey);
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
     [[nodiscard]] QtApplication& application() { return application_; }
 
@@ -52,6 +61,8 @@ public:
     void waitForRegistrations();
 
 private:
+    struct Updating;
+
     explicit LinuxWorld(std::unique_ptr<Bus> session);
 
     std::unique_ptr<Bus> session_;
@@ -81,6 +92,7 @@ private:
     AutostartEntry launchAtLogin_;
     QtResources resources_;
     NoUpdates updates_{alerts_};
+    std::unique_ptr<Updating> updating_;
     ThreadTasks tasks_;
 };
 

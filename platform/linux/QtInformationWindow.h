@@ -16,6 +16,7 @@ public:
     void close() override;
     [[nodiscard]] bool isOpen() const override;
     void scrollToEnd() override;
+    void replace(const View& content, Size size) override { window_->setView(content, size); }
 
 private:
     void place();

@@ -104,6 +104,10 @@ public:
     void close() override { information.isOpen = false; }
     [[nodiscard]] bool isOpen() const override { return information.isOpen; }
     void scrollToEnd() override { information.isAtEnd = true; }
+    void replace(const View& content, Size size) override {
+        information.content = content;
+        information.size = size;
+    }
 
     Information information;
     const std::function<void(int tag)> clicked;

@@ -48,6 +48,8 @@ class CheckIncludes(unittest.TestCase):
             ("ledge/A.cpp", "discovery/B.h"),
             ("organize/A.cpp", "discovery/B.h"),
             ("info/A.cpp", "platform/Clock.h"),
+            ("updates/A.cpp", "platform/WallClock.h"),
+            ("app/mainLinux.cpp", "updates/B.h"),
             ("app/A.cpp", "ledge/B.h"),
             ("app/A.cpp", "organize/B.h"),
             ("app/A.cpp", "info/B.h"),
@@ -65,6 +67,8 @@ class CheckIncludes(unittest.TestCase):
             ("organize/A.cpp", "info/B.h"),
             ("info/A.cpp", "discovery/B.h"),
             ("info/A.cpp", "app/B.h"),
+            ("updates/A.cpp", "discovery/B.h"),
+            ("info/A.cpp", "updates/B.h"),
         ]:
             self.refuses(path, f'#include "{include}"\n', "the arrows between folders run down")
 
@@ -73,7 +77,7 @@ class CheckIncludes(unittest.TestCase):
         self.refuses("app/A.cpp", '#include "desktop/B.h"\n')
 
     def test_the_logic_knows_no_world(self):
-        for folder in ["discovery", "ledge", "organize", "info", "app"]:
+        for folder in ["discovery", "ledge", "organize", "info", "updates", "app"]:
             for world in ["memory", "icu", "threads", "linux", "macos"]:
                 self.refuses(f"{folder}/A.cpp", f'#include "platform/{world}/B.h"\n', "only main knows")
 

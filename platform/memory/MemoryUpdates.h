@@ -1,0 +1,173 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/UpdateServices.h"
+#include "platform/memory/SimulatedTime.h"
+
+namespace ovin {
+
+/// A clock that a test can set wrong. The computer never started anew and never sleeps but in `sleep`.
+class MemoryWallClock final : public WallClock {
+public:
+    explicit MemoryWallClock(const SimulatedTime& time) : time_(time) {}
+
+    /// What the date is, when the simulation is at its beginning and the computer has not slept.
+    std::chrono::seconds start{1'800'000'000};
+
+    /// Time passes that no timer counts.
+    void sleep(std::chrono::seconds duration) { asleep_ += duration; }
+
+    [[nodiscard]] std::chrono::seconds date() const override { return start + timeSinceBoot(); }
+    [[nodiscard]] std::chrono::seconds timeSinceBoot() const override {
+        return std::chrono::floor<std::chrono::seconds>(time_.now()) + asleep_;
+    }
+
+private:
+    const SimulatedTime& time_;
+    std::chrono::seconds asleep_{0};
+};
+
+/// Files that are only their content.
+class MemoryFile final : public DownloadedFile {
+public:
+    explicit MemoryFile(std::string content) : text(std::move(content)) { ++count(); }
+    ~MemoryFile() override { --count(); }
+
+    const std::string text;
+
+    /// How many there are.
+    static int& count() {
+        static int files = 0;
+        return files;
+    }
+};
+
+/// A network on which each address has something or fails, after a while.
+class MemoryDownloads final : public Downloads {
+public:
+    explicit MemoryDownloads(SimulatedTime& time) : time_(time) {}
+
+    std::map<std::string, Text> answers;
+    std::chrono::seconds latency{1};
+    /// The sources that were read from, in their order.
+    std::vector<Source> requests;
+    /// How many transfers there are that have not been destroyed.
+    int transferCount = 0;
+
+    [[nodiscard]] std::unique_ptr<Transfer> read(const Source& source, std::size_t longest,
+                                                 std::function<void(Text)> finished) override {
+        return begin(source, [this, source, longest, finished = std::move(finished)] {
+            Text answer = answerOf(source);
+            const auto* const text = std::get_if<std::string>(&answer);
+            if (text != nullptr && text->size() > longest) answer = DownloadFailure::tooLong;
+            finished(answer);
+        });
+    }
+
+    /// Half of the file comes at half time.
+    [[nodiscard]] std::unique_ptr<Transfer> download(const Source& source, std::uint64_t length,
+                                                     std::function<void(std::uint64_t)> progressed,
+                                                     std::function<void(File)> finished) override {
+        auto transfer = begin(source, [this, source, length, finished = std::move(finished)] {
+            const Text answer = answerOf(source);
+            if (const auto* const failure = std::get_if<DownloadFailure>(&answer)) return finished(*failure);
+            const auto& text = std::get<std::string>(answer);
+            if (text.size() > length) return finished(DownloadFailure::tooLong);
+            if (text.size() < length) return finished(DownloadFailure::tooShort);
+            finished(std::make_shared<const MemoryFile>(text));
+        });
+        transfer->progress = time_.after(SimulatedTime::Duration(latency) / 2,
+                                         [length, progressed = std::move(progressed)] { progressed(length / 2); });
+        return transfer;
+    }
+
+private:
+    struct Pending final : public Transfer {
+        explicit Pending(int& transfers) : count(transfers) { ++count; }
+        ~Pending() override { --count; }
+        int& count;
+        std::unique_ptr<MainQueue::Timer> progress;
+        std::unique_ptr<MainQueue::Timer> end;
+    };
+
+    [[nodiscard]] Text answerOf(const Source& source) const {
+        const auto found = answers.find(source.url);
+        return found == answers.end() ? Text(DownloadFailure::unreachable) : found->second;
+    }
+
+    std::unique_ptr<Pending> begin(const Source& source, MainQueue::Work work) {
+        requests.push_back(source);
+        auto transfer = std::make_unique<Pending>(transferCount);
+        transfer->end = time_.after(latency, std::move(work));
+        return transfer;
+    }
+
+    SimulatedTime& time_;
+};
+
+/// Knows feeds by their text.
+class MemoryFeedReader final : public FeedReader {
+public:
+    std::map<std::string, Feed, std::less<>> feeds;
+
+    [[nodiscard]] std::optional<Feed> read(std::string_view text) const override {
+        const auto found = feeds.find(text);
+        if (found == feeds.end()) return std::nullopt;
+        return found->second;
+    }
+};
+
+/// Packages end in ".package"; the maker's signatures are known.
+class MemoryPackages final : public UpdatePackages {
+public:
+    std::string system = "2.36";
+    /// What the maker has signed, with the signature.
+    std::set<std::pair<std::string, std::string>> genuine;
+    Installation installation{Installation::Outcome::replaced, ""};
+    bool canRestart = true;
+    int restartCount = 0;
+    /// What was installed, with its name.
+    mutable std::vector<std::pair<std::string, std::string>> installed;
+    /// What was done with files: "verify" and "install".
+    mutable std::vector<std::string> actions;
+
+    [[nodiscard]] std::string systemVersion() const override { return system; }
+    [[nodiscard]] bool suits(std::string_view fileName) const override { return fileName.ends_with(".package"); }
+    [[nodiscard]] bool isSigned(const DownloadedFile& file, std::string_view edSignature) const override {
+        actions.emplace_back("verify");
+        return genuine.contains({textOf(file), std::string(edSignature)});
+    }
+    [[nodiscard]] Installation install(const DownloadedFile& file, std::string_view fileName) const override {
+        actions.emplace_back("install");
+        installed.emplace_back(textOf(file), fileName);
+        return installation;
+    }
+    [[nodiscard]] bool restartAtEnd() override {
+        ++restartCount;
+        return canRestart;
+    }
+
+private:
+    static const std::string& textOf(const DownloadedFile& file) { return dynamic_cast<const MemoryFile&>(file).text; }
+};
+
+/// All that an update framework is made from, in memory.
+struct MemoryUpdateServices {
+    explicit MemoryUpdateServices(SimulatedTime& time) : wallClock(time), downloads(time) {}
+
+    MemoryWallClock wallClock;
+    MemoryDownloads downloads;
+    MemoryFeedReader reader;
+    MemoryPackages packages;
+
+    [[nodiscard]] UpdateServices services() { return {wallClock, downloads, reader, packages}; }
+};
+
+}  // namespace ovin

@@ -1,0 +1,137 @@
+"""A web server on this machine that serves the files of a folder, and misbehaves under paths that begin with an underscore.
+
+    FeedServer.py FOLDER
+
+Prints two ports: of plain HTTP and of HTTPS for "localhost", with a certificate of its own, FOLDER/certificate.pem. Ends when
+its standard input does.
+"""
+
+import functools
+import http.server
+import os
+import ssl
+import subprocess
+import sys
+import threading
+import time
+
+
+class Handler(http.server.SimpleHTTPRequestHandler):
+    plain_port = 0
+    tls_port = 0
+
+    def log_message(self, *arguments):
+        pass
+
+    def do_GET(self):
+        misbehaviour = getattr(self, self.path[1:].split("/")[0].replace("-", "_"), None) if self.path[:2] == "/_" else None
+        try:
+            if misbehaviour:
+                misbehaviour()
+            else:
+                super().do_GET()
+        except (BrokenPipeError, ConnectionResetError):
+            pass
+
+    def begin(self, status=200, **headers):
+        self.send_response(status)
+        for name, value in headers.items():
+            self.send_header(name.replace("_", "-"), str(value))
+        self.end_headers()
+
+    def redirect(self, url):
+        self.begin(302, Location=url, Content_Length=0)
+
+    def _redirect_to_plain(self):
+        self.redirect(f"http://localhost:{self.plain_port}/file")
+
+    def _redirect_to_remote(self):
+        self.redirect("http://ovin.example/file")
+
+    def _redirect_well(self):
+        self.redirect("/file")
+
+    def _redirect_to_file(self):
+        self.redirect("file:///etc/passwd")
+
+    def _redirect_for_ever(self):
+        self.redirect("/_redirect-for-ever")
+
+    def _error(self):
+        self.begin(500, Content_Length=10)
+        self.wfile.write(b"0123456789")
+
+    def _nothing_new(self):
+        self.begin(204)
+
+    def _endless(self):
+        """Without a length; counts what was taken."""
+        self.begin()
+        sent = 0
+        try:
+            for _ in range(100):
+                self.wfile.write(b"x" * 1024 * 1024)
+                sent += 1
+        finally:
+            with open(os.path.join(self.directory, "sent"), "w", encoding="ascii") as file:
+                file.write(str(sent))
+
+    def _announced_too_long(self):
+        self.begin(Content_Length=100 * 1024 * 1024)
+        time.sleep(60)
+
+    def _cut_off(self):
+        self.begin(Content_Length=1000)
+        self.wfile.write(b"x" * 500)
+
+    def _cut_off_without_length(self):
+        self.begin()
+        self.wfile.write(b"x" * 500)
+
+    def _no_answer(self):
+        self.close_connection = True
+
+    def _compressed(self):
+        """Whether or not anybody asked for that."""
+        self.begin(Content_Encoding="gzip", Content_Length=4)
+        self.wfile.write(b"\x1f\x8b\x08\x00")
+
+    def _slow(self):
+        self.begin(Content_Length=1000)
+        for _ in range(600):
+            self.wfile.write(b"x")
+            self.wfile.flush()
+            time.sleep(0.1)
+
+    def _asked_for(self):
+        """What the request says of itself."""
+        text = "".join(f"{name}: {value}\n" for name, value in self.headers.items()).encode()
+        self.begin(Content_Length=len(text), Set_Cookie="a=b")
+        self.wfile.write(text)
+
+
+def serve(folder):
+    handler = functools.partial(Handler, directory=folder)
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
+    server.daemon_threads = True
+    return server
+
+
+def main(folder):
+    certificate, key = os.path.join(folder, "certificate.pem"), os.path.join(folder, "key.pem")
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-days", "2",
+                    "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost", "-keyout", key, "-out", certificate],
+                   check=True, capture_output=True)
+    plain, tls = serve(folder), serve(folder)
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(certificate, key)
+    tls.socket = context.wrap_socket(tls.socket, server_side=True)
+    Handler.plain_port, Handler.tls_port = plain.server_port, tls.server_port
+    for server in plain, tls:
+        threading.Thread(target=server.serve_forever, daemon=True).start()
+    print(plain.server_port, tls.server_port, flush=True)
+    sys.stdin.read()
+
+
+if __name__ == "__main__":
+    main(sys.argv[1])

@@ -1,0 +1,155 @@
+#include "updates/CheckSchedule.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "platform/memory/MemoryUpdates.h"
+#include "platform/memory/MemoryUserDefaults.h"
+
+namespace ovin {
+namespace {
+
+using namespace std::chrono_literals;
+
+class CheckScheduleTest : public testing::Test {
+protected:
+    SimulatedTime time;
+    MemoryWallClock clock{time};
+    MemoryUserDefaults defaults;
+    std::optional<CheckSchedule> schedule{std::in_place, defaults, clock};
+
+    void restart() { schedule.emplace(defaults, clock); }
+    void check() {
+        EXPECT_EQ(schedule->untilNext(), 0s);
+        EXPECT_TRUE(schedule->begin());
+        schedule->reachedSomebody();
+    }
+    void setClock(std::chrono::seconds by) { clock.start += by; }
+};
+
+TEST_F(CheckScheduleTest, TheFirstCheckIsDueAtOnce) { EXPECT_EQ(schedule->untilNext(), 0s); }
+
+TEST_F(CheckScheduleTest, TheNextIsDueADayAfterTheLast) {
+    check();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+    time.advance(23h);
+    EXPECT_EQ(schedule->untilNext(), 1h);
+    time.advance(1h);
+    check();
+}
+
+TEST_F(CheckScheduleTest, ARestartChangesNothing) {
+    check();
+    time.advance(10h);
+    restart();
+    EXPECT_EQ(schedule->untilNext(), 14h);
+    time.advance(14h);
+    restart();
+    check();
+    restart();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+}
+
+TEST_F(CheckScheduleTest, SleepCounts) {
+    check();
+    clock.sleep(24h);
+    EXPECT_EQ(schedule->untilNext(), 0s);
+}
+
+TEST_F(CheckScheduleTest, AClockThatIsSetDoesNotCountWithinOneRun) {
+    check();
+    setClock(1000 * 24h);
+    EXPECT_EQ(schedule->untilNext(), 24h);
+    setClock(-2000 * 24h);
+    EXPECT_EQ(schedule->untilNext(), 24h);
+    time.advance(24h);
+    check();
+}
+
+TEST_F(CheckScheduleTest, AClockSetBackDoesNotStopChecksForLongerThanADay) {
+    check();
+    setClock(-10000 * 24h);
+    restart();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+    time.advance(12h);
+    restart();
+    EXPECT_EQ(schedule->untilNext(), 12h);
+    time.advance(12h);
+    check();
+}
+
+TEST_F(CheckScheduleTest, AClockFarAheadMakesOneCheckAndCorrectedDoesNotStopThem) {
+    check();
+    setClock(10000 * 24h);
+    restart();
+    check();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+    setClock(-10000 * 24h);
+    restart();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+    time.advance(24h);
+    check();
+}
+
+TEST_F(CheckScheduleTest, NonsenseInTheSettingsIsNoCheck) {
+    for (const UserDefaults::Value& value :
+         {UserDefaults::Value(true), UserDefaults::Value(1e300), UserDefaults::Value(std::string("yesterday")),
+          UserDefaults::Value(std::int64_t{-5}), UserDefaults::Value(std::numeric_limits<std::int64_t>::min())}) {
+        defaults.values["OvinLastUpdateCheck"] = value;
+        restart();
+        EXPECT_EQ(schedule->untilNext(), 0s);
+    }
+    defaults.values["OvinLastUpdateCheck"] = std::numeric_limits<std::int64_t>::max();
+    restart();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+}
+
+TEST_F(CheckScheduleTest, ACheckWhoseDateCannotBeStoredIsRefusedForADay) {
+    defaults.refusesChanges = true;
+    EXPECT_FALSE(schedule->begin());
+    EXPECT_EQ(schedule->untilNext(), 24h);
+}
+
+TEST_F(CheckScheduleTest, WithoutANetworkAttemptsBecomeRarer) {
+    std::chrono::seconds last = 0s;
+    for (const std::chrono::seconds wait : {900s, 1800s, 3600s, 7200s, 14400s, 28800s, 57600s, 86400s, 86400s}) {
+        EXPECT_EQ(schedule->untilNext(), 0s);
+        EXPECT_TRUE(schedule->begin());
+        schedule->reachedNobody();
+        EXPECT_EQ(schedule->untilNext(), wait);
+        time.advance(wait);
+        last = wait;
+    }
+    EXPECT_EQ(last, 24h);
+    check();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+    time.advance(24h);
+    EXPECT_TRUE(schedule->begin());
+    schedule->reachedNobody();
+    EXPECT_EQ(schedule->untilNext(), 900s) << "one that succeeds starts the count anew";
+}
+
+TEST_F(CheckScheduleTest, AnAttemptThatReachedNobodyIsNoCheck) {
+    EXPECT_TRUE(schedule->begin());
+    schedule->reachedNobody();
+    EXPECT_TRUE(defaults.values.empty());
+    restart();
+    check();
+    const auto before = defaults.values;
+    time.advance(24h);
+    EXPECT_TRUE(schedule->begin());
+    schedule->reachedNobody();
+    EXPECT_EQ(defaults.values, before);
+}
+
+TEST_F(CheckScheduleTest, ACrashInTheMiddleOfACheckCountsAsOne) {
+    EXPECT_TRUE(schedule->begin());
+    restart();
+    EXPECT_EQ(schedule->untilNext(), 24h);
+}
+
+}  // namespace
+}  // namespace ovin

@@ -1,0 +1,58 @@
+#include "updates/NotesText.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace ovin {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string> html(const std::string& text) { return notesParagraphs(text, false); }
+
+TEST(NotesText, BlocksBecomeParagraphs) {
+    EXPECT_THAT(html("<h2>Ovin 2</h2>\n<p>It is <b>faster</b>\n  now.</p>Also<br>nicer<br/>"),
+                ElementsAre("Ovin 2", "It is faster now.", "Also", "nicer"));
+}
+
+TEST(NotesText, ListItemsHaveBullets) {
+    EXPECT_THAT(html("<ul>\n <li>One</li>\n <li><p>Two</p></li><li></li></ul>"), ElementsAre("• One", "• Two"));
+}
+
+TEST(NotesText, CharactersMayBeNamed) {
+    EXPECT_THAT(html("a &lt;b&gt; &amp; &#228;&#x20AC;&#128512; &hellip;"), ElementsAre("a <b> & ä€😀 …"));
+    EXPECT_THAT(html("AT&T &unknown; &; &#0; &#xD800; &#x110000; &#999999999999;"),
+                ElementsAre("AT&T &unknown; &; &#0; &#xD800; &#x110000; &#999999999999;"));
+}
+
+TEST(NotesText, WhatNobodyIsMeantToReadIsLeftOut) {
+    EXPECT_THAT(html("<style>p { x }</style>a<!-- <p>b</p> --><SCRIPT src='x'>alert('c')</script >d"), ElementsAre("ad"));
+}
+
+TEST(NotesText, HalfATagIsNoText) {
+    EXPECT_THAT(html("a<b"), ElementsAre("a"));
+    EXPECT_THAT(html("a<!-- b"), ElementsAre("a"));
+    EXPECT_THAT(html("<style>a"), IsEmpty());
+    EXPECT_THAT(html("<style>a</style"), IsEmpty());
+    EXPECT_THAT(html("<"), IsEmpty());
+    EXPECT_THAT(html(""), IsEmpty());
+}
+
+TEST(NotesText, PlainNotesKeepTheirLinesAndMeanNothingByBrackets) {
+    EXPECT_THAT(notesParagraphs("- a <b>\r\n\r\n  - c &amp;\n", true), ElementsAre("- a <b>", "  - c &amp;"));
+}
+
+TEST(NotesText, HugeNotesAreCutOff) {
+    for (const bool arePlain : {false, true}) {
+        std::string text;
+        for (int i = 0; i < 100000; ++i) text += arePlain ? "word\n" : "<p>word</p>";
+        std::size_t size = 0;
+        for (const std::string& paragraph : notesParagraphs(text, arePlain)) size += paragraph.size();
+        EXPECT_LE(size, longestNotes);
+        EXPECT_GT(size, longestNotes - 100);
+    }
+}
+
+}  // namespace
+}  // namespace ovin

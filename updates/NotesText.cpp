@@ -1,0 +1,202 @@
+#include "updates/NotesText.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+namespace ovin {
+namespace {
+
+constexpr std::string_view white = " \t\r\n";
+
+bool isWhite(char character) { return white.find(character) != std::string_view::npos; }
+
+std::string lowered(std::string_view text) {
+    std::string result(text);
+    for (char& character : result) {
+        if (character >= 'A' && character <= 'Z') character = static_cast<char>(character + ('a' - 'A'));
+    }
+    return result;
+}
+
+void appendCodePoint(std::string& text, std::uint32_t point) {
+    const auto byte = [&text](std::uint32_t bits) { text += static_cast<char>(static_cast<unsigned char>(bits)); };
+    const auto rest = [&](unsigned int shift) { byte(0x80 | ((point >> shift) & 0x3F)); };
+    if (point < 0x80) return byte(point);
+    if (point < 0x800) {
+        byte(0xC0 | (point >> 6));
+    } else if (point < 0x10000) {
+        byte(0xE0 | (point >> 12));
+        rest(6);
+    } else {
+        byte(0xF0 | (point >> 18));
+        rest(12);
+        rest(6);
+    }
+    rest(0);
+}
+
+/// What stands between "&" and ";".
+std::optional<std::string> characterNamed(std::string_view name) {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 13> names{{{"amp", "&"},
+                                                                                   {"lt", "<"},
+                                                                                   {"gt", ">"},
+                                                                                   {"quot", "\""},
+                                                                                   {"apos", "'"},
+                                                                                   {"nbsp", " "},
+                                                                                   {"ndash", "–"},
+                                                                                   {"mdash", "—"},
+                                                                                   {"hellip", "…"},
+                                                                                   {"lsquo", "‘"},
+                                                                                   {"rsquo", "’"},
+                                                                                   {"ldquo", "“"},
+                                                                                   {"rdquo", "”"}}};
+    for (const auto& [known, character] : names) {
+        if (known == name) return std::string(character);
+    }
+    if (!name.starts_with('#')) return std::nullopt;
+    name.remove_prefix(1);
+    const bool isHexadecimal = name.starts_with('x') || name.starts_with('X');
+    if (isHexadecimal) name.remove_prefix(1);
+    std::uint32_t point = 0;
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), point, isHexadecimal ? 16 : 10);
+    const bool isSurrogate = point >= 0xD800 && point <= 0xDFFF;
+    if (error != std::errc() || end != name.data() + name.size() || point < ' ' || point > 0x10FFFF || isSurrogate) {
+        return std::nullopt;
+    }
+    std::string text;
+    appendCodePoint(text, point);
+    return text;
+}
+
+/// Collects paragraphs, and stops when there is enough.
+class Paragraphs {
+public:
+    [[nodiscard]] bool isFull() const { return size_ >= longestNotes; }
+
+    void append(std::string_view text) {
+        // A character is not cut in two.
+        if (size_ + text.size() > longestNotes) {
+            size_ = longestNotes;
+            return;
+        }
+        current_ += text;
+        size_ += text.size();
+    }
+
+    /// However much white space there is, it is one blank.
+    void appendWhite() {
+        if (!current_.empty() && current_.back() != ' ') append(" ");
+    }
+
+    /// A bullet waits for its text.
+    void end() {
+        while (current_.ends_with(' ')) current_.pop_back();
+        if (current_ == bullet) return append(" ");
+        if (!current_.empty()) all_.push_back(std::move(current_));
+        current_.clear();
+    }
+
+    void beginListItem() {
+        end();
+        current_.clear();
+        append(bullet);
+        append(" ");
+    }
+
+    [[nodiscard]] std::vector<std::string> take() {
+        end();
+        current_.clear();
+        return std::move(all_);
+    }
+
+private:
+    static constexpr std::string_view bullet = "•";
+
+    std::vector<std::string> all_;
+    std::string current_;
+    std::size_t size_ = 0;
+};
+
+class Html {
+public:
+    explicit Html(std::string_view text) : rest_(text) {}
+
+    std::vector<std::string> paragraphs() {
+        while (!rest_.empty() && !found_.isFull()) step();
+        return found_.take();
+    }
+
+private:
+    void step() {
+        const char character = rest_.front();
+        if (character == '<') return skipTag();
+        if (character == '&') return readCharacter();
+        if (isWhite(character)) {
+            found_.appendWhite();
+            return rest_.remove_prefix(1);
+        }
+        const std::size_t length = std::min(rest_.find_first_of("<& \t\r\n"), rest_.size());
+        found_.append(rest_.substr(0, length));
+        rest_.remove_prefix(length);
+    }
+
+    void readCharacter() {
+        constexpr std::size_t longestName = 10;
+        const std::size_t end = rest_.substr(0, longestName).find(';');
+        const auto character = end == std::string_view::npos ? std::nullopt : characterNamed(rest_.substr(1, end - 1));
+        found_.append(character.value_or("&"));
+        rest_.remove_prefix(character ? end + 1 : 1);
+    }
+
+    void skipTag() {
+        if (rest_.starts_with("<!--")) return skipPast("-->");
+        const std::size_t end = std::min(rest_.find('>'), rest_.size());
+        const std::string_view inside = rest_.substr(1, end - 1);
+        const bool isEnd = inside.starts_with('/');
+        const std::string_view tail = inside.substr(isEnd ? 1 : 0);
+        const std::string name = lowered(tail.substr(0, std::min(tail.find_first_of(" \t\r\n/"), tail.size())));
+        rest_.remove_prefix(std::min(end + 1, rest_.size()));
+        if (!isEnd && (name == "style" || name == "script" || name == "title")) return skipPast("</" + name);
+        if (!isEnd && name == "li") return found_.beginListItem();
+        constexpr std::array<std::string_view, 18> blocks{"p",  "br", "div", "ul", "ol", "li",    "h1",  "h2",   "h3",
+                                                          "h4", "h5", "h6",  "hr", "tr", "table", "pre", "body", "head"};
+        if (std::find(blocks.begin(), blocks.end(), name) != blocks.end()) found_.end();
+    }
+
+    void skipPast(std::string_view mark) {
+        const std::size_t found = rest_.find(mark);
+        rest_.remove_prefix(found == std::string_view::npos ? rest_.size() : found + mark.size());
+        if (!mark.starts_with("</")) return;
+        // Of an end tag, the bracket is left.
+        const std::size_t bracket = rest_.find('>');
+        rest_.remove_prefix(bracket == std::string_view::npos ? rest_.size() : bracket + 1);
+    }
+
+    std::string_view rest_;
+    Paragraphs found_;
+};
+
+std::vector<std::string> linesOf(std::string_view text) {
+    Paragraphs found;
+    while (!text.empty() && !found.isFull()) {
+        const std::size_t length = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, length);
+        while (!line.empty() && isWhite(line.back())) line.remove_suffix(1);
+        found.append(line);
+        found.end();
+        text.remove_prefix(std::min(length + 1, text.size()));
+    }
+    return found.take();
+}
+
+}  // namespace
+
+std::vector<std::string> notesParagraphs(std::string_view notes, bool arePlain) {
+    return arePlain ? linesOf(notes) : Html(notes).paragraphs();
+}
+
+}  // namespace ovin

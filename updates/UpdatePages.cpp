@@ -1,0 +1,161 @@
+#include "updates/UpdatePages.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "updates/NotesText.h"
+#include "updates/UpdateChoice.h"
+
+namespace ovin::UpdatePages {
+namespace {
+
+constexpr Insets insets{20, 20, 20, 20};
+constexpr double innerWidth = width - 40;
+constexpr double iconSide = 64;
+constexpr double gap = 14;
+constexpr double textWidth = innerWidth - iconSide - gap;
+constexpr double notesHeight = 220;
+constexpr double notesInset = 12;
+constexpr double barHeight = 8;
+constexpr double buttonWidth = 96;
+constexpr Font titleFont{15, Font::Weight::semibold};
+constexpr Font textFont{13, Font::Weight::regular};
+
+View paragraph(std::string text, const Font& font, double wrapWidth, SystemColor color = SystemColor::label) {
+    return {Label{{{std::move(text), font, Color{color}}}, wrapWidth, 2}};
+}
+
+View row(std::vector<View> views, Stack::Alignment alignment = Stack::Alignment::center) {
+    Stack stack;
+    stack.orientation = Stack::Orientation::horizontal;
+    stack.alignment = alignment;
+    stack.spacing = gap;
+    stack.width = innerWidth;
+    stack.views = std::move(views);
+    return {std::move(stack)};
+}
+
+View column(std::vector<View> views, double spacing, Insets around = {}) {
+    Stack stack;
+    stack.spacing = spacing;
+    stack.insets = around;
+    stack.views = std::move(views);
+    return {std::move(stack)};
+}
+
+View page(std::vector<View> views) { return column(std::move(views), gap, insets); }
+
+/// The icon, and beside it a title above something else.
+View header(std::string title, View below, const Resources& resources) {
+    return row({{ImageView{resources.applicationIcon(), {iconSide, iconSide}, 0, {}}},
+                column({paragraph(std::move(title), titleFont, textWidth), std::move(below)}, 6),
+                {FlexibleSpace{}}},
+               Stack::Alignment::top);
+}
+
+View button(std::string title, Tag tag, KeyEquivalent key = KeyEquivalent::none, bool isProminent = false) {
+    return {PushButton{std::move(title), {}, key, isProminent, {}, tag}};
+}
+
+View cancelButton() { return {PushButton{"Cancel", {}, KeyEquivalent::escape, false, buttonWidth, cancel}}; }
+
+View notesView(const FeedItem& item) {
+    std::vector<View> paragraphs;
+    for (std::string& text : notesParagraphs(item.notes, item.areNotesPlain)) {
+        paragraphs.push_back(paragraph(std::move(text), textFont, innerWidth - 2 * notesInset));
+    }
+    const Insets around{notesInset, notesInset, notesInset, notesInset};
+    auto content = std::make_shared<const View>(column(std::move(paragraphs), 6, around));
+    return {ScrollView{{innerWidth, notesHeight}, std::move(content), Stack::Orientation::vertical}};
+}
+
+bool isWebPage(const std::string& url) { return url.starts_with("https://"); }
+
+/// A bar of which a part is filled.
+View bar(double part) {
+    Stack filled;
+    filled.orientation = Stack::Orientation::horizontal;
+    filled.width = std::max(barHeight, part * textWidth);
+    filled.box = Box{Color{SystemColor::controlAccent}, Color{SystemColor::controlAccent}, 0, barHeight / 2};
+    filled.views = {{Spacer{barHeight}}};
+    Stack whole;
+    whole.orientation = Stack::Orientation::horizontal;
+    whole.width = textWidth;
+    whole.box = Box{Color{SystemColor::separator}, Color{SystemColor::separator}, 0, barHeight / 2};
+    whole.views = {{std::move(filled)}, {FlexibleSpace{}}};
+    return {std::move(whole)};
+}
+
+/// In megabytes with one digit after the point.
+std::string megabytes(std::uint64_t bytes) {
+    const std::uint64_t tenths = bytes / 100000;
+    return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
+}
+
+}  // namespace
+
+View offer(const Offer& offer, const Resources& resources) {
+    const std::string version = shownVersion(offer.item);
+    std::vector<View> views{header("A new version of Ovin is available",
+                                   paragraph("Ovin " + version + " is available; you have " + offer.installed +
+                                                 ". Would you like to download and install it?",
+                                             textFont, textWidth),
+                                   resources),
+                            notesView(offer.item)};
+    if (isWebPage(offer.item.notesLink)) {
+        views.push_back({TextButton{
+            {{"All release notes ↗", textFont, Color{SystemColor::label}, true}}, offer.item.notesLink, true, Tag::notes}});
+    }
+    std::vector<View> buttons;
+    if (offer.canBeSkipped) buttons.push_back(button("Skip This Version", skip));
+    buttons.push_back({FlexibleSpace{}});
+    buttons.push_back(button("Later", later, KeyEquivalent::escape));
+    buttons.push_back(button("Install", install, KeyEquivalent::returnKey, true));
+    views.push_back(row(std::move(buttons)));
+    return page(std::move(views));
+}
+
+View looking(const Resources& resources) {
+    return page({header("Looking for updates…", {Spacer{barHeight}}, resources), row({{FlexibleSpace{}}, cancelButton()})});
+}
+
+View downloading(const std::string& version, std::uint64_t received, std::uint64_t length, const Resources& resources) {
+    const double part = length == 0 ? 0 : static_cast<double>(received) / static_cast<double>(length);
+    View amounts = column({bar(static_cast<double>(static_cast<int>(part * 100)) / 100),
+                           paragraph(megabytes(received) + " of " + megabytes(length) + " MB", textFont, textWidth,
+                                     SystemColor::secondaryLabel)},
+                          6);
+    return page({header("Downloading Ovin " + version + "…", std::move(amounts), resources),
+                 row({{FlexibleSpace{}}, cancelButton()})});
+}
+
+View installing(const std::string& version, const Resources& resources) {
+    return page({header("Installing Ovin " + version + "…",
+                        paragraph("The download is checked before it is installed.", textFont, textWidth), resources)});
+}
+
+View installed(const std::string& version, const Resources& resources) {
+    return page({header("Ovin " + version + " is installed",
+                        paragraph("It runs when Ovin is started again.", textFont, textWidth), resources),
+                 row({{FlexibleSpace{}},
+                      button("Later", later, KeyEquivalent::escape),
+                      button("Restart Ovin", restart, KeyEquivalent::returnKey, true)})});
+}
+
+View reminder(const std::string& version, const Resources& resources) {
+    Stack line;
+    line.orientation = Stack::Orientation::horizontal;
+    line.alignment = Stack::Alignment::center;
+    line.spacing = gap;
+    line.insets = {12, 14, 12, 14};
+    line.views = {{ImageView{resources.applicationIcon(), {iconSide / 2, iconSide / 2}, 0, {}}},
+                  {Label{{{"Ovin " + version + " is available", titleFont, Color{SystemColor::label}}}, {}}},
+                  button("Later", later),
+                  button("Show…", show)};
+    return {std::move(line)};
+}
+
+}  // namespace ovin::UpdatePages

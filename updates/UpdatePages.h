@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/Resources.h"
+#include "platform/UpdateFeed.h"
+#include "platform/Views.h"
+
+/// What the windows about updates show.
+namespace ovin::UpdatePages {
+
+enum Tag { install, later, skip, notes, cancel, restart, show };
+
+inline constexpr double width = 500;
+
+/// What is new, and the question.
+struct Offer {
+    FeedItem item;
+    std::string installed;
+    bool canBeSkipped = true;
+};
+[[nodiscard]] View offer(const Offer& offer, const Resources& resources);
+
+/// Something lasts, and can be cancelled.
+[[nodiscard]] View looking(const Resources& resources);
+/// Of a download. Equal for amounts that look the same.
+[[nodiscard]] View downloading(const std::string& version, std::uint64_t received, std::uint64_t length,
+                               const Resources& resources);
+/// What cannot be cancelled any more.
+[[nodiscard]] View installing(const std::string& version, const Resources& resources);
+[[nodiscard]] View installed(const std::string& version, const Resources& resources);
+
+/// The small panel that tells of an update that nobody asked for.
+[[nodiscard]] View reminder(const std::string& version, const Resources& resources);
+
+}  // namespace ovin::UpdatePages

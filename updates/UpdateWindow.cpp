@@ -1,0 +1,45 @@
+#include "updates/UpdateWindow.h"
+
+#include <optional>
+
+#include "updates/UpdatePages.h"
+
+namespace ovin {
+namespace {
+
+constexpr double cornerGap = 16;
+
+}  // namespace
+
+void UpdateWindow::show(const View& page) {
+    if (window_ && shown_ == page) return;
+    reminder_.reset();
+    const Size size{UpdatePages::width, platform_.windows.fittingSize(page).height};
+    shown_ = page;
+    if (window_) return window_->replace(page, size);
+    window_ = platform_.windows.makeInformationWindow("Software Update", page, size, [this](int tag) { clicked_(tag); });
+    window_->show();
+}
+
+void UpdateWindow::bringForward() {
+    if (window_) window_->show();
+}
+
+void UpdateWindow::remind(const View& page) {
+    const Size size = platform_.windows.fittingSize(page);
+    std::optional<Point> origin;
+    if (const auto screen = platform_.screens.main()) {
+        const Rect& room = screen->visibleFrame;
+        origin = Point{room.origin.x + room.size.width - size.width - cornerGap, room.origin.y + cornerGap};
+    }
+    reminder_ = platform_.windows.makeFloatingPanel(
+        "Software Update", [this](int tag) { clicked_(tag); }, [this] { clicked_(UpdatePages::later); });
+    reminder_->show(page, size, origin);
+}
+
+void UpdateWindow::close() {
+    window_.reset();
+    reminder_.reset();
+}
+
+}  // namespace ovin
