@@ -179,7 +179,7 @@ class WhatIsOwed(OrganizeTestCase):
         self.organizing()
         show("DUMMY0", "--mode", "1680x1050")
         time.sleep(0.3)
-        self.clickDone()
+        self.pressDone()
         self.assertPutBack()
 
     def testTheUsualModeThatWasChosenByHandStays(self):
@@ -187,7 +187,7 @@ class WhatIsOwed(OrganizeTestCase):
         show("DUMMY0", "--mode", USUAL)
         time.sleep(0.3)
         self.assertTrue(isOnRecord())
-        self.clickDone()
+        self.pressDone()
         self.assertPutBack()
 
     def testAModeThatWasChosenByHandAfterAKillIsReplacedOnce(self):

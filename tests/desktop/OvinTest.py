@@ -6,6 +6,7 @@ Started with the paths of ovin-items, status-item and ovin.
 
 import os
 import re
+import shutil
 import signal
 import subprocess
 import sys
@@ -139,6 +140,7 @@ class ApplicationTestCase(unittest.TestCase):
 
     def forgetSettings(self, *lines):
         """Leaves Ovin with these settings alone."""
+        shutil.rmtree(SETTINGS, ignore_errors=True)  # where a test has put a folder in its place
         os.makedirs(os.path.dirname(SETTINGS), exist_ok=True)
         with open(SETTINGS, "w", encoding="utf-8") as file:
             file.writelines(line + "\n" for line in lines)

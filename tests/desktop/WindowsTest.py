@@ -320,6 +320,7 @@ class FloatingPanels(WindowsTestCase):
             self.assertTrue(self.samples.hears("replaced card"))
             self.assertBecomes(lambda: windowNamed("Sample card") and frameExtents(windowNamed("Sample card")))
             card = windowNamed("Sample card")
+            self.assertBecomes(lambda: frameGeometry(card)[:2] == [60, 80])
             time.sleep(0.3)  # for what the toolkit and the window manager have still to tell each other
             self.assertEqual(frameGeometry(card)[:2], [60, 80])
             self.samples.say("drop card")
