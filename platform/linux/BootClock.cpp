@@ -1,6 +1,6 @@
 #include "platform/linux/BootClock.h"
 
-#include <time.h>
+#include <ctime>
 
 namespace ovin {
 namespace {

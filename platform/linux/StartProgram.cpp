@@ -1,12 +1,12 @@
 #include "platform/linux/StartProgram.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <string_view>
 
 #include "platform/linux/Environment.h"
