@@ -74,13 +74,13 @@ int run(TerminationSignal& signals) {
 
 int main(int argumentCount, char** arguments) {
     ovin::TerminationSignal signals;
-    const QApplication application(argumentCount, arguments);
+    const auto application = ovin::makeApplication(argumentCount, arguments);
     QCoreApplication::setApplicationName("Ovin");
     QCoreApplication::setApplicationVersion(OVIN_VERSION);
+    if (const auto status = ovin::readCommandLine()) return *status;
     QGuiApplication::setDesktopFileName("org.ovin.Ovin");
     // It lives in the menu bar: closing a window is not quitting.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QPixmapCache::setCacheLimit(ovin::pictureCache);
-    if (const auto status = ovin::readCommandLine()) return *status;
     return ovin::run(signals);
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "discovery/ItemProvider.h"
+#include "platform/linux/CommandLine.h"
 #include "platform/linux/LinuxWorld.h"
 
 namespace {
@@ -151,10 +152,10 @@ std::optional<Options> parse(const QCoreApplication& application) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-    QApplication application(argumentCount, arguments);
+    const auto application = ovin::makeApplication(argumentCount, arguments);
     QCoreApplication::setApplicationName("ovin-items");
     QCoreApplication::setApplicationVersion(OVIN_VERSION);
-    const auto options = parse(application);
+    const auto options = parse(*application);
     if (!options) return wrongUsage;
     const auto world = ovin::LinuxWorld::open();
     if (!world) return complain(noSession, "there is no session bus");

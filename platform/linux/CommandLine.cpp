@@ -1,8 +1,11 @@
 #include "platform/linux/CommandLine.h"
 
+#include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 namespace ovin {
 namespace {
@@ -11,7 +14,18 @@ constexpr int wrongUsage = 2;
 
 void print(std::FILE* stream, const QString& text) { std::fputs(text.toLocal8Bit().constData(), stream); }
 
+bool asksAboutTheProgram(std::string_view argument) {
+    return argument == "-h" || argument == "--help" || argument == "-v" || argument == "--version";
+}
+
 }  // namespace
+
+std::unique_ptr<QCoreApplication> makeApplication(int& argumentCount, char** arguments) {
+    if (std::any_of(arguments, arguments + argumentCount, asksAboutTheProgram)) {
+        return std::make_unique<QCoreApplication>(argumentCount, arguments);
+    }
+    return std::make_unique<QApplication>(argumentCount, arguments);
+}
 
 std::optional<int> readCommandLine() {
     QCommandLineParser parser;
