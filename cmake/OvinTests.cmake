@@ -18,11 +18,11 @@ function(ovin_add_test name)
     ovin_count_as_built(${ARG_SOURCES})
 endfunction()
 
-# ovin_add_python_test(NAME SOURCE): one test in Python, for what is not C++: the tools and the build itself. It says the
-# same whatever the compiler does, so builds with sanitizers leave it out.
+# ovin_add_python_test(NAME SOURCE [ARGUMENT ...]): one test in Python, for what is not C++: the tools and the build itself.
+# It says the same whatever the compiler does, so builds with sanitizers leave it out.
 function(ovin_add_python_test name source)
     if(NOT OVIN_SANITIZE)
-        add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${source})
+        add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${source} ${ARGN})
         set_tests_properties(${name} PROPERTIES TIMEOUT 300)
     endif()
     ovin_count_as_built(${source})
