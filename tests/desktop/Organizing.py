@@ -10,7 +10,7 @@ import subprocess
 import time
 
 from OvinTest import (OVIN, ApplicationTestCase, Atspi, Item, accessible, becomes, buttonsOf, children,  # noqa: F401
-                             click, descendant, run, setAccessibility)
+                             click, descendant, entryNamed, run, setAccessibility)
 from gi.repository import GLib
 
 USUAL = "1440x900"
@@ -200,16 +200,16 @@ class OrganizeTestCase(ApplicationTestCase):
         def opens():
             if "Ovin" in drawn() or "Done organizing" in drawn():
                 click(*self.slot(), 3)
-            if becomes(lambda: self.own(entry), 2):
+            if becomes(lambda: entryNamed(entry), 2):
                 return True
             # The bar may have given its place to others: it can still be reached as assistive programs do.
             item = accessible("MenuBarAgent", "Ovin") or accessible("MenuBarAgent", "Done organizing")
             if item is not None:
                 item.do_action(1)
-            return becomes(lambda: self.own(entry), 3)
+            return becomes(lambda: entryNamed(entry), 3)
 
         self.assertTrue(becomes(opens), f"there is no entry {entry}; drawn are {drawn()}")
-        clickOn(self.own(entry))
+        clickOn(entryNamed(entry))
 
     def awaitCard(self):
         self.assertTrue(becomes(lambda: self.own(TITLE)), "no card comes")

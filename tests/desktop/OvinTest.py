@@ -120,6 +120,24 @@ def buttonsOf(application):
         return []
 
 
+def entryNamed(name):
+    """An entry of Ovin's open menu; windows may have the same name."""
+    def below(element):
+        for child in children(element):
+            if child.get_name() == name and child.get_role() in (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM):
+                return child
+            found = below(child)
+            if found is not None:
+                return found
+        return None
+
+    try:
+        ovin = accessible("Ovin")
+        return below(ovin) if ovin is not None else None
+    except GLib.Error:
+        return None  # it went while it was looked at
+
+
 class ApplicationTestCase(unittest.TestCase):
     def setUp(self):
         setAccessibility(True)

@@ -10,7 +10,7 @@ import subprocess
 import time
 
 from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, GLib, GUIDE_WAS_SHOWN, accessible, becomes, buttonsOf, children, click,
-                      geometry, main, press, run, windowsOf)
+                      entryNamed, geometry, main, press, run, windowsOf)
 
 COUNT = 40
 AUTOSTART = os.path.join(os.environ["XDG_CONFIG_HOME"], "autostart", "org.ovin.Ovin.desktop")
@@ -18,24 +18,6 @@ AUTOSTART = os.path.join(os.environ["XDG_CONFIG_HOME"], "autostart", "org.ovin.O
 
 def isShown(name):
     return accessible("Ovin", name) is not None
-
-
-def entryNamed(name):
-    """An entry of Ovin's open menu; windows may have the same name."""
-    def below(element):
-        for child in children(element):
-            if child.get_name() == name and child.get_role() in (Atspi.Role.MENU_ITEM, Atspi.Role.CHECK_MENU_ITEM):
-                return child
-            found = below(child)
-            if found is not None:
-                return found
-        return None
-
-    try:
-        ovin = accessible("Ovin")
-        return below(ovin) if ovin is not None else None
-    except GLib.Error:
-        return None  # it went while it was looked at
 
 
 def key(name):

@@ -28,6 +28,13 @@ class TestCommand(unittest.TestCase):
         self.assertIn("unknown option: --bogus", result.stderr)
         self.assertEqual(result.stdout, "")
 
+    def test_an_option_without_its_number_is_refused_and_nothing_is_run(self):
+        for arguments in (["--soak"], ["--soak", "long"], ["--fuzz", "0"], ["--fuzz", "-1"]):
+            result = run("--quick", *arguments)
+            self.assertEqual(result.returncode, 2, arguments)
+            self.assertIn(arguments[0] + " needs a number", result.stderr)
+            self.assertEqual(result.stdout, "")
+
 
 if __name__ == "__main__":
     unittest.main()
