@@ -10,14 +10,14 @@
 namespace ovin {
 namespace {
 
-UserDefaults::Value valueOf(NSNumber* number) {
+UserDefaults::Value valueOfNumber(NSNumber* number) {
     if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID()) return number.boolValue == YES;
     if (CFNumberIsFloatType((__bridge CFNumberRef)number)) return number.doubleValue;
     return std::int64_t{number.longLongValue};
 }
 
-UserDefaults::Value valueOf(id object) {
-    if ([object isKindOfClass:[NSNumber class]]) return valueOf(static_cast<NSNumber*>(object));
+UserDefaults::Value valueOf(NSObject* object) {
+    if ([object isKindOfClass:[NSNumber class]]) return valueOfNumber(static_cast<NSNumber*>(object));
     if ([object isKindOfClass:[NSString class]]) return toString(static_cast<NSString*>(object));
     return std::string();
 }
