@@ -9,7 +9,8 @@ namespace ovin {
 /// The Sparkle framework with its standard windows. Feed, schedule and key are in the bundle's description; the delegate may
 /// replace the feed. Both of the framework's delegates live as long as the controller, since it holds them weakly.
 ///
-/// Needs a bundle that `canUpdate`: with any other the framework shows an alert of its own some seconds after the launch.
+/// Null in a build that does not update itself. Needs a bundle that `canUpdate`: with any other the framework shows an alert
+/// of its own some seconds after the launch.
 [[nodiscard]] std::unique_ptr<UpdateFramework> makeMacUpdates();
 
 }  // namespace ovin
