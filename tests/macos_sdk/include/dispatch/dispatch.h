@@ -13,11 +13,11 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 @protocol OS_dispatch_queue <OS_dispatch_object>
 @end
-@protocol OS_dispatch_queue_main <OS_dispatch_queue>
+@protocol OS_dispatch_queue_serial <OS_dispatch_queue>
+@end
+@protocol OS_dispatch_queue_main <OS_dispatch_queue_serial>
 @end
 @protocol OS_dispatch_queue_global <OS_dispatch_queue>
-@end
-@protocol OS_dispatch_queue_serial <OS_dispatch_queue>
 @end
 @protocol OS_dispatch_group <OS_dispatch_object>
 @end
@@ -43,7 +43,7 @@ enum : dispatch_time_t { DISPATCH_TIME_NOW = 0ULL };
 #define DISPATCH_QUEUE_SERIAL ((dispatch_queue_attr_t) nullptr)
 #define DISPATCH_APPLY_AUTO ((dispatch_queue_t _Nonnull) nullptr)
 
-typedef enum : unsigned int {
+typedef enum qos_class_t : unsigned int {
     QOS_CLASS_USER_INTERACTIVE = 0x21,
     QOS_CLASS_USER_INITIATED = 0x19,
     QOS_CLASS_DEFAULT = 0x15,
