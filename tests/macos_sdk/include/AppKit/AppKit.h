@@ -3,6 +3,7 @@
 #import <Foundation/Foundation.h>
 
 #import <AppKit/AppKitDefines.h>
+#import <AppKit/NSAccessibilityConstants.h>
 #import <AppKit/NSAccessibilityProtocols.h>
 #import <AppKit/NSAlert.h>
 #import <AppKit/NSAppearance.h>

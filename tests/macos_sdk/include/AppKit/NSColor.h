@@ -6,13 +6,17 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@class NSColorSpace;
+@class NSAppearance, NSColorSpace;
+
+typedef NSString* NSColorName;
 
 @interface NSColor : NSObject <NSCopying, NSSecureCoding>
 + (NSColor*)colorWithSRGBRed:(CGFloat)red
                        green:(CGFloat)green
                         blue:(CGFloat)blue
                        alpha:(CGFloat)alpha API_AVAILABLE(macos(10.7));
++ (NSColor*)colorWithName:(nullable NSColorName)colorName
+          dynamicProvider:(NSColor* (^)(NSAppearance* appearance))dynamicProvider API_AVAILABLE(macos(10.15));
 @property(class, strong, readonly) NSColor* blackColor;
 @property(class, strong, readonly) NSColor* whiteColor;
 @property(class, strong, readonly) NSColor* clearColor;

@@ -20,6 +20,7 @@ typedef NS_ENUM(NSInteger, NSScrollElasticity) {
 @property(nullable, strong) __kindof NSView* documentView;
 @property(strong) NSClipView* contentView;
 @property NSBorderType borderType;
+@property BOOL automaticallyAdjustsContentInsets API_AVAILABLE(macos(10.10));
 @property BOOL drawsBackground;
 @property BOOL hasVerticalScroller;
 @property BOOL hasHorizontalScroller;

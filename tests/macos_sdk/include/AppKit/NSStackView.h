@@ -14,6 +14,8 @@ typedef NS_ENUM(NSInteger, NSStackViewDistribution) {
     NSStackViewDistributionEqualCentering = 4
 };
 
+static const CGFloat NSStackViewSpacingUseDefault API_AVAILABLE(macos(10.9)) = __FLT_MAX__;
+
 API_AVAILABLE(macos(10.9))
 @interface NSStackView : NSView
 + (instancetype)stackViewWithViews:(NSArray<NSView*>*)views;
