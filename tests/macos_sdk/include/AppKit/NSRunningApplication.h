@@ -19,6 +19,7 @@ API_AVAILABLE(macos(10.6))
 + (nullable instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
 @property(class, readonly, strong) NSRunningApplication* currentApplication;
 @property(readonly, getter=isTerminated) BOOL terminated;
+@property(readonly, getter=isFinishedLaunching) BOOL finishedLaunching;
 @property(readonly, getter=isActive) BOOL active;
 @property(readonly) NSApplicationActivationPolicy activationPolicy;
 @property(nullable, readonly, copy) NSString* localizedName;

@@ -15,6 +15,7 @@ CF_EXPORT const CFBooleanRef kCFBooleanFalse;
 CF_EXPORT CFTypeID CFBooleanGetTypeID(void);
 CF_EXPORT Boolean CFBooleanGetValue(CFBooleanRef boolean);
 CF_EXPORT CFTypeID CFNumberGetTypeID(void);
+CF_EXPORT Boolean CFNumberIsFloatType(CFNumberRef number);
 
 CF_IMPLICIT_BRIDGING_DISABLED
 CF_ASSUME_NONNULL_END

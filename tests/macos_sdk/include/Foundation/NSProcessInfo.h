@@ -16,6 +16,7 @@ typedef struct {
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly, copy) NSDictionary<NSString*, NSString*>* environment;
 @property(readonly, copy) NSArray<NSString*>* arguments;
+@property(copy) NSString* processName;
 @property(readonly) int processIdentifier;
 @property(readonly) NSOperatingSystemVersion operatingSystemVersion API_AVAILABLE(macos(10.10));
 - (BOOL)isOperatingSystemAtLeastVersion:(NSOperatingSystemVersion)version API_AVAILABLE(macos(10.10));
