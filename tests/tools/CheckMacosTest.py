@@ -349,5 +349,46 @@ class Sources(unittest.TestCase):
             self.assertIn("no sources", output)
 
 
+STEEP = "namespace ovin {\nint steep();\n}\n"
+
+
+class Links(unittest.TestCase):
+    def check(self, files):
+        with tempfile.TemporaryDirectory() as root:
+            shutil.copytree(os.path.join(ROOT, SDK, "libc"), os.path.join(root, SDK, "libc"))
+            write(root, f"{SDK}/include/Tea/Tea.h", HEADER)
+            write(root, f"{SDK}/not_in_typings.txt", LACKING)
+            for name in FRAMEWORKS:
+                write(root, f"typings/{name}.d.ts", TYPINGS if name == "AppKit" else "")
+            for path, text in files.items():
+                write(root, path, text)
+            return run(["--typings", os.path.join(root, "typings"), root])
+
+    def test_what_others_define_is_there(self):
+        code, output = self.check({
+            "platform/macos/A.mm": "#import <Tea/Tea.h>\n#include \"platform/Steep.h\"\nnamespace ovin {\nint brew();\n"
+                                   "int brew() { return TeaCreate(1, \"\", true) ? steep() : 0; }\n}\n",
+            "platform/Steep.h": STEEP, "discovery/B.cpp": "namespace ovin {\nint steep() { return 1; }\n}\n"})
+        self.assertEqual(code, 0, output)
+
+    def test_what_nothing_defines_is_found(self):
+        code, output = self.check({"platform/Steep.h": STEEP, "platform/macos/A.mm":
+                                   "#include \"platform/Steep.h\"\nint brew();\nint brew() { return ovin::steep(); }\n"})
+        self.assertEqual(code, 1, output)
+        self.assertIn("platform/macos/A.mm: ovin::steep() is defined nowhere", output)
+
+    def test_what_is_defined_twice_is_found(self):
+        text = "namespace ovin {\nint steep();\nint steep() { return 1; }\n}\n"
+        code, output = self.check({"platform/macos/A.mm": text, "platform/macos/B.mm": text})
+        self.assertEqual(code, 1, output)
+        self.assertIn("platform/macos/B.mm: ovin::steep() is defined in platform/macos/A.mm too", output)
+
+    def test_a_function_of_the_c_library_here_that_macos_lacks_is_found(self):
+        code, output = self.check({"platform/macos/A.mm": "", "app/B.cpp": "#include <stdlib.h>\n"
+                                   "const char* tea() { return secure_getenv(\"TEA\"); }\n"})
+        self.assertEqual(code, 1, output)
+        self.assertIn("app/B.cpp: _secure_getenv is defined nowhere", output)
+
+
 if __name__ == "__main__":
     unittest.main()

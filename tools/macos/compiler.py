@@ -46,22 +46,26 @@ def standard_library():
     return folder
 
 
-def arguments(root, generated, processor="arm64", declarations_as_system=True):
+def arguments(root, generated, processor="arm64", language="objective-c++"):
     """What clang and libclang need to know, for one processor. All paths are absolute."""
     sdk = os.path.join(root, SDK)
-    declarations = ["-isystem" if declarations_as_system else "-I", os.path.join(sdk, "include")]
     return [
-        "-target", f"{processor}-apple-macosx{OLDEST_SYSTEM}", "-x", "objective-c++", "-std=c++20", "-fobjc-arc",
-        "-fblocks", "-stdlib=libc++", "-nostdinc++", "-nostdlibinc",
+        "-target", f"{processor}-apple-macosx{OLDEST_SYSTEM}", "-x", language, "-std=c++20",
+        *(["-fobjc-arc"] if language == "objective-c++" else []), "-fblocks", "-stdlib=libc++", "-nostdinc++", "-nostdlibinc",
         # The headers of the C library here use a name that the compiler defines for macOS, and hide what is not ISO C.
         "-U__nonnull", "-D_GNU_SOURCE",
-        "-I", root, "-I", generated, *declarations, "-isystem", os.path.join(sdk, "libc"),
+        "-I", root, "-I", generated, "-isystem", os.path.join(sdk, "include"), "-isystem", os.path.join(sdk, "libc"),
         "-isystem", standard_library(), "-isystem", "/usr/include/x86_64-linux-gnu", "-isystem", "/usr/include",
     ]
 
 
 def warnings():
     return ["-ferror-limit=0", "-Weverything", "-Werror", *(f"-Wno-{name}" for name in NO_WARNINGS)]
+
+
+def plain_warnings():
+    """For C++ that other compilers have judged already."""
+    return ["-Wall", "-Wextra", "-Werror"]
 
 
 def run(command):
