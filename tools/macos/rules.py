@@ -13,14 +13,14 @@ FORBIDDEN = [
     (r"\bdispatch_get_main_queue\b",
      "while one of its blocks runs, a nested event loop runs no other; work for the main thread goes through MacMainQueue"),
     (r"\bscheduledTimerWith\w*",
-     "a scheduled timer stands still while a menu is open; add it to the run loop in the common modes"),
+     "it stands still while a menu or an alert is open; say in which modes of the run loop a timer fires"),
     (r"\bNSSelectorFromString\b|\bNSClassFromString\b|\bobjc_msgSend\w*",
      "nothing can check a name that is made at run time"),
 ]
 
 # Where a reference to an element comes from: a function that makes one, or a member of an array, which has no type.
 ELEMENT = re.compile(r"\bAXUIElementCreate\w+\s*\(|(?:static_cast|reinterpret_cast)\s*<\s*AXUIElementRef\s*>|"
-                     r"\(\s*(?:__bridge\s+)?AXUIElementRef\s*\)")
+                     r"\(\s*__bridge\s+AXUIElementRef\s*\)")
 MADE = re.compile(r"makeElement\s*\(\s*Reference\s*<\s*AXUIElementRef\s*>\s*::\s*(?:adopt|retain)\s*\(\s*$")
 
 COPIED = re.compile(r"\b(?:AX|CF|CG)\w*Copy\w*\s*\([^;]*?&\s*(\w+)\s*\)")
