@@ -21,11 +21,13 @@ public:
     void run(const Alert& alert) override {
         NSString* message = toNSString(alert.message);
         NSString* informative = toNSString(alert.informative);
-        [NSTimer scheduledTimerWithTimeInterval:0
-                                        repeats:NO
-                                          block:^(NSTimer*) {
-                                            runModal(message, informative);
-                                          }];
+        NSTimer* timer = [NSTimer timerWithTimeInterval:0
+                                                repeats:NO
+                                                  block:^(NSTimer*) {
+                                                    runModal(message, informative);
+                                                  }];
+        // Not the common modes: it waits for the menu to close, and for the alert before it.
+        [NSRunLoop.mainRunLoop addTimer:timer forMode:NSDefaultRunLoopMode];
     }
 };
 

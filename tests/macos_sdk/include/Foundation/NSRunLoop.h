@@ -15,6 +15,7 @@ FOUNDATION_EXPORT NSRunLoopMode const NSRunLoopCommonModes;
 @property(class, readonly, strong) NSRunLoop* currentRunLoop;
 @property(class, readonly, strong) NSRunLoop* mainRunLoop;
 @property(nullable, readonly, copy) NSRunLoopMode currentMode;
+- (void)runUntilDate:(NSDate*)limitDate;
 - (void)addTimer:(NSTimer*)timer forMode:(NSRunLoopMode)mode;
 - (void)performBlock:(void (^)(void))block API_AVAILABLE(macos(10.12));
 - (void)performInModes:(NSArray<NSRunLoopMode>*)modes block:(void (^)(void))block API_AVAILABLE(macos(10.12));
