@@ -11,6 +11,7 @@
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Bus.h"
 #include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/GentleThread.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxWorkspace.h"
@@ -93,7 +94,7 @@ private:
     QtResources resources_;
     NoUpdates updates_{alerts_};
     std::unique_ptr<Updating> updating_;
-    ThreadTasks tasks_;
+    ThreadTasks tasks_{giveWay};
 };
 
 }  // namespace ovin
