@@ -78,10 +78,11 @@ void ItemsPanel::present() {
     displayedIdentities_ = identities(cachedItems_);
     displayedItems_ = cachedItems_;
 
-    const View row =
+    View row =
         ledgeRow(platform_.text, displayedItems_, hasRefreshedOnce_ ? EmptyLedge::everythingFits : EmptyLedge::stillLoading);
     const double maximumWidth = screen_->visibleFrame.size.width - sideMargin;
-    const LedgeContent content = ledgeContent(row, platform_.windows.fittingSize(row), maximumWidth);
+    const Size fittingSize = platform_.windows.fittingSize(row);
+    const LedgeContent content = ledgeContent(std::move(row), fittingSize, maximumWidth);
     host(content.view, content.size);
 }
 

@@ -111,8 +111,8 @@ class Accessibility {
 public:
     virtual ~Accessibility() = default;
 
-    /// Whether the user lets this program use the interface. Asked afresh at each call. Without trust every request answers
-    /// `apiDisabled` at once.
+    /// Whether the user lets this program use the interface: what the system has told of it last. Waits for nobody, since it
+    /// stands before everything that the user asks for. Without trust every request answers `apiDisabled` at once.
     [[nodiscard]] virtual bool isProcessTrusted() const = 0;
 
     /// Lets the system ask the user for trust, in its own words, and returns at once. Main thread only. The answer is seen

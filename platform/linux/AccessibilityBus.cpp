@@ -14,6 +14,8 @@ constexpr const char* servicePath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
 constexpr const char* accessible = "org.a11y.atspi.Accessible";
 constexpr std::chrono::milliseconds statusTimeout{500};
+/// An answer that comes later than somebody waits for it is still the last word.
+constexpr std::chrono::seconds patience{25};
 
 /// The role that AT-SPI gives to a main window.
 constexpr std::int64_t frameRole = 23;
@@ -25,6 +27,19 @@ PendingReply send(Bus& bus, BusCall call, Bus::Duration timeout) {
     const auto promise = std::make_shared<std::promise<BusReply>>();
     bus.call(std::move(call), timeout, [promise](BusReply reply) { promise->set_value(std::move(reply)); });
     return promise->get_future();
+}
+
+/// Asks whether assistive programs are enabled, and keeps the answer.
+std::future<void> ask(Bus& session, const std::shared_ptr<std::atomic<bool>>& enabled) {
+    const auto hasAnswered = std::make_shared<std::promise<void>>();
+    session.call(propertyCall(service, servicePath, statusInterface, "IsEnabled"), patience,
+                 [enabled, hasAnswered](const BusReply& reply) {
+                     const BusValue value = reply.first();
+                     const auto* isEnabled = value.as<bool>();
+                     *enabled = isEnabled != nullptr && *isEnabled;
+                     hasAnswered->set_value();
+                 });
+    return hasAnswered->get_future();
 }
 
 /// The same call to every object, all at once.
@@ -63,16 +78,10 @@ AccessibilityBus::AccessibilityBus(Bus& session) : session_(session) {
                        const auto* value = found == changed->end() ? nullptr : found->second.as<bool>();
                        if (value != nullptr) *enabled = *value;
                    });
-    (void)isEnabled();
-}
-
-bool AccessibilityBus::isEnabled() const {
-    const BusReply reply =
-        session_.callAndWait(propertyCall(service, servicePath, statusInterface, "IsEnabled"), statusTimeout);
-    const BusValue value = reply.first();
-    const auto* enabled = value.as<bool>();
-    *enabled_ = enabled != nullptr && *enabled;
-    return *enabled_;
+    // A service that starts, or starts again, tells of changes only.
+    session_.watch(nameOwnerRule(service),
+                   [&bus = session_, enabled = enabled_](const BusSignal&) { (void)ask(bus, enabled); });
+    (void)ask(session_, enabled_).wait_for(statusTimeout);
 }
 
 bool AccessibilityBus::enable() {
@@ -83,6 +92,7 @@ bool AccessibilityBus::enable() {
                                                  {statusInterface, "IsEnabled", BusCall::Variant{true}},
                                                  true},
                                                 statusTimeout);
+    (void)ask(session_, enabled_).wait_for(statusTimeout);
     return !reply.isError() && isEnabled();
 }
 

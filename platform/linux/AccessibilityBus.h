@@ -19,11 +19,9 @@ public:
     /// `session` must outlive this object.
     explicit AccessibilityBus(Bus& session);
 
-    /// Whether assistive programs are enabled; asks afresh.
-    [[nodiscard]] bool isEnabled() const;
-
-    /// What the last `isEnabled`, or the system's own word since then, said.
-    [[nodiscard]] bool wasEnabled() const { return *enabled_; }
+    /// Whether assistive programs are enabled, as the session has told it last. Asks nobody: every click on the status item
+    /// wants to know, also while the bus is busy.
+    [[nodiscard]] bool isEnabled() const { return *enabled_; }
 
     /// Enables assistive programs for the session; false when the system refused.
     [[nodiscard]] bool enable();

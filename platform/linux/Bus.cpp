@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/linux/BusNames.h"
+#include "platform/linux/GentleThread.h"
 
 namespace ovin {
 namespace {
@@ -216,6 +217,7 @@ void Bus::post(std::function<void()> work) {
 }
 
 void Bus::run(const std::stop_token& stop) {
+    giveWay();
     while (!stop.stop_requested()) {
         std::vector<std::function<void()>> work;
         {

@@ -54,7 +54,7 @@ struct BusSignal {
 
 /// A connection to a message bus. Calls may be made from any thread and any number may be under way at once: they are sent
 /// and answered by one thread, which sleeps while nothing happens, so that a program that does not answer holds up only
-/// those who wait for it.
+/// those who wait for it. That thread gives way to the main thread.
 class Bus {
 public:
     using Duration = std::chrono::nanoseconds;

@@ -90,7 +90,7 @@ void LinuxAccessibility::setMessagingTimeout(const AccessibilityElement& element
 
 AttributeAnswer LinuxAccessibility::copyAttributeValue(const AccessibilityElement& element,
                                                        std::string_view attribute) const {
-    if (!desktop_->accessibility.wasEnabled()) return {AccessibilityError::apiDisabled, {}};
+    if (!desktop_->accessibility.isEnabled()) return {AccessibilityError::apiDisabled, {}};
     return LinuxElement::of(element).read(attribute);
 }
 
@@ -99,7 +99,7 @@ ProcessIDAnswer LinuxAccessibility::processIdentifier(const AccessibilityElement
 }
 
 AccessibilityError LinuxAccessibility::performAction(const AccessibilityElement& element, std::string_view action) const {
-    if (!desktop_->accessibility.wasEnabled()) return AccessibilityError::apiDisabled;
+    if (!desktop_->accessibility.isEnabled()) return AccessibilityError::apiDisabled;
     return LinuxElement::of(element).perform(action);
 }
 

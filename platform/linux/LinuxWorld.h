@@ -12,6 +12,7 @@
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/Bus.h"
 #include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/GentleThread.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxWorkspace.h"
@@ -95,7 +96,7 @@ private:
                        {"Ovin does not update itself here",
                         "It was installed with your system’s software, and new versions come with that too."}};
     std::unique_ptr<Updating> updating_;
-    ThreadTasks tasks_;
+    ThreadTasks tasks_{giveWay};
 };
 
 }  // namespace ovin

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRegion>
 #include <QWidget>
 
 #include "platform/linux/ViewWidget.h"
@@ -18,6 +19,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// The squares in which the outline is not straight.
+    [[nodiscard]] QRegion corners() const;
+
     QWidget* const content_;
     const double cornerRadius_;
 };

@@ -3,10 +3,13 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QIconEngine>
+#include <QImage>
+#include <QPainter>
 #include <QPalette>
 #include <QPixmap>
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "platform/linux/ItemIcon.h"
 #include "platform/linux/ItemPicture.h"
@@ -39,13 +42,42 @@ QIcon loaded(const NamedIcon& named) {
     return icon.availableSizes().isEmpty() ? QIcon() : icon;
 }
 
+/// A picture in one size, made smaller where that is asked for. The toolkit's own icons keep what they draw under a name
+/// that is new each time that the same picture arrives; the picture goes in time, and the name stays.
+class PictureIcon final : public QIconEngine {
+public:
+    explicit PictureIcon(QImage picture) : picture_(std::move(picture)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        const QSizeF pixels = QSizeF(rect.size()) * painter->device()->devicePixelRatio();
+        painter->drawImage(rect, scaled(pixels.toSize()));
+    }
+    /// The size is in pixels here.
+    QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override { return QPixmap::fromImage(scaled(size)); }
+    QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override {
+        const bool fits = picture_.width() <= size.width() && picture_.height() <= size.height();
+        return fits ? picture_.size() : picture_.size().scaled(size, Qt::KeepAspectRatio);
+    }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override { return {picture_.size()}; }
+    [[nodiscard]] QIconEngine* clone() const override { return new PictureIcon(picture_); }
+
+private:
+    QImage scaled(QSize size) {
+        size = actualSize(size, {}, {});
+        if (size == picture_.size()) return picture_;
+        return picture_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+
+    const QImage picture_;
+};
+
 /// In the colour of texts where it has none of its own.
 QIcon coloured(const QIcon& icon, const QString& name) {
     if (!isSymbolicIcon(icon.name()) && !isSymbolicIcon(name)) return icon;
     QPixmap picture = icon.pixmap(QSize(symbolicSide, symbolicSide));
     if (picture.isNull()) return {};
     tint(picture, QGuiApplication::palette().color(QPalette::WindowText));
-    return QIcon(picture);
+    return QIcon(new PictureIcon(picture.toImage()));
 }
 
 QIcon loaded(const ItemIcon& item) {
@@ -55,7 +87,7 @@ QIcon loaded(const ItemIcon& item) {
     const ItemIcon::Pixels& pixels = item.pixels;
     const QImage picture =
         pictureOf(pixels.width, pixels.height, pixels.bytes.data(), static_cast<qsizetype>(pixels.bytes.size()));
-    return picture.isNull() ? QIcon() : QIcon(QPixmap::fromImage(picture));
+    return picture.isNull() ? QIcon() : QIcon(new PictureIcon(picture));
 }
 
 /// An icon of limited size that is loaded when the first window asks for it: a program in the menu bar may have none for

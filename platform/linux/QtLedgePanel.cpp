@@ -80,8 +80,10 @@ private:
     QWidget* content_ = nullptr;
 };
 
-QtLedgePanel::QtLedgePanel(std::function<void(int tag)> clicked)
-    : clicked_(std::make_shared<const std::function<void(int tag)>>(std::move(clicked))), window_(new Window) {}
+QtLedgePanel::QtLedgePanel(std::function<void(int tag)> clicked, std::shared_ptr<MeasuredView> measured)
+    : clicked_(std::make_shared<const std::function<void(int tag)>>(std::move(clicked))),
+      measured_(std::move(measured)),
+      window_(new Window) {}
 
 QtLedgePanel::~QtLedgePanel() {
     window_->hide();
@@ -90,9 +92,10 @@ QtLedgePanel::~QtLedgePanel() {
 
 void QtLedgePanel::show(const View& content, const Rect& frame) {
     // The handler outlives the call, whatever it destroys.
-    window_->setContent(makeWidget(content, [weak = std::weak_ptr(clicked_)](int tag) {
+    const auto deliver = [weak = std::weak_ptr(clicked_)](int tag) {
         if (const auto clicked = weak.lock()) (*clicked)(tag);
-    }));
+    };
+    window_->setContent(makeWidget(content, deliver, [&](const View& view) { return measured_->take(view, deliver); }));
     window_->setGeometry(QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect());
     window_->show();
     window_->raise();

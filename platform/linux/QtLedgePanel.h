@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/Windows.h"
+#include "platform/linux/MeasuredView.h"
 
 namespace ovin {
 
@@ -12,7 +13,8 @@ namespace ovin {
 /// no focus and appears at once.
 class QtLedgePanel final : public LedgePanel {
 public:
-    explicit QtLedgePanel(std::function<void(int tag)> clicked);
+    /// Shows the widgets of `measured` where the content is what was measured.
+    QtLedgePanel(std::function<void(int tag)> clicked, std::shared_ptr<MeasuredView> measured);
     ~QtLedgePanel() override;
 
     void show(const View& content, const Rect& frame) override;
@@ -22,6 +24,7 @@ private:
 
     /// Goes with this panel: a click that is still on its way then means nothing any more.
     const std::shared_ptr<const std::function<void(int tag)>> clicked_;
+    const std::shared_ptr<MeasuredView> measured_;
     /// Deleted by the event loop: this panel may go while the window deals with a click.
     Window* const window_;
 };

@@ -21,10 +21,11 @@ using Clicked = std::function<void(int tag)>;
 
 struct Make {
     const Clicked& clicked;
+    const ExistingWidget& existing;
 
     QWidget* operator()(const Stack& stack) const {
         std::vector<QWidget*> views;
-        for (const View& view : stack.views) views.push_back(makeWidget(view, clicked));
+        for (const View& view : stack.views) views.push_back(makeWidget(view, clicked, existing));
         return new StackWidget(stack, views);
     }
     QWidget* operator()(const Label& label) const { return new LabelWidget(label); }
@@ -39,12 +40,12 @@ struct Make {
     QWidget* operator()(const Spacer& spacer) const { return new SpacerWidget(spacer); }
     QWidget* operator()(const FlexibleSpace&) const { return new FlexibleSpaceWidget; }
     QWidget* operator()(const ScrollView& scroll) const {
-        QWidget* const content = makeWidget(*scroll.content, clicked);
+        QWidget* const content = makeWidget(*scroll.content, clicked, existing);
         if (scroll.orientation == Stack::Orientation::vertical) return new UprightScroller(content, scroll.size);
         return new SidewaysScroller(content, scroll.size);
     }
     QWidget* operator()(const MenuBackground& background) const {
-        return new MenuBackgroundWidget(makeWidget(*background.content, clicked), background.cornerRadius);
+        return new MenuBackgroundWidget(makeWidget(*background.content, clicked, existing), background.cornerRadius);
     }
 
 private:
@@ -58,8 +59,11 @@ private:
 
 }  // namespace
 
-QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked) {
-    QWidget* const widget = std::visit(Make{clicked}, view.content);
+QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked, const ExistingWidget& existing) {
+    if (existing) {
+        if (QWidget* const widget = existing(view)) return widget;
+    }
+    QWidget* const widget = std::visit(Make{clicked, existing}, view.content);
     setSpacingAfter(*widget, view.spacingAfter);
     if (view.isHidden) widget->hide();
     return widget;

@@ -7,9 +7,14 @@
 
 namespace ovin {
 
-/// Makes the widgets that show a view, laid out by the toolkit. `clicked` gets the tag of a button that was clicked. The
-/// caller owns the widget. Main thread only.
-[[nodiscard]] QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked);
+/// Widgets that show a view already and are given away, or null.
+using ExistingWidget = std::function<QWidget*(const View& view)>;
+
+/// Makes the widgets that show a view, laid out by the toolkit. `clicked` gets the tag of a button that was clicked.
+/// `existing` may be empty; otherwise it is asked for each view before widgets are made for it. The caller owns the widget.
+/// Main thread only.
+[[nodiscard]] QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked,
+                                  const ExistingWidget& existing = {});
 
 /// The view that widgets of `makeWidget` show, read from the widgets themselves.
 [[nodiscard]] View readBack(const QWidget& widget);

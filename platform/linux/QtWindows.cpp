@@ -5,19 +5,16 @@
 #include "platform/linux/QtFloatingPanel.h"
 #include "platform/linux/QtInformationWindow.h"
 #include "platform/linux/QtLedgePanel.h"
-#include "platform/linux/QtViews.h"
 
 namespace ovin {
 
 Size QtWindows::fittingSize(const View& view) const {
-    const std::unique_ptr<QWidget> widget(makeWidget(view, {}));
-    if (view.isHidden) return {};
-    const QSize size = widget->sizeHint();
+    const QSize size = measured_->fit(view);
     return {static_cast<double>(size.width()), static_cast<double>(size.height())};
 }
 
 std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel(std::function<void(int tag)> clicked) {
-    return std::make_unique<QtLedgePanel>(std::move(clicked));
+    return std::make_unique<QtLedgePanel>(std::move(clicked), measured_);
 }
 
 std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string& title, const View& content, Size size,

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <memory>
+
 #include "platform/Windows.h"
+#include "platform/linux/MeasuredView.h"
 
 namespace ovin {
 
@@ -15,6 +18,10 @@ public:
     [[nodiscard]] std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,
                                                                    std::function<void(int tag)> clicked,
                                                                    std::function<void()> closed) override;
+
+private:
+    /// Shared with the panels that show what was measured.
+    const std::shared_ptr<MeasuredView> measured_ = std::make_shared<MeasuredView>();
 };
 
 }  // namespace ovin

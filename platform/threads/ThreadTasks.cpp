@@ -56,7 +56,10 @@ void ThreadTasks::start(Priority, std::function<void()> work) {
         if (--running_ == 0) allEnded_.notify_all();
     };
     try {
-        std::thread(run).detach();
+        std::thread([this, run] {
+            prepare_();
+            run();
+        }).detach();
     } catch (const std::system_error&) {
         run();
     }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <condition_variable>
+#include <functional>
 #include <mutex>
+#include <utility>
 
 #include "platform/Tasks.h"
 
@@ -9,10 +11,12 @@ namespace ovin {
 
 /// Tasks as threads of the operating system, as many as there are tasks and waiting children: these spend their time waiting
 /// for other processes, and a pool of any size would make the ones behind a full pool wait for those that never get an
-/// answer. No thread outlives its work, so nothing is left to wake up. Priorities are not passed on to the system.
+/// answer. No thread outlives its work, so nothing is left to wake up. To the system all priorities are the same.
 class ThreadTasks final : public Tasks {
 public:
-    ThreadTasks() = default;
+    /// `prepare` is called first on the thread of each task. Threads of children have of it what the system passes on from a
+    /// thread to those that it starts.
+    explicit ThreadTasks(std::function<void()> prepare = [] {}) : prepare_(std::move(prepare)) {}
     ThreadTasks(const ThreadTasks&) = delete;
     ThreadTasks& operator=(const ThreadTasks&) = delete;
 
@@ -24,6 +28,7 @@ public:
                  const std::function<void(std::size_t)>& finished) override;
 
 private:
+    const std::function<void()> prepare_;
     std::mutex mutex_;
     std::condition_variable allEnded_;
     std::size_t running_ = 0;

@@ -212,6 +212,10 @@ void LinuxStage::setTrusted(bool trusted) {
     call.setArguments({"org.a11y.Status", "IsEnabled", QVariant::fromValue(QDBusVariant(trusted))});
     const QDBusMessage answer = QDBusConnection::sessionBus().call(call);
     require(answer.type() == QDBusMessage::ReplyMessage, "Accessibility cannot be switched.");
+    if (!world_) return;
+    // The session tells everybody, one after the other.
+    Accessibility& accessibility = world_->platform().accessibility;
+    require(runUntil([&] { return accessibility.isProcessTrusted() == trusted; }, 5s), "Nothing tells of the switch.");
 }
 
 void LinuxStage::reopenDefaults() { defaults_ = std::make_unique<FileUserDefaults>(defaultsPath()); }

@@ -189,6 +189,53 @@ TEST_F(QtWindowsTest, OfTwoQuickClicksOnTheLedgeOnlyTheOneThatClosesItCounts) {
     EXPECT_EQ(ledgeButton(), nullptr);
 }
 
+View itemButton(const std::string& title, int tag) {
+    Button button;
+    button.title = {{title, {}, {}}};
+    button.tag = tag;
+    return {button};
+}
+
+View scrolling(const View& view) { return {ScrollView{{60, 28}, std::make_shared<const View>(view)}}; }
+
+TEST_F(QtWindowsTest, TheLedgeShowsTheWidgetsThatWereMeasuredForIt) {
+    for (const bool scrolls : {false, true}) {
+        std::vector<int> clicks;
+        const auto ledge = windows.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+        const View view = SamplePages::row({itemButton("Item", 7)});
+        const Size size = windows.fittingSize(view);
+        const ItemButton* const measured = ledgeButton();
+        ASSERT_NE(measured, nullptr);
+        const View content = scrolls ? scrolling(view) : view;
+        ledge->show(content, {{100, 30}, size});
+        EXPECT_EQ(ledgeButton(), measured);
+        const QWidget* shown = scrolls ? measured->window()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly)
+                                       : measured->parentWidget();
+        EXPECT_TRUE(readBack(*shown) == content);
+        ledgeButton()->click();
+        handleEvents();
+        EXPECT_EQ(clicks, std::vector<int>{7});
+    }
+}
+
+TEST_F(QtWindowsTest, TheLedgeShowsNothingThatWasMeasuredForSomethingElse) {
+    std::vector<int> clicks;
+    const auto ledge = windows.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+    (void)windows.fittingSize(itemButton("Item", 7));
+    ledge->show(itemButton("Item", 8), {{100, 30}, {80, 28}});
+    handleEvents();
+    ASSERT_NE(ledgeButton(), nullptr);
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{8});
+}
+
+TEST_F(QtWindowsTest, WhatWasMeasuredAndIsShownByNobodyIsGoneAMomentLater) {
+    (void)windows.fittingSize(itemButton("Item", 7));
+    handleEvents();
+    EXPECT_EQ(ledgeButton(), nullptr);
+}
+
 TEST_F(QtWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
     std::unique_ptr<FloatingPanel> panel;
     int closed = 0;

@@ -105,6 +105,23 @@ TEST(ThreadTasks, BothPrioritiesRun) {
     EXPECT_EQ(runs, 2);
 }
 
+TEST(ThreadTasks, TheThreadOfATaskIsPreparedBeforeItsWorkAndThoseOfChildrenAreNot) {
+    static thread_local int preparations = 0;
+    int ofTask = 0;
+    int ofChildren = 0;
+    {
+        ThreadTasks tasks([] { ++preparations; });
+        tasks.start(Priority::userInitiated, [&] {
+            ofTask = preparations;
+            tasks.forEach(
+                1, [&](std::size_t) { ofChildren += preparations; }, ignore);
+        });
+    }
+    EXPECT_EQ(ofTask, 1);
+    EXPECT_EQ(ofChildren, 0);
+    EXPECT_EQ(preparations, 0);
+}
+
 TEST(ThreadTasks, TheDestructorWaitsForTasksAndForWhatTheyHold) {
     struct Slow {
         explicit Slow(std::atomic<bool>& flag) : isGone(flag) {}
@@ -183,6 +200,14 @@ TEST(ThreadTasks, ATaskWithoutAThreadRunsWithinTheCall) {
         EXPECT_EQ(held.use_count(), 1);
     }
     SUCCEED() << "The destructor does not wait for a thread that never was.";
+}
+
+TEST(ThreadTasks, ACallingThreadThatRunsATaskIsNotPreparedForIt) {
+    int preparations = 0;
+    ThreadTasks tasks([&] { ++preparations; });
+    const NoThreads noThreads;
+    tasks.start(Priority::userInitiated, [] {});
+    EXPECT_EQ(preparations, 0);
 }
 
 TEST(ThreadTasks, ChildrenWithoutThreadsRunOnTheCallingThread) {

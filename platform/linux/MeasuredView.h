@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "platform/Views.h"
+
+namespace ovin {
+
+/// The widgets of the view that was measured last, for the window that shows it next: making widgets takes longer than
+/// painting them. Who asks for the size of a view need not show it, so they go when the event loop runs again. Main thread
+/// only.
+class MeasuredView {
+public:
+    MeasuredView();
+    MeasuredView(const MeasuredView&) = delete;
+    MeasuredView& operator=(const MeasuredView&) = delete;
+    ~MeasuredView();
+
+    /// The size that the view takes when nothing holds it back.
+    [[nodiscard]] QSize fit(const View& view);
+
+    /// The measured widgets, if they show this view; null otherwise. They belong to the caller from then on, and deliver
+    /// their clicks to `clicked`.
+    [[nodiscard]] QWidget* take(const View& view, const std::function<void(int tag)>& clicked);
+
+private:
+    struct Widgets;
+
+    std::unique_ptr<Widgets> widgets_;
+    QTimer end_;
+};
+
+}  // namespace ovin

@@ -1,0 +1,35 @@
+#include "platform/linux/GentleThread.h"
+
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/resource.h>
+
+#include <thread>
+
+namespace ovin {
+namespace {
+
+struct Manners {
+    int policy = sched_getscheduler(0);
+    int niceness = getpriority(PRIO_PROCESS, 0);
+
+    friend bool operator==(const Manners&, const Manners&) = default;
+};
+
+TEST(GentleThread, AThreadThatGivesWayAndThoseThatItStartsInterruptNobodyAndTheOthersStayAsTheyAre) {
+    const Manners before;
+    Manners gentle;
+    Manners startedByIt;
+    std::thread([&] {
+        giveWay();
+        gentle = Manners();
+        std::thread([&] { startedByIt = Manners(); }).join();
+    }).join();
+    EXPECT_EQ(gentle.policy, SCHED_BATCH);
+    EXPECT_GT(gentle.niceness, before.niceness);
+    EXPECT_EQ(startedByIt, gentle);
+    EXPECT_EQ(Manners(), before);
+}
+
+}  // namespace
+}  // namespace ovin
