@@ -29,24 +29,27 @@ UpdateChecker::UpdateChecker(const Platform& platform, const UpdateServices& ser
       services_(services),
       delegate_(std::move(delegate)),
       schedule_(platform.defaults, services.wallClock),
-      window_(platform, [this](int tag) { clicked(tag); }) {
-    timer_ = platform_.mainQueue.after(std::chrono::seconds(0), [this] { lookAtClock(); });
+      window_(platform, [this](int tag) { clicked(tag); }),
+      dateObservation_(services.wallClock.observeDate([this] { dateChanged(); })) {
+    setAlarm();
 }
 
-void UpdateChecker::lookAtClock() {
-    if (stage_ == Stage::idle && schedule_.untilNext() <= std::chrono::seconds(0)) {
-        isAsked_ = false;
-        if (schedule_.begin()) readFeed();
-    }
-    wait();
+/// A course that goes on is not disturbed, however long the user thinks about it.
+void UpdateChecker::setAlarm() {
+    alarm_.reset();
+    if (stage_ != Stage::idle) return;
+    alarm_ = services_.wallClock.setAlarm(schedule_.due(), [this] { checkUnasked(); });
 }
 
-void UpdateChecker::wait() {
-    // A course that goes on is not disturbed, however long the user thinks about it.
-    constexpr std::chrono::seconds shortestWait{1};
-    const auto delay = std::clamp(schedule_.untilNext(), shortestWait, CheckSchedule::longestWait);
-    const bool isBusy = stage_ != Stage::idle;
-    timer_ = platform_.mainQueue.after(isBusy ? CheckSchedule::longestWait : delay, [this] { lookAtClock(); });
+void UpdateChecker::checkUnasked() {
+    isAsked_ = false;
+    if (schedule_.begin()) readFeed();
+    setAlarm();
+}
+
+void UpdateChecker::dateChanged() {
+    schedule_.dateChanged();
+    setAlarm();
 }
 
 void UpdateChecker::checkForUpdates() {
@@ -56,7 +59,7 @@ void UpdateChecker::checkForUpdates() {
             (void)schedule_.begin();
             window_.show(UpdatePages::looking(platform_.resources));
             readFeed();
-            return wait();
+            return setAlarm();
         case Stage::reading:
             window_.show(UpdatePages::looking(platform_.resources));
             return window_.bringForward();
@@ -224,7 +227,7 @@ void UpdateChecker::end(const std::optional<Alert>& alert) {
     transfer_.reset();
     window_.close();
     if (isShown) platform_.alerts.run(*alert);
-    wait();
+    setAlarm();
 }
 
 std::string UpdateChecker::installedText(const char* key) const { return platform_.resources.infoString(key).value_or("0"); }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/BootClock.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/LinuxWorld.h"
 #include "platform/linux/StandardErrorLog.h"
@@ -54,6 +55,7 @@ public:
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
     void wait(Duration duration) override;
+    [[nodiscard]] WallClock& wallClock() override { return wallClock_; }
     [[nodiscard]] Duration margin() const override;
 
     ProcessID start(const StagedApplication& application) override;
@@ -90,6 +92,7 @@ private:
     std::unique_ptr<FileUserDefaults> defaults_;
     AutostartEntry launchAtLogin_;
     StandardErrorLog log_;
+    BootClock wallClock_;
     DisplayMode firstMode_;
     bool hasSecondDisplay_ = false;
     std::map<ProcessID, std::unique_ptr<StatusItemProcess>> applications_;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/WallClock.h"
 
 namespace ovin {
 
@@ -55,6 +56,8 @@ public:
     virtual bool runUntil(const std::function<bool()>& condition, Duration limit) = 0;
     /// Blocks the calling thread or task for so long and lets nothing of the main queue run. Any thread.
     virtual void wait(Duration duration) = 0;
+    /// The date and what outlasts sleep, for a world that makes an update framework from them.
+    [[nodiscard]] virtual WallClock& wallClock() = 0;
     /// How much later than due things may be in this world, because the machine has other things to do.
     [[nodiscard]] virtual Duration margin() const = 0;
 

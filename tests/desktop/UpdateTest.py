@@ -18,7 +18,7 @@ import time
 KEY = os.path.abspath(sys.argv.pop(4))
 
 from OvinTest import (OVIN, ApplicationTestCase, Atspi, accessible, activeWindow, awaitAccessible,  # noqa: E402
-                             buttonsOf, press, run, windowsOf)
+                             buttonsOf, isSanitized, press, run, windowsOf)
 from DesktopTest import BOUND, becomes, main  # noqa: E402
 
 RELEASE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tools", "release")
@@ -47,6 +47,29 @@ class Server(http.server.SimpleHTTPRequestHandler):
 
 def release(*arguments):
     return subprocess.run([sys.executable, RELEASE, *arguments], check=True, capture_output=True, text=True).stdout
+
+
+def timersOf(pid):
+    """What the kernel says of a program's timer files, those that go by the boot clock first."""
+    timers = []
+    for name in os.listdir(f"/proc/{pid}/fdinfo"):
+        try:
+            with open(f"/proc/{pid}/fdinfo/{name}", encoding="utf-8") as file:
+                lines = dict(line.rstrip("\n").split(": ", 1) for line in file if ": " in line)
+        except OSError:
+            continue  # closed meanwhile
+        if "clockid" in lines:
+            timers.append(lines)
+    return sorted(timers, key=lambda timer: timer["clockid"], reverse=True)
+
+
+def wakeUps(pid):
+    """The voluntary context switches of all threads."""
+    count = 0
+    for thread in os.listdir(f"/proc/{pid}/task"):
+        with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8", errors="replace") as file:
+            count += sum(int(line.split()[1]) for line in file if line.startswith("voluntary_ctxt_switches:"))
+    return count
 
 
 class UpdateTestCase(ApplicationTestCase):
@@ -163,6 +186,33 @@ class AnUpdate(UpdateTestCase):
         self.assertTrue(becomes(lambda: activeWindow() != before), "the window stays behind")
         self.pressButton("Later")
         self.assertTrue(becomes(lambda: accessible("Ovin", "Install") is None))
+
+    def testNothingWakesUpUntilTheNextCheckIsDue(self):
+        if isSanitized():
+            self.skipTest("sanitizers have threads of their own that wake up")
+        self.announce(DEB, "a package\n", "--minimum-system", "99")
+        ovin = self.start(asks=False)
+        self.assertTrue(becomes(lambda: "OvinLastUpdateCheck" in self.read("config/ovin/defaults")))
+        self.assertTrue(becomes(lambda: self.slot() is not None))
+        self.assertTrue(becomes(lambda: len(timersOf(ovin.pid)) == 2), timersOf(ovin.pid))
+        bootTime, date = timersOf(ovin.pid)
+        self.assertEqual(bootTime["clockid"], str(time.CLOCK_BOOTTIME), "the time that the computer sleeps does not count")
+        hours = int(bootTime["it_value"].strip("()").split(",")[0]) / 3600
+        self.assertTrue(23.9 < hours <= 24, hours)
+        self.assertEqual(date["clockid"], str(time.CLOCK_REALTIME))
+        self.assertEqual(date["settime flags"], "03", "an absolute time, cancelled when the clock is set")
+
+        # What the start set off, and connections that servers keep, come to rest.
+        quiet = time.monotonic() + BOUND
+        before = wakeUps(ovin.pid)
+        while time.monotonic() < quiet:
+            time.sleep(2)
+            now = wakeUps(ovin.pid)
+            if now == before:
+                break
+            before = now
+        time.sleep(6)
+        self.assertEqual(wakeUps(ovin.pid), before)
 
     def testADownloadThatIsCancelledOrKilledLeavesNothing(self):
         self.announce(DEB, "x" * 400000)

@@ -132,13 +132,57 @@ TEST_F(UpdateCheckerTest, ItChecksOnceADayWhileItRuns) {
     EXPECT_EQ(feedReads(), 10);
 }
 
-TEST_F(UpdateCheckerTest, ACheckIsMadeWithinTheHourAfterALongSleep) {
+TEST_F(UpdateCheckerTest, NothingWakesUpBetweenTwoChecks) {
+    services.reader.feeds["feed"] = {};
+    start();
+    world.time.advance(10 * 24h - 1s);
+    EXPECT_EQ(feedReads(), 10);
+    EXPECT_EQ(services.wallClock.alarmCount, 10);
+    EXPECT_EQ(services.wallClock.pendingCount(), 1);
+}
+
+TEST_F(UpdateCheckerTest, NothingWakesUpWhileTheUserThinks) {
+    start();
+    world.time.advance(2s);
+    ASSERT_TRUE(world.windows.floatingPanel().has_value());
+    EXPECT_EQ(services.wallClock.pendingCount(), 0);
+    world.windows.clickFloatingPanel(UpdatePages::show);
+    EXPECT_EQ(services.wallClock.pendingCount(), 0);
+    services.wallClock.changeDate(100h);
+    EXPECT_EQ(services.wallClock.pendingCount(), 0);
+    world.time.advance(30h);
+    click(UpdatePages::later);
+    EXPECT_EQ(services.wallClock.pendingCount(), 1);
+    world.time.advance(2s);
+    EXPECT_EQ(feedReads(), 2) << "a check was due meanwhile";
+}
+
+TEST_F(UpdateCheckerTest, AfterASleepTheCheckThatWasDueIsMadeAtOnce) {
     services.reader.feeds["feed"] = {};
     start();
     world.time.advance(1h);
+    services.wallClock.sleep(22h);
+    world.time.advance(1s);
+    EXPECT_EQ(feedReads(), 1) << "it is not due yet";
     services.wallClock.sleep(48h);
-    world.time.advance(1h);
+    EXPECT_EQ(feedReads(), 1);
+    world.time.advance(0s);
     EXPECT_EQ(feedReads(), 2);
+    world.time.advance(23h);
+    EXPECT_EQ(feedReads(), 2) << "one check for all the days";
+}
+
+TEST_F(UpdateCheckerTest, ADateThatIsSetRightAfterTheStartLetsAnOverdueCheckBegin) {
+    services.reader.feeds["feed"] = {};
+    startChecked();
+    world.time.advance(1h);
+    EXPECT_EQ(feedReads(), 0);
+    services.wallClock.changeDate(30h);
+    world.time.advance(0s);
+    EXPECT_EQ(feedReads(), 1);
+    services.wallClock.changeDate(30h);
+    world.time.advance(23h);
+    EXPECT_EQ(feedReads(), 1);
 }
 
 TEST_F(UpdateCheckerTest, TheUsersCheckCountsToo) {
