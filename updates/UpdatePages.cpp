@@ -1,6 +1,7 @@
 #include "updates/UpdatePages.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -123,10 +124,12 @@ View looking(const Resources& resources) {
 }
 
 View downloading(const std::string& version, std::uint64_t received, std::uint64_t length, const Resources& resources) {
-    const double part = length == 0 ? 0 : static_cast<double>(received) / static_cast<double>(length);
-    View amounts = column({bar(static_cast<double>(static_cast<int>(part * 100)) / 100),
-                           paragraph(megabytes(received) + " of " + megabytes(length) + " MB", textFont, textWidth,
-                                     SystemColor::secondaryLabel)},
+    // In hundredths, for the text too: each other page is laid out anew and read out to those who do not see it.
+    const double hundredths =
+        length == 0 ? 0 : std::floor(static_cast<double>(received) / static_cast<double>(length) * 100);
+    const auto shown = static_cast<std::uint64_t>(static_cast<double>(length) / 100 * hundredths);
+    View amounts = column({bar(hundredths / 100), paragraph(megabytes(shown) + " of " + megabytes(length) + " MB", textFont,
+                                                            textWidth, SystemColor::secondaryLabel)},
                           6);
     return page({header("Downloading Ovin " + version + "…", std::move(amounts), resources),
                  row({{FlexibleSpace{}}, cancelButton()})});
