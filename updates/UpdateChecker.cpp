@@ -136,6 +136,10 @@ void UpdateChecker::clicked(int tag) {
         case UpdatePages::cancel:
             if (stage_ == Stage::reading || stage_ == Stage::downloading) end({});
             return;
+        case UpdatePages::closed:
+            // What is being installed cannot be stopped, and the outcome is shown.
+            if (stage_ != Stage::installing) end({});
+            return;
         case UpdatePages::show:
             if (stage_ == Stage::reminding) offer();
             return;

@@ -10,7 +10,8 @@
 /// What the windows about updates show.
 namespace ovin::UpdatePages {
 
-enum Tag { install, later, skip, notes, cancel, restart, show };
+/// `closed` is no button: the user has closed the window by other means.
+enum Tag { install, later, skip, notes, cancel, restart, show, closed };
 
 inline constexpr double width = 500;
 

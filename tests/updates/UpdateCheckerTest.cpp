@@ -434,6 +434,20 @@ TEST_F(UpdateCheckerTest, TheProgressOfADownloadIsShown) {
     EXPECT_THAT(texts(), Contains("2.0 of 4.0 MB"));
 }
 
+TEST_F(UpdateCheckerTest, TheProgressOfALargeDownloadIsNotShownMoreOftenThanItIsSeen) {
+    const auto page = [this](std::uint64_t received) {
+        return UpdatePages::downloading("2.0", received, 1'000'000'000, world.resources);
+    };
+    std::size_t pages = 1;
+    for (std::uint64_t received = 0; received < 1'000'000'000; received += 100'000) {
+        pages += page(received) == page(received + 100'000) ? 0U : 1U;
+    }
+    EXPECT_EQ(pages, 101U);
+    EXPECT_THAT(labelTexts(page(1'000'000'000)), Contains("1000.0 of 1000.0 MB"));
+    EXPECT_THAT(labelTexts(page(509'999'999)), Contains("500.0 of 1000.0 MB"));
+    EXPECT_THAT(labelTexts(UpdatePages::downloading("2.0", 0, 0, world.resources)), Contains("0.0 of 0.0 MB"));
+}
+
 TEST_F(UpdateCheckerTest, ARestartCanWait) {
     install();
     click(UpdatePages::later);
@@ -496,6 +510,42 @@ TEST_F(UpdateCheckerTest, ADownloadCanBeCancelled) {
     expectSilence();
     ask();
     EXPECT_THAT(buttons(), Contains("Install")) << "it can be asked for again";
+}
+
+TEST_F(UpdateCheckerTest, AWindowThatIsClosedByOtherMeansIsLaterOrCancel) {
+    for (const std::chrono::milliseconds moment : {500ms, 1500ms, 2500ms}) {
+        startChecked();
+        controller->checkForUpdates();
+        world.time.happen(2s, [this] { click(UpdatePages::install); });
+        world.time.advance(moment);
+        ASSERT_EQ(world.windows.informationWindows().size(), 1U);
+        world.windows.closeInformationWindow("Software Update");
+        EXPECT_EQ(services.downloads.transferCount, 0);
+        EXPECT_THAT(services.packages.actions, IsEmpty());
+        EXPECT_EQ(services.wallClock.pendingCount(), 1) << "there are no more checks";
+        world.time.advance(5s);
+        expectSilence();
+        ask();
+        EXPECT_THAT(buttons(), Contains("Install")) << "it can be asked for again";
+        controller.reset();
+    }
+}
+
+TEST_F(UpdateCheckerTest, WhatIsInstalledMeanwhileIsShownAlsoWhenTheWindowWasClosed) {
+    install();
+    world.windows.closeInformationWindow("Software Update");
+    expectSilence();
+    EXPECT_EQ(services.wallClock.pendingCount(), 1);
+
+    ask();
+    click(UpdatePages::install);
+    // The file comes in, and the task that installs it ends, at the same time.
+    while (services.downloads.transferCount > 0) world.time.runNext();
+    EXPECT_THAT(texts(), Contains("Installing Ovin 2.0…"));
+    world.windows.closeInformationWindow("Software Update");
+    expectSilence();
+    world.time.advance(1s);
+    EXPECT_THAT(texts(), Contains("Ovin 2.0 is installed"));
 }
 
 TEST_F(UpdateCheckerTest, ClicksOnWhatIsNoLongerShownDoNothing) {
