@@ -8,6 +8,7 @@ import functools
 import http.server
 import os
 import shutil
+import signal
 import stat
 import subprocess
 import sys
@@ -159,6 +160,47 @@ class AnUpdate(UpdateTestCase):
         self.assertTrue(becomes(lambda: self.read("report") == "new\n"), "the new one does not start")
         self.assertNothingRemains()
         self.assertEqual([name for name in os.listdir(self.folder) if name.startswith(".")], [])
+
+    def testAnImageWithTheProgramInItGivesWayToTheNewOneWhichRuns(self):
+        # As the runtime of AppImages has it: the program is mounted somewhere, and the image is what starts it.
+        def image(version):
+            return (f"#!/bin/sh\necho {version} $$ >> {self.path('starts')}\nexport APPDIR={self.path('mounted')}\n"
+                    "APPIMAGE=$(readlink -f \"$0\") exec \"$APPDIR/usr/bin/ovin\"\n")
+
+        os.makedirs(self.path("mounted/usr/bin"))
+        shutil.copy(OVIN, self.path("mounted/usr/bin/ovin"))
+        self.announce(IMAGE, image("new"))
+        os.makedirs(self.path("applications"))
+        self.write("applications/Ovin-1.0.AppImage", image("old"), 0o755)
+        os.symlink("../applications/Ovin-1.0.AppImage", self.path("bin/ovin"))
+        self.write("applications/.Ovin-1.0.AppImage.a1b2c3.new", "left by one that was killed")
+
+        environment = dict(os.environ, XDG_CONFIG_HOME=self.path("config"), XDG_CACHE_HOME=self.path("cache"),
+                           OVIN_TEST_FEED=self.url + "appcast.xml")
+        old = subprocess.Popen([self.path("bin/ovin")], env=environment)
+        self.addCleanup(old.wait, BOUND)
+        self.addCleanup(old.kill)
+        self.assertSays("Ovin 2.0 is available")
+        self.assertEqual(os.listdir(self.path("applications")), ["Ovin-1.0.AppImage"])
+        self.pressButton("Show…")
+        self.pressButton("Install")
+        self.assertSays("Ovin 2.0 is installed")
+        self.assertIsNone(old.poll(), "it ended unasked")
+        self.assertTrue(os.path.islink(self.path("bin/ovin")))
+        self.assertEqual(os.listdir(self.path("applications")), ["Ovin-1.0.AppImage"])
+        self.assertEqual(stat.S_IMODE(os.stat(self.path("bin/ovin")).st_mode), 0o755)
+        self.pressButton("Restart Ovin")
+        self.assertEqual(old.wait(BOUND), 0)
+
+        self.assertTrue(becomes(lambda: self.read("starts").count("\n") == 2), self.read("starts"))
+        version, pid = self.read("starts").splitlines()[1].split()
+        self.assertEqual(version, "new")
+        self.assertTrue(becomes(lambda: self.slot() is not None), "the new one does not run")
+        with open(f"/proc/{pid}/environ", encoding="utf-8", errors="replace") as file:
+            self.assertIn(f"APPIMAGE={self.path('applications/Ovin-1.0.AppImage')}", file.read().split("\0"))
+        os.kill(int(pid), signal.SIGTERM)
+        self.assertTrue(becomes(lambda: not os.path.exists(f"/proc/{pid}")), "the new one does not end")
+        self.assertNothingRemains()
 
     def testADebianPackageIsHandedToTheInstaller(self):
         self.write("bin/xdg-open", f"#!/bin/sh\ncat \"$1\" > {self.path('opened')}\nid -u > {self.path('user')}\n", 0o755)

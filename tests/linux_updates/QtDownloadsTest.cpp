@@ -272,6 +272,53 @@ TEST_F(QtDownloadsTest, ATransferThatIsCancelledLeavesNothingAndSaysNothing) {
     EXPECT_FALSE(isFinished);
 }
 
+TEST_F(QtDownloadsTest, ChunksThatNeverEndAreGivenUpEarly) {
+    expectFailure(plain_ + "/_endless-chunks", DownloadFailure::tooLong);
+    expectDownloadFailure(plain_ + "/_endless-chunks", 5000, DownloadFailure::tooLong);
+}
+
+TEST_F(QtDownloadsTest, AnswersThatMakeNoSenseAreFailures) {
+    trustServer();
+    for (const char* path :
+         {"/_no-http", "/_no-answer", "/_part", "/_log-in", "/_redirect-nowhere", "/_redirect-to-garbage"}) {
+        for (const std::string& server : {plain_, safe_}) {
+            EXPECT_TRUE(std::holds_alternative<DownloadFailure>(read(server + path))) << server + path;
+            EXPECT_TRUE(std::holds_alternative<DownloadFailure>(download(server + path, 5))) << server + path;
+            EXPECT_TRUE(std::filesystem::is_empty(downloadsFolder())) << server + path;
+        }
+    }
+    expectFailure(plain_ + "/_redirect-with-credentials", DownloadFailure::insecure);
+    expectFailure("https://localhost:" + plain_.substr(plain_.rfind(':') + 1) + "/file", DownloadFailure::untrusted);
+}
+
+/// The toolkit forgives much; what comes in is never more than what was sent, nor a file of another length.
+TEST_F(QtDownloadsTest, WhatComesInBrokenChunksOrUnderWrongLengthsIsNoFileOfAnotherLength) {
+    for (const char* path : {"/_chunk-of-nonsense", "/_chunk-below-zero", "/_chunks-without-end", "/_length-below-zero",
+                             "/_two-lengths", "/_longer-than-announced"}) {
+        const auto result = read(plain_ + path);
+        const auto* const text = std::get_if<std::string>(&result);
+        EXPECT_TRUE(text == nullptr || text->size() <= 5) << path << ": " << *text;
+        EXPECT_TRUE(std::holds_alternative<DownloadFailure>(download(plain_ + path, 600))) << path;
+        EXPECT_TRUE(std::holds_alternative<DownloadFailure>(download(plain_ + path, 2))) << path;
+        EXPECT_TRUE(std::filesystem::is_empty(downloadsFolder())) << path;
+    }
+    EXPECT_EQ(std::get<std::string>(read(plain_ + "/_longer-than-announced")), "xxxxx");
+}
+
+TEST_F(QtDownloadsTest, ATestFeedMayLeadToASafePlace) {
+    trustServer();
+    expectText(plain_ + "/_redirect-to-tls");
+}
+
+TEST_F(QtDownloadsTest, WhoSendsHeadersForEverCanBeCancelled) {
+    transfer_ = downloads_.read({plain_ + "/_slow-headers", true}, 1000, [](const Downloads::Text&) { FAIL(); });
+    QElapsedTimer timer;
+    timer.start();
+    becomes([&] { return timer.elapsed() > 500; });
+    transfer_.reset();
+    becomes([&] { return timer.elapsed() > 800; });
+}
+
 TEST_F(QtDownloadsTest, AHandlerMayDestroyItsTransfer) {
     bool isFinished = false;
     transfer_ = downloads_.read({plain_ + "/file", true}, content.size(), [&](const Downloads::Text&) {
