@@ -126,7 +126,10 @@ void UpdateChecker::offer() {
     stage_ = Stage::asking;
     delegate_.willHandleShowingUpdate();
     const bool canBeSkipped = !isCriticalFor(item_, installedText(versionKey));
-    window_.show(UpdatePages::offer({item_, installedText(shortVersionKey), canBeSkipped}, platform_.resources));
+    const auto notes = UpdatePages::notesOf(item_);
+    const double notesHeight = notes ? platform_.windows.fittingSize(*notes).height : 0;
+    window_.show(
+        UpdatePages::offer({item_, installedText(shortVersionKey), canBeSkipped, notesHeight}, platform_.resources));
     window_.bringForward();
 }
 

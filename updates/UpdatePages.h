@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/Resources.h"
@@ -15,11 +16,16 @@ enum Tag { install, later, skip, notes, cancel, restart, show, closed };
 
 inline constexpr double width = 500;
 
+/// What an item says of itself, for `offer`; nothing when it says nothing.
+[[nodiscard]] std::optional<View> notesOf(const FeedItem& item);
+
 /// What is new, and the question.
 struct Offer {
     FeedItem item;
     std::string installed;
     bool canBeSkipped = true;
+    /// What the notes take when nothing holds them back: those that are longer than the window shows are scrolled.
+    double notesHeight = 0;
 };
 [[nodiscard]] View offer(const Offer& offer, const Resources& resources);
 

@@ -148,7 +148,7 @@ class AnUpdate(UpdateTestCase):
         self.write("Ovin.AppImage", "#!/bin/sh\necho old\n", 0o754)
         ovin = self.start(image=self.path("Ovin.AppImage"))
         self.assertSays("A new version of Ovin is available")
-        self.assertIsNotNone(accessible("Ovin", "• Faster & nicer"), "the notes are not shown")
+        self.assertIsNotNone(accessible("Ovin", "Faster & nicer"), "the notes are not shown")
         self.assertIn("old", self.read("Ovin.AppImage"), "it was replaced unasked")
         self.pressButton("Install")
         self.assertSays("Ovin 2.0 is installed")

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -286,6 +287,27 @@ TEST_F(UpdateCheckerTest, AnUpdateIsShownWithItsNotesAndAsksFirst) {
     EXPECT_EQ(willShowCount, 1);
     world.time.advance(100h);
     EXPECT_THAT(services.downloads.requests, SizeIs(1)) << "nothing is downloaded unasked, nor asked again";
+}
+
+TEST_F(UpdateCheckerTest, NotesTakeTheRoomThatTheyNeedAndScrollWhenThereAreMany) {
+    startChecked();
+    double shortOnes = 0;
+    for (const int lines : {1, 3, 100, 1000}) {
+        std::string notes = "<h2>New</h2><ul>";
+        for (int i = 0; i < lines; ++i) notes += "<li>Line</li>";
+        services.reader.feeds["feed"].front().notes = notes;
+        ask();
+        const auto scrolls = viewsOf<ScrollView>(world.windows.informationWindows().front().content);
+        ASSERT_THAT(scrolls, SizeIs(1));
+        const double whole = world.windows.fittingSize(*scrolls.front().content).height;
+        EXPECT_EQ(scrolls.front().size.height, std::min(whole, 220.0));
+        if (lines == 1) shortOnes = scrolls.front().size.height;
+        click(UpdatePages::later);
+    }
+    EXPECT_LT(shortOnes, 100);
+    services.reader.feeds["feed"].front().notes = "<p> </p>";
+    ask();
+    EXPECT_THAT(viewsOf<ScrollView>(world.windows.informationWindows().front().content), IsEmpty());
 }
 
 TEST_F(UpdateCheckerTest, AnUpdateThatNobodyAskedForTakesTheFocusFromNobody) {
