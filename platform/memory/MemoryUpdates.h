@@ -168,7 +168,16 @@ private:
         std::unique_ptr<MainQueue::Timer> end;
     };
 
+    [[nodiscard]] static bool isSafe(const Source& source) {
+        const auto isOn = [&](const std::string& server) {
+            return source.url == server || source.url.starts_with(server + "/") || source.url.starts_with(server + ":");
+        };
+        if (source.url.starts_with("https://")) return true;
+        return source.mayBePlainOnThisMachine && (isOn("http://localhost") || isOn("http://127.0.0.1"));
+    }
+
     [[nodiscard]] Text answerOf(const Source& source) const {
+        if (!isSafe(source)) return DownloadFailure::insecure;
         const auto found = answers.find(source.url);
         return found == answers.end() ? Text(DownloadFailure::unreachable) : found->second;
     }

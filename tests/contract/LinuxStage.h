@@ -9,7 +9,9 @@
 #include "platform/linux/BootClock.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/QtDownloads.h"
 #include "platform/linux/StandardErrorLog.h"
+#include "tests/contract/LoopbackServer.h"
 #include "tests/contract/Stage.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -77,6 +79,8 @@ public:
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;
     void switchElsewhere(const DisplayMode& mode) override;
+    [[nodiscard]] Downloads& downloads() override { return downloads_; }
+    Downloads::Source offer(const std::string& text) override;
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:
@@ -93,6 +97,8 @@ private:
     AutostartEntry launchAtLogin_;
     StandardErrorLog log_;
     BootClock wallClock_;
+    QtDownloads downloads_{folder_.path() / "cache"};
+    LoopbackServer server_;
     DisplayMode firstMode_;
     bool hasSecondDisplay_ = false;
     std::map<ProcessID, std::unique_ptr<StatusItemProcess>> applications_;

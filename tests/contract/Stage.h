@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Downloads.h"
 #include "platform/Platform.h"
 #include "platform/WallClock.h"
 
@@ -97,6 +98,11 @@ public:
     virtual void mirror(DisplayID display) = 0;
     /// Another program switches the main display to one of its modes.
     virtual void switchElsewhere(const DisplayMode& mode) = 0;
+    /// What a world fetches with that makes an update framework from it.
+    [[nodiscard]] virtual Downloads& downloads() = 0;
+    /// Offers a text on a server of this machine, and returns where.
+    virtual Downloads::Source offer(const std::string& text) = 0;
+
     /// What was written to the log since the stage was made. [readLog]
     [[nodiscard]] virtual std::vector<std::string> logLines() = 0;
 };
