@@ -184,6 +184,12 @@ class Handler(http.server.SimpleHTTPRequestHandler):
             self.wfile.write(b"X-Header: x\r\n")
             time.sleep(0.1)
 
+    def _steady(self):
+        self.begin(Content_Length=65536 * 6)
+        for _ in range(6):
+            self.wfile.write(b"x" * 65536)
+            time.sleep(0.2)
+
     def _asked_for(self):
         """What the request says of itself."""
         text = "".join(f"{name}: {value}\n" for name, value in self.headers.items()).encode()

@@ -5,15 +5,19 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QNetworkAccessManager>
 #include <QProcess>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QUrl>
+#include <chrono>
+#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <optional>
 #include <string>
 
+#include "platform/linux/QtTransfer.h"
 #include "platform/linux/TemporaryFile.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -310,13 +314,44 @@ TEST_F(QtDownloadsTest, ATestFeedMayLeadToASafePlace) {
     expectText(plain_ + "/_redirect-to-tls");
 }
 
-TEST_F(QtDownloadsTest, WhoSendsHeadersForEverCanBeCancelled) {
-    transfer_ = downloads_.read({plain_ + "/_slow-headers", true}, 1000, [](const Downloads::Text&) { FAIL(); });
-    QElapsedTimer timer;
-    timer.start();
-    becomes([&] { return timer.elapsed() > 500; });
-    transfer_.reset();
-    becomes([&] { return timer.elapsed() > 800; });
+/// How a transfer ends that has little patience; nothing when it brought everything.
+class Impatient {
+public:
+    Impatient(const std::string& url, std::uint64_t length, bool isExact)
+        : transfer_(network_, {url, true}, {length, isExact, std::chrono::milliseconds(700)},
+                    {[](std::string_view) { return std::nullopt; },
+                     [this](std::optional<DownloadFailure> failure) {
+                         result_ = failure;
+                         ++count_;
+                     }}) {}
+    [[nodiscard]] bool isOver() const { return count_ > 0; }
+    [[nodiscard]] std::optional<DownloadFailure> result() const { return result_; }
+
+private:
+    QNetworkAccessManager network_;
+    std::optional<DownloadFailure> result_;
+    int count_ = 0;
+    QtTransfer transfer_;
+};
+
+TEST_F(QtDownloadsTest, WhoBringsNextToNothingIsGivenUp) {
+    for (const char* path : {"/_slow", "/_slow-headers"}) {
+        for (const bool isExact : {false, true}) {
+            const Impatient transfer(plain_ + path, 1000, isExact);
+            EXPECT_TRUE(becomes([&] { return transfer.isOver(); })) << path;
+            EXPECT_EQ(transfer.result(), DownloadFailure::unreachable) << path;
+        }
+    }
+}
+
+TEST_F(QtDownloadsTest, AFileThatTakesItsTimeAndComesIsNotGivenUp) {
+    constexpr std::uint64_t length = std::uint64_t{65536} * 6;
+    const Impatient file(plain_ + "/_steady", length, true);
+    EXPECT_TRUE(becomes([&] { return file.isOver(); }));
+    EXPECT_EQ(file.result(), std::nullopt);
+    const Impatient text(plain_ + "/_steady", length, false);
+    EXPECT_TRUE(becomes([&] { return text.isOver(); }));
+    EXPECT_EQ(text.result(), DownloadFailure::unreachable) << "nothing can go on before all of it is there";
 }
 
 TEST_F(QtDownloadsTest, AHandlerMayDestroyItsTransfer) {
