@@ -9,33 +9,38 @@ namespace {
 
 /// An integer: the date of the last check, in seconds since the beginning of 1970 in UTC.
 constexpr std::string_view lastCheckKey = "OvinLastUpdateCheck";
-constexpr std::chrono::seconds none{0};
 
 std::int64_t stamp(std::chrono::seconds date) { return date.count(); }
 
 }  // namespace
 
-std::chrono::seconds CheckSchedule::untilNext() {
-    if (due_) return std::max(*due_ - clock_.timeSinceBoot(), none);
-    return untilNextByDate();
+std::chrono::seconds CheckSchedule::due() {
+    if (!due_) due_ = dueByDate();
+    return *due_;
 }
 
-std::chrono::seconds CheckSchedule::untilNextByDate() {
+void CheckSchedule::dateChanged() {
+    if (!hasBegun_) due_ = std::min(due(), dueByDate());
+}
+
+std::chrono::seconds CheckSchedule::dueByDate() {
+    const std::chrono::seconds sinceBoot = clock_.timeSinceBoot();
     const auto stored = defaults_.object(lastCheckKey);
     const auto* const last = stored ? std::get_if<std::int64_t>(&*stored) : nullptr;
     // Whoever put another type there has not checked either; and a date before 1970 is none.
-    if (last == nullptr || *last < 0) return none;
+    if (last == nullptr || *last < 0) return sinceBoot;
     const std::chrono::seconds now = clock_.date();
     if (*last > stamp(now)) {
         // A store that refuses the date will refuse it at the check as well.
         (void)defaults_.set(lastCheckKey, stamp(now));
-        return interval;
+        return sinceBoot + interval;
     }
     const std::chrono::seconds passed = now - std::chrono::seconds(*last);
-    return std::max(interval - passed, none);
+    return sinceBoot + std::max(interval - passed, std::chrono::seconds(0));
 }
 
 bool CheckSchedule::begin() {
+    hasBegun_ = true;
     due_ = clock_.timeSinceBoot() + interval;
     stampBefore_ = defaults_.object(lastCheckKey);
     return defaults_.set(lastCheckKey, stamp(clock_.date()));

@@ -72,6 +72,8 @@ std::optional<std::string> characterNamed(std::string_view name) {
     return text;
 }
 
+using Kind = NotesParagraph::Kind;
+
 /// Collects paragraphs, and stops when there is enough.
 class Paragraphs {
 public:
@@ -92,32 +94,28 @@ public:
         if (!current_.empty() && current_.back() != ' ') append(" ");
     }
 
-    /// A bullet waits for its text.
+    /// A kind waits for its text.
     void end() {
         while (current_.ends_with(' ')) current_.pop_back();
-        if (current_ == bullet) return append(" ");
-        if (!current_.empty()) all_.push_back(std::move(current_));
-        current_.clear();
+        if (current_.empty()) return;
+        all_.push_back({std::exchange(current_, {}), kind_});
+        kind_ = Kind::text;
     }
 
-    void beginListItem() {
+    void begin(Kind kind) {
         end();
-        current_.clear();
-        append(bullet);
-        append(" ");
+        kind_ = kind;
     }
 
-    [[nodiscard]] std::vector<std::string> take() {
+    [[nodiscard]] std::vector<NotesParagraph> take() {
         end();
-        current_.clear();
         return std::move(all_);
     }
 
 private:
-    static constexpr std::string_view bullet = "•";
-
-    std::vector<std::string> all_;
+    std::vector<NotesParagraph> all_;
     std::string current_;
+    Kind kind_ = Kind::text;
     std::size_t size_ = 0;
 };
 
@@ -125,7 +123,7 @@ class Html {
 public:
     explicit Html(std::string_view text) : rest_(text) {}
 
-    std::vector<std::string> paragraphs() {
+    std::vector<NotesParagraph> paragraphs() {
         while (!rest_.empty() && !found_.isFull()) step();
         return found_.take();
     }
@@ -161,10 +159,13 @@ private:
         const std::string name = lowered(tail.substr(0, std::min(tail.find_first_of(" \t\r\n/"), tail.size())));
         rest_.remove_prefix(std::min(end + 1, rest_.size()));
         if (!isEnd && (name == "style" || name == "script" || name == "title")) return skipPast("</" + name);
-        if (!isEnd && name == "li") return found_.beginListItem();
-        constexpr std::array<std::string_view, 18> blocks{"p",  "br", "div", "ul", "ol", "li",    "h1",  "h2",   "h3",
-                                                          "h4", "h5", "h6",  "hr", "tr", "table", "pre", "body", "head"};
-        if (std::find(blocks.begin(), blocks.end(), name) != blocks.end()) found_.end();
+        // Within an item or a heading these begin a line; all others end it.
+        if (name == "p" || name == "br" || name == "div") return found_.end();
+        constexpr std::array<std::string_view, 9> blocks{"ul", "ol", "li", "hr", "tr", "table", "pre", "body", "head"};
+        const bool isHeading = name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6';
+        if (!isHeading && std::find(blocks.begin(), blocks.end(), name) == blocks.end()) return;
+        if (isEnd) return found_.begin(Kind::text);
+        found_.begin(isHeading ? Kind::heading : name == "li" ? Kind::listItem : Kind::text);
     }
 
     void skipPast(std::string_view mark) {
@@ -180,7 +181,7 @@ private:
     Paragraphs found_;
 };
 
-std::vector<std::string> linesOf(std::string_view text) {
+std::vector<NotesParagraph> linesOf(std::string_view text) {
     Paragraphs found;
     while (!text.empty() && !found.isFull()) {
         const std::size_t length = std::min(text.find('\n'), text.size());
@@ -195,7 +196,7 @@ std::vector<std::string> linesOf(std::string_view text) {
 
 }  // namespace
 
-std::vector<std::string> notesParagraphs(std::string_view notes, bool arePlain) {
+std::vector<NotesParagraph> notesParagraphs(std::string_view notes, bool arePlain) {
     return arePlain ? linesOf(notes) : Html(notes).paragraphs();
 }
 

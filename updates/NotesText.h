@@ -6,10 +6,19 @@
 
 namespace ovin {
 
-/// The paragraphs of release notes as plain text: windows show no mark-up. Of HTML, tags and what nobody is meant to read
-/// (style sheets, scripts, comments) are left out, blocks become paragraphs, list items get a bullet, and the usual named
-/// characters and numbers are read. Whatever the notes are, the result has at most `longestNotes` bytes.
-[[nodiscard]] std::vector<std::string> notesParagraphs(std::string_view notes, bool arePlain);
+/// A piece of release notes, without mark-up; its text is never empty.
+struct NotesParagraph {
+    enum class Kind { text, heading, listItem };
+    std::string text;
+    Kind kind = Kind::text;
+
+    friend bool operator==(const NotesParagraph&, const NotesParagraph&) = default;
+};
+
+/// The paragraphs of release notes. Of HTML, tags and what nobody is meant to read (style sheets, scripts, comments) are
+/// left out, blocks become paragraphs, and the usual named characters and numbers are read. Whatever the notes are, the
+/// texts have at most `longestNotes` bytes.
+[[nodiscard]] std::vector<NotesParagraph> notesParagraphs(std::string_view notes, bool arePlain);
 
 inline constexpr std::size_t longestNotes = 32768;
 

@@ -29,24 +29,27 @@ UpdateChecker::UpdateChecker(const Platform& platform, const UpdateServices& ser
       services_(services),
       delegate_(std::move(delegate)),
       schedule_(platform.defaults, services.wallClock),
-      window_(platform, [this](int tag) { clicked(tag); }) {
-    timer_ = platform_.mainQueue.after(std::chrono::seconds(0), [this] { lookAtClock(); });
+      window_(platform, [this](int tag) { clicked(tag); }),
+      dateObservation_(services.wallClock.observeDate([this] { dateChanged(); })) {
+    setAlarm();
 }
 
-void UpdateChecker::lookAtClock() {
-    if (stage_ == Stage::idle && schedule_.untilNext() <= std::chrono::seconds(0)) {
-        isAsked_ = false;
-        if (schedule_.begin()) readFeed();
-    }
-    wait();
+/// A course that goes on is not disturbed, however long the user thinks about it.
+void UpdateChecker::setAlarm() {
+    alarm_.reset();
+    if (stage_ != Stage::idle) return;
+    alarm_ = services_.wallClock.setAlarm(schedule_.due(), [this] { checkUnasked(); });
 }
 
-void UpdateChecker::wait() {
-    // A course that goes on is not disturbed, however long the user thinks about it.
-    constexpr std::chrono::seconds shortestWait{1};
-    const auto delay = std::clamp(schedule_.untilNext(), shortestWait, CheckSchedule::longestWait);
-    const bool isBusy = stage_ != Stage::idle;
-    timer_ = platform_.mainQueue.after(isBusy ? CheckSchedule::longestWait : delay, [this] { lookAtClock(); });
+void UpdateChecker::checkUnasked() {
+    isAsked_ = false;
+    if (schedule_.begin()) readFeed();
+    setAlarm();
+}
+
+void UpdateChecker::dateChanged() {
+    schedule_.dateChanged();
+    setAlarm();
 }
 
 void UpdateChecker::checkForUpdates() {
@@ -56,7 +59,7 @@ void UpdateChecker::checkForUpdates() {
             (void)schedule_.begin();
             window_.show(UpdatePages::looking(platform_.resources));
             readFeed();
-            return wait();
+            return setAlarm();
         case Stage::reading:
             window_.show(UpdatePages::looking(platform_.resources));
             return window_.bringForward();
@@ -123,7 +126,10 @@ void UpdateChecker::offer() {
     stage_ = Stage::asking;
     delegate_.willHandleShowingUpdate();
     const bool canBeSkipped = !isCriticalFor(item_, installedText(versionKey));
-    window_.show(UpdatePages::offer({item_, installedText(shortVersionKey), canBeSkipped}, platform_.resources));
+    const auto notes = UpdatePages::notesOf(item_);
+    const double notesHeight = notes ? platform_.windows.fittingSize(*notes).height : 0;
+    window_.show(
+        UpdatePages::offer({item_, installedText(shortVersionKey), canBeSkipped, notesHeight}, platform_.resources));
     window_.bringForward();
 }
 
@@ -132,6 +138,10 @@ void UpdateChecker::clicked(int tag) {
     switch (tag) {
         case UpdatePages::cancel:
             if (stage_ == Stage::reading || stage_ == Stage::downloading) end({});
+            return;
+        case UpdatePages::closed:
+            // What is being installed cannot be stopped, and the outcome is shown.
+            if (stage_ != Stage::installing) end({});
             return;
         case UpdatePages::show:
             if (stage_ == Stage::reminding) offer();
@@ -224,7 +234,7 @@ void UpdateChecker::end(const std::optional<Alert>& alert) {
     transfer_.reset();
     window_.close();
     if (isShown) platform_.alerts.run(*alert);
-    wait();
+    setAlarm();
 }
 
 std::string UpdateChecker::installedText(const char* key) const { return platform_.resources.infoString(key).value_or("0"); }

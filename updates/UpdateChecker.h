@@ -34,8 +34,9 @@ private:
         UpdatePackages::Installation installation;
     };
 
-    void lookAtClock();
-    void wait();
+    void checkUnasked();
+    void dateChanged();
+    void setAlarm();
 
     void readFeed();
     void feedRead(const Downloads::Text& result);
@@ -71,7 +72,9 @@ private:
     bool isTestFeed_ = false;
     FeedItem item_;
     std::unique_ptr<Downloads::Transfer> transfer_;
-    std::unique_ptr<MainQueue::Timer> timer_;
+    /// For the next check, while nothing else goes on.
+    std::unique_ptr<WallClock::Alarm> alarm_;
+    const std::unique_ptr<WallClock::Alarm> dateObservation_;
     /// Tells tasks that come back whether somebody is still there.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };

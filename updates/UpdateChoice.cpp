@@ -9,6 +9,10 @@ namespace {
 
 /// 64 bytes in base64.
 constexpr std::size_t signatureLength = 88;
+/// Room for all of a package is taken before its signature can be verified: a feed alone must not fill a disk.
+constexpr std::uint64_t longestPackage = std::uint64_t{1} << 30;
+
+bool isPlausible(std::uint64_t length) { return length > 0 && length <= longestPackage; }
 
 bool startsWithHost(std::string_view rest, std::string_view host) {
     if (!rest.starts_with(host)) return false;
@@ -32,7 +36,7 @@ bool runsOn(const FeedItem& item, const std::string& system) {
 }
 
 bool canBeInstalled(const FeedItem& item, const UpdatePackages& packages, bool mayReadThisMachine) {
-    return item.operatingSystem == "linux" && item.channel.empty() && item.length.value_or(0) > 0 &&
+    return item.operatingSystem == "linux" && item.channel.empty() && isPlausible(item.length.value_or(0)) &&
            item.edSignature.size() == signatureLength && isSafe(item.url, mayReadThisMachine) &&
            packages.suits(fileNameIn(item.url)) && runsOn(item, packages.systemVersion());
 }

@@ -27,8 +27,8 @@ struct UpdateSeeker {
 };
 
 /// The item with the newest version that is newer than the installed one and can be installed here; nothing when there is
-/// none. Items without a version, a plausible signature, a length, an address that is safe to download from or a package
-/// that suits this computer are no candidates, nor are those for other systems and those of a channel.
+/// none. Items without a version, a plausible signature, a length (1 GiB at most), an address that is safe to download from
+/// or a package that suits this computer are no candidates, nor are those for other systems and those of a channel.
 [[nodiscard]] std::optional<FeedItem> chooseUpdate(const Feed& feed, const UpdatePackages& packages,
                                                    const UpdateSeeker& seeker);
 

@@ -1,6 +1,7 @@
 #include "updates/UpdatePages.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -17,12 +18,17 @@ constexpr double innerWidth = width - 40;
 constexpr double iconSide = 64;
 constexpr double gap = 14;
 constexpr double textWidth = innerWidth - iconSide - gap;
-constexpr double notesHeight = 220;
+constexpr double highestNotes = 220;
 constexpr double notesInset = 12;
+constexpr double frameWidth = 1;
+constexpr double frameRadius = 6;
+constexpr double notesWidth = innerWidth - 2 * (notesInset + frameWidth);
+constexpr double bulletWidth = 14;
 constexpr double barHeight = 8;
 constexpr double buttonWidth = 96;
 constexpr Font titleFont{15, Font::Weight::semibold};
 constexpr Font textFont{13, Font::Weight::regular};
+constexpr Font headingFont{13, Font::Weight::semibold};
 
 View paragraph(std::string text, const Font& font, double wrapWidth, SystemColor color = SystemColor::label) {
     return {Label{{{std::move(text), font, Color{color}}}, wrapWidth, 2}};
@@ -62,14 +68,40 @@ View button(std::string title, Tag tag, KeyEquivalent key = KeyEquivalent::none,
 
 View cancelButton() { return {PushButton{"Cancel", {}, KeyEquivalent::escape, false, buttonWidth, cancel}}; }
 
-View notesView(const FeedItem& item) {
-    std::vector<View> paragraphs;
-    for (std::string& text : notesParagraphs(item.notes, item.areNotesPlain)) {
-        paragraphs.push_back(paragraph(std::move(text), textFont, innerWidth - 2 * notesInset));
+/// A bullet beside a text, so that all lines of the text begin below each other.
+View listItem(std::string text) {
+    Stack bullet;
+    bullet.orientation = Stack::Orientation::horizontal;
+    bullet.width = bulletWidth;
+    bullet.views = {{Label{{{"•", textFont, Color{SystemColor::label}}}, {}, 2}}};
+    Stack item;
+    item.orientation = Stack::Orientation::horizontal;
+    item.alignment = Stack::Alignment::top;
+    item.views = {{std::move(bullet)}, paragraph(std::move(text), textFont, notesWidth - bulletWidth)};
+    return {std::move(item)};
+}
+
+View notesView(NotesParagraph piece) {
+    switch (piece.kind) {
+        case NotesParagraph::Kind::heading:
+            return paragraph(std::move(piece.text), headingFont, notesWidth);
+        case NotesParagraph::Kind::listItem:
+            return listItem(std::move(piece.text));
+        case NotesParagraph::Kind::text:
+            break;
     }
-    const Insets around{notesInset, notesInset, notesInset, notesInset};
-    auto content = std::make_shared<const View>(column(std::move(paragraphs), 6, around));
-    return {ScrollView{{innerWidth, notesHeight}, std::move(content), Stack::Orientation::vertical}};
+    return paragraph(std::move(piece.text), textFont, notesWidth);
+}
+
+/// The notes in a frame, as high as they are and `highestNotes` at most.
+View framed(View notes, double height) {
+    auto content = std::make_shared<const View>(std::move(notes));
+    const Size size{innerWidth - 2 * frameWidth, std::min(height, highestNotes)};
+    Stack frame = std::get<Stack>(column({{ScrollView{size, std::move(content), Stack::Orientation::vertical}}}, 0,
+                                         {frameWidth, frameWidth, frameWidth, frameWidth})
+                                      .content);
+    frame.box = Box{Color{SystemColor::clear}, Color{SystemColor::separator}, frameWidth, frameRadius};
+    return {std::move(frame)};
 }
 
 bool isWebPage(const std::string& url) { return url.starts_with("https://"); }
@@ -97,14 +129,25 @@ std::string megabytes(std::uint64_t bytes) {
 
 }  // namespace
 
+std::optional<View> notesOf(const FeedItem& item) {
+    std::vector<View> views;
+    for (NotesParagraph& piece : notesParagraphs(item.notes, item.areNotesPlain)) {
+        const bool isHeading = piece.kind == NotesParagraph::Kind::heading;
+        if (isHeading && !views.empty()) views.back().spacingAfter = gap;
+        views.push_back(notesView(std::move(piece)));
+    }
+    if (views.empty()) return std::nullopt;
+    return column(std::move(views), 6, {notesInset, notesInset, notesInset, notesInset});
+}
+
 View offer(const Offer& offer, const Resources& resources) {
     const std::string version = shownVersion(offer.item);
     std::vector<View> views{header("A new version of Ovin is available",
                                    paragraph("Ovin " + version + " is available; you have " + offer.installed +
                                                  ". Would you like to download and install it?",
                                              textFont, textWidth),
-                                   resources),
-                            notesView(offer.item)};
+                                   resources)};
+    if (auto notes = notesOf(offer.item)) views.push_back(framed(std::move(*notes), offer.notesHeight));
     if (isWebPage(offer.item.notesLink)) {
         views.push_back({TextButton{
             {{"All release notes ↗", textFont, Color{SystemColor::label}, true}}, offer.item.notesLink, true, Tag::notes}});
@@ -123,10 +166,12 @@ View looking(const Resources& resources) {
 }
 
 View downloading(const std::string& version, std::uint64_t received, std::uint64_t length, const Resources& resources) {
-    const double part = length == 0 ? 0 : static_cast<double>(received) / static_cast<double>(length);
-    View amounts = column({bar(static_cast<double>(static_cast<int>(part * 100)) / 100),
-                           paragraph(megabytes(received) + " of " + megabytes(length) + " MB", textFont, textWidth,
-                                     SystemColor::secondaryLabel)},
+    // In hundredths, for the text too: each other page is laid out anew and read out to those who do not see it.
+    const double hundredths =
+        length == 0 ? 0 : std::floor(static_cast<double>(received) / static_cast<double>(length) * 100);
+    const auto shown = static_cast<std::uint64_t>(static_cast<double>(length) / 100 * hundredths);
+    View amounts = column({bar(hundredths / 100), paragraph(megabytes(shown) + " of " + megabytes(length) + " MB", textFont,
+                                                            textWidth, SystemColor::secondaryLabel)},
                           6);
     return page({header("Downloading Ovin " + version + "…", std::move(amounts), resources),
                  row({{FlexibleSpace{}}, cancelButton()})});

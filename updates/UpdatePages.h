@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/Resources.h"
@@ -10,15 +11,21 @@
 /// What the windows about updates show.
 namespace ovin::UpdatePages {
 
-enum Tag { install, later, skip, notes, cancel, restart, show };
+/// `closed` is no button: the user has closed the window by other means.
+enum Tag { install, later, skip, notes, cancel, restart, show, closed };
 
 inline constexpr double width = 500;
+
+/// What an item says of itself, for `offer`; nothing when it says nothing.
+[[nodiscard]] std::optional<View> notesOf(const FeedItem& item);
 
 /// What is new, and the question.
 struct Offer {
     FeedItem item;
     std::string installed;
     bool canBeSkipped = true;
+    /// What the notes take when nothing holds them back: those that are longer than the window shows are scrolled.
+    double notesHeight = 0;
 };
 [[nodiscard]] View offer(const Offer& offer, const Resources& resources);
 

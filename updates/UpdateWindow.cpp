@@ -18,6 +18,10 @@ void UpdateWindow::show(const View& page) {
     shown_ = page;
     if (window_) return window_->replace(page, size);
     window_ = platform_.windows.makeInformationWindow("Software Update", page, size, [this](int tag) { clicked_(tag); });
+    window_->onClose([this] {
+        window_.reset();
+        clicked_(UpdatePages::closed);
+    });
     window_->show();
 }
 

@@ -11,7 +11,8 @@ namespace ovin {
 /// The one window about updates, which shows one page after the other, and the panel that reminds of one. Main thread only.
 class UpdateWindow {
 public:
-    /// `clicked` is called with the tag of a button, and may put window and panel away. Everything behind `platform` must
+    /// `clicked` is called with the tag of a button, or `closed` once the user has closed the window, and may put window and
+    /// panel away. Everything behind `platform` must
     /// outlive this object.
     UpdateWindow(const Platform& platform, std::function<void(int tag)> clicked)
         : platform_(platform), clicked_(std::move(clicked)) {}

@@ -122,6 +122,14 @@ bool open(const std::string& path) {
 
 std::optional<PublicKey> publicKeyFrom(std::string_view base64) { return bytesFrom<std::tuple_size_v<PublicKey>>(base64); }
 
+void LinuxPackages::removeLeftovers() const {
+    TemporaryFile::clear(options_.folder);
+    if (!options_.appImage) return;
+    std::error_code error;
+    const std::filesystem::path image = std::filesystem::canonical(*options_.appImage, error);
+    if (!error) removeUnfinishedCopies(image);
+}
+
 std::string LinuxPackages::systemVersion() const { return gnu_get_libc_version(); }
 
 bool LinuxPackages::suits(std::string_view fileName) const {

@@ -27,6 +27,10 @@ public:
     };
     explicit LinuxPackages(Options options) : options_(std::move(options)) {}
 
+    /// Removes what downloads and installations have left that were interrupted by the end of their process, and packages
+    /// that were handed over more than a day ago.
+    void removeLeftovers() const;
+
     /// That of the C library.
     [[nodiscard]] std::string systemVersion() const override;
     /// "Ovin-2.0-x86_64.AppImage", with what the kernel calls this machine, or "ovin_2.0_amd64.deb", with what Debian calls

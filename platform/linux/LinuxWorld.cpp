@@ -12,7 +12,6 @@
 #include "platform/linux/LinuxPackages.h"
 #include "platform/linux/QtDownloads.h"
 #include "platform/linux/QtFeedReader.h"
-#include "platform/linux/TemporaryFile.h"
 #include "platform/linux/TrustPrompt.h"
 
 namespace ovin {
@@ -76,8 +75,8 @@ void LinuxWorld::waitForRegistrations() {
 std::optional<UpdateServices> LinuxWorld::updateServices(std::string_view publicKey) {
     const auto key = publicKeyFrom(publicKey);
     if (!key) return std::nullopt;
-    TemporaryFile::clear(downloadFolder());
     updating_ = std::make_unique<Updating>(*key);
+    updating_->packages.removeLeftovers();
     return UpdateServices{updating_->clock, updating_->downloads, updating_->reader, updating_->packages};
 }
 

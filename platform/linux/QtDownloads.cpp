@@ -41,7 +41,7 @@ std::unique_ptr<Downloads::Transfer> QtDownloads::read(const Source& source, std
                                                        std::function<void(Text)> finished) {
     const auto text = std::make_shared<std::string>();
     return std::make_unique<QtTransfer>(
-        network_, source, QtTransfer::Bounds{longest, false},
+        network_, source, QtTransfer::Bounds{.longest = longest},
         QtTransfer::Handlers{[text](std::string_view bytes) -> std::optional<DownloadFailure> {
                                  *text += bytes;
                                  return std::nullopt;
@@ -61,7 +61,7 @@ std::unique_ptr<Downloads::Transfer> QtDownloads::download(const Source& source,
             [finished = std::move(finished), failure = failureOf(error)] { finished(failure); });
     }
     return std::make_unique<QtTransfer>(
-        network_, source, QtTransfer::Bounds{length, true},
+        network_, source, QtTransfer::Bounds{.longest = length, .isExact = true},
         QtTransfer::Handlers{
             [file, progressed = std::move(progressed)](std::string_view bytes) -> std::optional<DownloadFailure> {
                 if (const auto problem = file->append(bytes)) return failureOf(problem);

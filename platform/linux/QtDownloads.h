@@ -11,7 +11,7 @@ namespace ovin {
 
 /// Downloads with Qt's network access, on its main thread. Redirections are followed as long as each of them is safe and
 /// none leads from HTTPS to plain HTTP. Nothing is decompressed, no cookies or credentials are kept or sent, and whoever is
-/// silent for half a minute is given up.
+/// silent for half a minute, or brings next to nothing in two, is given up.
 class QtDownloads final : public Downloads {
 public:
     /// Files come into this folder.

@@ -12,7 +12,7 @@ namespace ovin {
 QtInformationWindow::QtInformationWindow(const std::string& title, const View& content, Size size,
                                          std::function<void(int tag)> clicked)
     : window_(new ViewWindow(QString::fromStdString(title), Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint,
-                             {std::move(clicked), {}})) {
+                             {std::move(clicked), [this] { closedByUser(); }})) {
     window_->setView(content, size);
 }
 
@@ -31,6 +31,12 @@ void QtInformationWindow::place() {
     const QRect room = screen->availableGeometry();
     const QSize spare = (room.size() - window_->size()) / 2;
     window_->move(room.topLeft() + QPoint(std::max(0, spare.width()), std::max(0, spare.height())));
+}
+
+/// The handler may destroy this window, and itself with it.
+void QtInformationWindow::closedByUser() {
+    const auto closed = closed_;
+    if (closed) closed();
 }
 
 void QtInformationWindow::close() { window_->hide(); }

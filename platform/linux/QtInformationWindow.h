@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "platform/Windows.h"
 #include "platform/linux/ViewWindow.h"
 
@@ -15,11 +18,15 @@ public:
     void show() override;
     void close() override;
     [[nodiscard]] bool isOpen() const override;
+    void onClose(std::function<void()> closed) override { closed_ = std::move(closed); }
     void scrollToEnd() override;
     void replace(const View& content, Size size) override { window_->setView(content, size); }
 
 private:
     void place();
+    void closedByUser();
+
+    std::function<void()> closed_;
 
     /// Deleted by the event loop: this window may go while a button deals with a click.
     ViewWindow* const window_;

@@ -10,8 +10,8 @@ namespace ovin {
 namespace {
 
 constexpr std::chrono::seconds longestSilence{30};
-/// For what has to come as a whole before anything can go on: somebody who sends a byte now and then must not last for ever.
-constexpr std::chrono::minutes longestReading{2};
+/// What has to come of a file before patience ends: much less than the slowest of connections brings.
+constexpr std::uint64_t leastProgress = 16384;
 constexpr qint64 bufferSize = qint64{1} << 20;
 constexpr int mostRedirections = 10;
 
@@ -39,8 +39,8 @@ bool isHttpError(QNetworkReply::NetworkError error) {
 
 QtTransfer::QtTransfer(QNetworkAccessManager& network, const Downloads::Source& source, Bounds bounds, Handlers handlers)
     : source_(source), bounds_(bounds), handlers_(std::move(handlers)) {
-    QObject::connect(&deadline_, &QTimer::timeout, &receiver_, [this] { finish(DownloadFailure::unreachable); });
-    if (!bounds_.isExact) deadline_.start(std::chrono::milliseconds(longestReading));
+    QObject::connect(&watch_, &QTimer::timeout, &receiver_, [this] { checkProgress(); });
+    watch_.start(bounds_.patience);
     const QUrl url(QString::fromStdString(source.url), QUrl::StrictMode);
     if (isSafeSource(url, source.mayBePlainOnThisMachine)) {
         begin(network, url);
@@ -85,6 +85,12 @@ void QtTransfer::checkAnnouncedLength() {
     if (bounds_.isExact && length < bounds_.longest) finish(DownloadFailure::tooShort);
 }
 
+void QtTransfer::checkProgress() {
+    const bool isWorthIt = bounds_.isExact && received_ - receivedBefore_ >= leastProgress;
+    receivedBefore_ = received_;
+    if (!isWorthIt) finish(DownloadFailure::unreachable);
+}
+
 void QtTransfer::readAvailable() {
     // What an error or a redirection has to say besides is nobody's business.
     if (isFinished_ || reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 200) return;
@@ -121,7 +127,7 @@ std::optional<DownloadFailure> QtTransfer::failureOfReply() const {
 void QtTransfer::finish(std::optional<DownloadFailure> failure) {
     if (isFinished_) return;
     isFinished_ = true;
-    deadline_.stop();
+    watch_.stop();
     if (reply_ != nullptr && reply_->isRunning()) reply_->abort();
     // The handler goes with this object, which it may destroy.
     const auto finished = handlers_.finished;

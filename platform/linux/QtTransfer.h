@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -21,6 +22,9 @@ public:
         /// What comes in must not be longer, and is as long as that where it is said to be.
         std::uint64_t longest = 0;
         bool isExact = false;
+        /// For somebody who sends a byte now and then, and must not last for ever: a text has to come within this time, and
+        /// of a file of exact length so much that the rest is worth waiting for, each time anew.
+        std::chrono::milliseconds patience = std::chrono::minutes(2);
     };
     struct Handlers {
         /// Takes bytes; a failure ends the transfer.
@@ -37,6 +41,7 @@ private:
     void begin(QNetworkAccessManager& network, const QUrl& url);
     void redirected(const QUrl& url);
     void checkAnnouncedLength();
+    void checkProgress();
     void readAvailable();
     void replyFinished();
     [[nodiscard]] std::optional<DownloadFailure> failureOfReply() const;
@@ -47,7 +52,8 @@ private:
     const Bounds bounds_;
     const Handlers handlers_;
     QObject receiver_;
-    QTimer deadline_;
+    QTimer watch_;
+    std::uint64_t receivedBefore_ = 0;
     QNetworkReply* reply_ = nullptr;
     /// Where it has led so far.
     QUrl url_;

@@ -17,6 +17,7 @@ namespace ovin {
 namespace {
 
 constexpr std::string_view unfinished = ".part";
+constexpr std::string_view unfinishedCopy = ".new";
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
@@ -70,9 +71,12 @@ void syncFolder(const std::filesystem::path& folder) {
     close(descriptor);
 }
 
+std::string asidePrefix(const std::filesystem::path& path) { return "." + path.filename().string() + "."; }
+
 bool isLeftOver(const std::filesystem::directory_entry& entry) {
     constexpr std::chrono::hours longEnough{24};
-    if (entry.path().extension() == unfinished) return true;
+    const std::filesystem::path extension = entry.path().extension();
+    if (extension == unfinished || extension == unfinishedCopy) return true;
     std::error_code error;
     const auto written = entry.last_write_time(error);
     return !error && std::filesystem::file_time_type::clock::now() - written > longEnough;
@@ -119,11 +123,24 @@ void TemporaryFile::clear(const std::filesystem::path& folder) {
     }
 }
 
+void removeUnfinishedCopies(const std::filesystem::path& path) {
+    const std::string prefix = asidePrefix(path);
+    constexpr std::size_t randomLength = 6;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(path.parent_path(), error)) {
+        const std::string name = entry.path().filename().string();
+        const bool isCopy = name.size() == prefix.size() + randomLength + unfinishedCopy.size() &&
+                            name.starts_with(prefix) && name.ends_with(unfinishedCopy);
+        if (isCopy) (void)unlink(entry.path().c_str());
+    }
+}
+
 std::error_code copyInPlace(int descriptor, const std::filesystem::path& path, unsigned permissions) {
-    // Always the same name, so that at most one can ever be left behind, and that one goes at the next attempt.
-    const std::string aside = path.parent_path() / ("." + path.filename().string() + ".new");
-    (void)unlink(aside.c_str());
-    const int file = open(aside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    removeUnfinishedCopies(path);
+    // Each copy has a name of its own: another one at the same time could put this one in place before it is whole.
+    std::string aside = path.parent_path() / (asidePrefix(path) + "XXXXXX");
+    aside += unfinishedCopy;
+    const int file = mkostemps(aside.data(), static_cast<int>(unfinishedCopy.size()), O_CLOEXEC);
     if (file < 0) return lastError();
     std::error_code error = copyAll(descriptor, file);
     // Some file systems tell here only that they are full.

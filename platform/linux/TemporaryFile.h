@@ -27,7 +27,8 @@ public:
     [[nodiscard]] int descriptor() const { return descriptor_; }
     [[nodiscard]] std::uint64_t size() const { return size_; }
 
-    /// Removes what earlier processes have left in the folder: unfinished files, and others that are older than a day.
+    /// Removes what earlier processes have left in the folder: unfinished files and copies, and others that are older than a
+    /// day.
     static void clear(const std::filesystem::path& folder);
 
 private:
@@ -39,5 +40,9 @@ private:
 /// Copies all of a file to where `path` is, atomically and durably: there is what was there before or the whole copy,
 /// whatever happens.
 [[nodiscard]] std::error_code copyInPlace(int descriptor, const std::filesystem::path& path, unsigned permissions);
+
+/// Removes what copies for this place have left that were interrupted by the end of their process. One that is still going
+/// on fails then.
+void removeUnfinishedCopies(const std::filesystem::path& path);
 
 }  // namespace ovin

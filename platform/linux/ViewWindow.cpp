@@ -37,6 +37,10 @@ ViewWindow::ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers han
 }
 
 void ViewWindow::setView(const View& view, Size size) {
+    if (awaitsRelease()) {
+        waiting_ = Waiting{view, size};
+        return;
+    }
     QWidget* const previous = content_;
     // The handlers outlive the call, whatever it destroys.
     content_ = makeWidget(view, [weak = std::weak_ptr(handlers_)](int tag) {
@@ -50,6 +54,21 @@ void ViewWindow::setView(const View& view, Size size) {
     keepFocus(focusWidget());
     previous->hide();
     previous->deleteLater();
+}
+
+bool ViewWindow::awaitsRelease() {
+    // Whoever let go of a hidden window could not be seen doing it.
+    if (content_ == nullptr || !isVisible()) return false;
+    auto* const button = first<PressButton>(content_, [](const PressButton& one) { return one.isDown(); });
+    if (button == nullptr) return false;
+    // The release is told of before the click, which is delivered when the button has gone, too.
+    if (!waiting_) connect(button, &PressButton::released, this, &ViewWindow::showWaiting, Qt::QueuedConnection);
+    return true;
+}
+
+void ViewWindow::showWaiting() {
+    const auto waiting = std::exchange(waiting_, std::nullopt);
+    if (waiting) setView(waiting->view, waiting->size);
 }
 
 void ViewWindow::keepFocus(const QWidget* previous) {
@@ -76,6 +95,7 @@ void ViewWindow::scrollToEnd() {
 
 void ViewWindow::dismiss() {
     handlers_.reset();
+    waiting_.reset();
     hide();
     deleteLater();
 }
@@ -105,6 +125,7 @@ void ViewWindow::showEvent(QShowEvent* event) {
 void ViewWindow::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     lastPosition_ = pos();
+    showWaiting();
 }
 
 }  // namespace ovin

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -16,22 +20,89 @@ namespace ovin {
 /// A clock that a test can set wrong. The computer never started anew and never sleeps but in `sleep`.
 class MemoryWallClock final : public WallClock {
 public:
-    explicit MemoryWallClock(const SimulatedTime& time) : time_(time) {}
+    explicit MemoryWallClock(SimulatedTime& time) : time_(time) {}
 
-    /// What the date is, when the simulation is at its beginning and the computer has not slept.
-    std::chrono::seconds start{1'800'000'000};
+    /// How often an alarm has gone off.
+    int alarmCount = 0;
 
-    /// Time passes that no timer counts.
-    void sleep(std::chrono::seconds duration) { asleep_ += duration; }
+    /// Time passes that no timer of the main queue counts. Alarms that were due meanwhile go off when time goes on.
+    void sleep(std::chrono::seconds duration) {
+        asleep_ += duration;
+        for (Pending* const alarm : alarms_) start(*alarm);
+    }
+    /// Somebody sets the date.
+    void changeDate(std::chrono::seconds by) {
+        start_ += by;
+        const auto observers = observers_;
+        for (const Observer* const observer : observers) {
+            if (observers_.contains(observer)) observer->call();
+        }
+    }
+    /// The alarms that wait.
+    [[nodiscard]] std::size_t pendingCount() const { return alarms_.size(); }
 
-    [[nodiscard]] std::chrono::seconds date() const override { return start + timeSinceBoot(); }
+    [[nodiscard]] std::chrono::seconds date() const override { return start_ + timeSinceBoot(); }
     [[nodiscard]] std::chrono::seconds timeSinceBoot() const override {
         return std::chrono::floor<std::chrono::seconds>(time_.now()) + asleep_;
     }
+    [[nodiscard]] std::unique_ptr<Alarm> setAlarm(std::chrono::seconds time, std::function<void()> handler) override {
+        auto alarm = std::make_unique<Pending>(*this, time, std::move(handler));
+        start(*alarm);
+        return alarm;
+    }
+    [[nodiscard]] std::unique_ptr<Alarm> observeDate(std::function<void()> handler) override {
+        return std::make_unique<Observer>(*this, std::move(handler));
+    }
 
 private:
-    const SimulatedTime& time_;
+    struct Pending final : public Alarm {
+        Pending(MemoryWallClock& itsClock, std::chrono::seconds due, std::function<void()> itsHandler)
+            : clock(itsClock), time(due), handler(std::move(itsHandler)) {
+            clock.alarms_.insert(this);
+        }
+        ~Pending() override { clock.alarms_.erase(this); }
+
+        MemoryWallClock& clock;
+        const std::chrono::seconds time;
+        const std::function<void()> handler;
+        std::unique_ptr<MainQueue::Timer> timer;
+    };
+    struct Observer final : public Alarm {
+        Observer(MemoryWallClock& itsClock, std::function<void()> itsHandler)
+            : clock(itsClock), handler(std::move(itsHandler)) {
+            clock.observers_.insert(this);
+        }
+        ~Observer() override { clock.observers_.erase(this); }
+
+        /// The handler may destroy this object.
+        void call() const {
+            const auto running = handler;
+            running();
+        }
+
+        MemoryWallClock& clock;
+        const std::function<void()> handler;
+    };
+
+    void start(Pending& alarm) {
+        // A century is for ever, and what is longer overflows where nanoseconds are counted.
+        const std::chrono::seconds seconds = std::min(alarm.time, std::chrono::seconds(std::chrono::years(100)));
+        const SimulatedTime::Duration left = seconds - asleep_ - time_.now();
+        alarm.timer = time_.after(std::max(left, SimulatedTime::Duration::zero()), [this, &alarm] { goOff(alarm); });
+    }
+    void goOff(Pending& alarm) {
+        ++alarmCount;
+        alarms_.erase(&alarm);
+        const auto handler = alarm.handler;
+        handler();
+    }
+
+    SimulatedTime& time_;
+    /// What the date is, when the simulation is at its beginning and the computer has not slept.
+    std::chrono::seconds start_{1'800'000'000};
     std::chrono::seconds asleep_{0};
+    std::set<Pending*> alarms_;
+    std::set<const Observer*> observers_;
 };
 
 /// Files that are only their content.
@@ -97,7 +168,16 @@ private:
         std::unique_ptr<MainQueue::Timer> end;
     };
 
+    [[nodiscard]] static bool isSafe(const Source& source) {
+        const auto isOn = [&](const std::string& server) {
+            return source.url == server || source.url.starts_with(server + "/") || source.url.starts_with(server + ":");
+        };
+        if (source.url.starts_with("https://")) return true;
+        return source.mayBePlainOnThisMachine && (isOn("http://localhost") || isOn("http://127.0.0.1"));
+    }
+
     [[nodiscard]] Text answerOf(const Source& source) const {
+        if (!isSafe(source)) return DownloadFailure::insecure;
         const auto found = answers.find(source.url);
         return found == answers.end() ? Text(DownloadFailure::unreachable) : found->second;
     }

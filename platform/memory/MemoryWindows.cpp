@@ -103,6 +103,7 @@ public:
     }
     void close() override { information.isOpen = false; }
     [[nodiscard]] bool isOpen() const override { return information.isOpen; }
+    void onClose(std::function<void()> whenClosed) override { closed = std::move(whenClosed); }
     void scrollToEnd() override { information.isAtEnd = true; }
     void replace(const View& content, Size size) override {
         information.content = content;
@@ -111,6 +112,7 @@ public:
 
     Information information;
     const std::function<void(int tag)> clicked;
+    std::function<void()> closed;
 
 private:
     MemoryWindows& windows_;
@@ -175,6 +177,16 @@ void MemoryWindows::click(const std::string& title, int tag) {
         // The handler may destroy the window, and what holds the handler with it.
         const auto clicked = page->clicked;
         return clicked(tag);
+    }
+}
+
+void MemoryWindows::closeInformationWindow(const std::string& title) {
+    for (InformationPage* page : pages_) {
+        if (page->information.title != title) continue;
+        page->information.isOpen = false;
+        const auto closed = page->closed;
+        if (closed) closed();
+        return;
     }
 }
 

@@ -161,6 +161,8 @@ bool LinuxStage::runUntil(const std::function<bool()>& condition, Duration limit
     return holds;
 }
 
+Downloads::Source LinuxStage::offer(const std::string& text) { return {server_.offer(text), true}; }
+
 void LinuxStage::wait(Duration duration) { std::this_thread::sleep_for(duration); }
 
 /// The machine may be busy with a compiler; many waiting threads start one after the other then.

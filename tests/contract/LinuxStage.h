@@ -6,9 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/BootClock.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/QtDownloads.h"
 #include "platform/linux/StandardErrorLog.h"
+#include "tests/contract/LoopbackServer.h"
 #include "tests/contract/Stage.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -54,6 +57,7 @@ public:
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
     void wait(Duration duration) override;
+    [[nodiscard]] WallClock& wallClock() override { return wallClock_; }
     [[nodiscard]] Duration margin() const override;
 
     ProcessID start(const StagedApplication& application) override;
@@ -75,6 +79,8 @@ public:
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;
     void switchElsewhere(const DisplayMode& mode) override;
+    [[nodiscard]] Downloads& downloads() override { return downloads_; }
+    Downloads::Source offer(const std::string& text) override;
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:
@@ -90,6 +96,9 @@ private:
     std::unique_ptr<FileUserDefaults> defaults_;
     AutostartEntry launchAtLogin_;
     StandardErrorLog log_;
+    BootClock wallClock_;
+    QtDownloads downloads_{folder_.path() / "cache"};
+    LoopbackServer server_;
     DisplayMode firstMode_;
     bool hasSecondDisplay_ = false;
     std::map<ProcessID, std::unique_ptr<StatusItemProcess>> applications_;

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "platform/memory/MemoryUpdates.h"
 #include "platform/memory/MemoryWorld.h"
 #include "tests/contract/Stage.h"
 
@@ -39,6 +40,7 @@ public:
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
     void wait(Duration duration) override { world_.time.wait(duration); }
+    [[nodiscard]] WallClock& wallClock() override { return wallClock_; }
     [[nodiscard]] Duration margin() const override { return Duration::zero(); }
 
     ProcessID start(const StagedApplication& application) override { return applications_.start(application); }
@@ -64,10 +66,14 @@ public:
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;
     void switchElsewhere(const DisplayMode& mode) override;
+    [[nodiscard]] Downloads& downloads() override { return downloads_; }
+    Downloads::Source offer(const std::string& text) override;
     [[nodiscard]] std::vector<std::string> logLines() override { return world_.log.lines(); }
 
 private:
     MemoryWorld world_;
+    MemoryWallClock wallClock_{world_.time};
+    MemoryDownloads downloads_{world_.time};
     std::unique_ptr<MemoryUserDefaults> defaults_ = std::make_unique<MemoryUserDefaults>();
     MemoryApplications applications_{world_.accessibility, world_.workspace};
 };

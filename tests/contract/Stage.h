@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/Downloads.h"
 #include "platform/Platform.h"
+#include "platform/WallClock.h"
 
 namespace ovin {
 
@@ -55,6 +57,8 @@ public:
     virtual bool runUntil(const std::function<bool()>& condition, Duration limit) = 0;
     /// Blocks the calling thread or task for so long and lets nothing of the main queue run. Any thread.
     virtual void wait(Duration duration) = 0;
+    /// The date and what outlasts sleep, for a world that makes an update framework from them.
+    [[nodiscard]] virtual WallClock& wallClock() = 0;
     /// How much later than due things may be in this world, because the machine has other things to do.
     [[nodiscard]] virtual Duration margin() const = 0;
 
@@ -94,6 +98,11 @@ public:
     virtual void mirror(DisplayID display) = 0;
     /// Another program switches the main display to one of its modes.
     virtual void switchElsewhere(const DisplayMode& mode) = 0;
+    /// What a world fetches with that makes an update framework from it.
+    [[nodiscard]] virtual Downloads& downloads() = 0;
+    /// Offers a text on a server of this machine, and returns where.
+    virtual Downloads::Source offer(const std::string& text) = 0;
+
     /// What was written to the log since the stage was made. [readLog]
     [[nodiscard]] virtual std::vector<std::string> logLines() = 0;
 };

@@ -8,6 +8,7 @@ import functools
 import http.server
 import os
 import shutil
+import signal
 import stat
 import subprocess
 import sys
@@ -18,7 +19,7 @@ import time
 KEY = os.path.abspath(sys.argv.pop(4))
 
 from OvinTest import (OVIN, ApplicationTestCase, Atspi, accessible, activeWindow, awaitAccessible,  # noqa: E402
-                             buttonsOf, press, run, windowsOf)
+                             buttonsOf, isSanitized, press, run, windowsOf)
 from DesktopTest import BOUND, becomes, main  # noqa: E402
 
 RELEASE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tools", "release")
@@ -47,6 +48,29 @@ class Server(http.server.SimpleHTTPRequestHandler):
 
 def release(*arguments):
     return subprocess.run([sys.executable, RELEASE, *arguments], check=True, capture_output=True, text=True).stdout
+
+
+def timersOf(pid):
+    """What the kernel says of a program's timer files, those that go by the boot clock first."""
+    timers = []
+    for name in os.listdir(f"/proc/{pid}/fdinfo"):
+        try:
+            with open(f"/proc/{pid}/fdinfo/{name}", encoding="utf-8") as file:
+                lines = dict(line.rstrip("\n").split(": ", 1) for line in file if ": " in line)
+        except OSError:
+            continue  # closed meanwhile
+        if "clockid" in lines:
+            timers.append(lines)
+    return sorted(timers, key=lambda timer: timer["clockid"], reverse=True)
+
+
+def wakeUps(pid):
+    """The voluntary context switches of all threads."""
+    count = 0
+    for thread in os.listdir(f"/proc/{pid}/task"):
+        with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8", errors="replace") as file:
+            count += sum(int(line.split()[1]) for line in file if line.startswith("voluntary_ctxt_switches:"))
+    return count
 
 
 class UpdateTestCase(ApplicationTestCase):
@@ -124,7 +148,7 @@ class AnUpdate(UpdateTestCase):
         self.write("Ovin.AppImage", "#!/bin/sh\necho old\n", 0o754)
         ovin = self.start(image=self.path("Ovin.AppImage"))
         self.assertSays("A new version of Ovin is available")
-        self.assertIsNotNone(accessible("Ovin", "• Faster & nicer"), "the notes are not shown")
+        self.assertIsNotNone(accessible("Ovin", "Faster & nicer"), "the notes are not shown")
         self.assertIn("old", self.read("Ovin.AppImage"), "it was replaced unasked")
         self.pressButton("Install")
         self.assertSays("Ovin 2.0 is installed")
@@ -136,6 +160,47 @@ class AnUpdate(UpdateTestCase):
         self.assertTrue(becomes(lambda: self.read("report") == "new\n"), "the new one does not start")
         self.assertNothingRemains()
         self.assertEqual([name for name in os.listdir(self.folder) if name.startswith(".")], [])
+
+    def testAnImageWithTheProgramInItGivesWayToTheNewOneWhichRuns(self):
+        # As the runtime of AppImages has it: the program is mounted somewhere, and the image is what starts it.
+        def image(version):
+            return (f"#!/bin/sh\necho {version} $$ >> {self.path('starts')}\nexport APPDIR={self.path('mounted')}\n"
+                    "APPIMAGE=$(readlink -f \"$0\") exec \"$APPDIR/usr/bin/ovin\"\n")
+
+        os.makedirs(self.path("mounted/usr/bin"))
+        shutil.copy(OVIN, self.path("mounted/usr/bin/ovin"))
+        self.announce(IMAGE, image("new"))
+        os.makedirs(self.path("applications"))
+        self.write("applications/Ovin-1.0.AppImage", image("old"), 0o755)
+        os.symlink("../applications/Ovin-1.0.AppImage", self.path("bin/ovin"))
+        self.write("applications/.Ovin-1.0.AppImage.a1b2c3.new", "left by one that was killed")
+
+        environment = dict(os.environ, XDG_CONFIG_HOME=self.path("config"), XDG_CACHE_HOME=self.path("cache"),
+                           OVIN_TEST_FEED=self.url + "appcast.xml")
+        old = subprocess.Popen([self.path("bin/ovin")], env=environment)
+        self.addCleanup(old.wait, BOUND)
+        self.addCleanup(old.kill)
+        self.assertSays("Ovin 2.0 is available")
+        self.assertEqual(os.listdir(self.path("applications")), ["Ovin-1.0.AppImage"])
+        self.pressButton("Show…")
+        self.pressButton("Install")
+        self.assertSays("Ovin 2.0 is installed")
+        self.assertIsNone(old.poll(), "it ended unasked")
+        self.assertTrue(os.path.islink(self.path("bin/ovin")))
+        self.assertEqual(os.listdir(self.path("applications")), ["Ovin-1.0.AppImage"])
+        self.assertEqual(stat.S_IMODE(os.stat(self.path("bin/ovin")).st_mode), 0o755)
+        self.pressButton("Restart Ovin")
+        self.assertEqual(old.wait(BOUND), 0)
+
+        self.assertTrue(becomes(lambda: self.read("starts").count("\n") == 2), self.read("starts"))
+        version, pid = self.read("starts").splitlines()[1].split()
+        self.assertEqual(version, "new")
+        self.assertTrue(becomes(lambda: self.slot() is not None), "the new one does not run")
+        with open(f"/proc/{pid}/environ", encoding="utf-8", errors="replace") as file:
+            self.assertIn(f"APPIMAGE={self.path('applications/Ovin-1.0.AppImage')}", file.read().split("\0"))
+        os.kill(int(pid), signal.SIGTERM)
+        self.assertTrue(becomes(lambda: not os.path.exists(f"/proc/{pid}")), "the new one does not end")
+        self.assertNothingRemains()
 
     def testADebianPackageIsHandedToTheInstaller(self):
         self.write("bin/xdg-open", f"#!/bin/sh\ncat \"$1\" > {self.path('opened')}\nid -u > {self.path('user')}\n", 0o755)
@@ -163,6 +228,33 @@ class AnUpdate(UpdateTestCase):
         self.assertTrue(becomes(lambda: activeWindow() != before), "the window stays behind")
         self.pressButton("Later")
         self.assertTrue(becomes(lambda: accessible("Ovin", "Install") is None))
+
+    def testNothingWakesUpUntilTheNextCheckIsDue(self):
+        if isSanitized():
+            self.skipTest("sanitizers have threads of their own that wake up")
+        self.announce(DEB, "a package\n", "--minimum-system", "99")
+        ovin = self.start(asks=False)
+        self.assertTrue(becomes(lambda: "OvinLastUpdateCheck" in self.read("config/ovin/defaults")))
+        self.assertTrue(becomes(lambda: self.slot() is not None))
+        self.assertTrue(becomes(lambda: len(timersOf(ovin.pid)) == 2), timersOf(ovin.pid))
+        bootTime, date = timersOf(ovin.pid)
+        self.assertEqual(bootTime["clockid"], str(time.CLOCK_BOOTTIME), "the time that the computer sleeps does not count")
+        hours = int(bootTime["it_value"].strip("()").split(",")[0]) / 3600
+        self.assertTrue(23.9 < hours <= 24, hours)
+        self.assertEqual(date["clockid"], str(time.CLOCK_REALTIME))
+        self.assertEqual(date["settime flags"], "03", "an absolute time, cancelled when the clock is set")
+
+        # What the start set off, and connections that servers keep, come to rest.
+        quiet = time.monotonic() + BOUND
+        before = wakeUps(ovin.pid)
+        while time.monotonic() < quiet:
+            time.sleep(2)
+            now = wakeUps(ovin.pid)
+            if now == before:
+                break
+            before = now
+        time.sleep(6)
+        self.assertEqual(wakeUps(ovin.pid), before)
 
     def testADownloadThatIsCancelledOrKilledLeavesNothing(self):
         self.announce(DEB, "x" * 400000)

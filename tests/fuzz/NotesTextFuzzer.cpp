@@ -11,8 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     std::size_t total = 0;
     for (const auto& paragraph : ovin::notesParagraphs(text.substr(1), text.front() == 'p')) {
-        if (paragraph.empty()) __builtin_trap();
-        total += paragraph.size();
+        if (paragraph.text.empty()) __builtin_trap();
+        total += paragraph.text.size();
     }
     if (total > ovin::longestNotes) __builtin_trap();
     return 0;

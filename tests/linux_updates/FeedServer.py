@@ -103,6 +103,93 @@ class Handler(http.server.SimpleHTTPRequestHandler):
             self.wfile.flush()
             time.sleep(0.1)
 
+    def raw(self, text):
+        """An answer that no server gives."""
+        self.close_connection = True
+        self.wfile.write(text)
+
+    def flood(self, begin, part):
+        """Sends the same again and again, 512 MiB at most, and tells how much was taken."""
+        sent = 0
+        try:
+            self.raw(begin)
+            for _ in range(512):
+                self.wfile.write(part * (1024 * 1024 // len(part)))
+                sent += 1
+        finally:
+            with open(os.path.join(self.directory, "sent"), "w", encoding="ascii") as file:
+                file.write(str(sent))
+
+    def _endless_headers(self):
+        self.flood(b"HTTP/1.1 200 OK\r\n", b"X-Header: " + b"x" * 1012 + b"\r\n")
+
+    def _endless_header(self):
+        self.flood(b"HTTP/1.1 200 OK\r\nX-Header: ", b"x" * 1024)
+
+    def _endless_status(self):
+        self.flood(b"HTTP/1.1 200 ", b"x" * 1024)
+
+    def _endless_chunks(self):
+        self.flood(b"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n", b"400\r\n" + b"x" * 1024 + b"\r\n")
+
+    def _endless_chunk_size(self):
+        self.flood(b"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n", b"0" * 1024)
+
+    def _endless_interim_answers(self):
+        self.flood(b"", b"HTTP/1.1 103 Early Hints\r\nLink: </a>\r\n\r\n")
+
+    def _chunk_of_nonsense(self):
+        self.raw(b"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nffffffffffffffff\r\nxxx")
+
+    def _chunk_below_zero(self):
+        self.raw(b"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n-5\r\nxxxxx\r\n0\r\n\r\n")
+
+    def _chunks_without_end(self):
+        self.raw(b"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nxxxxx\r\n")
+
+    def _length_below_zero(self):
+        self.raw(b"HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nxxxxx")
+
+    def _two_lengths(self):
+        self.raw(b"HTTP/1.1 200 OK\r\nContent-Length: 5\r\nContent-Length: 500\r\n\r\nxxxxx")
+
+    def _longer_than_announced(self):
+        self.raw(b"HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nxxxxxyyyyy")
+
+    def _no_http(self):
+        self.raw(b"SSH-2.0-OpenSSH_9.2\r\n")
+
+    def _part(self):
+        self.begin(206, Content_Length=5, Content_Range="bytes 0-4/5")
+        self.wfile.write(b"xxxxx")
+
+    def _log_in(self):
+        self.begin(401, WWW_Authenticate='Basic realm="a"', Content_Length=0)
+
+    def _redirect_nowhere(self):
+        self.begin(302, Content_Length=0)
+
+    def _redirect_to_garbage(self):
+        self.redirect("https://[::")
+
+    def _redirect_with_credentials(self):
+        self.redirect("http://127.0.0.1@ovin.example/file")
+
+    def _redirect_to_tls(self):
+        self.redirect(f"https://localhost:{self.tls_port}/file")
+
+    def _slow_headers(self):
+        self.raw(b"HTTP/1.1 200 OK\r\n")
+        for _ in range(600):
+            self.wfile.write(b"X-Header: x\r\n")
+            time.sleep(0.1)
+
+    def _steady(self):
+        self.begin(Content_Length=65536 * 6)
+        for _ in range(6):
+            self.wfile.write(b"x" * 65536)
+            time.sleep(0.2)
+
     def _asked_for(self):
         """What the request says of itself."""
         text = "".join(f"{name}: {value}\n" for name, value in self.headers.items()).encode()

@@ -1,15 +1,22 @@
 #include "platform/linux/LinuxPackages.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
 #include <sodium.h>
 #include <stdlib.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/utsname.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
+#include <cerrno>
 #include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -176,6 +183,140 @@ TEST_F(LinuxPackagesTest, AnImageThatIsGoneIsNotReplaced) {
     const auto result = images.install(*file("new"), imageName());
     EXPECT_EQ(result.outcome, Outcome::failed);
     EXPECT_FALSE(std::filesystem::exists(image));
+}
+
+constexpr int cannotBeTried = 77;
+
+/// Runs something in a process of its own, with the expectations in it; its status when these hold.
+template <typename Work>
+int inOwnProcess(const Work& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool wasTried = work();
+        std::fflush(nullptr);
+        _exit(testing::Test::HasFailure() ? 1 : (wasTried ? 0 : cannotBeTried));
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(LinuxPackagesTest, AnImageInAFolderThatThisUserMayNotChangeStays) {
+    script(image, "old");
+    chmod(image.c_str(), 0755);
+    const auto downloaded = file("new");
+    const std::size_t count = countIn(folder.path());
+    chmod(folder.path().c_str(), 0555);
+    EXPECT_EQ(inOwnProcess([&] {
+                  constexpr uid_t nobody = 65534;
+                  if (geteuid() == 0 && (setgid(nobody) != 0 || setuid(nobody) != 0)) return false;
+                  const auto result = images.install(*downloaded, imageName());
+                  EXPECT_EQ(result.outcome, Outcome::failed);
+                  EXPECT_TRUE(result.detail.starts_with(image.string() + " cannot be replaced: ")) << result.detail;
+                  return true;
+              }),
+              0);
+    chmod(folder.path().c_str(), 0755);
+    EXPECT_EQ(read(image), "#!/bin/sh\nold\n");
+    EXPECT_EQ(countIn(folder.path()), count);
+}
+
+/// Puts a disk with room for 64 KiB there, which nobody else sees and which goes with this process.
+bool mountSmallDisk(const std::filesystem::path& place) {
+    std::filesystem::create_directories(place);
+    const std::string user = "0 " + std::to_string(geteuid()) + " 1";
+    if (unshare(CLONE_NEWNS) != 0) {
+        if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
+        std::ofstream("/proc/self/uid_map") << user;
+    }
+    return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           mount("tmpfs", place.c_str(), "tmpfs", 0, "size=64k,mode=700") == 0;
+}
+
+TEST_F(LinuxPackagesTest, AFullDiskLeavesTheOldImageAndNothingElse) {
+    const int status = inOwnProcess([&] {
+        const auto disk = folder.path() / "disk";
+        if (!mountSmallDisk(disk)) return false;
+        const auto there = disk / "Ovin.AppImage";
+        script(there, "old");
+        LinuxPackages onDisk({maker.publicKey, there, cache});
+        const auto result = onDisk.install(*file(std::string(200000, 'n')), imageName());
+        EXPECT_EQ(result.outcome, Outcome::failed);
+        EXPECT_TRUE(result.detail.find("No space left") != std::string::npos) << result.detail;
+        EXPECT_EQ(read(there), "#!/bin/sh\nold\n");
+        EXPECT_EQ(countIn(disk), 1U);
+        EXPECT_EQ(onDisk.install(*file(std::string(20000, 'n')), imageName()).outcome, Outcome::replaced);
+        EXPECT_EQ(read(there).size(), 20000U);
+        EXPECT_EQ(countIn(disk), 1U);
+
+        std::error_code error;
+        EXPECT_EQ(TemporaryFile::create(disk / "updates", 200000, error), nullptr) << "a download would begin";
+        EXPECT_EQ(error.value(), ENOSPC);
+        EXPECT_EQ(countIn(disk / "updates"), 0U);
+        const LinuxPackages handing({maker.publicKey, {}, disk / "updates"});
+        EXPECT_EQ(handing.install(*file(std::string(200000, 'n')), debName()).outcome, Outcome::failed);
+        EXPECT_EQ(countIn(disk / "updates"), 0U);
+        return true;
+    });
+    if (status == cannotBeTried) GTEST_SKIP() << "this user may not mount a disk";
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(LinuxPackagesTest, WhoeverLooksMeanwhileSeesTheOldImageOrTheNewOne) {
+    const std::string old(300000, 'o');
+    const std::string fresh(400000, 'n');
+    std::ofstream(image) << old;
+    std::atomic<bool> isOver = false;
+    std::size_t looks = 0;
+    std::size_t halves = 0;
+    std::thread looking([&] {
+        do {
+            const std::string seen = read(image);
+            ++looks;
+            if (seen != old && seen != fresh) ++halves;
+        } while (!isOver);
+    });
+    for (int i = 0; i < 30; ++i) {
+        EXPECT_EQ(images.install(*file(i % 2 == 0 ? fresh : old), imageName()).outcome, Outcome::replaced);
+    }
+    isOver = true;
+    looking.join();
+    EXPECT_EQ(halves, 0U) << "of " << looks;
+}
+
+TEST_F(LinuxPackagesTest, TheRunningProgramKeepsItsOwnFileAndTheNextStartRunsTheNewOne) {
+    std::filesystem::copy_file("/bin/sleep", image);
+    chmod(image.c_str(), 0755);
+    const pid_t old = fork();
+    if (old == 0) {
+        execl(image.c_str(), "sleep", "100", nullptr);
+        _exit(1);
+    }
+    while (std::filesystem::read_symlink("/proc/" + std::to_string(old) + "/exe") != image) std::this_thread::sleep_for(1ms);
+    EXPECT_EQ(images.install(*file(read("/bin/echo")), imageName()).outcome, Outcome::replaced);
+    EXPECT_EQ(kill(old, 0), 0);
+    EXPECT_EQ(std::filesystem::read_symlink("/proc/" + std::to_string(old) + "/exe"), image.string() + " (deleted)");
+    const auto said = folder.path() / "said";
+    EXPECT_EQ(std::system((image.string() + " new > " + said.string()).c_str()), 0);
+    EXPECT_EQ(read(said), "new\n");
+    kill(old, SIGKILL);
+    int status = 0;
+    waitpid(old, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status)) << "it ended before it was killed";
+}
+
+TEST_F(LinuxPackagesTest, WhatAnInstallationThatWasKilledHasLeftGoesAtTheNextStart) {
+    script(folder.path() / "Ovin-1.0.AppImage", "old");
+    std::filesystem::create_symlink("Ovin-1.0.AppImage", image);
+    const auto half = folder.path() / ".Ovin-1.0.AppImage.aBcDeF.new";
+    std::ofstream(half) << "half";
+    const std::size_t count = countIn(folder.path());
+    images.removeLeftovers();
+    EXPECT_FALSE(std::filesystem::exists(half));
+    EXPECT_EQ(countIn(folder.path()), count - 1);
+    std::filesystem::remove(image);
+    images.removeLeftovers();
+    EXPECT_EQ(countIn(folder.path()), count - 2);
 }
 
 TEST_F(LinuxPackagesTest, ADebianPackageIsHandedToThePersonsInstaller) {

@@ -5,15 +5,19 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QNetworkAccessManager>
 #include <QProcess>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QUrl>
+#include <chrono>
+#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <optional>
 #include <string>
 
+#include "platform/linux/QtTransfer.h"
 #include "platform/linux/TemporaryFile.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -270,6 +274,84 @@ TEST_F(QtDownloadsTest, ATransferThatIsCancelledLeavesNothingAndSaysNothing) {
     timer.start();
     becomes([&] { return timer.elapsed() > 300; });
     EXPECT_FALSE(isFinished);
+}
+
+TEST_F(QtDownloadsTest, ChunksThatNeverEndAreGivenUpEarly) {
+    expectFailure(plain_ + "/_endless-chunks", DownloadFailure::tooLong);
+    expectDownloadFailure(plain_ + "/_endless-chunks", 5000, DownloadFailure::tooLong);
+}
+
+TEST_F(QtDownloadsTest, AnswersThatMakeNoSenseAreFailures) {
+    trustServer();
+    for (const char* path :
+         {"/_no-http", "/_no-answer", "/_part", "/_log-in", "/_redirect-nowhere", "/_redirect-to-garbage"}) {
+        for (const std::string& server : {plain_, safe_}) {
+            EXPECT_TRUE(std::holds_alternative<DownloadFailure>(read(server + path))) << server + path;
+            EXPECT_TRUE(std::holds_alternative<DownloadFailure>(download(server + path, 5))) << server + path;
+            EXPECT_TRUE(std::filesystem::is_empty(downloadsFolder())) << server + path;
+        }
+    }
+    expectFailure(plain_ + "/_redirect-with-credentials", DownloadFailure::insecure);
+    expectFailure("https://localhost:" + plain_.substr(plain_.rfind(':') + 1) + "/file", DownloadFailure::untrusted);
+}
+
+/// The toolkit forgives much; what comes in is never more than what was sent, nor a file of another length.
+TEST_F(QtDownloadsTest, WhatComesInBrokenChunksOrUnderWrongLengthsIsNoFileOfAnotherLength) {
+    for (const char* path : {"/_chunk-of-nonsense", "/_chunk-below-zero", "/_chunks-without-end", "/_length-below-zero",
+                             "/_two-lengths", "/_longer-than-announced"}) {
+        const auto result = read(plain_ + path);
+        const auto* const text = std::get_if<std::string>(&result);
+        EXPECT_TRUE(text == nullptr || text->size() <= 5) << path << ": " << *text;
+        EXPECT_TRUE(std::holds_alternative<DownloadFailure>(download(plain_ + path, 600))) << path;
+        EXPECT_TRUE(std::holds_alternative<DownloadFailure>(download(plain_ + path, 2))) << path;
+        EXPECT_TRUE(std::filesystem::is_empty(downloadsFolder())) << path;
+    }
+    EXPECT_EQ(std::get<std::string>(read(plain_ + "/_longer-than-announced")), "xxxxx");
+}
+
+TEST_F(QtDownloadsTest, ATestFeedMayLeadToASafePlace) {
+    trustServer();
+    expectText(plain_ + "/_redirect-to-tls");
+}
+
+/// How a transfer ends that has little patience; nothing when it brought everything.
+class Impatient {
+public:
+    Impatient(const std::string& url, std::uint64_t length, bool isExact)
+        : transfer_(network_, {url, true}, {length, isExact, std::chrono::milliseconds(700)},
+                    {[](std::string_view) { return std::nullopt; },
+                     [this](std::optional<DownloadFailure> failure) {
+                         result_ = failure;
+                         ++count_;
+                     }}) {}
+    [[nodiscard]] bool isOver() const { return count_ > 0; }
+    [[nodiscard]] std::optional<DownloadFailure> result() const { return result_; }
+
+private:
+    QNetworkAccessManager network_;
+    std::optional<DownloadFailure> result_;
+    int count_ = 0;
+    QtTransfer transfer_;
+};
+
+TEST_F(QtDownloadsTest, WhoBringsNextToNothingIsGivenUp) {
+    for (const char* path : {"/_slow", "/_slow-headers"}) {
+        for (const bool isExact : {false, true}) {
+            const Impatient transfer(plain_ + path, 1000, isExact);
+            EXPECT_TRUE(becomes([&] { return transfer.isOver(); })) << path;
+            EXPECT_EQ(transfer.result(), DownloadFailure::unreachable) << path;
+        }
+    }
+}
+
+TEST_F(QtDownloadsTest, AFileThatTakesItsTimeAndComesIsNotGivenUp) {
+    constexpr std::uint64_t length = std::uint64_t{65536} * 6;
+    const Impatient file(plain_ + "/_steady", length, true);
+    EXPECT_TRUE(becomes([&] { return file.isOver(); }));
+    EXPECT_EQ(file.result(), std::nullopt);
+    const Impatient text(plain_ + "/_steady", length, false);
+    EXPECT_TRUE(becomes([&] { return text.isOver(); }));
+    EXPECT_EQ(text.result(), DownloadFailure::unreachable) << "nothing can go on before all of it is there";
 }
 
 TEST_F(QtDownloadsTest, AHandlerMayDestroyItsTransfer) {

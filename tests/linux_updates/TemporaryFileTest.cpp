@@ -79,6 +79,7 @@ TEST_F(TemporaryFileTest, NothingRemainsOfItWhenItsProcessIsKilled) {
 TEST_F(TemporaryFileTest, UnfinishedAndOldFilesAreClearedAndFreshOnesKept) {
     ASSERT_TRUE(create());
     std::ofstream(place / "abc.part") << "half";
+    std::ofstream(place / ".fresh.deb.Ab3dEf.new") << "half";
     std::ofstream(place / "old.deb") << "old";
     std::ofstream(place / "fresh.deb") << "fresh";
     const auto now = std::filesystem::file_time_type::clock::now();
@@ -102,14 +103,18 @@ TEST_F(TemporaryFileTest, ACopyTakesThePlaceOfAFileWithThePermissionsGiven) {
     EXPECT_EQ(countIn(folder.path()), 2U) << "something is left beside it";
 }
 
-TEST_F(TemporaryFileTest, WhatAnInterruptedCopyHasLeftIsReplaced) {
+TEST_F(TemporaryFileTest, WhatAnInterruptedCopyHasLeftIsRemovedWithTheNextAndNothingElse) {
     const auto file = create();
     ASSERT_TRUE(file);
     EXPECT_FALSE(file->append("new"));
-    std::ofstream(folder.path() / ".program.new") << "half of something long";
+    std::ofstream(folder.path() / ".program.a1B2c3.new") << "half of something long";
+    for (const char* other : {".program.new", ".program.long-name.new", "program.a1B2c3.new", ".programme.a1B2c3.new"}) {
+        std::ofstream(folder.path() / other) << "of somebody else";
+    }
     EXPECT_FALSE(copyInPlace(file->descriptor(), folder.path() / "program", 0644));
     EXPECT_EQ(read(folder.path() / "program"), "new");
-    EXPECT_EQ(countIn(folder.path()), 2U);
+    EXPECT_EQ(countIn(folder.path()), 6U);
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / ".program.a1B2c3.new"));
 }
 
 TEST_F(TemporaryFileTest, ACopyThatFailsLeavesTheOldFile) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -21,22 +22,23 @@ protected:
     MemoryUserDefaults defaults;
     std::optional<CheckSchedule> schedule{std::in_place, defaults, clock};
 
+    std::chrono::seconds untilNext() { return std::max(schedule->due() - clock.timeSinceBoot(), 0s); }
     void restart() { schedule.emplace(defaults, clock); }
     void check() {
-        EXPECT_EQ(schedule->untilNext(), 0s);
+        EXPECT_EQ(untilNext(), 0s);
         EXPECT_TRUE(schedule->begin());
         schedule->reachedSomebody();
     }
-    void setClock(std::chrono::seconds by) { clock.start += by; }
+    void setClock(std::chrono::seconds by) { clock.changeDate(by); }
 };
 
-TEST_F(CheckScheduleTest, TheFirstCheckIsDueAtOnce) { EXPECT_EQ(schedule->untilNext(), 0s); }
+TEST_F(CheckScheduleTest, TheFirstCheckIsDueAtOnce) { EXPECT_EQ(untilNext(), 0s); }
 
 TEST_F(CheckScheduleTest, TheNextIsDueADayAfterTheLast) {
     check();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
     time.advance(23h);
-    EXPECT_EQ(schedule->untilNext(), 1h);
+    EXPECT_EQ(untilNext(), 1h);
     time.advance(1h);
     check();
 }
@@ -45,26 +47,26 @@ TEST_F(CheckScheduleTest, ARestartChangesNothing) {
     check();
     time.advance(10h);
     restart();
-    EXPECT_EQ(schedule->untilNext(), 14h);
+    EXPECT_EQ(untilNext(), 14h);
     time.advance(14h);
     restart();
     check();
     restart();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
 }
 
 TEST_F(CheckScheduleTest, SleepCounts) {
     check();
     clock.sleep(24h);
-    EXPECT_EQ(schedule->untilNext(), 0s);
+    EXPECT_EQ(untilNext(), 0s);
 }
 
 TEST_F(CheckScheduleTest, AClockThatIsSetDoesNotCountWithinOneRun) {
     check();
     setClock(1000 * 24h);
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
     setClock(-2000 * 24h);
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
     time.advance(24h);
     check();
 }
@@ -73,10 +75,10 @@ TEST_F(CheckScheduleTest, AClockSetBackDoesNotStopChecksForLongerThanADay) {
     check();
     setClock(-10000 * 24h);
     restart();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
     time.advance(12h);
     restart();
-    EXPECT_EQ(schedule->untilNext(), 12h);
+    EXPECT_EQ(untilNext(), 12h);
     time.advance(12h);
     check();
 }
@@ -86,12 +88,47 @@ TEST_F(CheckScheduleTest, AClockFarAheadMakesOneCheckAndCorrectedDoesNotStopThem
     setClock(10000 * 24h);
     restart();
     check();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
     setClock(-10000 * 24h);
     restart();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
     time.advance(24h);
     check();
+}
+
+TEST_F(CheckScheduleTest, ADateThatIsSetRightShowsThatACheckIsOverdue) {
+    check();
+    // The clock of this computer stands still while it is off, and is set right some time after its start.
+    restart();
+    time.advance(1h);
+    EXPECT_EQ(untilNext(), 23h);
+    setClock(30h);
+    EXPECT_EQ(untilNext(), 23h) << "nobody has told";
+    schedule->dateChanged();
+    EXPECT_EQ(untilNext(), 0s);
+    check();
+}
+
+TEST_F(CheckScheduleTest, ADateThatIsSetPutsNoCheckOff) {
+    check();
+    restart();
+    time.advance(20h);
+    EXPECT_EQ(untilNext(), 4h);
+    for (const std::chrono::hours by : {-2h, -1000h, 1000h - 20h}) {
+        setClock(by);
+        schedule->dateChanged();
+        EXPECT_LE(untilNext(), 4h);
+    }
+}
+
+TEST_F(CheckScheduleTest, AfterACheckADateThatIsSetChangesNothing) {
+    check();
+    time.advance(1h);
+    for (const std::chrono::hours by : {1000h, -2000h}) {
+        setClock(by);
+        schedule->dateChanged();
+        EXPECT_EQ(untilNext(), 23h);
+    }
 }
 
 TEST_F(CheckScheduleTest, NonsenseInTheSettingsIsNoCheck) {
@@ -100,36 +137,36 @@ TEST_F(CheckScheduleTest, NonsenseInTheSettingsIsNoCheck) {
           UserDefaults::Value(std::int64_t{-5}), UserDefaults::Value(std::numeric_limits<std::int64_t>::min())}) {
         defaults.values["OvinLastUpdateCheck"] = value;
         restart();
-        EXPECT_EQ(schedule->untilNext(), 0s);
+        EXPECT_EQ(untilNext(), 0s);
     }
     defaults.values["OvinLastUpdateCheck"] = std::numeric_limits<std::int64_t>::max();
     restart();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
 }
 
 TEST_F(CheckScheduleTest, ACheckWhoseDateCannotBeStoredIsRefusedForADay) {
     defaults.refusesChanges = true;
     EXPECT_FALSE(schedule->begin());
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
 }
 
 TEST_F(CheckScheduleTest, WithoutANetworkAttemptsBecomeRarer) {
     std::chrono::seconds last = 0s;
     for (const std::chrono::seconds wait : {900s, 1800s, 3600s, 7200s, 14400s, 28800s, 57600s, 86400s, 86400s}) {
-        EXPECT_EQ(schedule->untilNext(), 0s);
+        EXPECT_EQ(untilNext(), 0s);
         EXPECT_TRUE(schedule->begin());
         schedule->reachedNobody();
-        EXPECT_EQ(schedule->untilNext(), wait);
+        EXPECT_EQ(untilNext(), wait);
         time.advance(wait);
         last = wait;
     }
     EXPECT_EQ(last, 24h);
     check();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
     time.advance(24h);
     EXPECT_TRUE(schedule->begin());
     schedule->reachedNobody();
-    EXPECT_EQ(schedule->untilNext(), 900s) << "one that succeeds starts the count anew";
+    EXPECT_EQ(untilNext(), 900s) << "one that succeeds starts the count anew";
 }
 
 TEST_F(CheckScheduleTest, AnAttemptThatReachedNobodyIsNoCheck) {
@@ -148,7 +185,7 @@ TEST_F(CheckScheduleTest, AnAttemptThatReachedNobodyIsNoCheck) {
 TEST_F(CheckScheduleTest, ACrashInTheMiddleOfACheckCountsAsOne) {
     EXPECT_TRUE(schedule->begin());
     restart();
-    EXPECT_EQ(schedule->untilNext(), 24h);
+    EXPECT_EQ(untilNext(), 24h);
 }
 
 }  // namespace

@@ -9,15 +9,32 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::string> html(const std::string& text) { return notesParagraphs(text, false); }
+using Kind = NotesParagraph::Kind;
+
+std::vector<std::string> texts(const std::string& notes, bool arePlain) {
+    std::vector<std::string> all;
+    for (const NotesParagraph& paragraph : notesParagraphs(notes, arePlain)) all.push_back(paragraph.text);
+    return all;
+}
+std::vector<std::string> html(const std::string& text) { return texts(text, false); }
 
 TEST(NotesText, BlocksBecomeParagraphs) {
     EXPECT_THAT(html("<h2>Ovin 2</h2>\n<p>It is <b>faster</b>\n  now.</p>Also<br>nicer<br/>"),
                 ElementsAre("Ovin 2", "It is faster now.", "Also", "nicer"));
 }
 
-TEST(NotesText, ListItemsHaveBullets) {
-    EXPECT_THAT(html("<ul>\n <li>One</li>\n <li><p>Two</p></li><li></li></ul>"), ElementsAre("• One", "• Two"));
+TEST(NotesText, ListItemsAndHeadingsAreTold) {
+    EXPECT_THAT(
+        notesParagraphs("<H2 class=a>A <i>b</i></H2>c<ul>\n <li>One</li>\n <li><p>Two</p></li><li></li></ul>d", false),
+        ElementsAre(NotesParagraph{"A b", Kind::heading}, NotesParagraph{"c", Kind::text},
+                    NotesParagraph{"One", Kind::listItem}, NotesParagraph{"Two", Kind::listItem},
+                    NotesParagraph{"d", Kind::text}));
+    EXPECT_THAT(notesParagraphs("<li>a<li></ul>b<h1></h1>c<h6>d", false),
+                ElementsAre(NotesParagraph{"a", Kind::listItem}, NotesParagraph{"b", Kind::text},
+                            NotesParagraph{"c", Kind::text}, NotesParagraph{"d", Kind::heading}));
+    EXPECT_THAT(notesParagraphs("<h7>a</h7><hr>b<header>c</header>", false),
+                ElementsAre(NotesParagraph{"a", Kind::text}, NotesParagraph{"bc", Kind::text}));
+    EXPECT_THAT(notesParagraphs("<li>a", true), ElementsAre(NotesParagraph{"<li>a", Kind::text}));
 }
 
 TEST(NotesText, CharactersMayBeNamed) {
@@ -40,7 +57,7 @@ TEST(NotesText, HalfATagIsNoText) {
 }
 
 TEST(NotesText, PlainNotesKeepTheirLinesAndMeanNothingByBrackets) {
-    EXPECT_THAT(notesParagraphs("- a <b>\r\n\r\n  - c &amp;\n", true), ElementsAre("- a <b>", "  - c &amp;"));
+    EXPECT_THAT(texts("- a <b>\r\n\r\n  - c &amp;\n", true), ElementsAre("- a <b>", "  - c &amp;"));
 }
 
 TEST(NotesText, HugeNotesAreCutOff) {
@@ -48,7 +65,7 @@ TEST(NotesText, HugeNotesAreCutOff) {
         std::string text;
         for (int i = 0; i < 100000; ++i) text += arePlain ? "word\n" : "<p>word</p>";
         std::size_t size = 0;
-        for (const std::string& paragraph : notesParagraphs(text, arePlain)) size += paragraph.size();
+        for (const std::string& paragraph : texts(text, arePlain)) size += paragraph.size();
         EXPECT_LE(size, longestNotes);
         EXPECT_GT(size, longestNotes - 100);
     }

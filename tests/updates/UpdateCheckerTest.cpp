@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -132,13 +133,57 @@ TEST_F(UpdateCheckerTest, ItChecksOnceADayWhileItRuns) {
     EXPECT_EQ(feedReads(), 10);
 }
 
-TEST_F(UpdateCheckerTest, ACheckIsMadeWithinTheHourAfterALongSleep) {
+TEST_F(UpdateCheckerTest, NothingWakesUpBetweenTwoChecks) {
+    services.reader.feeds["feed"] = {};
+    start();
+    world.time.advance(10 * 24h - 1s);
+    EXPECT_EQ(feedReads(), 10);
+    EXPECT_EQ(services.wallClock.alarmCount, 10);
+    EXPECT_EQ(services.wallClock.pendingCount(), 1);
+}
+
+TEST_F(UpdateCheckerTest, NothingWakesUpWhileTheUserThinks) {
+    start();
+    world.time.advance(2s);
+    ASSERT_TRUE(world.windows.floatingPanel().has_value());
+    EXPECT_EQ(services.wallClock.pendingCount(), 0);
+    world.windows.clickFloatingPanel(UpdatePages::show);
+    EXPECT_EQ(services.wallClock.pendingCount(), 0);
+    services.wallClock.changeDate(100h);
+    EXPECT_EQ(services.wallClock.pendingCount(), 0);
+    world.time.advance(30h);
+    click(UpdatePages::later);
+    EXPECT_EQ(services.wallClock.pendingCount(), 1);
+    world.time.advance(2s);
+    EXPECT_EQ(feedReads(), 2) << "a check was due meanwhile";
+}
+
+TEST_F(UpdateCheckerTest, AfterASleepTheCheckThatWasDueIsMadeAtOnce) {
     services.reader.feeds["feed"] = {};
     start();
     world.time.advance(1h);
+    services.wallClock.sleep(22h);
+    world.time.advance(1s);
+    EXPECT_EQ(feedReads(), 1) << "it is not due yet";
     services.wallClock.sleep(48h);
-    world.time.advance(1h);
+    EXPECT_EQ(feedReads(), 1);
+    world.time.advance(0s);
     EXPECT_EQ(feedReads(), 2);
+    world.time.advance(23h);
+    EXPECT_EQ(feedReads(), 2) << "one check for all the days";
+}
+
+TEST_F(UpdateCheckerTest, ADateThatIsSetRightAfterTheStartLetsAnOverdueCheckBegin) {
+    services.reader.feeds["feed"] = {};
+    startChecked();
+    world.time.advance(1h);
+    EXPECT_EQ(feedReads(), 0);
+    services.wallClock.changeDate(30h);
+    world.time.advance(0s);
+    EXPECT_EQ(feedReads(), 1);
+    services.wallClock.changeDate(30h);
+    world.time.advance(23h);
+    EXPECT_EQ(feedReads(), 1);
 }
 
 TEST_F(UpdateCheckerTest, TheUsersCheckCountsToo) {
@@ -242,6 +287,27 @@ TEST_F(UpdateCheckerTest, AnUpdateIsShownWithItsNotesAndAsksFirst) {
     EXPECT_EQ(willShowCount, 1);
     world.time.advance(100h);
     EXPECT_THAT(services.downloads.requests, SizeIs(1)) << "nothing is downloaded unasked, nor asked again";
+}
+
+TEST_F(UpdateCheckerTest, NotesTakeTheRoomThatTheyNeedAndScrollWhenThereAreMany) {
+    startChecked();
+    double shortOnes = 0;
+    for (const int lines : {1, 3, 100, 1000}) {
+        std::string notes = "<h2>New</h2><ul>";
+        for (int i = 0; i < lines; ++i) notes += "<li>Line</li>";
+        services.reader.feeds["feed"].front().notes = notes;
+        ask();
+        const auto scrolls = viewsOf<ScrollView>(world.windows.informationWindows().front().content);
+        ASSERT_THAT(scrolls, SizeIs(1));
+        const double whole = world.windows.fittingSize(*scrolls.front().content).height;
+        EXPECT_EQ(scrolls.front().size.height, std::min(whole, 220.0));
+        if (lines == 1) shortOnes = scrolls.front().size.height;
+        click(UpdatePages::later);
+    }
+    EXPECT_LT(shortOnes, 100);
+    services.reader.feeds["feed"].front().notes = "<p> </p>";
+    ask();
+    EXPECT_THAT(viewsOf<ScrollView>(world.windows.informationWindows().front().content), IsEmpty());
 }
 
 TEST_F(UpdateCheckerTest, AnUpdateThatNobodyAskedForTakesTheFocusFromNobody) {
@@ -390,6 +456,20 @@ TEST_F(UpdateCheckerTest, TheProgressOfADownloadIsShown) {
     EXPECT_THAT(texts(), Contains("2.0 of 4.0 MB"));
 }
 
+TEST_F(UpdateCheckerTest, TheProgressOfALargeDownloadIsNotShownMoreOftenThanItIsSeen) {
+    const auto page = [this](std::uint64_t received) {
+        return UpdatePages::downloading("2.0", received, 1'000'000'000, world.resources);
+    };
+    std::size_t pages = 1;
+    for (std::uint64_t received = 0; received < 1'000'000'000; received += 100'000) {
+        pages += page(received) == page(received + 100'000) ? 0U : 1U;
+    }
+    EXPECT_EQ(pages, 101U);
+    EXPECT_THAT(labelTexts(page(1'000'000'000)), Contains("1000.0 of 1000.0 MB"));
+    EXPECT_THAT(labelTexts(page(509'999'999)), Contains("500.0 of 1000.0 MB"));
+    EXPECT_THAT(labelTexts(UpdatePages::downloading("2.0", 0, 0, world.resources)), Contains("0.0 of 0.0 MB"));
+}
+
 TEST_F(UpdateCheckerTest, ARestartCanWait) {
     install();
     click(UpdatePages::later);
@@ -452,6 +532,42 @@ TEST_F(UpdateCheckerTest, ADownloadCanBeCancelled) {
     expectSilence();
     ask();
     EXPECT_THAT(buttons(), Contains("Install")) << "it can be asked for again";
+}
+
+TEST_F(UpdateCheckerTest, AWindowThatIsClosedByOtherMeansIsLaterOrCancel) {
+    for (const std::chrono::milliseconds moment : {500ms, 1500ms, 2500ms}) {
+        startChecked();
+        controller->checkForUpdates();
+        world.time.happen(2s, [this] { click(UpdatePages::install); });
+        world.time.advance(moment);
+        ASSERT_EQ(world.windows.informationWindows().size(), 1U);
+        world.windows.closeInformationWindow("Software Update");
+        EXPECT_EQ(services.downloads.transferCount, 0);
+        EXPECT_THAT(services.packages.actions, IsEmpty());
+        EXPECT_EQ(services.wallClock.pendingCount(), 1) << "there are no more checks";
+        world.time.advance(5s);
+        expectSilence();
+        ask();
+        EXPECT_THAT(buttons(), Contains("Install")) << "it can be asked for again";
+        controller.reset();
+    }
+}
+
+TEST_F(UpdateCheckerTest, WhatIsInstalledMeanwhileIsShownAlsoWhenTheWindowWasClosed) {
+    install();
+    world.windows.closeInformationWindow("Software Update");
+    expectSilence();
+    EXPECT_EQ(services.wallClock.pendingCount(), 1);
+
+    ask();
+    click(UpdatePages::install);
+    // The file comes in, and the task that installs it ends, at the same time.
+    while (services.downloads.transferCount > 0) world.time.runNext();
+    EXPECT_THAT(texts(), Contains("Installing Ovin 2.0…"));
+    world.windows.closeInformationWindow("Software Update");
+    expectSilence();
+    world.time.advance(1s);
+    EXPECT_THAT(texts(), Contains("Ovin 2.0 is installed"));
 }
 
 TEST_F(UpdateCheckerTest, ClicksOnWhatIsNoLongerShownDoNothing) {

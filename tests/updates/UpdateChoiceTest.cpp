@@ -59,9 +59,11 @@ TEST_F(UpdateChoiceTest, UnsignedOnesAreNeverChosen) {
               "6");
 }
 
-TEST_F(UpdateChoiceTest, OnesWithoutALengthAreNeverChosen) {
+TEST_F(UpdateChoiceTest, OnesWithoutAPlausibleLengthAreNeverChosen) {
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.length.reset(); }), "");
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.length = 0; }), "");
+    EXPECT_EQ(chosenWith([](FeedItem& one) { one.length = (std::uint64_t{1} << 30) + 1; }), "") << "it would fill a disk";
+    EXPECT_NE(chosenWith([](FeedItem& one) { one.length = std::uint64_t{1} << 30; }), "");
 }
 
 TEST_F(UpdateChoiceTest, OnesOfOtherSystemsAreLeftToThem) {

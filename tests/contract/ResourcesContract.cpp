@@ -1,0 +1,41 @@
+#include "tests/contract/ContractTest.h"
+
+namespace ovin {
+namespace {
+
+class ResourcesContract : public ContractTest {
+protected:
+    [[nodiscard]] const Resources& resources() const { return platform().resources; }
+};
+
+TEST_P(ResourcesContract, ThePicturesOfTheWindowsAreThereInTheSizeInWhichTheyAreMeant) {
+    for (const char* name : {"explainer-collapsed", "explainer-expanded", "Ovin"}) {
+        const auto picture = resources().picture(name);
+        ASSERT_TRUE(picture.has_value()) << name;
+        EXPECT_GT(picture->size.width, 0) << name;
+        EXPECT_GT(picture->size.height, 0) << name;
+    }
+}
+
+TEST_P(ResourcesContract, APictureIsTheSameEachTime) {
+    EXPECT_EQ(resources().picture("Ovin")->image, resources().picture("Ovin")->image);
+    EXPECT_EQ(resources().applicationIcon(), resources().applicationIcon());
+}
+
+TEST_P(ResourcesContract, OtherPicturesAreMissing) {
+    for (const char* name : {"no such", "", "Ovin.png", "../Ovin", "/etc/passwd", "ovin\nOvin"}) {
+        EXPECT_FALSE(resources().picture(name).has_value()) << name;
+    }
+}
+
+TEST_P(ResourcesContract, TheDescriptionHasAVersionAndNothingThatItDoesNotHave) {
+    EXPECT_NE(resources().infoString("CFBundleShortVersionString").value_or(""), "");
+    EXPECT_NE(resources().infoString("CFBundleVersion").value_or(""), "");
+    EXPECT_FALSE(resources().infoString("OvinNoSuchKey").has_value());
+    EXPECT_FALSE(resources().infoString("").has_value());
+}
+
+OVIN_IN_EVERY_WORLD(ResourcesContract);
+
+}  // namespace
+}  // namespace ovin
