@@ -212,7 +212,8 @@ class AnUpdate(UpdateTestCase):
         self.assertSays("Ovin 2.0 is ready to be installed")
 
     def testAnUpdateThatNobodyAskedForTakesTheKeyboardFromNobody(self):
-        window = subprocess.Popen(["xmessage" if shutil.which("xmessage") else "xev"], stdout=subprocess.DEVNULL)
+        window = subprocess.Popen(["xmessage", "Somebody works here"] if shutil.which("xmessage") else ["xev"],
+                                  stdout=subprocess.DEVNULL)
         self.addCleanup(window.wait, BOUND)
         self.addCleanup(window.kill)
         self.assertTrue(becomes(lambda: windowsOf(window.pid) or "0x0" not in activeWindow()))
