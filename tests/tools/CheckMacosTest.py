@@ -129,6 +129,7 @@ class Declarations(unittest.TestCase):
     def test_another_type_of_an_argument_of_a_result_or_of_a_property_is_refused(self):
         self.refuses("parts:(KettleParts)parts", "parts:(KettleState)parts", "argument 2 is interop.Enum<typeof KettleParts>")
         self.refuses("label:(NSString*)", "label:(Kettle*)", "argument 2 is string, not Kettle")
+        self.refuses("+ (Kettle*)kettle", "+ (NSString*)kettle", "what it returns is Kettle, not NSString")
         self.refuses("- (void)pour", "- (bool)pour", "what it returns is void, not bool")
         self.refuses("KettleState state", "NSUInteger state", "its type is interop.Enum<typeof KettleState>")
 
@@ -195,6 +196,7 @@ PRELUDE = """#import <AppKit/AppKit.h>
 """
 FAULTS = {
     "AWarning": ("int f();\nint f() { int x; return 1; }", "unused variable"),
+    "ANarrowingConversion": ("int f(long x);\nint f(long x) { return x; }", "loses integer precision"),
     "ASelectorThatNothingDeclares": ("void f(NSView* v);\nvoid f(NSView* v) { [v addSubviews:v]; }", "addSubviews:"),
     "AnArgumentOfAnotherType": ("void f(NSView* v);\nvoid f(NSView* v) { v.toolTip = @1; }", "incompatible"),
     "ANullForWhatMustNotBe": ("void f(NSView* v);\nvoid f(NSView* v) { [v addSubview:nil]; }", "null passed"),
