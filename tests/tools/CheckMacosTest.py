@@ -118,17 +118,20 @@ class Declarations(unittest.TestCase):
         self.refuses("(class, readonly) Kettle", "(readonly) Kettle", "has no property Kettle.firstKettle")
 
     def test_the_parts_of_a_selector_have_an_order(self):
-        self.refuses("pourInto:(nullable id)vessel label:(NSString*)label", "label:(NSString*)label pourInto:(nullable id)vessel",
+        self.refuses("pourInto:(nullable id)vessel label:(NSString*)label",
+                     "label:(NSString*)label pourInto:(nullable id)vessel",
                      "has no method -[Kettle label:pourInto:]")
 
     def test_another_superclass_or_protocol_is_refused(self):
         self.refuses("Kettle : NSObject", "Kettle : NSString", "the superclass of Kettle is NSObject")
-        self.refuses("@interface NSString : NSObject", "@protocol Glass\n@end\n@interface NSString : NSObject <Glass>", "Glass",
-                     typings=TYPINGS + "declare interface Glass {\n}\n")
+        self.refuses("@interface NSString : NSObject", "@protocol Glass\n@end\n@interface NSString : NSObject <Glass>",
+                     "Glass", typings=TYPINGS + "declare interface Glass {\n}\n")
 
     def test_another_type_of_an_argument_of_a_result_or_of_a_property_is_refused(self):
-        self.refuses("parts:(KettleParts)parts", "parts:(KettleState)parts", "argument 2 is interop.Enum<typeof KettleParts>")
+        self.refuses("parts:(KettleParts)parts", "parts:(KettleState)parts",
+                     "argument 2 is interop.Enum<typeof KettleParts>")
         self.refuses("label:(NSString*)", "label:(Kettle*)", "argument 2 is string, not Kettle")
+        self.refuses("+ (Kettle*)kettle", "+ (NSString*)kettle", "what it returns is Kettle, not NSString")
         self.refuses("- (void)pour", "- (bool)pour", "what it returns is void, not bool")
         self.refuses("KettleState state", "NSUInteger state", "its type is interop.Enum<typeof KettleState>")
 
@@ -137,8 +140,9 @@ class Declarations(unittest.TestCase):
         self.refuses("(nullable, copy) NSString", "(nullable, readonly) NSString", "Kettle.name: is not readonly")
 
     def test_a_nullability_that_is_missing_or_wrong_is_refused(self):
-        self.refuses("@class Kettle;", "@class Kettle;\n#pragma clang assume_nonnull end\nextern \"C\" void drink(Kettle* kettle);\n"
-                     "#pragma clang assume_nonnull begin", "does not say whether it may be null",
+        self.refuses("@class Kettle;", "@class Kettle;\n#pragma clang assume_nonnull end\n"
+                     "extern \"C\" void drink(Kettle* kettle);\n#pragma clang assume_nonnull begin",
+                     "does not say whether it may be null",
                      typings=TYPINGS + "declare function drink(kettle: Kettle): void;\n")
         self.refuses("(nullable id)vessel", "(id)vessel", "argument 1 may be null")
         self.refuses("(NSString*)label", "(nullable NSString*)label", "argument 2 must not be null")
@@ -195,6 +199,7 @@ PRELUDE = """#import <AppKit/AppKit.h>
 """
 FAULTS = {
     "AWarning": ("int f();\nint f() { int x; return 1; }", "unused variable"),
+    "ANarrowingConversion": ("int f(long x);\nint f(long x) { return x; }", "loses integer precision"),
     "ASelectorThatNothingDeclares": ("void f(NSView* v);\nvoid f(NSView* v) { [v addSubviews:v]; }", "addSubviews:"),
     "AnArgumentOfAnotherType": ("void f(NSView* v);\nvoid f(NSView* v) { v.toolTip = @1; }", "incompatible"),
     "ANullForWhatMustNotBe": ("void f(NSView* v);\nvoid f(NSView* v) { [v addSubview:nil]; }", "null passed"),
@@ -229,13 +234,14 @@ FAULTS = {
         ("CFTypeRef f(pid_t p);\nCFTypeRef f(pid_t p) { return AXUIElementCreateApplication(p); }", "has no timeout"),
     "ACopyThatNothingTakesOver":
         ("bool f(AXUIElementRef e);\nbool f(AXUIElementRef e) { CFTypeRef v = nullptr; "
-         "return AXUIElementCopyAttributeValue(e, kAXTitleAttribute, &v) == kAXErrorSuccess && v; }", "nothing takes over v"),
+         "return AXUIElementCopyAttributeValue(e, kAXTitleAttribute, &v) == kAXErrorSuccess && v; }",
+         "nothing takes over v"),
     "TheQueueThatIsNotReentrant":
         ("void f();\nvoid f() { dispatch_async(dispatch_get_main_queue(), ^{}); }", "dispatch_get_main_queue"),
     "ATimerThatDoesNotSayItsModes":
         ("void f();\nvoid f() { [NSTimer scheduledTimerWithTimeInterval:1 repeats:NO block:^(NSTimer*){}]; }", "modes"),
-    "ANameThatIsMadeAtRunTime": ("#define NSSelectorFromString(x) x\nint f();\nint f() { return NSSelectorFromString(1); }",
-                                 "NSSelectorFromString"),
+    "ANameThatIsMadeAtRunTime":
+        ("#define NSSelectorFromString(x) x\nint f();\nint f() { return NSSelectorFromString(1); }", "NSSelectorFromString"),
     "TooManyLines": ("\n" * 301, "longer than"),
 }
 RIGHT = """
@@ -297,7 +303,8 @@ class Sources(unittest.TestCase):
         for name, (text, _) in FAULTS.items():
             write(root, f"platform/macos/{name}.mm", PRELUDE + text + "\n")
         write(root, "platform/macos/Right.mm", PRELUDE + RIGHT)
-        write(root, "platform/macos/Internal.h", "// For Objective-C++ files only.\n#pragma once\n#import <AppKit/AppKit.h>\n")
+        write(root, "platform/macos/Internal.h",
+              "// For Objective-C++ files only.\n#pragma once\n#import <AppKit/AppKit.h>\n")
         write(root, "platform/macos/MacPlain.h", "#pragma once\n#include <string>\n")
         write(root, "platform/macos/MacNative.h", "#pragma once\n#import <AppKit/AppKit.h>\n")
         cls.code, cls.output = run(["--without-typings", root])

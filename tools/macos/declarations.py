@@ -155,7 +155,8 @@ class Reader:
             self.read_enumeration(cursor, previous)
         elif kind == "FUNCTION_DECL":
             parameters = [spelling(argument.type) for argument in cursor.get_arguments()]
-            self.found.functions.append(Function(self.place(cursor), cursor.spelling, spelling(cursor.result_type), parameters))
+            result = spelling(cursor.result_type)
+            self.found.functions.append(Function(self.place(cursor), cursor.spelling, result, parameters))
         elif kind == "VAR_DECL":
             self.found.variables.append(Variable(self.place(cursor), cursor.spelling, spelling(cursor.type)))
         elif kind == "STRUCT_DECL" and cursor.is_definition():

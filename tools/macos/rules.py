@@ -23,6 +23,9 @@ ELEMENT = re.compile(r"\bAXUIElementCreate\w+\s*\(|(?:static_cast|reinterpret_ca
                      r"\(\s*__bridge\s+AXUIElementRef\s*\)")
 MADE = re.compile(r"makeElement\s*\(\s*Reference\s*<\s*AXUIElementRef\s*>\s*::\s*(?:adopt|retain)\s*\(\s*$")
 
+WITHOUT_TIMEOUT = ("a reference to an element has no timeout before makeElement made it an element: "
+                   "write makeElement(Reference<AXUIElementRef>::...(...))")
+
 COPIED = re.compile(r"\b(?:AX|CF|CG)\w*Copy\w*\s*\([^;]*?&\s*(\w+)\s*\)")
 
 
@@ -34,12 +37,11 @@ def violations_in(path, source):
         found += [(line_of(code, match.start()), f"uses {match[0]}: {message}") for match in re.finditer(pattern, code)]
     for match in ELEMENT.finditer(code):
         if not MADE.search(code[:match.start()]):
-            found.append((line_of(code, match.start()), "a reference to an element has no timeout before makeElement made it "
-                                                        "an element: write makeElement(Reference<AXUIElementRef>::...(...))"))
+            found.append((line_of(code, match.start()), WITHOUT_TIMEOUT))
     for match in COPIED.finditer(code):
         owner = rf"(?:\badopt\s*\(|\bCFBridgingRelease\s*\(|__bridge_transfer\s+[\w<>*\s]+\))\s*{match[1]}\b"
         if not re.search(owner, code[match.end():]):
-            found.append((line_of(code, match.start()), f"nothing takes over {match[1]}, which is handed out to be released"))
+            found.append((line_of(code, match.start()), f"nothing takes over {match[1]}, which is to be released"))
     if path.endswith(".mm") and source.count("\n") > LONGEST_SOURCE:
         found.append((LONGEST_SOURCE, f"is longer than {LONGEST_SOURCE} lines"))
     return sorted(found)
