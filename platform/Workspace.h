@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Image.h"
@@ -39,8 +40,13 @@ public:
     /// long as this object lives. Main thread only.
     virtual void observeApplications(std::function<void()> handler) = 0;
 
-    /// Opens a web page in the user's browser, or a letter in the user's mail program. Main thread only.
+    /// Opens a web page in the user's browser, or a letter in the user's mail program; anything else is refused. What
+    /// fails is logged. Main thread only.
     virtual void open(const std::string& url) = 0;
 };
+
+/// Whether `Workspace::open` takes an address: one of https, http or mailto, without white space and control characters.
+/// Other kinds could start anything.
+[[nodiscard]] bool mayBeOpened(std::string_view url);
 
 }  // namespace ovin

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/NoUpdates.h"
 #include "platform/Platform.h"
 #include "platform/UpdateServices.h"
 #include "platform/icu/IcuText.h"
@@ -14,7 +15,6 @@
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxWorkspace.h"
-#include "platform/linux/NoUpdates.h"
 #include "platform/linux/QtAlerts.h"
 #include "platform/linux/QtApplication.h"
 #include "platform/linux/QtDisplays.h"
@@ -91,7 +91,9 @@ private:
     QtAlerts alerts_;
     AutostartEntry launchAtLogin_;
     QtResources resources_;
-    NoUpdates updates_{alerts_};
+    NoUpdates updates_{alerts_,
+                       {"Ovin does not update itself here",
+                        "It was installed with your system’s software, and new versions come with that too."}};
     std::unique_ptr<Updating> updating_;
     ThreadTasks tasks_;
 };

@@ -1,14 +1,12 @@
 #include "platform/linux/UrlOpener.h"
 
-#include <strings.h>
 #include <sys/wait.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <string_view>
 #include <system_error>
 #include <thread>
 
+#include "platform/Workspace.h"
 #include "platform/linux/StartProgram.h"
 
 namespace ovin {
@@ -16,17 +14,7 @@ namespace {
 
 constexpr const char* program = "xdg-open";
 
-bool hasScheme(const std::string& url, std::string_view scheme) {
-    return url.size() > scheme.size() && strncasecmp(url.data(), scheme.data(), scheme.size()) == 0;
-}
-
 }  // namespace
-
-bool mayBeOpened(const std::string& url) {
-    const auto isPlain = [](char character) { return character > ' ' && character < 0x7f; };
-    return (hasScheme(url, "https://") || hasScheme(url, "http://") || hasScheme(url, "mailto:")) &&
-           std::all_of(url.begin(), url.end(), isPlain);
-}
 
 UrlOpener::~UrlOpener() { log_->end(); }
 

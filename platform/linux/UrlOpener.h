@@ -43,7 +43,4 @@ private:
     const std::shared_ptr<Log> log_;
 };
 
-/// Whether an address is one that may be opened. Exposed for tests.
-[[nodiscard]] bool mayBeOpened(const std::string& url);
-
 }  // namespace ovin

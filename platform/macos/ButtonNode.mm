@@ -1,0 +1,80 @@
+#include "platform/macos/ButtonNode.h"
+
+#include "platform/macos/ButtonTitle.h"
+#include "platform/macos/NativeImages.h"
+#include "platform/macos/NativeText.h"
+#include "platform/macos/Pinning.h"
+#include "platform/macos/Strings.h"
+
+using ovin::Button;
+using ovin::Size;
+
+namespace {
+
+NSCellImagePosition nativePosition(Button::ImagePosition position) {
+    switch (position) {
+        case Button::ImagePosition::none:
+            return NSNoImage;
+        case Button::ImagePosition::only:
+            return NSImageOnly;
+        case Button::ImagePosition::leading:
+            return NSImageLeading;
+    }
+    return NSNoImage;
+}
+
+Button::ImagePosition readBackPosition(NSCellImagePosition position) {
+    if (position == NSImageOnly) return Button::ImagePosition::only;
+    return position == NSImageLeading ? Button::ImagePosition::leading : Button::ImagePosition::none;
+}
+
+}  // namespace
+
+@implementation OvinButtonNode {
+    Button _asked;
+    NSLayoutConstraint* _width;
+    NSLayoutConstraint* _height;
+}
+
+@synthesize spacingAfter = _spacingAfter;
+
++ (instancetype)nodeWithButton:(const Button&)button target:(OvinClickTarget*)target {
+    OvinButtonNode* node = [[self alloc] initWithFrame:NSZeroRect];
+    [node show:button];
+    [target adopt:node];
+    return node;
+}
+
+- (void)show:(const Button&)button {
+    _asked = button;
+    self.tag = button.tag;
+    self.bezelStyle = NSBezelStyleFlexiblePush;
+    self.bordered = NO;
+    self.imageScaling = NSImageScaleProportionallyDown;
+    ovin::setTitle(self, button.title);
+    if (button.image) self.image = ovin::sizedImage(*button.image);
+    self.imagePosition = nativePosition(button.imagePosition);
+    if (!button.toolTip.empty()) self.toolTip = self.accessibilityLabel = ovin::toNSString(button.toolTip);
+    _width = ovin::fixLength(self.widthAnchor, button.width);
+    _height = ovin::fixLength(self.heightAnchor, button.height);
+    [self setContentHuggingPriority:NSLayoutPriorityRequired forOrientation:NSLayoutConstraintOrientationHorizontal];
+}
+
+- (ovin::ViewContent)content {
+    Button button = _asked;
+    button.title = ovin::readBackTitle(self, _asked.title);
+    if (button.image && self.image != nil) button.image->size = Size{self.image.size.width, self.image.size.height};
+    button.imagePosition = readBackPosition(self.imagePosition);
+    button.toolTip = ovin::readBackString(self.toolTip, _asked.toolTip);
+    button.width = ovin::fixedLength(_width);
+    button.height = ovin::fixedLength(_height);
+    button.tag = static_cast<int>(self.tag);
+    return button;
+}
+
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+    (void)event;
+    return YES;
+}
+
+@end

@@ -1,0 +1,20 @@
+// For Objective-C++ files only.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <functional>
+#include <memory>
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// The delegate of a window, which does not keep it alive. Tells that the window closes, by its close button or by Escape,
+/// and nobody once the handler is gone. Whoever closes the window in silence takes the delegate from it first.
+@interface OvinCloseReporter : NSObject <NSWindowDelegate>
+
+- (instancetype)initWithHandler:(std::weak_ptr<const std::function<void()>>)handler;
+- (instancetype)init NS_UNAVAILABLE;
+
+@end
+
+NS_ASSUME_NONNULL_END

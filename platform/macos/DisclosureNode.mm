@@ -1,0 +1,56 @@
+#include "platform/macos/DisclosureNode.h"
+
+#include "platform/macos/NativeFonts.h"
+#include "platform/macos/NativeText.h"
+#include "platform/macos/Strings.h"
+
+using ovin::DisclosureTriangle;
+
+namespace {
+
+NSControlStateValue nativeState(bool isOn) { return isOn ? NSControlStateValueOn : NSControlStateValueOff; }
+
+}  // namespace
+
+@implementation OvinDisclosureNode {
+    DisclosureTriangle _asked;
+}
+
+@synthesize spacingAfter = _spacingAfter;
+
++ (instancetype)nodeWithTriangle:(const DisclosureTriangle&)triangle target:(OvinClickTarget*)target {
+    OvinDisclosureNode* node = [[self alloc] initWithFrame:NSZeroRect];
+    [node show:triangle];
+    [target adopt:node];
+    return node;
+}
+
+- (void)show:(const DisclosureTriangle&)triangle {
+    _asked = triangle;
+    self.tag = triangle.tag;
+    [self setButtonType:NSButtonTypePushOnPushOff];
+    self.bezelStyle = NSBezelStyleDisclosure;
+    self.imagePosition = NSImageLeading;
+    self.title = @"";
+    self.font = ovin::nativeFont(triangle.font);
+    self.state = nativeState(triangle.isOn);
+    if (!triangle.accessibilityLabel.empty()) self.accessibilityLabel = ovin::toNSString(triangle.accessibilityLabel);
+}
+
+- (BOOL)sendAction:(SEL)action to:(id)target {
+    self.state = nativeState(_asked.isOn);
+    return [super sendAction:action to:target];
+}
+
+- (ovin::ViewContent)content {
+    DisclosureTriangle triangle = _asked;
+    triangle.isOn = self.state == NSControlStateValueOn;
+    triangle.font = ovin::readBackFont(self.font, _asked.font).value_or(_asked.font);
+    // Without a name of its own it has one that AppKit makes up.
+    if (!_asked.accessibilityLabel.empty())
+        triangle.accessibilityLabel = ovin::readBackString(self.accessibilityLabel, _asked.accessibilityLabel);
+    triangle.tag = static_cast<int>(self.tag);
+    return triangle;
+}
+
+@end

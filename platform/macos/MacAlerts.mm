@@ -1,0 +1,36 @@
+#include "platform/macos/MacAlerts.h"
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/Strings.h"
+
+namespace ovin {
+namespace {
+
+void runModal(NSString* message, NSString* informative) {
+    NSAlert* alert = [[NSAlert alloc] init];
+    alert.messageText = message;
+    alert.informativeText = informative;
+    // Somebody else may have come to the front meanwhile, and would cover it.
+    [NSApp activateIgnoringOtherApps:YES];
+    [alert runModal];
+}
+
+class MacAlerts final : public Alerts {
+public:
+    void run(const Alert& alert) override {
+        NSString* message = toNSString(alert.message);
+        NSString* informative = toNSString(alert.informative);
+        [NSTimer scheduledTimerWithTimeInterval:0
+                                        repeats:NO
+                                          block:^(NSTimer*) {
+                                            runModal(message, informative);
+                                          }];
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<Alerts> makeMacAlerts() { return std::make_unique<MacAlerts>(); }
+
+}  // namespace ovin

@@ -1,0 +1,77 @@
+#include "platform/macos/MacFloatingPanel.h"
+
+#import <AppKit/AppKit.h>
+
+#include <utility>
+
+#include "platform/macos/ClickTarget.h"
+#include "platform/macos/CloseReporter.h"
+#include "platform/macos/Coordinates.h"
+#include "platform/macos/Strings.h"
+#include "platform/macos/WindowContent.h"
+
+namespace ovin {
+namespace {
+
+NSPanel* makePanel(const std::string& title) {
+    NSPanel* panel =
+        [[NSPanel alloc] initWithContentRect:NSZeroRect
+                                   styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                                             NSWindowStyleMaskNonactivatingPanel | NSWindowStyleMaskFullSizeContentView
+                                     backing:NSBackingStoreBuffered
+                                       defer:NO];
+    panel.releasedWhenClosed = NO;
+    panel.restorable = NO;
+    panel.title = toNSString(title);
+    panel.titleVisibility = NSWindowTitleHidden;
+    panel.titlebarAppearsTransparent = YES;
+    panel.autorecalculatesKeyViewLoop = YES;
+    panel.floatingPanel = YES;
+    // After the line above, which has a level of its own in mind.
+    panel.level = NSFloatingWindowLevel;
+    panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+    // The program is hardly ever the active one.
+    panel.hidesOnDeactivate = NO;
+    panel.allowsToolTipsWhenApplicationIsInactive = YES;
+    return panel;
+}
+
+class MacFloatingPanel final : public FloatingPanel {
+public:
+    MacFloatingPanel(const std::string& title, ClickHandler clicked, std::function<void()> closed)
+        : clicked_(std::make_shared<const ClickHandler>(std::move(clicked))),
+          closed_(std::make_shared<const std::function<void()>>(std::move(closed))),
+          target_([[OvinClickTarget alloc] initWithHandler:clicked_]),
+          closeReporter_([[OvinCloseReporter alloc] initWithHandler:closed_]),
+          panel_(makePanel(title)) {
+        panel_.delegate = closeReporter_;
+    }
+
+    ~MacFloatingPanel() override { dismiss(panel_); }
+
+    void show(const View& content, Size size, const std::optional<Point>& origin) override {
+        setContent(panel_, content, target_);
+        [panel_ setContentSize:NSMakeSize(size.width, size.height)];
+        if (origin) [panel_ setFrameTopLeftPoint:toNative(*origin)];
+        [panel_ orderFrontRegardless];
+    }
+
+    void replace(const View& content, Size size) override { replaceContent(panel_, content, size, target_); }
+
+private:
+    /// Both go with this panel: what is still on its way then means nothing any more.
+    const std::shared_ptr<const ClickHandler> clicked_;
+    const std::shared_ptr<const std::function<void()>> closed_;
+    OvinClickTarget* const target_;
+    OvinCloseReporter* const closeReporter_;
+    NSPanel* const panel_;
+};
+
+}  // namespace
+
+std::unique_ptr<FloatingPanel> makeMacFloatingPanel(const std::string& title, std::function<void(int tag)> clicked,
+                                                    std::function<void()> closed) {
+    return std::make_unique<MacFloatingPanel>(title, std::move(clicked), std::move(closed));
+}
+
+}  // namespace ovin

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Windows.h"
+
+namespace ovin {
+
+/// A page that covers all of an ordinary window, its title bar included, which shows nothing.
+[[nodiscard]] std::unique_ptr<InformationWindow> makeMacInformationWindow(const std::string& title, const View& content,
+                                                                          Size size, std::function<void(int tag)> clicked);
+
+}  // namespace ovin

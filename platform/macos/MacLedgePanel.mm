@@ -1,0 +1,62 @@
+#include "platform/macos/MacLedgePanel.h"
+
+#import <AppKit/AppKit.h>
+
+#include <utility>
+
+#include "platform/macos/ClickTarget.h"
+#include "platform/macos/Coordinates.h"
+#include "platform/macos/WindowContent.h"
+
+namespace ovin {
+namespace {
+
+NSPanel* makePanel() {
+    NSPanel* panel = [[NSPanel alloc] initWithContentRect:NSZeroRect
+                                                styleMask:NSWindowStyleMaskNonactivatingPanel
+                                                  backing:NSBackingStoreBuffered
+                                                    defer:NO];
+    panel.releasedWhenClosed = NO;
+    panel.restorable = NO;
+    panel.level = NSStatusWindowLevel;
+    panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+    panel.opaque = NO;
+    panel.backgroundColor = NSColor.clearColor;
+    panel.hasShadow = YES;
+    // The program is hardly ever the active one.
+    panel.hidesOnDeactivate = NO;
+    panel.allowsToolTipsWhenApplicationIsInactive = YES;
+    return panel;
+}
+
+class MacLedgePanel final : public LedgePanel {
+public:
+    explicit MacLedgePanel(ClickHandler clicked)
+        : clicked_(std::make_shared<const ClickHandler>(std::move(clicked))),
+          target_([[OvinClickTarget alloc] initWithHandler:clicked_]),
+          panel_(makePanel()) {}
+
+    ~MacLedgePanel() override { dismiss(panel_); }
+
+    void show(const View& content, const Rect& frame) override {
+        setContent(panel_, content, target_);
+        [panel_ setFrame:toNative(frame) display:YES];
+        // It follows what is drawn, but not by itself.
+        [panel_ invalidateShadow];
+        [panel_ orderFrontRegardless];
+    }
+
+private:
+    /// Goes with this panel: a click that is still on its way then means nothing any more.
+    const std::shared_ptr<const ClickHandler> clicked_;
+    OvinClickTarget* const target_;
+    NSPanel* const panel_;
+};
+
+}  // namespace
+
+std::unique_ptr<LedgePanel> makeMacLedgePanel(std::function<void(int tag)> clicked) {
+    return std::make_unique<MacLedgePanel>(std::move(clicked));
+}
+
+}  // namespace ovin

@@ -1,0 +1,17 @@
+// For Objective-C++ files only.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/Menu.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+namespace ovin {
+
+/// A menu with all of its entries enabled. What an entry does runs once the menu has closed. Main thread only.
+NSMenu* nativeMenu(const Menu& menu);
+
+}  // namespace ovin
+
+NS_ASSUME_NONNULL_END

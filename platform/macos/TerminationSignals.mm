@@ -1,0 +1,28 @@
+#include "platform/macos/TerminationSignals.h"
+
+#include <csignal>
+
+namespace ovin {
+
+/// On a queue of the system's and not on the main one, which stands still while a block of it shows an alert.
+TerminationSignals::TerminationSignals(MainQueue& mainQueue, const std::function<void()>& handler) {
+    dispatch_queue_t queue = dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0);
+    MainQueue* const destination = &mainQueue;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        // The source sees the signal all the same, and nobody else does.
+        if (std::signal(signal, SIG_IGN) == SIG_IGN) continue;
+        dispatch_source_t source =
+            dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(signal), 0, queue);
+        dispatch_source_set_event_handler(source, ^{
+          destination->async(handler);
+        });
+        dispatch_resume(source);
+        sources_.push_back(source);
+    }
+}
+
+TerminationSignals::~TerminationSignals() {
+    for (dispatch_source_t source : sources_) dispatch_source_cancel(source);
+}
+
+}  // namespace ovin

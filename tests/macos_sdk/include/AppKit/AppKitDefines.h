@@ -1,0 +1,4 @@
+#pragma once
+
+#define IBAction void
+#define APPKIT_EXTERN extern "C"

@@ -1,0 +1,13 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NSString* NSUserInterfaceItemIdentifier;
+
+@protocol NSUserInterfaceItemIdentification
+@property(nullable, copy) NSUserInterfaceItemIdentifier identifier API_AVAILABLE(macos(10.7));
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,3 @@
+#pragma once
+
+#import <QuartzCore/CALayer.h>

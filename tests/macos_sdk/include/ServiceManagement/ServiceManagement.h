@@ -1,0 +1,4 @@
+#pragma once
+
+#import <ServiceManagement/SMAppService.h>
+#import <ServiceManagement/SMErrors.h>
