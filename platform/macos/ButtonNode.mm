@@ -40,27 +40,23 @@ Button::ImagePosition readBackPosition(NSCellImagePosition position) {
 
 + (instancetype)nodeWithButton:(const Button&)button target:(OvinClickTarget*)target {
     OvinButtonNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node show:button];
+    node->_asked = button;
+    node.tag = button.tag;
+    node.bezelStyle = NSBezelStyleFlexiblePush;
+    node.bordered = NO;
+    node.imageScaling = NSImageScaleProportionallyDown;
+    ovin::setTitle(node, button.title);
+    if (button.image) node.image = ovin::sizedImage(*button.image);
+    node.imagePosition = nativePosition(button.imagePosition);
+    if (!button.toolTip.empty()) node.toolTip = node.accessibilityLabel = ovin::toNSString(button.toolTip);
+    node->_width = ovin::fixLength(node.widthAnchor, button.width);
+    node->_height = ovin::fixLength(node.heightAnchor, button.height);
+    [node setContentHuggingPriority:NSLayoutPriorityRequired forOrientation:NSLayoutConstraintOrientationHorizontal];
     [target adopt:node];
     return node;
 }
 
-- (void)show:(const Button&)button {
-    _asked = button;
-    self.tag = button.tag;
-    self.bezelStyle = NSBezelStyleFlexiblePush;
-    self.bordered = NO;
-    self.imageScaling = NSImageScaleProportionallyDown;
-    ovin::setTitle(self, button.title);
-    if (button.image) self.image = ovin::sizedImage(*button.image);
-    self.imagePosition = nativePosition(button.imagePosition);
-    if (!button.toolTip.empty()) self.toolTip = self.accessibilityLabel = ovin::toNSString(button.toolTip);
-    _width = ovin::fixLength(self.widthAnchor, button.width);
-    _height = ovin::fixLength(self.heightAnchor, button.height);
-    [self setContentHuggingPriority:NSLayoutPriorityRequired forOrientation:NSLayoutConstraintOrientationHorizontal];
-}
-
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     Button button = _asked;
     button.title = ovin::readBackTitle(self, _asked.title);
     if (button.image && self.image != nil) button.image->size = Size{self.image.size.width, self.image.size.height};

@@ -11,7 +11,10 @@ bool isPlain(const AttributedText& title) {
     return title.size() == 1 && !title.front().color && !title.front().isUnderlined;
 }
 
-TextDefaults defaults() { return {[NSFont systemFontOfSize:NSFont.systemFontSize]}; }
+/// As a plain title has it.
+TextDefaults defaults() {
+    return {[NSFont systemFontOfSize:NSFont.systemFontSize], 0, NSLineBreakByClipping, NSTextAlignmentCenter};
+}
 
 AttributedText readBackPlain(NSButton* button, const AttributedText& asked) {
     AttributedText title = readBackText(button.title, asked);

@@ -20,21 +20,17 @@ NSControlStateValue nativeState(bool isOn) { return isOn ? NSControlStateValueOn
 
 + (instancetype)nodeWithTriangle:(const DisclosureTriangle&)triangle target:(OvinClickTarget*)target {
     OvinDisclosureNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node show:triangle];
+    node->_asked = triangle;
+    node.tag = triangle.tag;
+    [node setButtonType:NSButtonTypePushOnPushOff];
+    node.bezelStyle = NSBezelStyleDisclosure;
+    node.imagePosition = NSImageLeading;
+    node.title = @"";
+    node.font = ovin::nativeFont(triangle.font);
+    node.state = nativeState(triangle.isOn);
+    if (!triangle.accessibilityLabel.empty()) node.accessibilityLabel = ovin::toNSString(triangle.accessibilityLabel);
     [target adopt:node];
     return node;
-}
-
-- (void)show:(const DisclosureTriangle&)triangle {
-    _asked = triangle;
-    self.tag = triangle.tag;
-    [self setButtonType:NSButtonTypePushOnPushOff];
-    self.bezelStyle = NSBezelStyleDisclosure;
-    self.imagePosition = NSImageLeading;
-    self.title = @"";
-    self.font = ovin::nativeFont(triangle.font);
-    self.state = nativeState(triangle.isOn);
-    if (!triangle.accessibilityLabel.empty()) self.accessibilityLabel = ovin::toNSString(triangle.accessibilityLabel);
 }
 
 - (BOOL)sendAction:(SEL)action to:(id)target {
@@ -42,7 +38,7 @@ NSControlStateValue nativeState(bool isOn) { return isOn ? NSControlStateValueOn
     return [super sendAction:action to:target];
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     DisclosureTriangle triangle = _asked;
     triangle.isOn = self.state == NSControlStateValueOn;
     triangle.font = ovin::readBackFont(self.font, _asked.font).value_or(_asked.font);

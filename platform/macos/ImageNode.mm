@@ -22,24 +22,20 @@ using ovin::ImageView;
 
 + (instancetype)nodeWithImage:(const ImageView&)image {
     OvinImageNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node show:image];
+    node->_asked = image;
+    node.image = ovin::nativeImage(image.image);
+    node.imageScaling = NSImageScaleProportionallyUpOrDown;
+    node.wantsLayer = YES;
+    node.layer.cornerRadius = image.cornerRadius;
+    node.layer.masksToBounds = YES;
+    node->_width = ovin::fixLength(node.widthAnchor, image.size.width);
+    node->_height = ovin::fixLength(node.heightAnchor, image.size.height);
+    node.accessibilityElement = !image.accessibilityLabel.empty();
+    node.accessibilityLabel = ovin::toNSString(image.accessibilityLabel);
     return node;
 }
 
-- (void)show:(const ImageView&)image {
-    _asked = image;
-    self.image = ovin::nativeImage(image.image);
-    self.imageScaling = NSImageScaleProportionallyUpOrDown;
-    self.wantsLayer = YES;
-    self.layer.cornerRadius = image.cornerRadius;
-    self.layer.masksToBounds = YES;
-    _width = ovin::fixLength(self.widthAnchor, image.size.width);
-    _height = ovin::fixLength(self.heightAnchor, image.size.height);
-    self.accessibilityElement = !image.accessibilityLabel.empty();
-    self.accessibilityLabel = ovin::toNSString(image.accessibilityLabel);
-}
-
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     ImageView image = *_asked;
     image.size = {ovin::fixedLengthOr(_width, 0), ovin::fixedLengthOr(_height, 0)};
     image.cornerRadius = self.layer.cornerRadius;

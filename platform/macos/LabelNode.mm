@@ -6,6 +6,22 @@
 using ovin::Label;
 using ovin::TextDefaults;
 
+namespace {
+
+TextDefaults defaults(const Label& label) {
+    NSFont* font = [NSFont systemFontOfSize:NSFont.systemFontSize];
+    const NSLineBreakMode breaking = label.wrapWidth ? NSLineBreakByWordWrapping : NSLineBreakByClipping;
+    return {font, label.lineSpacing, breaking, NSTextAlignmentNatural};
+}
+
+double readBackLineSpacing(NSAttributedString* text, double asked) {
+    if (text.length == 0) return asked;
+    NSParagraphStyle* style = [text attribute:NSParagraphStyleAttributeName atIndex:0 effectiveRange:nullptr];
+    return style.lineSpacing;
+}
+
+}  // namespace
+
 @implementation OvinLabelNode {
     Label _asked;
     NSLayoutConstraint* _width;
@@ -15,34 +31,18 @@ using ovin::TextDefaults;
 
 + (instancetype)nodeWithLabel:(const Label&)label {
     OvinLabelNode* node = label.wrapWidth ? [self wrappingLabelWithString:@""] : [self labelWithString:@""];
-    [node show:label];
+    node->_asked = label;
+    node.selectable = NO;
+    node.attributedStringValue = ovin::nativeText(label.text, defaults(label));
+    if (label.wrapWidth) node.preferredMaxLayoutWidth = *label.wrapWidth;
+    node->_width = ovin::fixLength(node.widthAnchor, label.wrapWidth);
     return node;
 }
 
-- (void)show:(const Label&)label {
-    _asked = label;
-    self.selectable = NO;
-    self.attributedStringValue = ovin::nativeText(label.text, [self defaults]);
-    if (!label.wrapWidth) return;
-    self.preferredMaxLayoutWidth = *label.wrapWidth;
-    _width = ovin::fixLength(self.widthAnchor, *label.wrapWidth);
-}
-
-- (TextDefaults)defaults {
-    NSFont* font = [NSFont systemFontOfSize:NSFont.systemFontSize];
-    return {font, _asked.lineSpacing, _asked.wrapWidth ? NSLineBreakByWordWrapping : NSLineBreakByClipping};
-}
-
-- (ovin::ViewContent)content {
-    return Label{ovin::readBackText(self.attributedStringValue, _asked.text, [self defaults]), ovin::fixedLength(_width),
-                 [self lineSpacing]};
-}
-
-- (double)lineSpacing {
+- (ovin::ViewContent)shownContent {
     NSAttributedString* text = self.attributedStringValue;
-    if (text.length == 0) return _asked.lineSpacing;
-    NSParagraphStyle* style = [text attribute:NSParagraphStyleAttributeName atIndex:0 effectiveRange:nullptr];
-    return style.lineSpacing;
+    return Label{ovin::readBackText(text, _asked.text, defaults(_asked)), ovin::fixedLength(_width),
+                 readBackLineSpacing(text, _asked.lineSpacing)};
 }
 
 @end

@@ -26,7 +26,7 @@ public:
 
 private:
     /// The system may keep the block for a while after the timer has gone, so that it must not own the work.
-    static NSTimer* timerFor(std::chrono::nanoseconds delay, const std::weak_ptr<const MainQueue::Work>& work) {
+    static NSTimer* timerFor(std::chrono::nanoseconds delay, std::weak_ptr<const MainQueue::Work> work) {
         const std::chrono::duration<double> seconds = std::max(delay, std::chrono::nanoseconds(0));
         return [NSTimer timerWithTimeInterval:seconds.count()
                                       repeats:NO

@@ -29,7 +29,7 @@ using ovin::NativeView;
     return node;
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     return MenuBackground{self.layer.cornerRadius, std::make_shared<const ovin::View>(ovin::readBack(_view))};
 }
 

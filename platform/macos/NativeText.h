@@ -16,6 +16,7 @@ struct TextDefaults {
     NSFont* font;
     double lineSpacing = 0;
     NSLineBreakMode lineBreakMode = NSLineBreakByClipping;
+    NSTextAlignment alignment = NSTextAlignmentNatural;
 };
 
 /// Text with a font and a colour everywhere: where an attributed text has none, a control does not fill in its own. Nothing

@@ -13,6 +13,7 @@ NSParagraphStyle* paragraphStyle(const TextDefaults& defaults) {
     NSMutableParagraphStyle* style = [[NSMutableParagraphStyle alloc] init];
     style.lineSpacing = defaults.lineSpacing;
     style.lineBreakMode = defaults.lineBreakMode;
+    style.alignment = defaults.alignment;
     return style;
 }
 

@@ -56,7 +56,7 @@ NativeView* makeNativeView(const View& view, OvinClickTarget* target) {
     return result;
 }
 
-View readBack(NativeView* view) { return {[view content], static_cast<bool>(view.hidden), view.spacingAfter}; }
+View readBack(NativeView* view) { return {[view shownContent], static_cast<bool>(view.hidden), view.spacingAfter}; }
 
 Size fittingSize(NativeView* view) {
     [view layoutSubtreeIfNeeded];

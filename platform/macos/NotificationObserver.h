@@ -23,7 +23,7 @@ private:
     NSNotificationCenter* const center_;
     /// The centre keeps its block, and so the block does not keep this.
     const std::shared_ptr<const std::function<void()>> handler_;
-    id<NSObject> token_;
+    const id<NSObject> token_;
 };
 
 }  // namespace ovin

@@ -3,19 +3,27 @@
 #include <utility>
 
 namespace ovin {
+namespace {
 
-NotificationObserver::NotificationObserver(NSNotificationCenter* center, NSNotificationName name,
-                                           std::function<void()> handler)
-    : center_(center), handler_(std::make_shared<const std::function<void()>>(std::move(handler))) {
-    const std::weak_ptr<const std::function<void()>> weak = handler_;
-    // Without a queue the block runs where the notification is posted, at that very moment.
-    token_ = [center addObserverForName:name
-                                 object:nil
-                                  queue:nil
-                             usingBlock:^(NSNotification*) {
-                               if (const auto running = weak.lock()) (*running)();
-                             }];
+using Handler = std::function<void()>;
+
+/// Without a queue the block runs where the notification is posted, at that very moment.
+id<NSObject> observe(NSNotificationCenter* center, NSNotificationName name, const std::weak_ptr<const Handler>& handler) {
+    const std::weak_ptr<const Handler> weak = handler;
+    return [center addObserverForName:name
+                               object:nil
+                                queue:nil
+                           usingBlock:^(NSNotification*) {
+                             if (const auto running = weak.lock()) (*running)();
+                           }];
 }
+
+}  // namespace
+
+NotificationObserver::NotificationObserver(NSNotificationCenter* center, NSNotificationName name, Handler handler)
+    : center_(center),
+      handler_(std::make_shared<const Handler>(std::move(handler))),
+      token_(observe(center, name, handler_)) {}
 
 NotificationObserver::~NotificationObserver() { [center_ removeObserver:token_]; }
 

@@ -41,25 +41,21 @@ KeyEquivalent readBackKey(NSString* key) {
 
 + (instancetype)nodeWithButton:(const PushButton&)button target:(OvinClickTarget*)target {
     OvinPushButtonNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node show:button];
+    node->_asked = button;
+    node.tag = button.tag;
+    [node setButtonType:NSButtonTypeMomentaryPushIn];
+    node.bezelStyle = NSBezelStylePush;
+    node.controlSize = NSControlSizeLarge;
+    node.font = button.font ? ovin::nativeFont(*button.font) : [NSFont systemFontOfSize:NSFont.systemFontSize];
+    node.title = ovin::toNSString(button.title);
+    node.keyEquivalent = nativeKey(button.keyEquivalent);
+    if (button.isProminent) node.bezelColor = NSColor.controlAccentColor;
+    node->_width = ovin::fixLength(node.widthAnchor, button.width);
     [target adopt:node];
     return node;
 }
 
-- (void)show:(const PushButton&)button {
-    _asked = button;
-    self.tag = button.tag;
-    [self setButtonType:NSButtonTypeMomentaryPushIn];
-    self.bezelStyle = NSBezelStylePush;
-    self.controlSize = NSControlSizeLarge;
-    self.font = button.font ? ovin::nativeFont(*button.font) : [NSFont systemFontOfSize:NSFont.systemFontSize];
-    self.title = ovin::toNSString(button.title);
-    self.keyEquivalent = nativeKey(button.keyEquivalent);
-    if (button.isProminent) self.bezelColor = NSColor.controlAccentColor;
-    _width = ovin::fixLength(self.widthAnchor, button.width);
-}
-
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     PushButton button = _asked;
     button.title = ovin::readBackString(self.title, _asked.title);
     button.font = ovin::readBackFont(self.font, _asked.font);

@@ -21,6 +21,13 @@ using ovin::Stack;
 
 @end
 
+@interface OvinScrollNode ()
+
+- (void)showScrollersFor:(Stack::Orientation)orientation;
+- (void)holdNode:(NativeView*)view;
+
+@end
+
 @implementation OvinScrollNode {
     NativeView* _view;
     NSLayoutConstraint* _width;
@@ -31,14 +38,14 @@ using ovin::Stack;
 
 + (instancetype)nodeWithScroll:(const ScrollView&)scroll view:(NativeView*)view {
     OvinScrollNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node showScrollers:scroll.orientation];
-    [node hold:view];
+    [node showScrollersFor:scroll.orientation];
+    [node holdNode:view];
     node->_width = ovin::fixLength(node.widthAnchor, scroll.size.width);
     node->_height = ovin::fixLength(node.heightAnchor, scroll.size.height);
     return node;
 }
 
-- (void)showScrollers:(Stack::Orientation)orientation {
+- (void)showScrollersFor:(Stack::Orientation)orientation {
     const bool isUpright = orientation == Stack::Orientation::vertical;
     self.drawsBackground = NO;
     self.borderType = NSNoBorder;
@@ -59,7 +66,7 @@ using ovin::Stack;
 }
 
 /// A page is as wide as what shows it and as high as it needs to be, a row the other way round.
-- (void)hold:(NativeView*)view {
+- (void)holdNode:(NativeView*)view {
     _view = view;
     OvinFlippedView* document = [[OvinFlippedView alloc] initWithFrame:NSZeroRect];
     ovin::fill(document, view);
@@ -83,7 +90,7 @@ using ovin::Stack;
     [document scrollPoint:NSMakePoint(0, NSMaxY(document.bounds))];
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     return ScrollView{{ovin::fixedLengthOr(_width, 0), ovin::fixedLengthOr(_height, 0)},
                       std::make_shared<const ovin::View>(ovin::readBack(_view)),
                       self.isUpright ? Stack::Orientation::vertical : Stack::Orientation::horizontal};

@@ -22,7 +22,7 @@ constexpr NSLayoutPriority weakest = 1;
     return node;
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     return ovin::Separator{ovin::fixedLengthOr(_width, 0)};
 }
 
@@ -41,7 +41,7 @@ constexpr NSLayoutPriority weakest = 1;
     return node;
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     return ovin::Spacer{ovin::fixedLengthOr(_height, 0)};
 }
 
@@ -62,7 +62,7 @@ constexpr NSLayoutPriority weakest = 1;
     return NSZeroSize;
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     return ovin::FlexibleSpace{};
 }
 

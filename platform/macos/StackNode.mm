@@ -40,6 +40,12 @@ constexpr NSLayoutPriority weakest = 1;
 /// Whether it makes use of more width than it needs: a flexible space in it does.
 @property(nonatomic) BOOL takesSpareWidth;
 
+- (void)arrangeAs:(const Stack&)stack;
+- (void)addNode:(NativeView*)view;
+- (void)stretchNode:(NativeView*)view;
+- (void)showBox:(const Box&)box;
+- (ovin::View)readBackNode:(NativeView*)view;
+
 @end
 
 namespace {
@@ -63,14 +69,14 @@ bool takesSpareWidth(NativeView* view) {
 
 + (instancetype)nodeWithStack:(const Stack&)stack views:(NSArray<NativeView*>*)views {
     OvinStackNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node arrange:stack];
-    for (NativeView* view in views) [node add:view];
+    [node arrangeAs:stack];
+    for (NativeView* view in views) [node addNode:view];
     if (node.takesSpareWidth) [node setHuggingPriority:weakest forOrientation:NSLayoutConstraintOrientationHorizontal];
     if (stack.box) [node showBox:*stack.box];
     return node;
 }
 
-- (void)arrange:(const Stack&)stack {
+- (void)arrangeAs:(const Stack&)stack {
     _asked = withoutViews(stack);
     const bool isRow = stack.orientation == Stack::Orientation::horizontal;
     self.orientation = isRow ? NSUserInterfaceLayoutOrientationHorizontal : NSUserInterfaceLayoutOrientationVertical;
@@ -81,18 +87,18 @@ bool takesSpareWidth(NativeView* view) {
     _width = ovin::fixLength(self.widthAnchor, stack.width);
 }
 
-- (void)add:(NativeView*)view {
+- (void)addNode:(NativeView*)view {
     [self addArrangedSubview:view];
     if (view.spacingAfter) [self setCustomSpacing:*view.spacingAfter afterView:view];
     if (!takesSpareWidth(view)) return;
     if (!_asked.width) self.takesSpareWidth = YES;
-    if (self.orientation == NSUserInterfaceLayoutOrientationVertical) return [self stretch:view];
+    if (self.orientation == NSUserInterfaceLayoutOrientationVertical) return [self stretchNode:view];
     // Only this way what a row has to spare is shared out at all.
     self.distribution = NSStackViewDistributionFill;
 }
 
 /// Makes a view of a column as wide as the column is, unless it is wider by itself.
-- (void)stretch:(NativeView*)view {
+- (void)stretchNode:(NativeView*)view {
     NSLayoutConstraint* width = [view.widthAnchor constraintEqualToAnchor:self.widthAnchor
                                                                  constant:-_asked.insets.left - _asked.insets.right];
     width.priority = NSLayoutPriorityDefaultLow;
@@ -116,7 +122,7 @@ bool takesSpareWidth(NativeView* view) {
     self.layer.borderColor = ovin::nativeColor(_asked.box->border).CGColor;
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     Stack stack = _asked;
     stack.orientation = self.orientation == NSUserInterfaceLayoutOrientationHorizontal ? Stack::Orientation::horizontal
                                                                                        : Stack::Orientation::vertical;
@@ -129,11 +135,11 @@ bool takesSpareWidth(NativeView* view) {
         stack.box->borderWidth = self.layer.borderWidth;
         stack.box->cornerRadius = self.layer.cornerRadius;
     }
-    for (NSView* view in self.arrangedSubviews) stack.views.push_back([self readBack:static_cast<NativeView*>(view)]);
+    for (NSView* view in self.arrangedSubviews) stack.views.push_back([self readBackNode:static_cast<NativeView*>(view)]);
     return stack;
 }
 
-- (ovin::View)readBack:(NativeView*)view {
+- (ovin::View)readBackNode:(NativeView*)view {
     ovin::View result = ovin::readBack(view);
     const CGFloat shown = [self customSpacingAfterView:view];
     const CGFloat asked = result.spacingAfter.value_or(NSStackViewSpacingUseDefault);

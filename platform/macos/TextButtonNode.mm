@@ -14,20 +14,16 @@ using ovin::TextButton;
 
 + (instancetype)nodeWithButton:(const TextButton&)button target:(OvinClickTarget*)target {
     OvinTextButtonNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node show:button];
+    node->_asked = button;
+    node.tag = button.tag;
+    [node setButtonType:NSButtonTypeMomentaryChange];
+    node.bordered = NO;
+    node.imagePosition = NSNoImage;
+    ovin::setTitle(node, button.title);
+    if (!button.toolTip.empty()) node.toolTip = ovin::toNSString(button.toolTip);
+    if (button.isLink) node.accessibilityRole = NSAccessibilityLinkRole;
     [target adopt:node];
     return node;
-}
-
-- (void)show:(const TextButton&)button {
-    _asked = button;
-    self.tag = button.tag;
-    [self setButtonType:NSButtonTypeMomentaryChange];
-    self.bordered = NO;
-    self.imagePosition = NSNoImage;
-    ovin::setTitle(self, button.title);
-    if (!button.toolTip.empty()) self.toolTip = ovin::toNSString(button.toolTip);
-    if (button.isLink) self.accessibilityRole = NSAccessibilityLinkRole;
 }
 
 - (void)resetCursorRects {
@@ -35,7 +31,7 @@ using ovin::TextButton;
     [self addCursorRect:self.bounds cursor:NSCursor.pointingHandCursor];
 }
 
-- (ovin::ViewContent)content {
+- (ovin::ViewContent)shownContent {
     TextButton button = _asked;
     button.title = ovin::readBackTitle(self, _asked.title);
     button.toolTip = ovin::readBackString(self.toolTip, _asked.toolTip);

@@ -20,7 +20,7 @@ using ViewContent = decltype(View::content);
 @protocol OvinViewNode <NSObject>
 
 /// What it shows, read from its own state. Hiding and the spacing after it belong to `ovin::readBack`.
-- (ovin::ViewContent)content;
+- (ovin::ViewContent)shownContent;
 
 /// What it asks of the stack that it stands in.
 @property(nonatomic) std::optional<double> spacingAfter;

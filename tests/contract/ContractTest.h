@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 
 #include "tests/contract/Stage.h"
@@ -53,6 +54,9 @@ private:
 
     const std::unique_ptr<Stage> stage_ = GetParam().make();
 };
+
+/// How a failure shows a world. Here and not beside it, for a stage need not know of streams.
+inline void PrintTo(const NamedStageFactory& factory, std::ostream* stream) { *stream << factory.name; }
 
 inline std::string stageName(const testing::TestParamInfo<NamedStageFactory>& stage) { return stage.param.name; }
 

@@ -7,6 +7,9 @@ using Status = LaunchAtLogin::Status;
 
 class LaunchAtLoginContract : public ContractTest {
 protected:
+    /// Not even a registration is to be tried where nobody can undo what the user would see of it.
+    void SetUp() override { OVIN_NEEDS(changeLoginItems); }
+
     [[nodiscard]] LaunchAtLogin& login() const { return platform().launchAtLogin; }
 };
 

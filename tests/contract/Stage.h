@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -34,6 +33,7 @@ public:
         refuseChanges,
         unplugDisplays,
         setEnvironment,
+        changeLoginItems,
         readLog,
     };
 
@@ -83,9 +83,9 @@ public:
     virtual void setRefusesChanges(bool refuses) = 0;
     /// [setEnvironment]
     virtual void setEnvironment(const std::string& name, const std::optional<std::string>& value) = 0;
-    /// The user switches this application off among those that start at login.
+    /// The user switches this application off among those that start at login. [changeLoginItems]
     virtual void switchOffLaunchAtLogin() = 0;
-    /// Lets the system refuse to have this application start at login.
+    /// Lets the system refuse to have this application start at login. [changeLoginItems]
     virtual void setRefusesLaunchAtLogin(bool refuses) = 0;
     /// Plugs a second display in and returns its id; the other takes it away. [unplugDisplays]
     virtual DisplayID plugDisplay() = 0;
@@ -102,9 +102,6 @@ public:
 struct NamedStageFactory {
     std::string name;
     std::function<std::unique_ptr<Stage>()> make;
-
-    /// How a failure shows it.
-    friend void PrintTo(const NamedStageFactory& factory, std::ostream* stream) { *stream << factory.name; }
 };
 
 /// The worlds of this test program; each program defines it once.

@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKitDefines.h>
 #import <AppKit/NSAppearance.h>
+#import <AppKit/NSEvent.h>
 #import <AppKit/NSResponder.h>
 #import <AppKit/NSRunningApplication.h>
 #import <Foundation/Foundation.h>
@@ -40,6 +41,12 @@ static const NSModalResponse NSModalResponseCancel = 0;
 @property(null_resettable, strong) NSImage* applicationIconImage;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy API_AVAILABLE(macos(10.6));
 - (NSApplicationActivationPolicy)activationPolicy API_AVAILABLE(macos(10.6));
+- (void)finishLaunching;
+- (nullable NSEvent*)nextEventMatchingMask:(NSEventMask)mask
+                                 untilDate:(nullable NSDate*)expiration
+                                    inMode:(NSRunLoopMode)mode
+                                   dequeue:(BOOL)deqFlag;
+- (void)sendEvent:(NSEvent*)event;
 - (void)run;
 - (void)stop:(nullable id)sender;
 - (void)terminate:(nullable id)sender;

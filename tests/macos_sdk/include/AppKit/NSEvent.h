@@ -18,7 +18,8 @@ typedef NS_OPTIONS(unsigned long long, NSEventMask) {
     NSEventMaskLeftMouseDown = 1ULL << NSEventTypeLeftMouseDown,
     NSEventMaskLeftMouseUp = 1ULL << NSEventTypeLeftMouseUp,
     NSEventMaskRightMouseDown = 1ULL << NSEventTypeRightMouseDown,
-    NSEventMaskRightMouseUp = 1ULL << NSEventTypeRightMouseUp
+    NSEventMaskRightMouseUp = 1ULL << NSEventTypeRightMouseUp,
+    NSEventMaskAny = 0xFFFFFFFFFFFFFFFFULL
 };
 typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
     NSEventModifierFlagShift = 1 << 17,

@@ -34,6 +34,7 @@ typedef NS_ENUM(NSInteger, NSLayoutAttribute) {
 API_AVAILABLE(macos(10.7))
 @interface NSLayoutConstraint : NSObject
 @property NSLayoutPriority priority;
+@property(readonly) NSLayoutAttribute firstAttribute;
 @property CGFloat constant;
 @property(getter=isActive) BOOL active API_AVAILABLE(macos(10.10));
 + (void)activateConstraints:(NSArray<NSLayoutConstraint*>*)constraints API_AVAILABLE(macos(10.10));

@@ -5,6 +5,12 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+// What keys do, by the user's bindings.
+@protocol NSStandardKeyBindingResponding <NSObject>
+@optional
+- (void)cancelOperation:(nullable id)sender;
+@end
+
 @interface NSResponder : NSObject <NSCoding>
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 - (nullable instancetype)initWithCoder:(NSCoder*)coder NS_DESIGNATED_INITIALIZER;
@@ -15,8 +21,10 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)keyDown:(NSEvent*)event;
 - (void)scrollWheel:(NSEvent*)event;
 - (BOOL)performKeyEquivalent:(NSEvent*)event;
-- (void)cancelOperation:(nullable id)sender;
 @property(readonly) BOOL acceptsFirstResponder;
+@end
+
+@interface NSResponder (NSStandardKeyBindingMethods) <NSStandardKeyBindingResponding>
 @end
 
 NS_ASSUME_NONNULL_END

@@ -93,6 +93,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @end
 
 @interface NSView (NSConstraintBasedLayoutFittingSize)
+@property(readonly, copy) NSArray<NSLayoutConstraint*>* constraints API_AVAILABLE(macos(10.7));
 @property(readonly) NSSize fittingSize API_AVAILABLE(macos(10.7));
 @end
 

@@ -53,7 +53,7 @@ CF_EXPORT CFTypeID CFGetTypeID(CFTypeRef cf);
 CF_EXPORT CFTypeRef CFRetain(CFTypeRef cf);
 CF_EXPORT void CFRelease(CFTypeRef cf);
 CF_EXPORT CFIndex CFGetRetainCount(CFTypeRef cf);
-CF_EXPORT Boolean CFEqual(CFTypeRef _Nullable cf1, CFTypeRef _Nullable cf2);
+CF_EXPORT Boolean CFEqual(CFTypeRef cf1, CFTypeRef cf2);
 CF_EXPORT CFHashCode CFHash(CFTypeRef cf);
 
 CF_IMPLICIT_BRIDGING_DISABLED

@@ -9,7 +9,7 @@ CF_ASSUME_NONNULL_BEGIN
 CF_IMPLICIT_BRIDGING_ENABLED
 
 typedef UInt32 CFStringEncoding;
-enum : CFStringEncoding {
+typedef CF_ENUM(CFStringEncoding, CFStringBuiltInEncodings) {
     kCFStringEncodingUTF8 = 0x08000100,
     kCFStringEncodingUTF16 = 0x0100,
     kCFStringEncodingUTF16LE = 0x14000100

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSDistributedNotificationCenter : NSNotificationCenter
-+ (NSDistributedNotificationCenter*)defaultCenter;
+@property(class, readonly, strong) NSDistributedNotificationCenter* defaultCenter;
 - (void)postNotificationName:(NSNotificationName)name
                       object:(nullable NSString*)object
                     userInfo:(nullable NSDictionary*)userInfo

@@ -18,6 +18,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)setInteger:(NSInteger)value forKey:(NSString*)defaultName;
 - (void)setDouble:(double)value forKey:(NSString*)defaultName;
 - (void)setBool:(BOOL)value forKey:(NSString*)defaultName;
+- (void)removePersistentDomainForName:(NSString*)domainName;
 - (BOOL)synchronize;
 @end
 

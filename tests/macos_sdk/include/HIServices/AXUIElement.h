@@ -20,10 +20,11 @@ CF_EXPORT AXUIElementRef AXUIElementCreateApplication(pid_t pid);
 CF_EXPORT AXUIElementRef AXUIElementCreateSystemWide(void);
 CF_EXPORT AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float timeoutInSeconds);
 CF_EXPORT AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute,
-                                                CFTypeRef _Nullable* value CF_RETURNS_RETAINED);
+                                                CFTypeRef _Nullable* _Nonnull value CF_RETURNS_RETAINED);
 CF_EXPORT AXError AXUIElementGetPid(AXUIElementRef element, pid_t* pid);
 CF_EXPORT AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action);
-CF_EXPORT AXError AXUIElementCopyActionNames(AXUIElementRef element, CFArrayRef _Nullable* names CF_RETURNS_RETAINED);
+CF_EXPORT AXError AXUIElementCopyActionNames(AXUIElementRef element,
+                                             CFArrayRef _Nullable* _Nonnull names CF_RETURNS_RETAINED);
 
 CF_IMPLICIT_BRIDGING_DISABLED
 CF_ASSUME_NONNULL_END

@@ -14,11 +14,11 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 @protocol OS_dispatch_queue <OS_dispatch_object>
 @end
-@protocol OS_dispatch_queue_main <OS_dispatch_queue>
+@protocol OS_dispatch_queue_serial <OS_dispatch_queue>
+@end
+@protocol OS_dispatch_queue_main <OS_dispatch_queue_serial>
 @end
 @protocol OS_dispatch_queue_global <OS_dispatch_queue>
-@end
-@protocol OS_dispatch_queue_serial <OS_dispatch_queue>
 @end
 @protocol OS_dispatch_group <OS_dispatch_object>
 @end

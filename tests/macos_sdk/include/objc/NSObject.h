@@ -10,7 +10,7 @@
 @class NSString;
 
 @protocol NSObject
-- (BOOL)isEqual:(nullable id)object;
+- (BOOL)isEqual:(id)object;
 @property(readonly) NSUInteger hash;
 @property(readonly) Class superclass;
 - (Class)class;

@@ -1,6 +1,6 @@
 #pragma once
 
-typedef enum : unsigned int {
+typedef enum qos_class_t : unsigned int {
     QOS_CLASS_USER_INTERACTIVE = 0x21,
     QOS_CLASS_USER_INITIATED = 0x19,
     QOS_CLASS_DEFAULT = 0x15,
