@@ -21,3 +21,5 @@ if(NOT OVIN_SPARKLE)
     endif()
     set(OVIN_SPARKLE ${frameworks})
 endif()
+# Programs outside of the bundle, tests that is, find it where it lies.
+cmake_path(GET OVIN_SPARKLE PARENT_PATH CMAKE_BUILD_RPATH)

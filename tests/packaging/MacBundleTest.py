@@ -8,7 +8,7 @@ import stat
 import unittest
 import zipfile
 
-from mac_stage import HERE, SCRIPTS, SPARKLE_FILES, SPARKLE_LINKS, TOP, MacStage, make_sparkle
+from mac_stage import HERE, SCRIPTS, SPARKLE_FILES, SPARKLE_LINKS, TOP, MacStage, make_sparkle, write
 
 KEY = base64.b64encode(bytes(range(32))).decode()
 FEED = "https://feed.example/appcast.xml?a=<1>&b=\"2\""
@@ -147,6 +147,20 @@ class MacBundle(MacStage):
         sign = self.signings()[0]
         self.assertEqual(sign[sign.index("--sign") + 1], identity)
         self.assertIn(os.path.join(SCRIPTS, "Ovin.entitlements"), sign)
+
+    def testTheTestsOfAMacAreBuiltAndFindTheFramework(self):
+        # Neither library of the tests is here for a Mac; that they are found there is not seen here.
+        for name, targets in (("GTest", ("gmock", "gtest_main")), ("ICU", ("uc", "i18n"))):
+            lines = [f"add_library({name}::{target} INTERFACE IMPORTED)" for target in targets]
+            write(self.path("modules", f"Find{name}.cmake"), "\n".join(lines))
+        self.succeed(self.configure("macos-dev", "-D", f"OVIN_SPARKLE={self.path('sparkle', 'Sparkle.framework')}", "-D",
+                                    f"CMAKE_MODULE_PATH={self.path('modules')}", "-D",
+                                    # They are not run: what the compiler makes is text.
+                                    "CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"))
+        self.make()
+        for program in ("contract/mac_contract_tests", "contract/mac-status-item", "macos_views/macos_views_tests"):
+            with open(self.path("build", "tests", *program.split("/")), encoding="utf-8") as file:
+                self.assertIn("-Wl,-rpath," + self.path("sparkle"), file.read().splitlines(), program)
 
     def testAnotherFrameworkThanTheOneExpectedIsRefused(self):
         done = self.configure_with_archive(checksum="0" * 64)
