@@ -1,9 +1,14 @@
 #include "platform/Utf8.h"
 
+#include <algorithm>
+
 namespace ovin {
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
+
+/// Characters seldom have more UTF-16 units, the sequences of emoji included.
+constexpr std::size_t usualUnits = 16;
 
 unsigned char byteAt(std::string_view text, std::size_t offset) { return static_cast<unsigned char>(text[offset]); }
 
@@ -73,6 +78,16 @@ std::size_t utf8Length(std::string_view text, std::size_t utf16Count) {
         offset += character.length;
     }
     return offset;
+}
+
+std::string utf8Prefix(std::string_view text, std::size_t count, const CharacterEnds& end) {
+    if (count == 0) return {};
+    for (std::size_t units = (std::min(count, text.size()) + 1) * usualUnits;; units *= 2) {
+        const std::size_t length = utf8Length(text, units);
+        const std::size_t found = end(wellFormedUtf8(text.substr(0, length)), count);
+        if (length < text.size() && found + usualUnits > units) continue;
+        return std::string(text.substr(0, utf8Length(text, found)));
+    }
 }
 
 std::string_view withoutOuterWhiteSpace(std::string_view text) {

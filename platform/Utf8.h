@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,15 @@ struct Utf8Character {
 /// The length in bytes of the beginning of `text` that has `count` UTF-16 units once it is well-formed, or of all of it when
 /// it has no more. A character beyond the first 65536, of which that is the first half, does not belong to it.
 [[nodiscard]] std::size_t utf8Length(std::string_view text, std::size_t utf16Count);
+
+/// Where the first `count` user-perceived characters of a well-formed text end, in UTF-16 units: its end when it has no
+/// more.
+using CharacterEnds = std::function<std::size_t(const std::string& text, std::size_t count)>;
+
+/// The first `count` user-perceived characters of `text`, or all of it when it has no more, by the rules of a library that
+/// counts in UTF-16 units and reads nothing ill-formed. Shows it a beginning of the text only, and a longer one as long as
+/// the end that it has found may be that of the beginning: a long text costs no more than a short one.
+[[nodiscard]] std::string utf8Prefix(std::string_view text, std::size_t count, const CharacterEnds& end);
 
 /// `text` without the characters of the Unicode property White_Space at both its ends. Ill-formed bytes are kept.
 [[nodiscard]] std::string_view withoutOuterWhiteSpace(std::string_view text);

@@ -2,16 +2,11 @@
 
 #import <Foundation/Foundation.h>
 
-#include <algorithm>
-
 #include "platform/Utf8.h"
 #include "platform/macos/Strings.h"
 
 namespace ovin {
 namespace {
-
-/// Characters are seldom longer than this many UTF-16 units, the sequences of emoji included.
-constexpr std::size_t usualUnits = 16;
 
 bool isLineEnd(NSString* text, NSUInteger index) {
     return index + 1 < text.length && [text characterAtIndex:index] == '\r' && [text characterAtIndex:index + 1] == '\n';
@@ -32,22 +27,12 @@ NSUInteger endOfCharacters(NSString* text, std::size_t count) {
 
 class MacText final : public Text {
 public:
-    /// Looks at a beginning of the text only, and at a longer one if the end that it has found might be that of the
-    /// beginning.
     [[nodiscard]] std::string prefix(std::string_view text, std::size_t count) const override {
-        if (count == 0) return {};
-        std::size_t length = 0;
-        for (std::size_t units = (std::min(count, text.size()) + 1) * usualUnits; length < text.size(); units *= 2) {
+        return utf8Prefix(text, count, [](const std::string& beginning, std::size_t characters) -> std::size_t {
             @autoreleasepool {
-                length = utf8Length(text, units);
-                NSString* beginning = toNSString(text.substr(0, length));
-                const NSUInteger end = endOfCharacters(beginning, count);
-                if (length == text.size() || end + usualUnits <= beginning.length) {
-                    return std::string(text.substr(0, utf8Length(text, end)));
-                }
+                return endOfCharacters(toNSString(beginning), characters);
             }
-        }
-        return std::string(text);
+        });
     }
 
     [[nodiscard]] std::string trimmed(std::string_view text) const override {

@@ -41,8 +41,8 @@ public:
     MacStage();
     ~MacStage() override;
 
-    /// Makes the application object. To be called once, before any stage.
-    static void prepareProcess();
+    /// Makes the application object. To be called once, before any stage, with the path of the program of status items.
+    static void prepareProcess(const std::string& program);
 
     [[nodiscard]] std::optional<std::string> reasonWithout(Ability ability) const override;
     [[nodiscard]] Platform platform() override;

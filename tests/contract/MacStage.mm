@@ -31,6 +31,9 @@ constexpr auto longTime = 20s;
 /// Where the settings of the stage are.
 constexpr std::string_view suite = "org.ovin.contract";
 
+/// Set once, before any stage.
+std::string statusItemProgram;
+
 void require(bool holds, const std::string& what) {
     if (!holds) throw std::runtime_error(what);
 }
@@ -39,7 +42,7 @@ void require(bool holds, const std::string& what) {
 
 /// Starts the program of status items, with the given ends of pipes where it reads and writes.
 ProcessID startProgram(std::vector<std::string> words, int input, int output) {
-    words.insert(words.begin(), OVIN_STATUS_ITEM);
+    words.insert(words.begin(), statusItemProgram);
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
@@ -48,7 +51,7 @@ ProcessID startProgram(std::vector<std::string> words, int input, int output) {
     if (input >= 0) posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
     if (output >= 0) posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
     pid_t pid = 0;
-    const int error = posix_spawn(&pid, OVIN_STATUS_ITEM, &actions, nullptr, arguments.data(), environ);
+    const int error = posix_spawn(&pid, statusItemProgram.c_str(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     require(error == 0, "The program of status items cannot be started.");
     return pid;
@@ -110,7 +113,8 @@ void MacStatusItems::readOutput() {
     }
 }
 
-void MacStage::prepareProcess() {
+void MacStage::prepareProcess(const std::string& program) {
+    statusItemProgram = program;
     [NSApplication.sharedApplication setActivationPolicy:NSApplicationActivationPolicyAccessory];
     [NSApplication.sharedApplication finishLaunching];
 }

@@ -12,6 +12,6 @@ std::vector<NamedStageFactory> contractStages() {
 
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
-    ovin::MacStage::prepareProcess();
+    ovin::MacStage::prepareProcess(OVIN_STATUS_ITEM);
     return RUN_ALL_TESTS();
 }

@@ -5,6 +5,7 @@
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -87,6 +88,53 @@ TEST(Utf8, ALengthIsCountedInUtf16Units) {
     EXPECT_EQ(utf8Length(text, 5), 8U) << "An ill-formed byte is one unit.";
     EXPECT_EQ(utf8Length(text, 6), 9U);
     EXPECT_EQ(utf8Length(text, 100), 9U);
+}
+
+/// What a library that counts in UTF-16 would say, by the rules of the one that the other worlds use.
+std::size_t endInUtf16(const std::string& text, std::size_t count) {
+    const IcuText library("root");
+    std::size_t units = 0;
+    for (const char32_t c : codePoints(library.prefix(text, count))) units += c > 0xFFFF ? 2 : 1;
+    return units;
+}
+
+TEST(Utf8, APrefixIsThatOfTheLibraryWhateverTheTextIsMadeOf) {
+    const std::vector<std::string> parts{"a",      "\u0301",     "\U0001F1E9",         "\U0001F468", "\u200D",
+                                         "\r",     "\n",         "\xF0\x9F",           "\xFF",       "\u1100",
+                                         "\u1161", "\U0001F3FD", std::string(1, '\0'), "\u65E5"};
+    const IcuText library("root");
+    std::mt19937 random(2);
+    for (int round = 0; round < 3000; ++round) {
+        std::string text;
+        // Often many of one kind, so that there are long characters.
+        for (std::size_t n = random() % 12; n > 0; --n) {
+            const std::string& part = parts[random() % parts.size()];
+            for (std::size_t times = random() % 3 == 0 ? random() % 40 : 1; times > 0; --times) text += part;
+        }
+        const std::size_t count = random() % 14;
+        ASSERT_EQ(utf8Prefix(text, count, endInUtf16), library.prefix(text, count))
+            << testing::PrintToString(text) << " " << count;
+    }
+}
+
+TEST(Utf8, APrefixOfALongTextLooksAtItsBeginningOnly) {
+    std::size_t longest = 0;
+    const auto end = [&](const std::string& text, std::size_t count) {
+        longest = std::max(longest, text.size());
+        return std::min(text.size(), count);
+    };
+    EXPECT_EQ(utf8Prefix(std::string(1000000, 'x'), 13, end), std::string(13, 'x'));
+    EXPECT_LT(longest, 1000U);
+}
+
+TEST(Utf8, APrefixHoldsACharacterThatIsLongerThanUsual) {
+    std::string character = "e";
+    for (int i = 0; i < 5000; ++i) character += "\u0301";
+    EXPECT_EQ(utf8Prefix(character + "xyz", 1, endInUtf16), character);
+    EXPECT_EQ(utf8Prefix(character + "xyz", 2, endInUtf16), character + "x");
+    EXPECT_EQ(utf8Prefix(character, 9, endInUtf16), character);
+    EXPECT_EQ(utf8Prefix("", 9, endInUtf16), "");
+    EXPECT_EQ(utf8Prefix("abc", 0, endInUtf16), "");
 }
 
 TEST(Utf8, OuterWhiteSpaceIsThatOfTheUnicodeProperty) {

@@ -68,3 +68,16 @@ def run(command):
     """The exit code, and what was printed."""
     done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)
     return done.returncode, done.stdout
+
+
+# What the static analyzer looks for. It knows what functions of the system hand out by their names and by the declarations'
+# attributes.
+CHECKERS = [
+    "core", "cplusplus", "deadcode", "nullability", "optin.cplusplus", "optin.performance.GCDAntipattern", "osx",
+    "security", "unix", "alpha.osx.cocoa.InstanceVariableInvalidation", "alpha.osx.cocoa.MissingInvalidationMethod",
+]
+
+
+def analysis():
+    return ["--analyze", "--analyzer-output", "text", "-Xclang", "-analyzer-werror",
+            *(part for checker in CHECKERS for part in ("-Xclang", f"-analyzer-checker={checker}"))]
