@@ -29,7 +29,8 @@ class Workflows(unittest.TestCase):
             self.assertLessEqual(set(called), {preset["name"] for preset in presets[kind] if not preset.get("hidden")})
 
     def test_every_script_that_they_run_is_there(self):
-        scripts = [path for text in self.texts.values() for path in re.findall(r"run: ((?:packaging|tools|\.ci)/[\w./]+)", text)]
+        run = r"run: ((?:packaging|tools|\.ci)/[\w./]+)"
+        scripts = [path for text in self.texts.values() for path in re.findall(run, text)]
         self.assertEqual(sorted(scripts), [".ci/run", "packaging/macos/make_disk_image"])
         for path in scripts:
             self.assertTrue(os.access(os.path.join(TOP, path), os.X_OK), path)

@@ -1,7 +1,8 @@
-"""The application that CMake makes on a Mac. Here compiler and signing are stand-ins; all else is what a Mac's CMake does."""
+"""The application that CMake makes on a Mac. Here compiler and signing are stand-ins; all else is as CMake does it there."""
 
 import base64
 import hashlib
+import json
 import os
 import plistlib
 import stat
@@ -53,7 +54,8 @@ class MacBundle(MacStage):
         return self.run_command("cmake", "--preset", preset, "-S", TOP, "-B", self.build, "-D",
                                 f"CMAKE_TOOLCHAIN_FILE={HERE}/Darwin.cmake", "-Wno-dev", *options)
 
-    def configure_with_archive(self, *options, places=("Sparkle.xcframework/macos-arm64_x86_64",), checksum=None, license=True):
+    def configure_with_archive(self, *options, places=("Sparkle.xcframework/macos-arm64_x86_64",), checksum=None,
+                               license=True):
         packed = self.pack(*places, license=license)
         return self.configure("macos", "-D", f"OVIN_SPARKLE_ARCHIVE={self.archive}", "-D",
                               f"OVIN_SPARKLE_SHA256={checksum or packed}", *options)
@@ -121,17 +123,19 @@ class MacBundle(MacStage):
                                     "OVIN_BUILD_NUMBER=7"))
         with open(os.path.join(TOP, "CMakeLists.txt"), encoding="utf-8") as file:
             version = file.read().split("project(Ovin VERSION ")[1].split()[0]
-        self.assertEqual(self.description(), {
+        # As JSON, in which true is not 1.
+        self.assertEqual(*(json.dumps(values, indent=1, sort_keys=True) for values in (self.description(), {
             "CFBundleDevelopmentRegion": "en", "CFBundleDisplayName": "Ovin", "CFBundleExecutable": "Ovin",
             "CFBundleIconFile": "Ovin", "CFBundleIdentifier": "org.ovin.Ovin", "CFBundleInfoDictionaryVersion": "6.0",
             "CFBundleName": "Ovin", "CFBundlePackageType": "APPL", "CFBundleShortVersionString": version,
             "CFBundleSupportedPlatforms": ["MacOSX"], "CFBundleVersion": "7",
-            "LSApplicationCategoryType": "public.app-category.utilities", "LSMinimumSystemVersion": "13.0", "LSUIElement": True,
-            "NSAppTransportSecurity": {"NSAllowsLocalNetworking": True}, "NSHighResolutionCapable": True,
-            "NSHumanReadableCopyright": "Copyright © 2026 The Ovin authors. MIT License.", "NSPrincipalClass": "NSApplication",
+            "LSApplicationCategoryType": "public.app-category.utilities", "LSMinimumSystemVersion": "13.0",
+            "LSUIElement": True, "NSAppTransportSecurity": {"NSAllowsLocalNetworking": True},
+            "NSHighResolutionCapable": True, "NSPrincipalClass": "NSApplication",
+            "NSHumanReadableCopyright": "Copyright © 2026 The Ovin authors. MIT License.",
             # Once a day, and never without asking.
             "SUAllowsAutomaticUpdates": False, "SUAutomaticallyUpdate": False, "SUEnableAutomaticChecks": True,
-            "SUFeedURL": FEED, "SUPublicEDKey": KEY, "SUScheduledCheckInterval": 86400})
+            "SUFeedURL": FEED, "SUPublicEDKey": KEY, "SUScheduledCheckInterval": 86400})))
 
     def testWithoutAKeyNothingIsSaidOfUpdates(self):
         self.succeed(self.configure("macos", "-D", f"OVIN_SPARKLE={self.path('sparkle', 'Sparkle.framework')}"))

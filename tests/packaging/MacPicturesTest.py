@@ -147,8 +147,8 @@ class Packing(unittest.TestCase):
 
     def testRunsOfEveryLengthComeBack(self):
         for length in (1, 2, 3, 4, 127, 128, 129, 130, 131, 132, 133, 260, 261, 262, 1000):
-            for values in (bytes(length), bytes(i % 251 for i in range(length)), bytes(7) + bytes(i % 2 for i in range(length)),
-                           bytes(i // 2 % 256 for i in range(length))):
+            for values in (bytes(length), bytes(i % 251 for i in range(length)),
+                           bytes(7) + bytes(i % 2 for i in range(length)), bytes(i // 2 % 256 for i in range(length))):
                 self.assertEqual(unpacked(pack_icns.runs(values)), values, length)
 
     def testRunsAreShorterThanWhatTheyStandFor(self):

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Stands in for the tools of a Mac, by the name that it is started as: notes the call in the file MAC_CALLS, a JSON list a
-line, and leaves behind what the tool would. MAC_FAILS names a call that is to fail, by a text in it, and MAC_ANSWER what Apple
-says of a submission.
+"""Stands in for the tools of a Mac, by the name that it is started as: notes the call in the file MAC_CALLS, a JSON list
+a line, and leaves behind what the tool would. MAC_FAILS names a call that is to fail, by a text in it, and MAC_ANSWER what
+Apple says of a submission.
 """
 
 import json
