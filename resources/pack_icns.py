@@ -6,8 +6,9 @@
 FOLDER holds 16.png, 32.png, 64.png, 128.png, 256.png, 512.png and 1024.png, of as many pixels to a side.
 
 The file is a sequence of elements, each with a type of four letters, its length and its content: pictures of 16, 32, 128,
-256 and 512 points, each with one pixel and with two for each point. PNG files are taken as they are, but for those of 16 and 32
-points and as many pixels. The system does not show such everywhere: they are in the older form, colours and coverage apart.
+256 and 512 points, each with one pixel and with two for each point. PNG files are taken as they are, but for those of 16
+and 32 points and as many pixels. The system does not show such everywhere: they are in the older form, colours and coverage
+apart.
 """
 
 import itertools
