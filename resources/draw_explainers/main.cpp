@@ -196,6 +196,10 @@ int main(int argumentCount, char** arguments) {
         const QString path = QString("%1/explainer-%2.png").arg(folder, name);
         QImage image = drawn(state);
         image.setDevicePixelRatio(1);
+        // Stated in the file, whence macOS has the size in points: a point is 1/72 inch.
+        constexpr int dotsPerMeter = static_cast<int>(pixelsPerPoint * 72 / 0.0254 + 0.5);
+        image.setDotsPerMeterX(dotsPerMeter);
+        image.setDotsPerMeterY(dotsPerMeter);
         if (image.save(path, "PNG")) continue;
         std::fprintf(stderr, "draw_explainers: %s cannot be written\n", qPrintable(path));
         return 1;

@@ -1,4 +1,4 @@
-// Draws the application's icon in the sizes that desktops ask for: draw_icon FOLDER writes FOLDER/16.png and so on.
+// Draws the application's icon: draw_icon linux|macos FOLDER SIDE... writes FOLDER/SIDE.png for each side, in pixels.
 
 #include <QColor>
 #include <QImage>
@@ -7,13 +7,16 @@
 #include <QPainterPath>
 #include <QRadialGradient>
 #include <QString>
-#include <array>
+#include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdio>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <vector>
 
 namespace {
-
-constexpr std::array sides{16, 22, 24, 32, 48, 64, 128, 256, 512};
 
 /// The drawing is made for a tile of this size; y grows downwards.
 constexpr double canvas = 512;
@@ -33,10 +36,17 @@ struct Look {
 };
 
 /// Small pictures have few pixels to spend: less air around everything, and nothing that would only blur.
-Look lookFor(int side) {
+Look linuxLook(int side) {
     if (side <= 24) return {side, 0, 64, 96, 212, 0, 40, false};
     if (side <= 48) return {side, 16, 48, 96, 198, 2, 20, false};
     return {side, 28, 40, 110, 184, 4, 6, true};
+}
+
+/// On the grid that all icons share there, on which a tile fills 824 of 1024 parts, in small pictures somewhat more.
+Look macLook(int side) {
+    if (side <= 16) return {side, 32, 64, 112, 188, 0, 40, false};
+    if (side <= 32) return {side, 32, 48, 112, 186, 2, 20, false};
+    return {side, 50, 38, 124, 166, 4, 6, true};
 }
 
 QPainterPath rounded(const QRectF& rect, double radius) {
@@ -133,29 +143,41 @@ void drawSquare(QPainter& painter, const Look& look) {
     painter.restore();
 }
 
-QImage drawn(int side) {
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+QImage drawn(const Look& look) {
+    QImage image(look.side, look.side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(side / canvas, side / canvas);
-    const Look look = lookFor(side);
+    painter.scale(look.side / canvas, look.side / canvas);
     drawTile(painter, look);
     drawBar(painter, look);
     drawSquare(painter, look);
     return image;
 }
 
+std::optional<int> parsedSide(std::string_view text) {
+    constexpr int largest = 4096;
+    int side = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), side);
+    if (error != std::errc() || end != text.data() + text.size() || side < 1 || side > largest) return std::nullopt;
+    return side;
+}
+
+int explainUse() {
+    std::fputs("usage: draw_icon linux|macos FOLDER SIDE...\n", stderr);
+    return 2;
+}
+
 }  // namespace
 
-int main(int argumentCount, char** arguments) {
-    if (argumentCount != 2) {
-        std::fputs("usage: draw_icon FOLDER\n", stderr);
-        return 2;
-    }
-    for (const int side : sides) {
-        const QString path = QString("%1/%2.png").arg(QString::fromLocal8Bit(arguments[1])).arg(side);
-        if (drawn(side).save(path, "PNG")) continue;
+int main(int argumentCount, char** argumentValues) {
+    const std::vector<std::string_view> arguments(argumentValues + 1, argumentValues + argumentCount);
+    if (arguments.size() < 3 || (arguments[0] != "linux" && arguments[0] != "macos")) return explainUse();
+    for (std::size_t i = 2; i < arguments.size(); ++i) {
+        const auto side = parsedSide(arguments[i]);
+        if (!side) return explainUse();
+        const QString path = QString("%1/%2.png").arg(QString::fromLocal8Bit(argumentValues[2])).arg(*side);
+        if (drawn(arguments[0] == "macos" ? macLook(*side) : linuxLook(*side)).save(path, "PNG")) continue;
         std::fprintf(stderr, "draw_icon: %s cannot be written\n", qPrintable(path));
         return 1;
     }

@@ -76,6 +76,18 @@ class Release(unittest.TestCase):
         self.assertEqual(enclosure.get(SPARKLE + "os"), "linux")
         self.assertEqual(enclosure.get(SPARKLE + "edSignature"), self.output("sign", self.key, self.package).strip())
 
+    def test_an_item_for_macos_names_no_system(self):
+        for name in "Ovin-2.0.dmg", "Ovin.ZIP":
+            self.write(name, "an image")
+            self.package = self.path(name)
+            self.write("item.xml", self.item("--minimum-system", "13.0"))
+            item = ElementTree.fromstring(self.output("feed", "Ovin", self.path("item.xml"))).find("channel/item")
+            self.assertEqual(item.findtext(SPARKLE + "minimumSystemVersion"), "13.0")
+            enclosure = item.find("enclosure")
+            self.assertEqual(set(enclosure.keys()), {"url", "length", "type", SPARKLE + "edSignature"})
+            self.assertEqual(enclosure.get("length"), "8")
+            self.assertEqual(enclosure.get(SPARKLE + "edSignature"), self.output("sign", self.key, self.package).strip())
+
     def test_mistakes_are_told(self):
         self.output("key", self.key)
         subprocess.run(["openssl", "genpkey", "-algorithm", "x25519", "-out", self.path("other.pem")], check=True)
