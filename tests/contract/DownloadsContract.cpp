@@ -17,6 +17,8 @@ using namespace std::chrono_literals;
 
 class DownloadsContract : public ContractTest {
 protected:
+    void SetUp() override { OVIN_NEEDS(makeUpdates); }
+
     const std::string text = std::string(100000, 'a') + "z";
 
     Downloads::Text read(const Downloads::Source& source, std::size_t longest) {

@@ -49,6 +49,7 @@ public:
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
     void wait(Duration duration) override;
+    [[nodiscard]] WallClock& wallClock() override;
     [[nodiscard]] Duration margin() const override;
 
     ProcessID start(const StagedApplication& application) override;
@@ -70,6 +71,8 @@ public:
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;
     void switchElsewhere(const DisplayMode& mode) override;
+    [[nodiscard]] Downloads& downloads() override;
+    Downloads::Source offer(const std::string& text) override;
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:

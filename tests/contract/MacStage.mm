@@ -145,6 +145,10 @@ std::optional<std::string> MacStage::reasonWithout(Ability ability) const {
             return "What the unified log has taken in is not to be read at once.";
         case Ability::changeLoginItems:
             return "Only an application in a signed bundle can start at login, and only the user switches it off.";
+        case Ability::haveResources:
+            return "Pictures and versions are in a bundle, which a program of tests does not have.";
+        case Ability::makeUpdates:
+            return "Updates are a framework's, which fetches and waits by itself, and only within a bundle.";
         case Ability::hangApplications:
         case Ability::reportPresses:
         case Ability::renameItems:
@@ -179,6 +183,8 @@ bool MacStage::runUntil(const std::function<bool()>& condition, Duration limit) 
 }
 
 void MacStage::wait(Duration duration) { std::this_thread::sleep_for(duration); }
+
+WallClock& MacStage::wallClock() { refuse("set an alarm"); }
 
 Stage::Duration MacStage::margin() const { return 900ms; }
 
@@ -243,6 +249,10 @@ void MacStage::switchElsewhere(const DisplayMode& mode) {
     int status = 0;
     require(waitpid(pid, &status, 0) == pid && status == 0, "Another program cannot switch the display.");
 }
+
+Downloads& MacStage::downloads() { refuse("fetch anything"); }
+
+Downloads::Source MacStage::offer(const std::string&) { refuse("offer anything"); }
 
 std::vector<std::string> MacStage::logLines() { refuse("read the log"); }
 

@@ -5,6 +5,8 @@ namespace {
 
 class ResourcesContract : public ContractTest {
 protected:
+    void SetUp() override { OVIN_NEEDS(haveResources); }
+
     [[nodiscard]] const Resources& resources() const { return platform().resources; }
 };
 

@@ -36,6 +36,8 @@ public:
         unplugDisplays,
         setEnvironment,
         changeLoginItems,
+        haveResources,
+        makeUpdates,
         readLog,
     };
 
@@ -57,7 +59,7 @@ public:
     virtual bool runUntil(const std::function<bool()>& condition, Duration limit) = 0;
     /// Blocks the calling thread or task for so long and lets nothing of the main queue run. Any thread.
     virtual void wait(Duration duration) = 0;
-    /// The date and what outlasts sleep, for a world that makes an update framework from them.
+    /// The date and what outlasts sleep, for a world that makes an update framework from them. [makeUpdates]
     [[nodiscard]] virtual WallClock& wallClock() = 0;
     /// How much later than due things may be in this world, because the machine has other things to do.
     [[nodiscard]] virtual Duration margin() const = 0;
@@ -98,9 +100,9 @@ public:
     virtual void mirror(DisplayID display) = 0;
     /// Another program switches the main display to one of its modes.
     virtual void switchElsewhere(const DisplayMode& mode) = 0;
-    /// What a world fetches with that makes an update framework from it.
+    /// What a world fetches with that makes an update framework from it. [makeUpdates]
     [[nodiscard]] virtual Downloads& downloads() = 0;
-    /// Offers a text on a server of this machine, and returns where.
+    /// Offers a text on a server of this machine, and returns where. [makeUpdates]
     virtual Downloads::Source offer(const std::string& text) = 0;
 
     /// What was written to the log since the stage was made. [readLog]

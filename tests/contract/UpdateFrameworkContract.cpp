@@ -11,6 +11,9 @@ using namespace std::chrono_literals;
 
 class UpdateFrameworkContract : public ContractTest {
 protected:
+    /// Elsewhere an alert would wait for somebody.
+    void SetUp() override { OVIN_NEEDS(makeUpdates); }
+
     /// What of the delegate was called.
     int calls = 0;
 

@@ -15,6 +15,8 @@ using Alarm = std::unique_ptr<WallClock::Alarm>;
 
 class WallClockContract : public ContractTest {
 protected:
+    void SetUp() override { OVIN_NEEDS(makeUpdates); }
+
     [[nodiscard]] WallClock& clock() const { return stage().wallClock(); }
     void pass(Stage::Duration time) const {
         stage().runUntil([] { return false; }, time);
