@@ -264,6 +264,7 @@ View scrolling(const View& view) { return {ScrollView{{60, 28}, std::make_shared
 
 TEST_F(QtWindowsTest, TheLedgeShowsTheWidgetsThatWereMeasuredForIt) {
     for (const bool scrolls : {false, true}) {
+        handleEvents();  // the ledge before is gone then
         std::vector<int> clicks;
         const auto ledge = windows.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
         const View view = SamplePages::row({itemButton("Item", 7)});
