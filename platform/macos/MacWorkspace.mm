@@ -102,9 +102,9 @@ public:
     }
 
     void open(const std::string& url) override {
-        if (!mayBeOpened(url)) return log_.write("not an address to be opened: " + url);
+        if (!mayBeOpened(url)) return log_.write("Ovin: not an address to be opened: " + url);
         NSURL* address = [NSURL URLWithString:toNSString(url)];
-        if (address == nil || ![NSWorkspace.sharedWorkspace openURL:address]) log_.write("nobody could open " + url);
+        if (address == nil || ![NSWorkspace.sharedWorkspace openURL:address]) log_.write("Ovin: nobody could open " + url);
     }
 
 private:
