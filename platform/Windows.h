@@ -20,7 +20,8 @@ public:
     LedgePanel& operator=(const LedgePanel&) = delete;
     virtual ~LedgePanel() = default;
 
-    /// Shows `content`, in place of what was shown before, at `frame` in global coordinates.
+    /// Shows `content`, in place of what was shown before, at `frame` in global coordinates. A click on what was shown
+    /// before is forgotten if it has not been told of yet: its tag may mean something else now.
     virtual void show(const View& content, const Rect& frame) = 0;
 };
 

@@ -19,10 +19,11 @@ constexpr const char* program = "xdg-open";
 UrlOpener::~UrlOpener() { log_->end(); }
 
 void UrlOpener::open(const std::string& url) {
-    if (!mayBeOpened(url)) return log_->write("not an address to be opened: " + url);
+    if (!mayBeOpened(url)) return log_->write("Ovin: not an address to be opened: " + url);
     pid_t pid = 0;
     if (const int error = startProgram(program, {url}, pid)) {
-        return log_->write(std::string(program) + " cannot be started: " + std::generic_category().message(error));
+        return log_->write(std::string("Ovin: ") + program +
+                           " cannot be started: " + std::generic_category().message(error));
     }
     // It may last as long as the browser does. Nothing else tells of its end without taking that signal from the toolkit.
     std::thread([log = log_, pid, url] { awaitEnd(log, pid, url); }).detach();
@@ -36,7 +37,7 @@ void UrlOpener::awaitEnd(const std::shared_ptr<Log>& log, pid_t pid, const std::
     if (status == 0) return;
     const std::string end =
         WIFEXITED(status) ? "status " + std::to_string(WEXITSTATUS(status)) : "signal " + std::to_string(WTERMSIG(status));
-    log->write(std::string(program) + " could not open " + url + ": it ended with " + end);
+    log->write(std::string("Ovin: ") + program + " could not open " + url + ": it ended with " + end);
 }
 
 void UrlOpener::Log::write(const std::string& line) {

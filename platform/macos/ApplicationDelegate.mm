@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/macos/CallBack.h"
+
 @implementation OvinApplicationDelegate {
     ovin::ApplicationEvents _events;
 }
@@ -12,19 +14,19 @@
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
     (void)notification;
-    if (_events.didFinishLaunching) _events.didFinishLaunching();
+    if (_events.didFinishLaunching) ovin::callBack(_events.didFinishLaunching);
 }
 
 - (void)applicationWillTerminate:(NSNotification*)notification {
     (void)notification;
-    if (const auto tell = std::exchange(_events.willTerminate, nullptr)) tell();
+    if (const auto tell = std::exchange(_events.willTerminate, nullptr)) ovin::callBack(tell);
 }
 
 /// There are no documents and no window that the system should open instead.
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag {
     (void)sender;
     (void)flag;
-    if (_events.openAgain) _events.openAgain();
+    if (_events.openAgain) ovin::callBack(_events.openAgain);
     return NO;
 }
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/macos/CallBack.h"
+
 namespace {
 
 NSString* const listKey = @"runningApplications";
@@ -38,7 +40,7 @@ char observation;
         [super observeValueForKeyPath:keyPath ofObject:object change:change context:context];
         return;
     }
-    if (const auto running = _handler.lock()) (*running)();
+    if (const auto running = _handler.lock()) ovin::callBack(*running);
 }
 
 @end

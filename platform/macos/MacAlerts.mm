@@ -11,6 +11,8 @@ void runModal(NSString* message, NSString* informative) {
     NSAlert* alert = [[NSAlert alloc] init];
     alert.messageText = message;
     alert.informativeText = informative;
+    // Otherwise neither a signal nor the end of the session would end the program while the alert is up.
+    alert.window.preventsApplicationTerminationWhenModal = NO;
     // Somebody else may have come to the front meanwhile, and would cover it.
     [NSApp activateIgnoringOtherApps:YES];
     [alert runModal];

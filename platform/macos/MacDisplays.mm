@@ -61,6 +61,8 @@ public:
 
     [[nodiscard]] Rect bounds(DisplayID display) const override {
         const CGRect bounds = CGDisplayBounds(display);
+        // Such a rectangle lies at infinity.
+        if (CGRectIsNull(bounds)) return {};
         return {{bounds.origin.x, bounds.origin.y}, {bounds.size.width, bounds.size.height}};
     }
 

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "platform/macos/CallBack.h"
+
 namespace ovin {
 namespace {
 
@@ -27,7 +29,7 @@ public:
                                                             handler:^(NSEvent*) {
                                                               // The handler may end the monitoring, and this block with it.
                                                               const auto running = shared;
-                                                              (*running)();
+                                                              callBack(*running);
                                                             }];
         if (monitor == nil) return nullptr;
         return std::make_unique<Monitor>(monitor);

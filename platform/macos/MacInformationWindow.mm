@@ -29,6 +29,13 @@ NSWindow* makeWindow(const std::string& title) {
     return window;
 }
 
+/// On the screen that the user works on. AppKit centres a window on the screen that it lies on, and one that was never
+/// placed lies beyond the corner of the primary screen: perhaps on another, perhaps on none.
+void centre(NSWindow* window) {
+    if (NSScreen* screen = NSScreen.mainScreen) [window setFrameOrigin:screen.visibleFrame.origin];
+    [window center];
+}
+
 class MacInformationWindow final : public InformationWindow {
 public:
     MacInformationWindow(const std::string& title, const View& content, Size size, ClickHandler clicked)
@@ -41,7 +48,7 @@ public:
     ~MacInformationWindow() override { dismiss(window_); }
 
     void show() override {
-        if (!std::exchange(hasBeenShown_, true)) [window_ center];
+        if (!std::exchange(hasBeenShown_, true)) centre(window_);
         [window_ makeKeyAndOrderFront:nil];
     }
 

@@ -32,13 +32,14 @@ NSPanel* makePanel() {
 class MacLedgePanel final : public LedgePanel {
 public:
     explicit MacLedgePanel(ClickHandler clicked)
-        : clicked_(std::make_shared<const ClickHandler>(std::move(clicked))),
-          target_([[OvinClickTarget alloc] initWithHandler:clicked_]),
-          panel_(makePanel()) {}
+        : clicked_(std::make_shared<const ClickHandler>(std::move(clicked))), panel_(makePanel()) {}
 
     ~MacLedgePanel() override { dismiss(panel_); }
 
     void show(const View& content, const Rect& frame) override {
+        // What was shown before has buttons with the same tags and other meanings.
+        clicked_ = std::make_shared<const ClickHandler>(*clicked_);
+        target_ = [[OvinClickTarget alloc] initWithHandler:clicked_];
         setContent(panel_, content, target_);
         [panel_ setFrame:toNative(frame) display:YES];
         // It follows what is drawn, but not by itself.
@@ -47,9 +48,9 @@ public:
     }
 
 private:
-    /// Goes with this panel: a click that is still on its way then means nothing any more.
-    const std::shared_ptr<const ClickHandler> clicked_;
-    OvinClickTarget* const target_;
+    /// Goes with what is shown: a click that is still on its way then means nothing any more.
+    std::shared_ptr<const ClickHandler> clicked_;
+    OvinClickTarget* target_ = nil;
     NSPanel* const panel_;
 };
 

@@ -9,6 +9,7 @@
 #include <mutex>
 #include <utility>
 
+#include "platform/macos/CallBack.h"
 #include "platform/macos/Reference.h"
 
 namespace ovin {
@@ -32,7 +33,7 @@ private:
                                       repeats:NO
                                         block:^(NSTimer*) {
                                           // Kept here, for the work may destroy its own timer.
-                                          if (const auto running = work.lock()) (*running)();
+                                          if (const auto running = work.lock()) callBack(*running);
                                         }];
     }
 
@@ -84,7 +85,7 @@ private:
         // Before the work, which may run a loop of its own in which the others are to run.
         if (!isLast) signal();
         @autoreleasepool {
-            work();
+            callBack(work);
         }
     }
 

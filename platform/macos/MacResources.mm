@@ -13,10 +13,16 @@
 namespace ovin {
 namespace {
 
+/// The pictures are PNG files; the application's icon is one of all its sizes.
+NSString* _Nullable pathOf(NSString* name) {
+    NSString* picture = [NSBundle.mainBundle pathForResource:name ofType:@"png"];
+    return picture != nil ? picture : [NSBundle.mainBundle pathForResource:name ofType:@"icns"];
+}
+
 std::optional<Picture> load(std::string_view name) {
     // A name, and no way to another folder.
     if (name.empty() || name.find('/') != std::string_view::npos) return std::nullopt;
-    NSString* path = [NSBundle.mainBundle pathForResource:toNSString(name) ofType:@"png"];
+    NSString* path = pathOf(toNSString(name));
     NSImage* image = path != nil ? [[NSImage alloc] initWithContentsOfFile:path] : nil;
     if (image == nil || !(image.size.width > 0) || !(image.size.height > 0)) return std::nullopt;
     return Picture{makeImage(image), {image.size.width, image.size.height}};

@@ -5,10 +5,10 @@
 #include <functional>
 #include <utility>
 
+#include "platform/macos/CallBack.h"
 #include "platform/macos/Coordinates.h"
 #include "platform/macos/NativeDrawing.h"
 #include "platform/macos/NativeMenu.h"
-#include "platform/macos/RunSoon.h"
 #include "platform/macos/Strings.h"
 
 namespace {

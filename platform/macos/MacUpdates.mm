@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "platform/macos/CallBack.h"
 #include "platform/macos/Strings.h"
 
 NS_ASSUME_NONNULL_BEGIN
@@ -36,13 +37,13 @@ NS_ASSUME_NONNULL_END
 /// Nil keeps the configured feed.
 - (nullable NSString*)feedURLStringForUpdater:(SPUUpdater*)updater {
     (void)updater;
-    const auto feed = _delegate.feedURLString ? _delegate.feedURLString() : std::nullopt;
+    const auto feed = _delegate.feedURLString ? ovin::callBack(_delegate.feedURLString) : std::nullopt;
     return feed ? ovin::toNSString(*feed) : nil;
 }
 
 - (BOOL)supportsGentleScheduledUpdateReminders {
     const bool supports =
-        _delegate.supportsGentleScheduledUpdateReminders && _delegate.supportsGentleScheduledUpdateReminders();
+        _delegate.supportsGentleScheduledUpdateReminders && ovin::callBack(_delegate.supportsGentleScheduledUpdateReminders);
     return supports ? YES : NO;
 }
 
@@ -52,7 +53,7 @@ NS_ASSUME_NONNULL_END
     (void)handleShowingUpdate;
     (void)update;
     (void)state;
-    if (_delegate.willHandleShowingUpdate) _delegate.willHandleShowingUpdate();
+    if (_delegate.willHandleShowingUpdate) ovin::callBack(_delegate.willHandleShowingUpdate);
 }
 
 @end

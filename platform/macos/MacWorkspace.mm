@@ -25,9 +25,17 @@ std::optional<std::string> identifierOf(NSRunningApplication* application) {
     return identifier;
 }
 
+/// An application may end before its icon is drawn, and lose it. Its button shows nothing else, so that it gets the icon of
+/// its file then, or the generic one that the system has for no file at all.
+NSImage* iconOf(NSRunningApplication* application) {
+    if (NSImage* icon = application.icon) return icon;
+    NSString* path = application.bundleURL.path;
+    return [NSWorkspace.sharedWorkspace iconForFile:path != nil ? path : @""];
+}
+
 RunningApplication describe(NSRunningApplication* application, pid_t pid) {
     return {pid, identifierOf(application), textOf(application.localizedName), textOf(application.bundleURL.path),
-            makeImage([application] { return application.icon; })};
+            makeImage([application] { return iconOf(application); })};
 }
 
 /// One handler, called by the main queue once for all changes that come before it.
@@ -102,9 +110,9 @@ public:
     }
 
     void open(const std::string& url) override {
-        if (!mayBeOpened(url)) return log_.write("not an address to be opened: " + url);
+        if (!mayBeOpened(url)) return log_.write("Ovin: not an address to be opened: " + url);
         NSURL* address = [NSURL URLWithString:toNSString(url)];
-        if (address == nil || ![NSWorkspace.sharedWorkspace openURL:address]) log_.write("nobody could open " + url);
+        if (address == nil || ![NSWorkspace.sharedWorkspace openURL:address]) log_.write("Ovin: nobody could open " + url);
     }
 
 private:

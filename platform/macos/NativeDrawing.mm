@@ -1,5 +1,6 @@
 #include "platform/macos/NativeDrawing.h"
 
+#include "platform/macos/CallBack.h"
 #include "platform/macos/NativeColors.h"
 #include "platform/macos/Strings.h"
 
@@ -50,7 +51,9 @@ NSImage* nativeImage(const DrawnImage& image) {
     NSImage* result = [NSImage imageWithSize:NSMakeSize(image.size.width, image.size.height)
                                      flipped:NO
                               drawingHandler:^BOOL(NSRect) {
-                                for (const DrawnShape& shape : shapes(currentAppearance())) draw(shape);
+                                callBack([&] {
+                                    for (const DrawnShape& shape : shapes(currentAppearance())) draw(shape);
+                                });
                                 return YES;
                               }];
     [result setTemplate:NO];

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/macos/CallBack.h"
+
 namespace ovin {
 namespace {
 
@@ -14,7 +16,7 @@ id<NSObject> observe(NSNotificationCenter* center, NSNotificationName name, cons
                                object:nil
                                 queue:nil
                            usingBlock:^(NSNotification*) {
-                             if (const auto running = weak.lock()) (*running)();
+                             if (const auto running = weak.lock()) callBack(*running);
                            }];
 }
 

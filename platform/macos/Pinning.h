@@ -9,6 +9,9 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
+/// Lower than every priority that AppKit gives to a view by itself.
+inline constexpr NSLayoutPriority weakestPriority = 1;
+
 /// Holds a width or a height at a length; the constraint is active.
 NSLayoutConstraint* fixLength(NSLayoutDimension* dimension, double length);
 

@@ -10,7 +10,4 @@ namespace ovin {
 /// queue, which would stand still for as long as `work` runs a loop of its own. Main thread only.
 void runSoon(std::function<void()> work);
 
-/// Calls what belongs to the product from a method that AppKit calls: no exception gets past it.
-void callBack(const std::function<void()>& work) noexcept;
-
 }  // namespace ovin

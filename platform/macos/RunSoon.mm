@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "platform/macos/CallBack.h"
+
 namespace ovin {
 
 void runSoon(std::function<void()> work) {
@@ -13,7 +15,5 @@ void runSoon(std::function<void()> work) {
                                       callBack(kept);
                                     }];
 }
-
-void callBack(const std::function<void()>& work) noexcept { work(); }
 
 }  // namespace ovin

@@ -2,13 +2,6 @@
 
 #include "platform/macos/Pinning.h"
 
-namespace {
-
-/// Lower than every priority that AppKit gives to a view by itself.
-constexpr NSLayoutPriority weakest = 1;
-
-}  // namespace
-
 @implementation OvinSeparatorNode {
     NSLayoutConstraint* _width;
 }
@@ -53,7 +46,7 @@ constexpr NSLayoutPriority weakest = 1;
 
 + (instancetype)node {
     OvinFlexibleSpaceNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    [node setContentHuggingPriority:weakest forOrientation:NSLayoutConstraintOrientationHorizontal];
+    [node setContentHuggingPriority:ovin::weakestPriority forOrientation:NSLayoutConstraintOrientationHorizontal];
     return node;
 }
 

@@ -30,9 +30,6 @@ Stack withoutViews(Stack stack) {
     return stack;
 }
 
-/// Lower than every priority that AppKit gives to a view by itself.
-constexpr NSLayoutPriority weakest = 1;
-
 }  // namespace
 
 @interface OvinStackNode ()
@@ -71,7 +68,8 @@ bool takesSpareWidth(NativeView* view) {
     OvinStackNode* node = [[self alloc] initWithFrame:NSZeroRect];
     [node arrangeAs:stack];
     for (NativeView* view in views) [node addNode:view];
-    if (node.takesSpareWidth) [node setHuggingPriority:weakest forOrientation:NSLayoutConstraintOrientationHorizontal];
+    if (node.takesSpareWidth)
+        [node setHuggingPriority:ovin::weakestPriority forOrientation:NSLayoutConstraintOrientationHorizontal];
     if (stack.box) [node showBox:*stack.box];
     return node;
 }

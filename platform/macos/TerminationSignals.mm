@@ -2,6 +2,8 @@
 
 #include <csignal>
 
+#include "platform/macos/CallBack.h"
+
 namespace ovin {
 
 /// On a queue of the system's and not on the main one, which stands still while a block of it shows an alert.
@@ -16,7 +18,7 @@ TerminationSignals::TerminationSignals(MainQueue& mainQueue, const std::function
         dispatch_source_t source =
             dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(signal), 0, queue);
         dispatch_source_set_event_handler(source, ^{
-          destination->async(kept);
+          callBack([&] { destination->async(kept); });
         });
         dispatch_resume(source);
         sources_.push_back(source);

@@ -74,7 +74,7 @@ TEST_F(UrlOpenerTest, AnAddressIsHandedOverAsOneWord) {
     standIn(reporting("printf '%s|' \"$#\" \"$1\""));
     opener_.open("https://ovin.example/a?b=$(touch x)&c='d';e");
     // Brackets and a blank are no part of an address, so that it was refused.
-    EXPECT_NE(log_.first().find("not an address"), std::string::npos);
+    EXPECT_NE(log_.first().find("Ovin: not an address"), std::string::npos);
     opener_.open("https://ovin.example/a?b=$(x)&c='d';e|f`g`");
     EXPECT_EQ(awaitReport(), "1|https://ovin.example/a?b=$(x)&c='d';e|f`g`|");
 }
@@ -82,26 +82,26 @@ TEST_F(UrlOpenerTest, AnAddressIsHandedOverAsOneWord) {
 TEST_F(UrlOpenerTest, WhatIsNotAllowedIsLoggedAndStartsNothing) {
     standIn(reporting("echo started"));
     opener_.open("file:///etc/passwd");
-    EXPECT_EQ(log_.first(), "not an address to be opened: file:///etc/passwd");
+    EXPECT_EQ(log_.first(), "Ovin: not an address to be opened: file:///etc/passwd");
     EXPECT_FALSE(std::filesystem::exists(report()));
 }
 
 TEST_F(UrlOpenerTest, AMissingProgramIsLogged) {
     setenv("PATH", folder_.path().c_str(), 1);
     opener_.open("https://ovin.example/");
-    EXPECT_NE(log_.first().find("xdg-open cannot be started"), std::string::npos);
+    EXPECT_NE(log_.first().find("Ovin: xdg-open cannot be started"), std::string::npos);
 }
 
 TEST_F(UrlOpenerTest, AFailureIsLogged) {
     standIn("exit 3");
     opener_.open("https://ovin.example/");
-    EXPECT_EQ(log_.first(), "xdg-open could not open https://ovin.example/: it ended with status 3");
+    EXPECT_EQ(log_.first(), "Ovin: xdg-open could not open https://ovin.example/: it ended with status 3");
 }
 
 TEST_F(UrlOpenerTest, AProgramThatCrashesIsLogged) {
     standIn("kill -SEGV $$");
     opener_.open("mailto:a@b.example");
-    EXPECT_EQ(log_.first(), "xdg-open could not open mailto:a@b.example: it ended with signal 11");
+    EXPECT_EQ(log_.first(), "Ovin: xdg-open could not open mailto:a@b.example: it ended with signal 11");
 }
 
 TEST_F(UrlOpenerTest, TheProgramIsASessionOfItsOwnWithNothingOfThisOne) {

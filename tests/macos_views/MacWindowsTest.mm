@@ -59,6 +59,13 @@ TEST_F(MacWindowsTest, AnInformationWindowIsHiddenUntilItIsShown) {
     EXPECT_FALSE(shown->isOpen());
 }
 
+TEST_F(MacWindowsTest, APageComesUpOnTheScreenThatTheUserWorksOn) {
+    const auto shown = page([](int) {});
+    NSScreen* screen = NSScreen.mainScreen;
+    shown->show();
+    EXPECT_EQ(window().screen, screen);
+}
+
 TEST_F(MacWindowsTest, AWindowHasTheFittingSizeOfItsView) {
     const View view = SamplePages::about(icon);
     const Size size = windows->fittingSize(view);
@@ -98,6 +105,26 @@ TEST_F(MacWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
     turnRunLoop();
     EXPECT_EQ(clicks, 0);
     EXPECT_EQ(window(), nil);
+}
+
+TEST_F(MacWindowsTest, AClickOnWhatTheLedgeShowedBeforeIsForgotten) {
+    int clicks = 0;
+    const auto ledge = windows->makeLedgePanel([&](int) { ++clicks; });
+    Button item;
+    item.title = {{"Item", {}, {}}};
+    item.tag = 7;
+    ledge->show({item}, {{100, 100}, {80, 28}});
+    NSButton* pressed = button(7);
+    [pressed sendAction:pressed.action to:pressed.target];
+    ledge->show({item}, {{100, 100}, {80, 28}});
+    // A press that began before and ends now.
+    [pressed sendAction:pressed.action to:pressed.target];
+    turnRunLoop();
+    EXPECT_EQ(clicks, 0);
+    NSButton* shown = button(7);
+    [shown sendAction:shown.action to:shown.target];
+    turnRunLoop();
+    EXPECT_EQ(clicks, 1);
 }
 
 TEST_F(MacWindowsTest, TheLedgeStandsWhereItWasToldToAndTakesNoFocus) {

@@ -90,6 +90,7 @@ static const NSWindowLevel NSPopUpMenuWindowLevel = 101;
 - (void)performClose:(nullable id)sender;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property BOOL hidesOnDeactivate;
+@property BOOL preventsApplicationTerminationWhenModal API_AVAILABLE(macos(10.6));
 @property BOOL canHide;
 @property(readonly, getter=isVisible) BOOL visible;
 @property(readonly, getter=isKeyWindow) BOOL keyWindow;
