@@ -257,6 +257,8 @@ PIECES = (
     Piece("ledge-10", PROGRAM, "click to ledge, 10 items", ledge(10), ledgeRows("10 items")),
     Piece("ledge-100", PROGRAM, "click to ledge, 100 items", ledge(100), ledgeRows("100 items")),
     Piece("ledge-500", PROGRAM, "click to ledge, 500 items", ledge(500, limit=None), ledgeRows("500 items", None)),
+    Piece("ledge-held", PROGRAM, "click to ledge, 100 items, the button held for 60 ms", ledge(100, "--hold", 60),
+          ledgeRows("100 items, the button held for 60 ms")),
     # Discoveries last 0.25 s with stopped programs: two pauses of 50 ms are well within one, two of 250 ms are not.
     Piece("ledge-discovering", PROGRAM, f"click to ledge, {DISCOVERING}", ledge(100, "--stopped", 20, "--pause", 50),
           ledgeRows(DISCOVERING)),
