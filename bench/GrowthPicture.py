@@ -87,7 +87,8 @@ def draw(figures, files, caption):
     figure, (left, right) = pyplot.subplots(1, 2, figsize=(11, 5), facecolor="white", sharey=True)
     limit = Benchmarks(figures).of("discoveryOf400ApplicationsWithAnAgent")["limit_ms"] / 1000
     drawGrowth(left, both["applications"], "More and more applications", "applications, each answering in 1 ms", limit)
-    drawGrowth(right, both["hung"], "More and more that never answer", "so many of 400 applications never answer", HUNG_LIMIT)
+    drawGrowth(right, both["hung"], "More and more that never answer", "so many of 400 applications never answer",
+               HUNG_LIMIT)
     left.set_ylim(0.005, 100)
     for axes, shown in ((left, both["applications"]), (right, both["hung"])):
         labelEnd(axes, f"one after the other: {duration(rounded(shown['serial'][-1][2]))}", shown["serial"], SERIAL, True)

@@ -54,7 +54,7 @@ def quantity(value, unit):
         return f"{value:g}"
     if unit == "ms" and value >= 1000:
         value, unit = value / 1000, "s"
-    decimals = 2 if value < 10 else 1 if value < 1000 else 0
+    decimals = 3 if value < 1 else 2 if value < 10 else 1 if value < 1000 else 0
     return f"{value:.{decimals}f} {unit}"
 
 

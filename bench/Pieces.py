@@ -206,7 +206,8 @@ def startCommand(build, output, isQuick):
 
 def startRows(figures):
     rows = []
-    for name, what in (("until registered, ms", "start to a registered item"), ("resident (RSS), MiB", "resident memory (RSS)"),
+    for name, what in (("until registered, ms", "start to a registered item"),
+                       ("resident (RSS), MiB", "resident memory (RSS)"),
                        ("proportional (PSS), MiB", "proportional memory (PSS)"), ("private, MiB", "private memory")):
         # What a program keeps to itself is told, and no limit.
         rows.append(Row(f"{what}, median", figures[name]["ovin"], unit=name.rpartition(", ")[2],

@@ -3,6 +3,7 @@
 import datetime
 import json
 import os
+import textwrap
 
 import Judgement
 import Machine
@@ -97,7 +98,8 @@ def summary(pieces, results):
 
 
 def markdown(pieces, results):
-    return f"{introduction(pieces, results)} {summary(pieces, results)}.\n\n{tables(pieces, results)}"
+    head = textwrap.fill(f"{introduction(pieces, results)} {summary(pieces, results)}.", 125)
+    return f"{head}\n\n{tables(pieces, results)}"
 
 
 def withSection(document, text):

@@ -75,7 +75,7 @@ class Table(unittest.TestCase):
 
     def test_quantities_have_the_digits_that_count(self):
         self.assertEqual([Judgement.quantity(value, "ms") for value in (0.5, 9.876, 98.76, 275, 50300.0)],
-                         ["0.50 ms", "9.88 ms", "98.8 ms", "275.0 ms", "50.3 s"])
+                         ["0.500 ms", "9.88 ms", "98.8 ms", "275.0 ms", "50.3 s"])
         self.assertEqual(Judgement.quantity(3, ""), "3")
         self.assertEqual([Judgement.ratioText(value) for value in (None, 0.0123, 1.234)], ["", "0.012", "1.23"])
 
@@ -181,8 +181,8 @@ class Growth(unittest.TestCase):
 
 def piece(name, script, rows=lambda figures: [Row("it", figures["value"], atMost=10.0)], bound=60):
     """A measurement that is a few lines of Python; they find the file for their figures in sys.argv[1]."""
-    return Pieces.Piece(name, "Group", f"what {name} is", lambda _build, output, _quick: [sys.executable, "-c", script, output],
-                        rows, bound)
+    command = lambda _build, output, _quick: [sys.executable, "-c", script, output]
+    return Pieces.Piece(name, "Group", f"what {name} is", command, rows, bound)
 
 
 def writes(value, status=0):
@@ -305,6 +305,7 @@ class WholeRun(unittest.TestCase):
             text = file.read()
         self.assertTrue(text.startswith("# Title\n") and text.endswith("prose\n"))
         self.assertIn("a machine with 2 cores (Some) and 4.0 GiB", text)
+        self.assertLessEqual(max(map(len, text.partition("|")[0].splitlines())), 125)
         self.assertIn("| it |  | 1.00 ms |", text)
 
     def test_a_document_without_a_place_for_the_table_is_a_failure(self):
