@@ -88,7 +88,7 @@ class Document(unittest.TestCase):
         self.assertEqual(Report.withSection(once, "new\n"), once)
 
     def test_a_document_without_its_markers_is_left_alone(self):
-        for document in ("", Report.BEGIN, Report.END, f"{Report.END}{Report.BEGIN}",
+        for document in ("", Report.BEGIN, Report.END, f"{Report.END}{Report.BEGIN}", f"{Report.BEGIN}{Report.END}{Report.BEGIN}",
                          f"{Report.BEGIN}{Report.END}{Report.BEGIN}{Report.END}"):
             self.assertIsNone(Report.withSection(document, "new"), document)
 
@@ -237,17 +237,18 @@ class WholeRun(unittest.TestCase):
         self.assertIn("1 of 1 limits kept, 1 measurements failed.", self.table())
 
     def test_each_way_to_fail_is_a_failure(self):
-        ways = {"not there": Pieces.Piece("a", "Group", "a", lambda *_: ["/not/there"], lambda _: [], 60),
-                "no figures": piece("a", "pass"), "no JSON": piece("a", "import sys; open(sys.argv[1], 'w').write('{')"),
-                "other figures": piece("a", writes(1), lambda figures: [Row("it", figures["else"])]),
-                "late": piece("a", "import time; time.sleep(60)", bound=0.2),
-                "killed": piece("a", "import os; os.kill(os.getpid(), 9)"),
-                "dissatisfied": piece("a", writes(1, status=1))}
+        ways = {"No such file": Pieces.Piece("a", "Group", "a", lambda *_: ["/not/there"], lambda _: [], 60),
+                "exit status 0": piece("a", "pass"), "cannot be read: JSON": piece("a", "import sys; open(sys.argv[1], 'w').write('{')"),
+                "cannot be read: KeyError": piece("a", writes(1), lambda figures: [Row("it", figures["else"])]),
+                "not done after 0.2 s": piece("a", "import time; time.sleep(20)", bound=0.2),
+                "exit status -9": piece("a", "import os; os.kill(os.getpid(), 9)"),
+                "exit status 3": piece("a", writes(1, status=3)),
+                "exit status 1 with every limit kept": piece("a", writes(1, status=1))}
         for way, one in ways.items():
             with self.subTest(way):
                 status, _ = self.run_pieces([one])
                 self.assertEqual(status, 1)
-                self.assertTrue(self.results()["pieces"]["a"]["error"])
+                self.assertIn(way, self.results()["pieces"]["a"]["error"])
 
     def test_a_status_of_1_with_a_limit_that_is_not_kept_is_no_failure(self):
         self.run_pieces([piece("a", writes(11, status=1))])
