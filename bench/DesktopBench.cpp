@@ -5,6 +5,9 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -34,6 +37,7 @@ constexpr double discoveryLimit = 300;
 struct Options {
     int runs = 20;
     std::size_t hung = 0;
+    QString json;
 };
 
 /// The status items among the processes of the private desktop.
@@ -81,8 +85,26 @@ struct Times {
     [[nodiscard]] double slowest() const { return *std::max_element(all.begin(), all.end()); }
 };
 
-void printRow(const std::string& what, const Times& times) {
-    std::printf("| %s | %.2f ms | %.2f ms |\n", what.c_str(), times.median(), times.slowest());
+struct Series {
+    std::string name;
+    const Times& times;
+};
+
+/// A table for people and, where a file is named, the same for programs.
+void report(const std::vector<Series>& rows, const QString& file) {
+    std::puts("\n| | median | slowest |\n|---|---|---|");
+    QJsonObject figures;
+    for (const auto& [name, times] : rows) {
+        std::printf("| %s | %.2f ms | %.2f ms |\n", name.c_str(), times.median(), times.slowest());
+        figures[QString::fromStdString(name)] = QJsonObject{
+            {"runs", static_cast<int>(times.all.size())}, {"median_ms", times.median()}, {"slowest_ms", times.slowest()}};
+    }
+    if (file.isEmpty()) return;
+    const QByteArray text = QJsonDocument(figures).toJson();
+    QFile output(file);
+    if (output.open(QIODevice::WriteOnly) && output.write(text) == text.size() && output.flush()) return;
+    std::fprintf(stderr, "desktop_bench: %s cannot be written\n", qPrintable(file));
+    std::exit(1);
 }
 
 void printRatio(const char* what, const Times& measured, const Times& reference) {
@@ -109,6 +131,11 @@ void waitForItems(const Platform& platform, std::size_t count) {
     std::this_thread::sleep_for(1s);
 }
 
+/// The reference: one program after the other.
+void scanOneByOne(const Platform& platform, const std::vector<AppInfo>& apps) {
+    for (const AppInfo& app : apps) (void)scanItems(platform, {app});
+}
+
 bool measureHung(const Platform& platform, const Options& options) {
     const auto apps = ItemProvider::snapshotApps(platform);
     const StoppedPrograms stopped(options.hung);
@@ -117,8 +144,10 @@ bool measureHung(const Platform& platform, const Options& options) {
     for (int run = 0; run < options.runs; ++run) {
         times.add([&] { undrawn = ItemProvider::discoverItems(platform, apps).size(); });
     }
-    std::printf("%zu undrawn items found\n\n| | median | slowest |\n|---|---|---|\n", undrawn);
-    printRow("whole discovery, " + std::to_string(options.hung) + " programs stopped", times);
+    Times serial;
+    serial.add([&] { scanOneByOne(platform, apps); });
+    std::printf("%zu undrawn items found, %zu programs stopped\n", undrawn, options.hung);
+    report({{"reference: one program after the other", serial}, {"whole discovery", times}}, options.json);
     return times.slowest() <= discoveryLimit;
 }
 
@@ -126,11 +155,12 @@ bool measureHung(const Platform& platform, const Options& options) {
 bool measureAnswering(const Platform& platform, const Options& options) {
     const auto apps = ItemProvider::snapshotApps(platform);
     PipelinedRead reference;
-    Times items, bar, both, scan, snapshot, whole;
+    Times items, bar, both, serial, scan, snapshot, whole;
     std::size_t undrawn = 0;
     std::size_t answers = 0;
     for (int run = 0; run < options.runs; ++run) {
         items.add([&] { reference.askItems(), answers = reference.finish(); });
+        serial.add([&] { scanOneByOne(platform, apps); });
         scan.add([&] { (void)scanItems(platform, apps); });
         if (reference.hasAgent()) {
             bar.add([&] { reference.askBar(), answers += reference.finish(); });
@@ -139,17 +169,18 @@ bool measureAnswering(const Platform& platform, const Options& options) {
         }
         whole.add([&] { undrawn = ItemProvider::discoverItems(platform, apps).size(); });
     }
-    std::printf(
-        "%zu items, %zu answers to the reference, %zu undrawn items found\n\n| | median | slowest |\n|---|---|---|\n",
-        reference.itemCount(), answers, undrawn);
-    printRow("reference: the items' properties", items);
+    std::printf("%zu items, %zu answers to the reference, %zu undrawn items found\n", reference.itemCount(), answers,
+                undrawn);
+    std::vector<Series> rows{{"reference: the items' properties", items}};
     if (reference.hasAgent()) {
-        printRow("reference: the bar's slots", bar);
-        printRow("reference: both at once", both);
+        rows.push_back({"reference: the bar's slots", bar});
+        rows.push_back({"reference: both at once", both});
     }
-    printRow("scan of the items", scan);
-    if (reference.hasAgent()) printRow("snapshot of the bar", snapshot);
-    printRow("whole discovery", whole);
+    rows.push_back({"reference: one program after the other", serial});
+    rows.push_back({"scan of the items", scan});
+    if (reference.hasAgent()) rows.push_back({"snapshot of the bar", snapshot});
+    rows.push_back({"whole discovery", whole});
+    report(rows, options.json);
     std::puts("");
     printRatio("scan / items' properties", scan, items);
     printRatio("whole discovery / items' properties", whole, items);
@@ -164,10 +195,12 @@ Options parse(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription("Measures discoveries; to be run in desktop/private-desktop.");
     parser.addOptions({{"hung", "Stop this many of the status items' programs.", "count", "0"},
-                       {"runs", "Repeat everything so many times.", "count", "20"}});
+                       {"runs", "Repeat everything so many times.", "count", "20"},
+                       {"json", "Also write the figures to this file.", "file"}});
     parser.addHelpOption();
     parser.process(application);
-    return {std::max(1, parser.value("runs").toInt()), static_cast<std::size_t>(parser.value("hung").toUInt())};
+    return {std::max(1, parser.value("runs").toInt()), static_cast<std::size_t>(parser.value("hung").toUInt()),
+            parser.value("json")};
 }
 
 }  // namespace

@@ -1,11 +1,13 @@
-// How long a discovery takes over real threads, with stand-in applications that take real time for every answer, and how
-// much of a geometry snapshot is the snapshot's own work. docs/benchmarks.md holds the results and how to repeat them.
+// How long a discovery takes over real threads, with stand-in applications that take real time for every answer; how that
+// grows, beside a scan of one application after the other; and how much of a geometry snapshot is the snapshot's own work.
+// docs/benchmarks.md holds the results and how to repeat them.
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -87,34 +89,58 @@ private:
     std::chrono::nanoseconds latency_;
 };
 
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
 /// The time of one scan of the application with the longest chain of reads, alone.
 Milliseconds slowestChain(Session& session) {
     const Platform platform = session.platform();
     const std::vector<AppInfo> busiest{session.apps[itemsOfTheBusiest - 1]};
-    std::vector<Milliseconds> times;
+    std::vector<double> times;
     for (int i = 0; i < 21; ++i) {
         const auto start = session.clock.now();
         benchmark::DoNotOptimize(scanItems(platform, busiest));
-        times.push_back(session.clock.now() - start);
+        times.push_back(Milliseconds(session.clock.now() - start).count());
     }
-    std::nth_element(times.begin(), times.begin() + 10, times.end());
-    return times[10];
+    return Milliseconds(median(times));
 }
 
-/// Measures whole discoveries, and reports the slowest of them against `limit`.
-void measureDiscoveries(benchmark::State& state, Session& session, Milliseconds limit) {
-    const Platform platform = session.platform();
-    Milliseconds slowest{0};
+/// Measures the work; reports the fastest, the median and the slowest, and returns the slowest.
+Milliseconds measure(benchmark::State& state, Session& session, const std::function<void()>& work) {
+    std::vector<double> times;
     for (auto _ : state) {
         const auto start = session.clock.now();
-        benchmark::DoNotOptimize(ItemProvider::discoverItems(platform, session.apps));
+        work();
         const Milliseconds elapsed = session.clock.now() - start;
-        slowest = std::max(slowest, elapsed);
+        times.push_back(elapsed.count());
         state.SetIterationTime(elapsed.count() / 1000);
     }
-    state.counters["slowest_ms"] = slowest.count();
+    state.counters["fastest_ms"] = *std::min_element(times.begin(), times.end());
+    state.counters["median_ms"] = median(times);
+    return Milliseconds(state.counters["slowest_ms"] = *std::max_element(times.begin(), times.end()));
+}
+
+Milliseconds measureDiscoveries(benchmark::State& state, Session& session) {
+    const Platform platform = session.platform();
+    return measure(state, session, [&] { benchmark::DoNotOptimize(ItemProvider::discoverItems(platform, session.apps)); });
+}
+
+/// The same with the slowest of them against `limit`.
+void measureDiscoveries(benchmark::State& state, Session& session, Milliseconds limit) {
+    const Milliseconds slowest = measureDiscoveries(state, session);
     state.counters["limit_ms"] = limit.count();
     state.counters["slowest/limit"] = slowest / limit;
+}
+
+/// The reference: one application after the other, and neither menu bar nor order.
+void measureSerialScans(benchmark::State& state, Session& session) {
+    const Platform platform = session.platform();
+    measure(state, session, [&] {
+        for (const AppInfo& app : session.apps) benchmark::DoNotOptimize(scanItems(platform, {app}));
+    });
 }
 
 /// 400 applications that answer in 1 ms each, 60 of them with items; no menu bar agent.
@@ -138,13 +164,17 @@ void discoveryOf400ApplicationsWithAnAgent(benchmark::State& state) {
 }
 BENCHMARK(discoveryOf400ApplicationsWithAnAgent)->UseManualTime()->Iterations(50)->Unit(benchmark::kMillisecond);
 
-/// The argument says how many of the 400 never answer. All of the hung ones have items in the menu bar.
-void discoveryWithHungApplications(benchmark::State& state) {
-    Session session(1ms);
+/// 400 applications; the argument says how many of them never answer. All of the hung ones have items in the menu bar.
+void launchSomeHung(Session& session, const benchmark::State& state) {
     const auto hung = static_cast<std::size_t>(state.range(0));
     session.launchMany(400 - hung, 60);
     for (std::size_t i = 0; i < hung; ++i) session.launch(2, true);
     session.launchAgent(0ms, session.items.size());
+}
+
+void discoveryWithHungApplications(benchmark::State& state) {
+    Session session(1ms);
+    launchSomeHung(session, state);
     measureDiscoveries(state, session, 1.1 * scanTimeout);
 }
 BENCHMARK(discoveryWithHungApplications)
@@ -154,6 +184,60 @@ BENCHMARK(discoveryWithHungApplications)
     ->Arg(340)
     ->UseManualTime()
     ->Iterations(10)
+    ->Unit(benchmark::kMillisecond);
+
+/// As many applications as the argument says, of which 15 in 100 have items, but at least five, so that the longest chain
+/// of reads is always the same.
+void launchForGrowth(Session& session, const benchmark::State& state) {
+    const auto total = static_cast<std::size_t>(state.range(0));
+    session.launchMany(total, std::max(itemsOfTheBusiest, total * 15 / 100));
+    session.launchAgent(0ms, session.items.size());
+}
+
+void discoveryOfManyApplications(benchmark::State& state) {
+    Session session(1ms);
+    launchForGrowth(session, state);
+    state.counters["chain_ms"] = slowestChain(session).count();
+    measureDiscoveries(state, session);
+}
+BENCHMARK(discoveryOfManyApplications)
+    ->ArgsProduct({{10, 25, 50, 100, 200, 400, 600, 800}})
+    ->UseManualTime()
+    ->Iterations(30)
+    ->Unit(benchmark::kMillisecond);
+
+void serialScanOfManyApplications(benchmark::State& state) {
+    Session session(1ms);
+    launchForGrowth(session, state);
+    measureSerialScans(state, session);
+}
+BENCHMARK(serialScanOfManyApplications)
+    ->ArgsProduct({{10, 25, 50, 100, 200, 400, 600, 800}})
+    ->UseManualTime()
+    ->Iterations(3)
+    ->Unit(benchmark::kMillisecond);
+
+void discoveryWithMoreAndMoreHung(benchmark::State& state) {
+    Session session(1ms);
+    launchSomeHung(session, state);
+    measureDiscoveries(state, session);
+}
+BENCHMARK(discoveryWithMoreAndMoreHung)
+    ->ArgsProduct({{0, 1, 5, 10, 20, 40, 80, 120, 160, 200}})
+    ->UseManualTime()
+    ->Iterations(8)
+    ->Unit(benchmark::kMillisecond);
+
+/// Each of these waits a quarter of a second for each that does not answer: 50 s in the end.
+void serialScanWithMoreAndMoreHung(benchmark::State& state) {
+    Session session(1ms);
+    launchSomeHung(session, state);
+    measureSerialScans(state, session);
+}
+BENCHMARK(serialScanWithMoreAndMoreHung)
+    ->ArgsProduct({{0, 1, 5, 10, 20, 40, 200}})
+    ->UseManualTime()
+    ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
 /// What the snapshot does with agents whose answers cost nothing. The argument is the number of slots, all drawn, which is
