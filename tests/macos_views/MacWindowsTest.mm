@@ -115,10 +115,11 @@ TEST_F(MacWindowsTest, AClickOnWhatTheLedgeShowedBeforeIsForgotten) {
     item.tag = 7;
     ledge->show({item}, {{100, 100}, {80, 28}});
     NSButton* pressed = button(7);
-    [pressed sendAction:pressed.action to:pressed.target];
+    id target = pressed.target;
+    [pressed sendAction:pressed.action to:target];
     ledge->show({item}, {{100, 100}, {80, 28}});
     // A press that began before and ends now.
-    [pressed sendAction:pressed.action to:pressed.target];
+    [pressed sendAction:pressed.action to:target];
     turnRunLoop();
     EXPECT_EQ(clicks, 0);
     NSButton* shown = button(7);
