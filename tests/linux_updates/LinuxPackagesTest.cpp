@@ -320,7 +320,7 @@ TEST_F(LinuxPackagesTest, WhatAnInstallationThatWasKilledHasLeftGoesAtTheNextSta
 }
 
 TEST_F(LinuxPackagesTest, ADebianPackageIsHandedToThePersonsInstaller) {
-    script(folder.path() / "xdg-open", "cat \"$1\" > " + (folder.path() / "opened").string() + "; exec sleep 30");
+    script(folder.path() / "xdg-open", "cat \"$1\" > " + (folder.path() / "opened").string() + "; exec sleep 3");
     const auto result = debs.install(*file("a package"), debName());
     EXPECT_EQ(result.outcome, Outcome::handedOver) << result.detail;
     EXPECT_EQ(result.detail, (cache / debName()).string());
