@@ -21,6 +21,7 @@
 
 #include "platform/linux/Environment.h"
 #include "platform/linux/OwnProgram.h"
+#include "platform/linux/ReplaceFile.h"
 #include "platform/linux/StartProgram.h"
 #include "platform/linux/TemporaryFile.h"
 
@@ -127,7 +128,7 @@ void LinuxPackages::removeLeftovers() const {
     if (!options_.appImage) return;
     std::error_code error;
     const std::filesystem::path image = std::filesystem::canonical(*options_.appImage, error);
-    if (!error) removeUnfinishedCopies(image);
+    if (!error) removeUnfinishedReplacements(image);
 }
 
 std::string LinuxPackages::systemVersion() const { return gnu_get_libc_version(); }

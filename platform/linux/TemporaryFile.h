@@ -37,12 +37,7 @@ private:
     std::uint64_t size_ = 0;
 };
 
-/// Copies all of a file to where `path` is, atomically and durably: there is what was there before or the whole copy,
-/// whatever happens.
+/// Copies all of a file to where `path` is, as `replaceFile` puts files in place, after what earlier copies have left.
 [[nodiscard]] std::error_code copyInPlace(int descriptor, const std::filesystem::path& path, unsigned permissions);
-
-/// Removes what copies for this place have left that were interrupted by the end of their process. One that is still going
-/// on fails then.
-void removeUnfinishedCopies(const std::filesystem::path& path);
 
 }  // namespace ovin
