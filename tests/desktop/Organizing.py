@@ -18,6 +18,7 @@ COUNT = 56
 MODE_KEY, DISPLAY_KEY = "OvinOriginalDisplayModeID", "OvinOriginalDisplayID"
 FOLDER = os.path.join(os.environ["XDG_CONFIG_HOME"], "ovin")
 DEFAULTS = os.path.join(FOLDER, "defaults")
+ORDER = os.path.join(FOLDER, "menu-bar-order")  # the bar's own
 ORGANIZE = "Organize Menu Bar…"
 TITLE = "Organize your menu bar"
 REFUSED = "macOS refused the resolution change. Nothing was altered."
@@ -123,12 +124,22 @@ class OrganizeTestCase(ApplicationTestCase):
             if not becomes(lambda: accessible("MenuBarAgent", "Ovin")):
                 raise AssertionError("the bar does not show Ovin's item")
             cls.startCrowd()
-            # The bar remembers the order once anything in it has been moved.
-            last = slots()[-3:]
-            dragWithSuper(last[0][2], last[1][2])
+            cls.letTheBarRemember()
         finally:
             ovin.terminate()
             ovin.wait(30)
+
+    @classmethod
+    def letTheBarRemember(cls):
+        """The bar keeps the order once anything in it has been moved. Without that Ovin, started again, would be its newest
+        item, for which there is no room."""
+        def drag():
+            last = slots()[-3:]
+            dragWithSuper(last[0][2], last[1][2])
+            return becomes(lambda: os.path.exists(ORDER), 3)
+
+        if not becomes(drag):
+            raise AssertionError("the bar does not remember the order of its items")
 
     @classmethod
     def startCrowd(cls):
