@@ -4,11 +4,14 @@
 #include <QPixmapCache>
 #include <chrono>
 #include <cstdio>
+#include <memory>
 #include <optional>
+#include <string_view>
 
 #include "app/AppDelegate.h"
 #include "platform/linux/CommandLine.h"
 #include "platform/linux/LinuxProcessInfo.h"
+#include "platform/linux/LinuxUpdates.h"
 #include "platform/linux/LinuxWorld.h"
 #include "platform/linux/QtIcons.h"
 #include "platform/linux/SingleInstance.h"
@@ -17,6 +20,10 @@
 
 namespace ovin {
 namespace {
+
+/// Without one there is nothing by which an update could be known to be genuine, and the program is not even linked with
+/// what updates take.
+constexpr std::string_view updateKey = OVIN_UPDATE_KEY;
 
 /// How long another program that is Ovin already may take to answer, its own start included.
 constexpr std::chrono::seconds patience{5};
@@ -56,9 +63,10 @@ int run(TerminationSignal& signals) {
     world->application().endWith(signals);
     QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));
 
-    // Without a key there is nothing by which an update could be known to be genuine.
+    std::shared_ptr<UpdateServices> services;
+    if constexpr (!updateKey.empty()) services = openUpdateServices(updateKey);
     std::optional<FeedUpdates> updates;
-    if (const auto services = world->updateServices(OVIN_UPDATE_KEY)) updates.emplace(world->platform(), *services);
+    if (services) updates.emplace(world->platform(), *services);
     AppDelegate delegate(updates ? world->platform(*updates) : world->platform());
     world->application().onTerminate([&instance, &delegate] {
         instance.giveUp();

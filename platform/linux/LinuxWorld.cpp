@@ -8,10 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux/BootClock.h"
-#include "platform/linux/LinuxPackages.h"
-#include "platform/linux/QtDownloads.h"
-#include "platform/linux/QtFeedReader.h"
 #include "platform/linux/TrustPrompt.h"
 
 namespace ovin {
@@ -22,16 +18,6 @@ constexpr std::chrono::milliseconds quietTime{200};
 constexpr std::chrono::milliseconds longestWait{1500};
 
 }  // namespace
-
-/// Made only for a program that updates itself.
-struct LinuxWorld::Updating {
-    explicit Updating(const PublicKey& key) : packages({key, ownAppImage(), downloadFolder()}) {}
-
-    BootClock clock;
-    QtDownloads downloads{downloadFolder()};
-    QtFeedReader reader;
-    LinuxPackages packages;
-};
 
 std::unique_ptr<LinuxWorld> LinuxWorld::open() {
     auto session = Bus::connect();
@@ -70,14 +56,6 @@ void LinuxWorld::waitForRegistrations() {
     std::vector<std::string> entries;
     for (const QString& entry : watcher_.registeredItems()) entries.push_back(entry.toStdString());
     items_.waitFor(entries);
-}
-
-std::optional<UpdateServices> LinuxWorld::updateServices(std::string_view publicKey) {
-    const auto key = publicKeyFrom(publicKey);
-    if (!key) return std::nullopt;
-    updating_ = std::make_unique<Updating>(*key);
-    updating_->packages.removeLeftovers();
-    return UpdateServices{updating_->clock, updating_->downloads, updating_->reader, updating_->packages};
 }
 
 Platform LinuxWorld::platform(UpdateFramework& updates) {

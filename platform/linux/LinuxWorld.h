@@ -6,7 +6,6 @@
 
 #include "platform/NoUpdates.h"
 #include "platform/Platform.h"
-#include "platform/UpdateServices.h"
 #include "platform/icu/IcuText.h"
 #include "platform/linux/AccessibilityBus.h"
 #include "platform/linux/AutostartEntry.h"
@@ -48,11 +47,8 @@ public:
 
     /// Without updates of its own.
     [[nodiscard]] Platform platform() { return platform(updates_); }
-    /// With updates that somebody else has made, as from `updateServices`.
+    /// With updates that somebody else has made.
     [[nodiscard]] Platform platform(UpdateFramework& updates);
-    /// What updates are made from, given the key, in base64, that their maker signs them with; nothing without one. It
-    /// lives as long as this object.
-    [[nodiscard]] std::optional<UpdateServices> updateServices(std::string_view publicKey);
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
     [[nodiscard]] QtApplication& application() { return application_; }
 
@@ -62,8 +58,6 @@ public:
     void waitForRegistrations();
 
 private:
-    struct Updating;
-
     explicit LinuxWorld(std::unique_ptr<Bus> session);
 
     std::unique_ptr<Bus> session_;
@@ -95,7 +89,6 @@ private:
     NoUpdates updates_{alerts_,
                        {"Ovin does not update itself here",
                         "It was installed with your system’s software, and new versions come with that too."}};
-    std::unique_ptr<Updating> updating_;
     ThreadTasks tasks_{giveWay};
 };
 
