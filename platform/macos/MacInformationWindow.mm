@@ -2,9 +2,14 @@
 
 #import <AppKit/AppKit.h>
 
+#include <functional>
+#include <memory>
+#include <optional>
 #include <utility>
 
+#include "platform/macos/CallBack.h"
 #include "platform/macos/ClickTarget.h"
+#include "platform/macos/CloseReporter.h"
 #include "platform/macos/Strings.h"
 #include "platform/macos/WindowContent.h"
 
@@ -36,6 +41,9 @@ void centre(NSWindow* window) {
     [window center];
 }
 
+/// Whether the user holds a button, or whatever else the mouse can hold, down.
+bool isTracking() { return [NSRunLoop.mainRunLoop.currentMode isEqualToString:NSEventTrackingRunLoopMode]; }
+
 class MacInformationWindow final : public InformationWindow {
 public:
     MacInformationWindow(const std::string& title, const View& content, Size size, ClickHandler clicked)
@@ -52,19 +60,58 @@ public:
         [window_ makeKeyAndOrderFront:nil];
     }
 
-    void close() override { [window_ close]; }
+    void close() override {
+        // In silence: it is the user's closing that is told.
+        window_.delegate = nil;
+        [window_ close];
+        window_.delegate = closeReporter_;
+    }
 
     [[nodiscard]] bool isOpen() const override { return window_.visible; }
 
+    void onClose(std::function<void()> closed) override {
+        closed_ = std::make_shared<const std::function<void()>>(std::move(closed));
+        closeReporter_ = [[OvinCloseReporter alloc] initWithHandler:closed_];
+        window_.delegate = closeReporter_;
+    }
+
     void scrollToEnd() override { ovin::scrollToEnd(window_); }
 
-    void replace(const View& content, Size size) override { replaceContent(window_, content, size, target_); }
+    void replace(const View& content, Size size) override {
+        if (isTracking()) return replaceLater({content, size});
+        waiting_->reset();
+        replaceContent(window_, content, size, target_);
+    }
 
 private:
+    struct Page {
+        View content;
+        Size size;
+    };
+
+    /// When the loop runs in its usual mode again, if nothing has come in between.
+    void replaceLater(Page page) {
+        *waiting_ = std::move(page);
+        const auto show = [weak = std::weak_ptr(waiting_), window = window_, target = target_] {
+            const auto waiting = weak.lock();
+            if (!waiting || !*waiting) return;
+            const Page next = *std::exchange(*waiting, std::nullopt);
+            replaceContent(window, next.content, next.size, target);
+        };
+        [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
+                                        block:^{
+                                          callBack(show);
+                                        }];
+    }
+
     /// Goes with this window: a click that is still on its way then means nothing any more.
     const std::shared_ptr<const ClickHandler> clicked_;
     OvinClickTarget* const target_;
     NSWindow* const window_;
+    std::shared_ptr<const std::function<void()>> closed_;
+    /// The window does not keep it.
+    OvinCloseReporter* closeReporter_ = nil;
+    const std::shared_ptr<std::optional<Page>> waiting_ = std::make_shared<std::optional<Page>>();
     bool hasBeenShown_ = false;
 };
 
