@@ -76,7 +76,7 @@ Image pixels(int number) {
 std::vector<DiscoveredItem> makeItems(int count, const std::string& icon, bool isLabelled) {
     std::vector<DiscoveredItem> items;
     for (int i = 0; i < count; ++i) {
-        DiscoveredItem item{.element = AccessibilityElement(nullptr)};
+        DiscoveredItem item{AccessibilityElement(nullptr), {}, {}, {}, {}, {}, {}};
         item.appName = "Application " + std::to_string(i);
         item.title = "Item " + std::to_string(i);
         item.appIcon = icon.empty() ? pixels(i) : Image(std::make_shared<NamedIcon>(icon));

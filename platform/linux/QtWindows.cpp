@@ -4,17 +4,16 @@
 
 #include "platform/linux/QtFloatingPanel.h"
 #include "platform/linux/QtInformationWindow.h"
-#include "platform/linux/QtLedgePanel.h"
 
 namespace ovin {
 
 Size QtWindows::fittingSize(const View& view) const {
-    const QSize size = measured_->fit(view);
+    const QSize size = reserve_->measured.fit(view);
     return {static_cast<double>(size.width()), static_cast<double>(size.height())};
 }
 
 std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel(std::function<void(int tag)> clicked) {
-    return std::make_unique<QtLedgePanel>(std::move(clicked), measured_);
+    return std::make_unique<QtLedgePanel>(std::move(clicked), reserve_);
 }
 
 std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string& title, const View& content, Size size,

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "platform/Windows.h"
-#include "platform/linux/MeasuredView.h"
+#include "platform/linux/QtLedgePanel.h"
 
 namespace ovin {
 
@@ -20,8 +20,8 @@ public:
                                                                    std::function<void()> closed) override;
 
 private:
-    /// Shared with the panels that show what was measured.
-    const std::shared_ptr<MeasuredView> measured_ = std::make_shared<MeasuredView>();
+    /// Shared with the ledges, which may outlive this.
+    const std::shared_ptr<LedgeReserve> reserve_ = std::make_shared<LedgeReserve>();
 };
 
 }  // namespace ovin

@@ -73,7 +73,8 @@ void putOnAllDesktops(QWidget& window) {
 bool composesWindows() {
     xcb_connection_t* const server = connection();
     if (server == nullptr) return false;
-    const auto question = xcb_get_selection_owner(server, atom(server, "_NET_WM_CM_S0"));
+    static const xcb_atom_t composer = atom(server, "_NET_WM_CM_S0");
+    const auto question = xcb_get_selection_owner(server, composer);
     const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> reply(
         xcb_get_selection_owner_reply(server, question, nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;

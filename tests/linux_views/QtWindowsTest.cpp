@@ -13,6 +13,7 @@
 
 #include "platform/linux/DisclosureWidget.h"
 #include "platform/linux/ItemButton.h"
+#include "platform/linux/LedgeWindow.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/PushButtonWidget.h"
 #include "platform/linux/QtAlerts.h"
@@ -299,6 +300,69 @@ TEST_F(QtWindowsTest, WhatWasMeasuredAndIsShownByNobodyIsGoneAMomentLater) {
     (void)windows.fittingSize(itemButton("Item", 7));
     handleEvents();
     EXPECT_EQ(ledgeButton(), nullptr);
+}
+
+std::vector<QWidget*> ledgeWindows() {
+    std::vector<QWidget*> found;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (dynamic_cast<LedgeWindow*>(widget) != nullptr) found.push_back(widget);
+    }
+    return found;
+}
+
+TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTheOneBefore) {
+    std::vector<int> clicks;
+    const auto open = [&](const std::string& title, int tag) {
+        auto ledge = windows.makeLedgePanel([&](int clicked) { clicks.push_back(clicked); });
+        ledge->show(itemButton(title, tag), {{100, 30}, {80, 28}});
+        return ledge;
+    };
+    auto ledge = open("First", 7);
+    const std::vector<QWidget*> before = ledgeWindows();
+    ASSERT_EQ(before.size(), 1U);
+    const QPointer<ItemButton> first = ledgeButton();
+    ledge.reset();
+    EXPECT_FALSE(before[0]->isVisible());
+    // The event loop has not run: what the first one showed is not deleted yet.
+    ledge = open("Second", 8);
+    EXPECT_EQ(ledgeWindows(), before);
+    EXPECT_TRUE(before[0]->isVisible());
+    ASSERT_NE(first, nullptr);
+    EXPECT_FALSE(first->isVisible());
+    first->click();
+    handleEvents();
+    EXPECT_EQ(first, nullptr);
+    EXPECT_EQ(clicks, std::vector<int>{});
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{8});
+}
+
+TEST_F(QtWindowsTest, TwoLedgesHaveAWindowEachAndOneOfThemIsKept) {
+    auto first = windows.makeLedgePanel([](int) {});
+    auto second = windows.makeLedgePanel([](int) {});
+    first->show(itemButton("First", 1), {{100, 30}, {80, 28}});
+    second->show(itemButton("Second", 2), {{300, 30}, {80, 28}});
+    EXPECT_EQ(ledgeWindows().size(), 2U);
+    first.reset();
+    second.reset();
+    handleEvents();
+    EXPECT_EQ(ledgeWindows().size(), 1U);
+}
+
+TEST_F(QtWindowsTest, ALedgeMayOutliveTheWindowsThatMadeIt) {
+    std::vector<int> clicks;
+    std::unique_ptr<LedgePanel> ledge;
+    {
+        QtWindows others;
+        ledge = others.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+    }
+    ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}});
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{7});
+    ledge.reset();
+    EXPECT_EQ(ledgeWindows().size(), 0U);
 }
 
 TEST_F(QtWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
