@@ -98,7 +98,10 @@ DisplayMode describe(const RandrState& state, const RandrMode& mode, const Randr
 }  // namespace
 
 QtDisplays::QtDisplays() {
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, this, &QtDisplays::watch);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) {
+        watch(screen);
+        refresh();
+    });
     QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, this, &QtDisplays::refresh, Qt::QueuedConnection);
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &QtDisplays::refresh);
     // What only the server knows of, such as another primary output.
@@ -148,10 +151,7 @@ bool QtDisplays::apply(const DisplayMode& mode, DisplayID display) {
     return server && switchMode(*server, display, static_cast<std::uint32_t>(mode.id));
 }
 
-void QtDisplays::watch(QScreen* screen) {
-    QObject::connect(screen, &QScreen::geometryChanged, this, &QtDisplays::refresh);
-    refresh();
-}
+void QtDisplays::watch(QScreen* screen) { QObject::connect(screen, &QScreen::geometryChanged, this, &QtDisplays::refresh); }
 
 void QtDisplays::refresh() {
     // While the server does not answer, the displays that it had keep their numbers.

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <span>
 #include <utility>
+#include <vector>
 
 namespace ovin {
 namespace {
@@ -47,6 +48,15 @@ RandrOutput outputOf(std::uint32_t id, const xcb_randr_get_output_info_reply_t& 
 RandrCrtc crtcOf(std::uint32_t id, const xcb_randr_get_crtc_info_reply_t& info) {
     const auto outputs = spanOf(xcb_randr_get_crtc_info_outputs(&info), xcb_randr_get_crtc_info_outputs_length(&info));
     return {id, info.x, info.y, {info.width, info.height}, info.mode, info.rotation, {outputs.begin(), outputs.end()}};
+}
+
+/// Each number with the cookie of the question about it.
+template <typename Ask>
+auto askEach(std::span<const std::uint32_t> ids, const Ask& ask) {
+    std::vector<std::pair<std::uint32_t, decltype(ask(std::uint32_t{}))>> asked;
+    asked.reserve(ids.size());
+    for (const std::uint32_t id : ids) asked.emplace_back(id, ask(id));
+    return asked;
 }
 
 }  // namespace
@@ -97,16 +107,21 @@ std::optional<RandrState> XcbRandr::read() {
                                    xcb_randr_get_screen_resources_current_modes_length(resources.get()))) {
         state.modes.push_back(modeOf(mode));
     }
-    for (const auto id : spanOf(xcb_randr_get_screen_resources_current_outputs(resources.get()),
-                                xcb_randr_get_screen_resources_current_outputs_length(resources.get()))) {
-        const FromXcb<xcb_randr_get_output_info_reply_t> info{xcb_randr_get_output_info_reply(
-            connection, xcb_randr_get_output_info(connection, id, state.configTime), nullptr)};
+    const auto outputs = spanOf(xcb_randr_get_screen_resources_current_outputs(resources.get()),
+                                xcb_randr_get_screen_resources_current_outputs_length(resources.get()));
+    const auto crtcs = spanOf(xcb_randr_get_screen_resources_current_crtcs(resources.get()),
+                              xcb_randr_get_screen_resources_current_crtcs_length(resources.get()));
+    // All questions before the first answer: a server with dozens of outputs costs one wait then, and not one for each.
+    const auto outputsAsked =
+        askEach(outputs, [&](auto id) { return xcb_randr_get_output_info(connection, id, state.configTime); });
+    const auto crtcsAsked =
+        askEach(crtcs, [&](auto id) { return xcb_randr_get_crtc_info(connection, id, state.configTime); });
+    for (const auto& [id, asked] : outputsAsked) {
+        const FromXcb<xcb_randr_get_output_info_reply_t> info{xcb_randr_get_output_info_reply(connection, asked, nullptr)};
         if (info && info->status == XCB_RANDR_SET_CONFIG_SUCCESS) state.outputs.push_back(outputOf(id, *info));
     }
-    for (const auto id : spanOf(xcb_randr_get_screen_resources_current_crtcs(resources.get()),
-                                xcb_randr_get_screen_resources_current_crtcs_length(resources.get()))) {
-        const FromXcb<xcb_randr_get_crtc_info_reply_t> info{
-            xcb_randr_get_crtc_info_reply(connection, xcb_randr_get_crtc_info(connection, id, state.configTime), nullptr)};
+    for (const auto& [id, asked] : crtcsAsked) {
+        const FromXcb<xcb_randr_get_crtc_info_reply_t> info{xcb_randr_get_crtc_info_reply(connection, asked, nullptr)};
         if (info && info->status == XCB_RANDR_SET_CONFIG_SUCCESS) state.crtcs.push_back(crtcOf(id, *info));
     }
     if (xcb_connection_has_error(connection) != 0) return std::nullopt;
