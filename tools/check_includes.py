@@ -35,7 +35,7 @@ REALISATIONS = {
     "threads": ([], False),
     "memory": (["icu"], False),
     "linux": (["icu", "threads"], True),
-    "macos": (["icu", "threads"], True),
+    "macos": (["threads"], True),
 }
 WORLDS = ["memory", "linux", "macos"]
 

@@ -104,7 +104,7 @@ std::string IcuText::trimmed(std::string_view text) const {
 }
 
 std::weak_ordering IcuText::compareIgnoringCase(std::string_view a, std::string_view b) const {
-    if (!collator_) return a <=> b;
+    if (!collator_) return a.compare(b) <=> 0;
     UErrorCode status = U_ZERO_ERROR;
     const UCollationResult result = ucol_strcollUTF8(collator_.get(), a.data(), length(a), b.data(), length(b), &status);
     if (result == UCOL_EQUAL) return std::weak_ordering::equivalent;

@@ -7,7 +7,6 @@
 #include "platform/macos/Strings.h"
 
 using ovin::Button;
-using ovin::Size;
 
 namespace {
 
@@ -59,7 +58,7 @@ Button::ImagePosition readBackPosition(NSCellImagePosition position) {
 - (ovin::ViewContent)shownContent {
     Button button = _asked;
     button.title = ovin::readBackTitle(self, _asked.title);
-    if (button.image && self.image != nil) button.image->size = Size{self.image.size.width, self.image.size.height};
+    if (button.image && self.image != nil) button.image->size = {self.image.size.width, self.image.size.height};
     button.imagePosition = readBackPosition(self.imagePosition);
     button.toolTip = ovin::readBackString(self.toolTip, _asked.toolTip);
     button.width = ovin::fixedLength(_width);

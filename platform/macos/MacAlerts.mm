@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/macos/CallBack.h"
 #include "platform/macos/Strings.h"
 
 namespace ovin {
@@ -26,7 +27,7 @@ public:
         NSTimer* timer = [NSTimer timerWithTimeInterval:0
                                                 repeats:NO
                                                   block:^(NSTimer*) {
-                                                    runModal(message, informative);
+                                                    callBack([&] { runModal(message, informative); });
                                                   }];
         // Not the common modes: it waits for the menu to close, and for the alert before it.
         [NSRunLoop.mainRunLoop addTimer:timer forMode:NSDefaultRunLoopMode];

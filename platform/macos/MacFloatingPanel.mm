@@ -7,8 +7,8 @@
 #include "platform/macos/ClickTarget.h"
 #include "platform/macos/CloseReporter.h"
 #include "platform/macos/Coordinates.h"
-#include "platform/macos/Strings.h"
 #include "platform/macos/WindowContent.h"
+#include "platform/macos/WindowStyles.h"
 
 namespace ovin {
 namespace {
@@ -20,19 +20,11 @@ NSPanel* makePanel(const std::string& title) {
                                              NSWindowStyleMaskNonactivatingPanel | NSWindowStyleMaskFullSizeContentView
                                      backing:NSBackingStoreBuffered
                                        defer:NO];
-    panel.releasedWhenClosed = NO;
-    panel.restorable = NO;
-    panel.title = toNSString(title);
-    panel.titleVisibility = NSWindowTitleHidden;
-    panel.titlebarAppearsTransparent = YES;
-    panel.autorecalculatesKeyViewLoop = YES;
+    keepToItsOwner(panel);
+    coverTitleBar(panel, title);
+    // Before the level, of which this has one of its own in mind.
     panel.floatingPanel = YES;
-    // After the line above, which has a level of its own in mind.
-    panel.level = NSFloatingWindowLevel;
-    panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
-    // The program is hardly ever the active one.
-    panel.hidesOnDeactivate = NO;
-    panel.allowsToolTipsWhenApplicationIsInactive = YES;
+    showOverPrograms(panel, NSFloatingWindowLevel);
     return panel;
 }
 

@@ -10,8 +10,8 @@
 #include "platform/macos/CallBack.h"
 #include "platform/macos/ClickTarget.h"
 #include "platform/macos/CloseReporter.h"
-#include "platform/macos/Strings.h"
 #include "platform/macos/WindowContent.h"
+#include "platform/macos/WindowStyles.h"
 
 namespace ovin {
 namespace {
@@ -22,12 +22,8 @@ NSWindow* makeWindow(const std::string& title) {
                   styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable | NSWindowStyleMaskFullSizeContentView
                     backing:NSBackingStoreBuffered
                       defer:NO];
-    window.releasedWhenClosed = NO;
-    window.restorable = NO;
-    window.title = toNSString(title);
-    window.titleVisibility = NSWindowTitleHidden;
-    window.titlebarAppearsTransparent = YES;
-    window.autorecalculatesKeyViewLoop = YES;
+    keepToItsOwner(window);
+    coverTitleBar(window, title);
     [window standardWindowButton:NSWindowCloseButton].hidden = YES;
     [window standardWindowButton:NSWindowMiniaturizeButton].hidden = YES;
     [window standardWindowButton:NSWindowZoomButton].hidden = YES;

@@ -7,6 +7,7 @@
 #include "platform/macos/ClickTarget.h"
 #include "platform/macos/Coordinates.h"
 #include "platform/macos/WindowContent.h"
+#include "platform/macos/WindowStyles.h"
 
 namespace ovin {
 namespace {
@@ -16,16 +17,11 @@ NSPanel* makePanel() {
                                                 styleMask:NSWindowStyleMaskNonactivatingPanel
                                                   backing:NSBackingStoreBuffered
                                                     defer:NO];
-    panel.releasedWhenClosed = NO;
-    panel.restorable = NO;
-    panel.level = NSStatusWindowLevel;
-    panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+    keepToItsOwner(panel);
+    showOverPrograms(panel, NSStatusWindowLevel);
     panel.opaque = NO;
     panel.backgroundColor = NSColor.clearColor;
     panel.hasShadow = YES;
-    // The program is hardly ever the active one.
-    panel.hidesOnDeactivate = NO;
-    panel.allowsToolTipsWhenApplicationIsInactive = YES;
     return panel;
 }
 

@@ -88,8 +88,9 @@ public:
 
     void showMenu(const Menu& menu) override {
         // An item with a menu reports no clicks: it has one only while the menu is open.
+        menu_ = nativeMenu(menu);
         NSStatusItem* item = item_;
-        item.menu = nativeMenu(menu);
+        item.menu = menu_;
         [item.button performClick:nil];
         item.menu = nil;
     }
@@ -109,6 +110,9 @@ private:
 
     NSStatusItem* const item_ = makeItem();
     OvinStatusItemTarget* const target_ = [[OvinStatusItemTarget alloc] init];
+    /// The last one that was shown. What the user has chosen may be told after the menu has closed, and acts as long as its
+    /// entry lives.
+    NSMenu* menu_ = nil;
 };
 
 class MacStatusBar final : public StatusBar {

@@ -1,9 +1,6 @@
 #include "tests/contract/LinuxStage.h"
 
 #include <fcntl.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QDBusConnection>
@@ -15,9 +12,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
-#include <stdexcept>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 namespace ovin {
@@ -25,96 +19,37 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Nothing that works takes this long.
-constexpr auto longTime = 20s;
-
-void require(bool holds, const std::string& what) {
-    if (!holds) throw std::runtime_error(what);
-}
-
-/// The letter by which the kernel names what a process is doing.
-char processState(ProcessID pid) {
-    std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
-    std::string text;
-    std::getline(file, text);
-    const std::size_t state = text.rfind(')') + 2;
-    return state < text.size() ? text[state] : 'X';
-}
-
 void runTool(const std::string& command) { require(std::system(command.c_str()) == 0, command + " failed"); }
+
+std::vector<std::string> wordsFor(const StagedApplication& application) {
+    std::vector<std::string> words{OVIN_STATUS_ITEM, "--commands", "--name", application.name};
+    words.insert(words.end(), {"--items", std::to_string(application.itemTitles.size())});
+    for (const std::string& title : application.itemTitles) words.insert(words.end(), {"--title", title});
+    return words;
+}
 
 }  // namespace
 
-StatusItemProcess::StatusItemProcess(const std::string& name, const std::vector<std::string>& titles) {
-    std::vector<std::string> words{OVIN_STATUS_ITEM, "--commands", "--name", name, "--items", std::to_string(titles.size())};
-    for (const std::string& title : titles) words.insert(words.end(), {"--title", title});
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
+LinuxStatusItems::LinuxStatusItems(const StagedApplication& application)
+    : StatusItemProgram(wordsFor(application)), count_(application.itemTitles.size()) {}
 
-    int input[2];
-    int output[2];
-    require(pipe2(input, O_CLOEXEC) == 0 && pipe2(output, O_CLOEXEC) == 0, "There are no pipes.");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-    const int error = posix_spawn(&pid_, OVIN_STATUS_ITEM, &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    close(input[0]);
-    close(output[1]);
-    commands_ = input[1];
-    output_ = output[0];
-    fcntl(output_, F_SETFL, O_NONBLOCK);
-    require(error == 0, "status-item cannot be started.");
+void LinuxStatusItems::rename(std::size_t item, const std::string& title) {
+    command("title " + std::to_string(item + 1) + " " + title);
 }
 
-StatusItemProcess::~StatusItemProcess() {
-    kill(pid_, SIGKILL);
-    waitpid(pid_, nullptr, 0);
-    close(commands_);
-    close(output_);
-}
-
-void StatusItemProcess::setStopped(bool stopped) const {
-    kill(pid_, stopped ? SIGSTOP : SIGCONT);
-    while (stopped && processState(pid_) != 'T') std::this_thread::sleep_for(1ms);
-}
-
-void StatusItemProcess::rename(std::size_t item, const std::string& title) const {
-    const std::string command = "title " + std::to_string(item + 1) + " " + title + "\n";
-    require(write(commands_, command.data(), command.size()) == static_cast<ssize_t>(command.size()),
-            "status-item takes no command.");
-}
-
-std::size_t StatusItemProcess::registrations() {
+bool LinuxStatusItems::hasItsItems() {
     readOutput();
-    return registrations_;
-}
-
-std::vector<std::size_t> StatusItemProcess::presses() {
-    readOutput();
-    return presses_;
-}
-
-void StatusItemProcess::readOutput() {
-    char buffer[4096];
-    for (ssize_t count = 0; (count = read(output_, buffer, sizeof buffer)) > 0;) {
-        unfinishedLine_.append(buffer, static_cast<std::size_t>(count));
-    }
-    for (std::size_t end = 0; (end = unfinishedLine_.find('\n')) != std::string::npos; unfinishedLine_.erase(0, end + 1)) {
-        take(unfinishedLine_.substr(0, end));
-    }
+    return registrations_ == count_;
 }
 
 /// "activate 0 0" is the first item, or the only one; "activate 0 0 /StatusNotifierItem/2" is the second.
-void StatusItemProcess::take(const std::string& line) {
+void LinuxStatusItems::take(const std::string& line) {
     if (line.starts_with("registered")) ++registrations_;
     if (!line.starts_with("activate ")) return;
     const std::string path = line.substr(line.rfind(' ') + 1);
     const std::size_t slash = path.rfind('/');
     const bool isNumbered = slash != std::string::npos && slash > 0;
-    presses_.push_back(isNumbered ? std::stoul(path.substr(slash + 1)) - 1 : 0);
+    addPress(isNumbered ? std::stoul(path.substr(slash + 1)) - 1 : 0);
 }
 
 LinuxStage::LinuxStage()
@@ -163,43 +98,8 @@ bool LinuxStage::runUntil(const std::function<bool()>& condition, Duration limit
 
 Downloads::Source LinuxStage::offer(const std::string& text) { return {server_.offer(text), true}; }
 
-void LinuxStage::wait(Duration duration) { std::this_thread::sleep_for(duration); }
-
-/// The machine may be busy with a compiler; many waiting threads start one after the other then.
-Stage::Duration LinuxStage::margin() const { return 900ms; }
-
-bool LinuxStage::isRunning(ProcessID pid) {
-    for (const RunningApplication& application : platform().workspace.runningApplications()) {
-        if (application.pid == pid) return true;
-    }
-    return false;
-}
-
-std::size_t LinuxStage::itemCount(ProcessID pid) {
-    const Accessibility& accessibility = platform().accessibility;
-    const AttributeAnswer extras =
-        accessibility.copyAttributeValue(accessibility.applicationElement(pid), "AXExtrasMenuBar");
-    const auto* container = std::get_if<AccessibilityElement>(&extras.value.content);
-    if (extras.error != AccessibilityError::success || container == nullptr) return 0;
-    const AttributeAnswer children = accessibility.copyAttributeValue(*container, "AXChildren");
-    const auto* items = std::get_if<AttributeValue::Array>(&children.value.content);
-    return items == nullptr ? 0 : items->size();
-}
-
-ProcessID LinuxStage::start(const StagedApplication& application) {
-    auto process = std::make_unique<StatusItemProcess>(application.name, application.itemTitles);
-    StatusItemProcess& started = *process;
-    const ProcessID pid = started.pid();
-    applications_[pid] = std::move(process);
-    const std::size_t count = application.itemTitles.size();
-    const auto isThere = [&] { return started.registrations() == count && isRunning(pid) && itemCount(pid) == count; };
-    require(runUntil(isThere, longTime), application.name + " does not come.");
-    return pid;
-}
-
-void LinuxStage::quit(ProcessID pid) {
-    applications_.erase(pid);
-    require(runUntil([&] { return !isRunning(pid) && itemCount(pid) == 0; }, longTime), "An application does not go.");
+std::unique_ptr<StatusItemProgram> LinuxStage::launch(const StagedApplication& application) {
+    return std::make_unique<LinuxStatusItems>(application);
 }
 
 ProcessID LinuxStage::unusedProcessID() {
@@ -226,10 +126,6 @@ void LinuxStage::reopenDefaults() { defaults_ = std::make_unique<FileUserDefault
 void LinuxStage::setRefusesChanges(bool refuses) {
     const std::filesystem::path obstacle = defaultsPath().string() + ".new";
     refuses ? void(std::filesystem::create_directories(obstacle / "obstacle")) : void(std::filesystem::remove_all(obstacle));
-}
-
-void LinuxStage::setEnvironment(const std::string& name, const std::optional<std::string>& value) {
-    value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
 }
 
 /// This program and its desktop, with entries in a folder of the stage's own.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,43 +11,29 @@
 #include "platform/linux/QtDownloads.h"
 #include "platform/linux/StandardErrorLog.h"
 #include "tests/contract/LoopbackServer.h"
-#include "tests/contract/Stage.h"
+#include "tests/contract/SessionStage.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace ovin {
 
-/// A running status-item program: what it has printed, and a way to command it.
-class StatusItemProcess {
+/// The program `status-item` of the private desktop.
+class LinuxStatusItems final : public StatusItemProgram {
 public:
-    StatusItemProcess(const std::string& name, const std::vector<std::string>& titles);
-    StatusItemProcess(const StatusItemProcess&) = delete;
-    StatusItemProcess& operator=(const StatusItemProcess&) = delete;
-    /// Kills the program, stopped or not.
-    ~StatusItemProcess();
+    explicit LinuxStatusItems(const StagedApplication& application);
 
-    [[nodiscard]] ProcessID pid() const { return pid_; }
-    /// Returns when it has stopped, or is to go on.
-    void setStopped(bool stopped) const;
-    void rename(std::size_t item, const std::string& title) const;
-
-    [[nodiscard]] std::size_t registrations();
-    [[nodiscard]] std::vector<std::size_t> presses();
+    void rename(std::size_t item, const std::string& title) override;
+    [[nodiscard]] bool hasItsItems() override;
 
 private:
-    void readOutput();
-    void take(const std::string& line);
+    void take(const std::string& line) override;
 
-    ProcessID pid_ = 0;
-    int commands_ = -1;
-    int output_ = -1;
-    std::string unfinishedLine_;
+    const std::size_t count_;
     std::size_t registrations_ = 0;
-    std::vector<std::size_t> presses_;
 };
 
 /// The Linux desktop that the test program runs on, with real programs as its applications. The settings are in a folder of
 /// the stage's own and the log writes to a file of its own; all else is the world as a program opens it.
-class LinuxStage final : public Stage {
+class LinuxStage final : public SessionStage {
 public:
     LinuxStage();
     ~LinuxStage() override;
@@ -56,23 +41,13 @@ public:
     [[nodiscard]] Platform platform() override;
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
-    void wait(Duration duration) override;
     [[nodiscard]] WallClock& wallClock() override { return wallClock_; }
-    [[nodiscard]] Duration margin() const override;
 
-    ProcessID start(const StagedApplication& application) override;
-    void quit(ProcessID pid) override;
     [[nodiscard]] ProcessID unusedProcessID() override;
-    void setHung(ProcessID pid, bool hung) override { applications_.at(pid)->setStopped(hung); }
-    void rename(ProcessID pid, std::size_t item, const std::string& title) override {
-        applications_.at(pid)->rename(item, title);
-    }
-    [[nodiscard]] std::vector<std::size_t> presses(ProcessID pid) override { return applications_.at(pid)->presses(); }
     void setTrusted(bool trusted) override;
 
     void reopenDefaults() override;
     void setRefusesChanges(bool refuses) override;
-    void setEnvironment(const std::string& name, const std::optional<std::string>& value) override;
     void switchOffLaunchAtLogin() override;
     void setRefusesLaunchAtLogin(bool refuses) override;
     DisplayID plugDisplay() override;
@@ -85,8 +60,7 @@ public:
 
 private:
     [[nodiscard]] std::filesystem::path defaultsPath() const { return folder_.path() / "defaults"; }
-    [[nodiscard]] bool isRunning(ProcessID pid);
-    [[nodiscard]] std::size_t itemCount(ProcessID pid);
+    [[nodiscard]] std::unique_ptr<StatusItemProgram> launch(const StagedApplication& application) override;
     [[nodiscard]] AutostartPlaces autostartPlaces() const;
     void putDisplaysBack();
 
@@ -101,7 +75,6 @@ private:
     LoopbackServer server_;
     DisplayMode firstMode_;
     bool hasSecondDisplay_ = false;
-    std::map<ProcessID, std::unique_ptr<StatusItemProcess>> applications_;
 };
 
 }  // namespace ovin

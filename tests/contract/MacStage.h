@@ -1,42 +1,28 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/macos/MacWorld.h"
-#include "tests/contract/Stage.h"
+#include "tests/contract/SessionStage.h"
 
 namespace ovin {
 
-/// A program with status items of its own (MacStatusItem.mm), and what it has printed.
-class MacStatusItems {
+/// The program of status items (MacStatusItem.mm).
+class MacStatusItems final : public StatusItemProgram {
 public:
     explicit MacStatusItems(const std::vector<std::string>& titles);
-    MacStatusItems(const MacStatusItems&) = delete;
-    MacStatusItems& operator=(const MacStatusItems&) = delete;
-    /// Kills the program, stopped or not.
-    ~MacStatusItems();
 
-    [[nodiscard]] ProcessID pid() const { return pid_; }
-    void setStopped(bool stopped) const;
-    void rename(std::size_t item, const std::string& title) const;
-    [[nodiscard]] std::vector<std::size_t> presses();
+    void rename(std::size_t item, const std::string& title) override;
 
 private:
-    void readOutput();
-
-    ProcessID pid_ = 0;
-    int commands_ = -1;
-    int output_ = -1;
-    std::string unread_;
-    std::vector<std::size_t> presses_;
+    void take(const std::string& line) override;
 };
 
 /// The session in which the tests run, with real programs. Whoever starts them must have given the terminal access to the
 /// Accessibility interface. The settings are in a domain of the stage's own; all else is the world as a program opens it.
-class MacStage final : public Stage {
+class MacStage final : public SessionStage {
 public:
     MacStage();
     ~MacStage() override;
@@ -48,23 +34,13 @@ public:
     [[nodiscard]] Platform platform() override;
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
-    void wait(Duration duration) override;
     [[nodiscard]] WallClock& wallClock() override;
-    [[nodiscard]] Duration margin() const override;
 
-    ProcessID start(const StagedApplication& application) override;
-    void quit(ProcessID pid) override;
     [[nodiscard]] ProcessID unusedProcessID() override;
-    void setHung(ProcessID pid, bool hung) override { applications_.at(pid)->setStopped(hung); }
-    void rename(ProcessID pid, std::size_t item, const std::string& title) override {
-        applications_.at(pid)->rename(item, title);
-    }
-    [[nodiscard]] std::vector<std::size_t> presses(ProcessID pid) override { return applications_.at(pid)->presses(); }
     void setTrusted(bool trusted) override;
 
     void reopenDefaults() override;
     void setRefusesChanges(bool refuses) override;
-    void setEnvironment(const std::string& name, const std::optional<std::string>& value) override;
     void switchOffLaunchAtLogin() override;
     void setRefusesLaunchAtLogin(bool refuses) override;
     DisplayID plugDisplay() override;
@@ -76,13 +52,11 @@ public:
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:
-    [[nodiscard]] bool isRunning(ProcessID pid);
-    [[nodiscard]] std::size_t itemCount(ProcessID pid);
+    [[nodiscard]] std::unique_ptr<StatusItemProgram> launch(const StagedApplication& application) override;
 
     MacWorld world_;
     std::unique_ptr<UserDefaults> defaults_;
     std::optional<DisplayMode> firstMode_;
-    std::map<ProcessID, std::unique_ptr<MacStatusItems>> applications_;
 };
 
 }  // namespace ovin

@@ -22,6 +22,16 @@ protected:
     /// For as long as whatever is on its way may take.
     static void turnRunLoop() { [NSRunLoop.mainRunLoop runUntilDate:[NSDate dateWithTimeIntervalSinceNow:0.05]]; }
 
+    /// Runs something as it comes while the user holds a mouse button down.
+    static void whileTracking(const std::function<void()>& work) {
+        const std::function<void()> kept = work;
+        [NSRunLoop.mainRunLoop performInModes:@[ NSEventTrackingRunLoopMode ]
+                                        block:^{
+                                          kept();
+                                        }];
+        [NSRunLoop.mainRunLoop runMode:NSEventTrackingRunLoopMode beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.05]];
+    }
+
     /// The only window that is seen.
     static NSWindow* window() {
         for (NSWindow* window in NSApp.windows) {
@@ -75,6 +85,56 @@ TEST_F(MacWindowsTest, AWindowHasTheFittingSizeOfItsView) {
     EXPECT_GT(size.height, 250);
     EXPECT_NEAR(window().frame.size.width, size.width, 1);
     EXPECT_NEAR(window().frame.size.height, size.height, 1);
+}
+
+TEST_F(MacWindowsTest, APageTellsThatTheUserHasPutItAwayAndNotThatTheProgramHas) {
+    int closed = 0;
+    const auto shown = page([](int) {});
+    shown->onClose([&] { ++closed; });
+    shown->show();
+    shown->close();
+    turnRunLoop();
+    EXPECT_EQ(closed, 0);
+    shown->show();
+    [window() close];
+    turnRunLoop();
+    EXPECT_EQ(closed, 1);
+}
+
+TEST_F(MacWindowsTest, WhoeverHearsThatAPageWasPutAwayMayDestroyIt) {
+    std::unique_ptr<InformationWindow> shown = page([](int) {});
+    shown->onClose([&] { shown.reset(); });
+    shown->show();
+    [window() close];
+    turnRunLoop();
+    EXPECT_EQ(shown, nullptr);
+}
+
+TEST_F(MacWindowsTest, APageKeepsItsButtonsWhileTheUserHoldsOneDown) {
+    const auto shown = page([](int) {});
+    shown->show();
+    NSButton* before = button(SamplePages::done);
+    const View about = SamplePages::about(icon);
+    whileTracking([&] {
+        shown->replace(SamplePages::guide(icon, 200), {300, 300});
+        shown->replace(about, windows->fittingSize(about));
+        EXPECT_EQ(button(SamplePages::done), before);
+    });
+    turnRunLoop();
+    EXPECT_EQ(button(SamplePages::done), nil);
+    EXPECT_NE(button(SamplePages::site), nil);
+    EXPECT_NEAR(window().frame.size.height, windows->fittingSize(about).height, 1);
+}
+
+TEST_F(MacWindowsTest, APageThatIsGoneIsNotReplaced) {
+    auto shown = page([](int) {});
+    shown->show();
+    whileTracking([&] {
+        shown->replace(SamplePages::about(icon), {300, 300});
+        shown.reset();
+    });
+    turnRunLoop();
+    EXPECT_EQ(window(), nil);
 }
 
 TEST_F(MacWindowsTest, AHandlerMayDestroyItsWindow) {
@@ -131,7 +191,10 @@ TEST_F(MacWindowsTest, AClickOnWhatTheLedgeShowedBeforeIsForgotten) {
 TEST_F(MacWindowsTest, TheLedgeStandsWhereItWasToldToAndTakesNoFocus) {
     const auto ledge = windows->makeLedgePanel([](int) {});
     const Rect frame{{100, 120}, {80, 28}};
-    ledge->show({Separator{80}}, frame);
+    Button item;
+    item.width = frame.size.width;
+    item.height = frame.size.height;
+    ledge->show({item}, frame);
     EXPECT_TRUE(fromNative(window().frame) == frame);
     EXPECT_FALSE(window().canBecomeKeyWindow);
 }

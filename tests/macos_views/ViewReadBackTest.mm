@@ -3,7 +3,6 @@
 #import <AppKit/AppKit.h>
 
 #include <string>
-#include <vector>
 
 #include "platform/macos/NativeImages.h"
 #include "platform/macos/NativeViews.h"
@@ -91,10 +90,15 @@ TEST_F(ViewReadBack, IllFormedTextReadsBackByItsBytes) {
     }
 }
 
-struct Change {
-    View view;
-    void (^change)(__kindof NSView* view);
-};
+/// That the native view of a description reads back as something else once it was changed.
+void expectChange(const View& view, void (^change)(__kindof NSView* view)) {
+    @autoreleasepool {
+        NativeView* native = makeNativeView(view, nil);
+        EXPECT_TRUE(readBack(native) == view);
+        change(native);
+        EXPECT_FALSE(readBack(native) == view);
+    }
+}
 
 void changeWidth(NSView* view) {
     for (NSLayoutConstraint* constraint in view.constraints) {
@@ -102,104 +106,83 @@ void changeWidth(NSView* view) {
     }
 }
 
-TEST_F(ViewReadBack, AChangedViewReadsBackDifferently) {
-    const Label label{{{"One ", {}, {}}, {"two", Font{20}, {}}}, 99.6};
+TEST_F(ViewReadBack, AChangedWidthReadsBack) {
+    const Label paragraph{{{"One ", {}, {}}, {"two", Font{20}, {}}}, 99.6};
+    const PushButton button{"Done", {}, KeyEquivalent::none, false, 90.4, 1};
+    const ImageView image{icon(), {20, 20}, 2, "Icon"};
+    for (const View& view : {View{paragraph}, View{button}, View{image}, View{Separator{10}}}) {
+        expectChange(view, ^(NSView* native) {
+          changeWidth(native);
+        });
+    }
+}
+
+TEST_F(ViewReadBack, AChangedLabelReadsBack) {
+    const View label{Label{{{"One ", {}, {}}, {"two", Font{20}, {}}}, 99.6}};
+    expectChange(label, ^(NSTextField* view) {
+      view.stringValue = @"One three";
+    });
+    expectChange(label, ^(NSTextField* view) {
+      view.hidden = YES;
+    });
+}
+
+TEST_F(ViewReadBack, AChangedStackReadsBack) {
     const View column{SamplePages::column({{Spacer{3}}, {Spacer{4}}}, 5.2)};
-    const View pushButton{PushButton{"Done", {}, KeyEquivalent::none, false, 90.4, 1}};
-    const View textButton{TextButton{{{"Text", {}, {}}}, "Tip", false, 1}};
+    expectChange(column, ^(NSStackView* view) {
+      view.spacing = 6;
+    });
+    expectChange(column, ^(NSStackView* view) {
+      view.edgeInsets = NSEdgeInsetsMake(0, 1, 0, 0);
+    });
+    expectChange(column, ^(NSStackView* view) {
+      view.alignment = NSLayoutAttributeCenterX;
+    });
+    expectChange(column, ^(NSStackView* view) {
+      [view.arrangedSubviews[0] removeFromSuperview];
+    });
+    expectChange(column, ^(NSStackView* view) {
+      view.arrangedSubviews[1].hidden = YES;
+    });
+    expectChange(column, ^(NSStackView* view) {
+      [view setCustomSpacing:1 afterView:view.arrangedSubviews[0]];
+    });
+}
+
+TEST_F(ViewReadBack, AChangedPushButtonReadsBack) {
+    const View done{PushButton{"Done", {}, KeyEquivalent::none, false, 90.4, 1}};
+    expectChange(done, ^(NSButton* view) {
+      view.title = @"Other";
+    });
+    expectChange(done, ^(NSButton* view) {
+      view.keyEquivalent = @"\r";
+    });
+    expectChange(done, ^(NSButton* view) {
+      view.tag = 2;
+    });
+}
+
+TEST_F(ViewReadBack, AChangedTextButtonReadsBack) {
+    const View text{TextButton{{{"Text", {}, {}}}, "Tip", false, 1}};
+    expectChange(text, ^(NSButton* view) {
+      view.title = @"Other";
+    });
+    expectChange(text, ^(NSButton* view) {
+      view.toolTip = @"Other";
+    });
+}
+
+TEST_F(ViewReadBack, AChangedTriangleReadsBack) {
     const View triangle{DisclosureTriangle{false, {13}, "Details", 1}};
-    const View image{ImageView{icon(), {20, 20}, 2, "Icon"}};
-    const std::vector<Change> changes{{{label}, ^(NSTextField* view){
-                                           view.stringValue = @"One three";
-}
-}
-, {{label}, ^(NSTextField* view){
-       changeWidth(view);
-}
-}
-, {{label}, ^(NSTextField* view){
-       view.hidden = YES;
-}
-}
-, {column, ^(NSStackView* view){
-       view.spacing = 6;
-}
-}
-, {column, ^(NSStackView* view){
-       view.edgeInsets = NSEdgeInsetsMake(0, 1, 0, 0);
-}
-}
-, {column, ^(NSStackView* view){
-       view.alignment = NSLayoutAttributeCenterX;
-}
-}
-, {column, ^(NSStackView* view){
-       [view.arrangedSubviews[0] removeFromSuperview];
-}
-}
-, {column, ^(NSStackView* view){
-       view.arrangedSubviews[1].hidden = YES;
-}
-}
-, {column, ^(NSStackView* view){
-       [view setCustomSpacing:1 afterView:view.arrangedSubviews[0]];
-}
-}
-, {pushButton, ^(NSButton* view){
-       view.title = @"Other";
-}
-}
-, {pushButton, ^(NSButton* view){
-       view.keyEquivalent = @"\r";
-}
-}
-, {pushButton, ^(NSButton* view){
-       view.tag = 2;
-}
-}
-, {pushButton, ^(NSButton* view){
-       changeWidth(view);
-}
-}
-, {textButton, ^(NSButton* view){
-       view.title = @"Other";
-}
-}
-, {textButton, ^(NSButton* view){
-       view.toolTip = @"Other";
-}
-}
-, {triangle, ^(NSButton* view){
-       view.state = NSControlStateValueOn;
-}
-}
-, {triangle, ^(NSButton* view){
-       view.font = [NSFont systemFontOfSize:14];
-}
-}
-, {triangle, ^(NSButton* view){
-       view.accessibilityLabel = @"Other";
-}
-}
-, {image, ^(NSImageView* view){
-       changeWidth(view);
-}
-}
-, {
-    {Separator{10}}, ^(NSBox* view) {
-      changeWidth(view);
-    }
-}
-}
-;
-for (std::size_t i = 0; i < changes.size(); ++i) {
-    @autoreleasepool {
-        NativeView* native = makeNativeView(changes[i].view, nil);
-        EXPECT_TRUE(readBack(native) == changes[i].view) << i;
-        changes[i].change(native);
-        EXPECT_FALSE(readBack(native) == changes[i].view) << i;
-    }
-}
+    expectChange(triangle, ^(NSButton* view) {
+      view.state = NSControlStateValueOn;
+    });
+    expectChange(triangle, ^(NSButton* view) {
+      view.font = [NSFont systemFontOfSize:14];
+    });
+    expectChange(triangle, ^(NSButton* view) {
+      view.accessibilityLabel = @"Other";
+    });
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 """The application that CMake makes on a Mac. Here compiler and signing are stand-ins; all else is as CMake does it there."""
 
 import base64
+import glob
 import hashlib
 import json
 import os
 import plistlib
+import re
 import stat
 import unittest
 import zipfile
@@ -67,6 +69,13 @@ class MacBundle(MacStage):
     def make(self):
         return self.succeed(self.run_command("cmake", "--build", self.build))
 
+    def compiled(self, source):
+        """The arguments with which a source was compiled."""
+        folder, name = os.path.split(source)
+        [path] = glob.glob(os.path.join(self.build, folder, "CMakeFiles", "*.dir", name + ".o"))
+        with open(path, encoding="utf-8") as file:
+            return file.read().splitlines()
+
     def description(self):
         with open(os.path.join(self.bundle, "Contents", "Info.plist"), "rb") as file:
             return plistlib.load(file)
@@ -101,6 +110,13 @@ class MacBundle(MacStage):
         self.assertIn("-mmacosx-version-min=13.0", link)
         self.assertIn("-Wl,-rpath,@executable_path/../Frameworks", link)
         self.assertFalse([argument for argument in link if argument.startswith("-Wl,-rpath,/")])
+
+        # Objective-C++ is compiled as the C++ that the rest is, with counted references, and finds the framework's headers.
+        for source in "app/mainMac.mm", "platform/macos/MacUpdates.mm":
+            compiled = self.compiled(source)
+            self.assertTrue({"-std=c++20", "-std=c++2a"} & set(compiled), compiled)
+            self.assertIn("-fobjc-arc", compiled)
+            self.assertTrue([argument for argument in compiled if re.match(r"-F.*/macos-arm64_x86_64$", argument)], compiled)
 
         # It was signed when it was complete, for this machine, and by the script that has a test of its own.
         signed = self.signings()

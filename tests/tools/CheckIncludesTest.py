@@ -118,6 +118,7 @@ class CheckIncludes(unittest.TestCase):
         self.refuses("platform/memory/A.cpp", '#include "platform/linux/B.h"\n', "do not know one another")
         self.refuses("platform/icu/A.cpp", '#include "platform/macos/B.h"\n', "do not know one another")
         self.refuses("platform/memory/A.cpp", '#include "platform/threads/B.h"\n', "may not use")
+        self.refuses("platform/macos/A.mm", '#include "platform/icu/B.h"\n', "may not use")
 
     def test_the_world_in_memory_uses_no_library_of_its_own(self):
         self.refuses("platform/memory/A.cpp", "#include <QString>\n", "the C++ standard library alone")

@@ -203,6 +203,9 @@ FAULTS = {
     "ASelectorThatNothingDeclares": ("void f(NSView* v);\nvoid f(NSView* v) { [v addSubviews:v]; }", "addSubviews:"),
     "AnArgumentOfAnotherType": ("void f(NSView* v);\nvoid f(NSView* v) { v.toolTip = @1; }", "incompatible"),
     "ANullForWhatMustNotBe": ("void f(NSView* v);\nvoid f(NSView* v) { [v addSubview:nil]; }", "null passed"),
+    "ANameThatTheSystemHasToo":
+        ("namespace ovin {\nstruct Size { double width; };\n}\nusing ovin::Size;\ndouble f(ovin::Size s);\n"
+         "double f(ovin::Size s) { return Size{s.width}.width; }", "reference to 'Size' is ambiguous"),
     "ACallThatIsNewerThanTheOldestSystem": ("void f();\nvoid f() { [NSApp activate]; }", "only available on macOS 14.0"),
     "AConstantOfAnotherType": ("void f(NSBox* b);\nvoid f(NSBox* b) { b.boxType = NSNoBorder; }", "NSBoxType"),
     "AReferenceThatIsNeverReleased":

@@ -4,6 +4,7 @@
 
 #include <Availability.h>
 #include <CoreFoundation/CFCGTypes.h>
+#include <MacTypes.h>
 #include <objc/NSObjCRuntime.h>
 #include <stddef.h>
 #include <stdint.h>

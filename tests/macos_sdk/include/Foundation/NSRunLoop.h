@@ -16,6 +16,7 @@ FOUNDATION_EXPORT NSRunLoopMode const NSRunLoopCommonModes;
 @property(class, readonly, strong) NSRunLoop* mainRunLoop;
 @property(nullable, readonly, copy) NSRunLoopMode currentMode;
 - (void)runUntilDate:(NSDate*)limitDate;
+- (BOOL)runMode:(NSRunLoopMode)mode beforeDate:(NSDate*)limitDate;
 - (void)addTimer:(NSTimer*)timer forMode:(NSRunLoopMode)mode;
 - (void)performBlock:(void (^)(void))block API_AVAILABLE(macos(10.12));
 - (void)performInModes:(NSArray<NSRunLoopMode>*)modes block:(void (^)(void))block API_AVAILABLE(macos(10.12));
