@@ -14,12 +14,8 @@ constexpr std::string_view white = " \t\r\n";
 
 bool isWhite(char character) { return white.find(character) != std::string_view::npos; }
 
-std::string lowered(std::string_view text) {
-    std::string result(text);
-    for (char& character : result) {
-        if (character >= 'A' && character <= 'Z') character = static_cast<char>(character + ('a' - 'A'));
-    }
-    return result;
+char lowered(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
 }
 
 void appendCodePoint(std::string& text, std::uint32_t point) {
@@ -119,6 +115,28 @@ private:
     std::size_t size_ = 0;
 };
 
+struct Tag {
+    /// In lower case.
+    std::string name;
+    bool isEnd = false;
+};
+
+/// Whether an element holds what nobody is meant to read.
+bool isHidden(std::string_view name) { return name == "style" || name == "script" || name == "title"; }
+
+/// Whether a tag ends a line and begins nothing: an item or a heading that has no text yet still waits for it, as in
+/// "<li><p>".
+bool endsLine(std::string_view name) { return name == "p" || name == "br" || name == "div"; }
+
+/// What begins with a block; nothing for what stands within a text.
+std::optional<Kind> kindOfBlock(std::string_view name) {
+    constexpr std::array<std::string_view, 8> blocks{"ul", "ol", "hr", "tr", "table", "pre", "body", "head"};
+    if (name == "li") return Kind::listItem;
+    if (name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6') return Kind::heading;
+    if (std::find(blocks.begin(), blocks.end(), name) != blocks.end()) return Kind::text;
+    return std::nullopt;
+}
+
 class Html {
 public:
     explicit Html(std::string_view text) : rest_(text) {}
@@ -131,7 +149,8 @@ public:
 private:
     void step() {
         const char character = rest_.front();
-        if (character == '<') return skipTag();
+        if (rest_.starts_with("<!--")) return skipPast("-->");
+        if (character == '<') return readTag();
         if (character == '&') return readCharacter();
         if (isWhite(character)) {
             found_.appendWhite();
@@ -150,31 +169,35 @@ private:
         rest_.remove_prefix(character ? end + 1 : 1);
     }
 
-    void skipTag() {
-        if (rest_.starts_with("<!--")) return skipPast("-->");
-        const std::size_t end = std::min(rest_.find('>'), rest_.size());
-        const std::string_view inside = rest_.substr(1, end - 1);
-        const bool isEnd = inside.starts_with('/');
-        const std::string_view tail = inside.substr(isEnd ? 1 : 0);
-        const std::string name = lowered(tail.substr(0, std::min(tail.find_first_of(" \t\r\n/"), tail.size())));
-        rest_.remove_prefix(std::min(end + 1, rest_.size()));
-        if (!isEnd && (name == "style" || name == "script" || name == "title")) return skipPast("</" + name);
-        // Within an item or a heading these begin a line; all others end it.
-        if (name == "p" || name == "br" || name == "div") return found_.end();
-        constexpr std::array<std::string_view, 9> blocks{"ul", "ol", "li", "hr", "tr", "table", "pre", "body", "head"};
-        const bool isHeading = name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6';
-        if (!isHeading && std::find(blocks.begin(), blocks.end(), name) == blocks.end()) return;
-        if (isEnd) return found_.begin(Kind::text);
-        found_.begin(isHeading ? Kind::heading : name == "li" ? Kind::listItem : Kind::text);
+    void readTag() {
+        const Tag tag = takeTag();
+        if (isHidden(tag.name) && !tag.isEnd) return skipElement(tag.name);
+        if (endsLine(tag.name)) return found_.end();
+        if (const auto kind = kindOfBlock(tag.name)) found_.begin(tag.isEnd ? Kind::text : *kind);
     }
 
+    Tag takeTag() {
+        std::string_view inside = rest_.substr(1, std::min(rest_.find('>'), rest_.size()) - 1);
+        skipPast(">");
+        Tag tag;
+        tag.isEnd = inside.starts_with('/');
+        if (tag.isEnd) inside.remove_prefix(1);
+        for (const char character : inside.substr(0, inside.find_first_of(" \t\r\n/"))) tag.name += lowered(character);
+        return tag;
+    }
+
+    void skipElement(const std::string& name) {
+        const std::string end = "</" + name;
+        const auto isSame = [](char actual, char expected) { return lowered(actual) == expected; };
+        const auto* const found = std::search(rest_.begin(), rest_.end(), end.begin(), end.end(), isSame);
+        rest_.remove_prefix(static_cast<std::size_t>(found - rest_.begin()));
+        skipPast(">");
+    }
+
+    /// To the end when there is no such mark.
     void skipPast(std::string_view mark) {
-        const std::size_t found = rest_.find(mark);
-        rest_.remove_prefix(found == std::string_view::npos ? rest_.size() : found + mark.size());
-        if (!mark.starts_with("</")) return;
-        // Of an end tag, the bracket is left.
-        const std::size_t bracket = rest_.find('>');
-        rest_.remove_prefix(bracket == std::string_view::npos ? rest_.size() : bracket + 1);
+        const std::size_t found = std::min(rest_.find(mark), rest_.size());
+        rest_.remove_prefix(std::min(found + mark.size(), rest_.size()));
     }
 
     std::string_view rest_;
