@@ -7,6 +7,8 @@
 #include <optional>
 #include <utility>
 
+#include "platform/Utf8.h"
+
 namespace ovin {
 namespace {
 
@@ -18,24 +20,6 @@ char lowered(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
 }
 
-void appendCodePoint(std::string& text, std::uint32_t point) {
-    const auto byte = [&text](std::uint32_t bits) { text += static_cast<char>(static_cast<unsigned char>(bits)); };
-    const auto rest = [&](unsigned int shift) { byte(0x80 | ((point >> shift) & 0x3F)); };
-    if (point < 0x80) return byte(point);
-    if (point < 0x800) {
-        byte(0xC0 | (point >> 6));
-    } else if (point < 0x10000) {
-        byte(0xE0 | (point >> 12));
-        rest(6);
-    } else {
-        byte(0xF0 | (point >> 18));
-        rest(12);
-        rest(6);
-    }
-    rest(0);
-}
-
-/// What stands between "&" and ";".
 std::optional<std::string> characterNamed(std::string_view name) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 13> names{{{"amp", "&"},
                                                                                    {"lt", "<"},
@@ -53,19 +37,25 @@ std::optional<std::string> characterNamed(std::string_view name) {
     for (const auto& [known, character] : names) {
         if (known == name) return std::string(character);
     }
-    if (!name.starts_with('#')) return std::nullopt;
-    name.remove_prefix(1);
-    const bool isHexadecimal = name.starts_with('x') || name.starts_with('X');
-    if (isHexadecimal) name.remove_prefix(1);
+    return std::nullopt;
+}
+
+/// `number` is decimal, or hexadecimal behind an "x". Control characters are none.
+std::optional<std::string> characterNumbered(std::string_view number) {
+    const bool isHexadecimal = number.starts_with('x') || number.starts_with('X');
+    if (isHexadecimal) number.remove_prefix(1);
     std::uint32_t point = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), point, isHexadecimal ? 16 : 10);
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), point, isHexadecimal ? 16 : 10);
     const bool isSurrogate = point >= 0xD800 && point <= 0xDFFF;
-    if (error != std::errc() || end != name.data() + name.size() || point < ' ' || point > 0x10FFFF || isSurrogate) {
+    if (error != std::errc() || end != number.data() + number.size() || point < ' ' || point > 0x10FFFF || isSurrogate) {
         return std::nullopt;
     }
-    std::string text;
-    appendCodePoint(text, point);
-    return text;
+    return utf8(point);
+}
+
+/// What stands between "&" and ";".
+std::optional<std::string> readReference(std::string_view reference) {
+    return reference.starts_with('#') ? characterNumbered(reference.substr(1)) : characterNamed(reference);
 }
 
 using Kind = NotesParagraph::Kind;
@@ -164,7 +154,7 @@ private:
     void readCharacter() {
         constexpr std::size_t longestName = 10;
         const std::size_t end = rest_.substr(0, longestName).find(';');
-        const auto character = end == std::string_view::npos ? std::nullopt : characterNamed(rest_.substr(1, end - 1));
+        const auto character = end == std::string_view::npos ? std::nullopt : readReference(rest_.substr(1, end - 1));
         found_.append(character.value_or("&"));
         rest_.remove_prefix(character ? end + 1 : 1);
     }
