@@ -101,6 +101,7 @@ TEST_F(UpdateChoiceTest, ATestFeedMayLeadToThisMachineAndNoFurther) {
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://localhost/a.package"; }), "6");
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://localhost.example/a.package"; }), "");
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://127.0.0.1@ovin.example/a.package"; }), "");
+    EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://localhost:80@ovin.example/a.package"; }), "");
 }
 
 TEST_F(UpdateChoiceTest, ASkippedVersionIsNotOfferedUnasked) {
