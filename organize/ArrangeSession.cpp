@@ -45,7 +45,7 @@ void ArrangeSession::begin(Completion completion) {
 }
 
 ArrangeSession::Findings ArrangeSession::lookAtMenuBar(const Platform& platform, const std::vector<AppInfo>& apps) {
-    const auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
+    const auto snapshot = MenuBarGeometry::snapshot(platform);
     if (!snapshot) return {};
     // What the geometry calls drawn is not believed alone: items may be missing from it altogether.
     const bool allItemsFit = snapshot->everythingIsDrawn() && ItemProvider::discoverItems(platform, apps).empty();
@@ -103,7 +103,7 @@ void ArrangeSession::startFitCheck(Generation::Number expected) {
     if (generation_.number() != expected) return;
     platform_.tasks.start(Tasks::Priority::utility, [platform = platform_, weak = weak_from_this(), expected,
                                                      apps = ItemProvider::snapshotApps(platform_)] {
-        const auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
+        const auto snapshot = MenuBarGeometry::snapshot(platform);
         const bool everythingIsDrawn = !snapshot || snapshot->everythingIsDrawn();
         const bool everythingFits = ItemProvider::discoverItems(platform, apps).empty() && everythingIsDrawn;
         platform.mainQueue.async([weak, expected, everythingFits] {

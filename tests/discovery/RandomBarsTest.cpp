@@ -164,7 +164,7 @@ TEST(RandomBars, ExactlyTheItemsThatThePlainRulesCallUndrawnAreReturned) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Random random(seed);
         RandomBar bar(random);
-        const auto snapshot = bar.scene.snapshot();
+        const auto snapshot = bar.scene.snapshotWithTitles();
         const auto result = bar.scene.discover();
         bar.scene.world.workspace.quit(MenuBarScene::agentPID);
         const auto found = bar.scene.discover();
