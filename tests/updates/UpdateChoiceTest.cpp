@@ -50,13 +50,9 @@ TEST_F(UpdateChoiceTest, NothingOlderOrEqualIsChosen) {
 TEST_F(UpdateChoiceTest, UnsignedOnesAreNeverChosen) {
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.edSignature.clear(); }), "");
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.edSignature.pop_back(); }), "");
-    EXPECT_EQ(chosen({item("6"),
-                      [] {
-                          FeedItem one = item("7");
-                          one.edSignature.clear();
-                          return one;
-                      }()}),
-              "6");
+    FeedItem newest = item("7");
+    newest.edSignature.clear();
+    EXPECT_EQ(chosen({item("6"), newest}), "6");
 }
 
 TEST_F(UpdateChoiceTest, OnesWithoutAPlausibleLengthAreNeverChosen) {
