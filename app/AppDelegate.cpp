@@ -10,6 +10,11 @@ namespace {
 
 constexpr std::string_view hasShownGuideKey = "OvinHasShownGuide";
 
+// Each asks for one window alone.
+constexpr std::string_view arrangeWindowPreview = "OVIN_TEST_ARRANGE_WINDOW";
+constexpr std::string_view aboutPreview = "OVIN_TEST_ABOUT";
+constexpr std::string_view guidePreview = "OVIN_TEST_GUIDE";
+
 /// The number that is the whole of `text`, in the notation of the C language whatever the user's language; 1 for any other
 /// text.
 double scaleIn(const std::string& text) {
@@ -45,18 +50,18 @@ void AppDelegate::openLedge() {
 }
 
 bool AppDelegate::isPreview(const ProcessInfo& process) {
-    for (const std::string_view variable : {"OVIN_TEST_ARRANGE_WINDOW", "OVIN_TEST_ABOUT", "OVIN_TEST_GUIDE"}) {
+    for (const std::string_view variable : {arrangeWindowPreview, aboutPreview, guidePreview}) {
         if (process.environment(variable)) return true;
     }
     return false;
 }
 
 bool AppDelegate::showPreview() {
-    if (const auto scale = platform_.process.environment("OVIN_TEST_ARRANGE_WINDOW")) {
+    if (const auto scale = platform_.process.environment(arrangeWindowPreview)) {
         previewArrangeWindow(*scale);
-    } else if (isSet("OVIN_TEST_ABOUT")) {
+    } else if (isSet(aboutPreview)) {
         about_.show();
-    } else if (isSet("OVIN_TEST_GUIDE")) {
+    } else if (isSet(guidePreview)) {
         guide_.show(false, [&application = platform_.application] { application.terminate(); });
     } else {
         return false;

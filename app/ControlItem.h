@@ -36,8 +36,6 @@ public:
     ~ControlItem() = default;
 
     void showGuide();
-    /// Begins to organize, or finishes it.
-    void toggleArrange();
     /// Begins to organize, unless that is under way.
     void startOrganizing();
     /// Opens the ledge, or leaves it open, where a click on the item would.
@@ -52,6 +50,8 @@ private:
 
     void clicked(StatusItemClick click);
     [[nodiscard]] Menu menu();
+    /// Begins to organize, or finishes it.
+    void toggleArrange();
     void toggleLaunchAtLogin();
     void showAbout();
     void checkForUpdates();

@@ -1,6 +1,6 @@
 #include "app/Updater.h"
 
-#include "app/FeedAddress.h"
+#include "platform/UrlHost.h"
 
 namespace ovin {
 
@@ -20,7 +20,7 @@ UpdateFramework::Controller& Updater::controller() {
 /// Whoever sets the environment may only point to this machine, so that nobody is led to a foreign feed.
 std::optional<std::string> Updater::feedURLString() const {
     auto feed = platform_.process.environment("OVIN_TEST_FEED");
-    if (feed && !isLoopbackFeed(*feed)) feed.reset();
+    if (feed && !leadsToThisMachine(*feed)) feed.reset();
     return feed;
 }
 

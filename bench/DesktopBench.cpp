@@ -164,7 +164,7 @@ bool measureAnswering(const Platform& platform, const Options& options) {
         scan.add([&] { (void)scanItems(platform, apps); });
         if (reference.hasAgent()) {
             bar.add([&] { reference.askBar(), answers += reference.finish(); });
-            snapshot.add([&] { (void)MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut); });
+            snapshot.add([&] { (void)MenuBarGeometry::snapshot(platform); });
             both.add([&] { reference.askItems(), reference.askBar(), (void)reference.finish(); });
         }
         whole.add([&] { undrawn = ItemProvider::discoverItems(platform, apps).size(); });

@@ -14,8 +14,8 @@
 namespace ovin::AccessibilityReaders {
 
 /// The element that an attribute holds.
-[[nodiscard]] std::optional<AccessibilityElement> element(const Accessibility& accessibility, const AccessibilityElement& of,
-                                                          std::string_view attribute);
+[[nodiscard]] std::optional<AccessibilityElement> element(const Accessibility& accessibility,
+                                                          const AccessibilityElement& element, std::string_view attribute);
 
 /// The elements that an attribute lists. An empty list is present; an array with a member of another type is not a list.
 [[nodiscard]] std::optional<std::vector<AccessibilityElement>> elements(const Accessibility& accessibility,

@@ -79,9 +79,7 @@ std::set<ProcessID> owners(const std::vector<DiscoveredItem>& items) {
 void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& items, std::size_t appCount) {
     const std::string found =
         "Ovin DEBUG discovery: " + std::to_string(items.size()) + " items from " + std::to_string(appCount) + " apps; ";
-    // Titles are needed only where elements do not match, and only those of applications that have answered: asking every
-    // owner in the bar would take longer than all the rest, and seconds where one of them hangs.
-    auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
+    auto snapshot = MenuBarGeometry::snapshot(platform);
     if (!snapshot) {
         if (isDebugging(platform)) platform.log.write(found + "geometry unavailable");
         return;
@@ -89,6 +87,8 @@ void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& ite
 
     const auto foreign = snapshot->foreign();
     const MatchingMode mode = matchingMode(items, foreign);
+    // Only of applications that have answered: asking every owner in the bar would take longer than all the rest, and
+    // seconds where one of them hangs.
     if (mode == MatchingMode::perAppCount) MenuBarGeometry::readDrawnTitles(platform, *snapshot, owners(items));
     removeDrawn(items, *snapshot, mode);
     if (isDebugging(platform)) {

@@ -83,9 +83,9 @@ std::string itemTitle(const Accessibility& accessibility, const AccessibilityEle
     return AccessibilityReaders::string(accessibility, element, "AXTitle").value_or("");
 }
 
-/// The slot as an entry whose `isDrawn` is not known yet; nothing for a slot without a frame or a width.
-std::optional<Entry> readSlot(const Accessibility& accessibility, const AccessibilityElement& slot, ProcessID agentPID,
-                              Titles titles) {
+/// The slot as an entry of which only `title` and `isDrawn` are not known yet; nothing for a slot without a frame or a
+/// width.
+std::optional<Entry> readSlot(const Accessibility& accessibility, const AccessibilityElement& slot, ProcessID agentPID) {
     accessibility.setMessagingTimeout(slot, messagingTimeout);
     const auto slotFrame = AccessibilityReaders::frame(accessibility, slot);
     if (!slotFrame || !(slotFrame->size.width > 0)) return std::nullopt;
@@ -94,7 +94,6 @@ std::optional<Entry> readSlot(const Accessibility& accessibility, const Accessib
     entry.frame = *slotFrame;
     if (auto found = foreignElement(accessibility, slot, agentPID, ownerSearchDepth)) {
         entry.owner = found->pid;
-        if (titles == Titles::read) entry.title = itemTitle(accessibility, found->element);
         entry.element = std::move(found->element);
     }
     return entry;
@@ -180,7 +179,7 @@ std::map<ProcessID, int> Snapshot::drawnCountsByPID() const {
     return counts;
 }
 
-std::optional<Snapshot> snapshot(const Platform& platform, Titles titles) {
+std::optional<Snapshot> snapshot(const Platform& platform) {
     const Accessibility& accessibility = platform.accessibility;
     if (!accessibility.isProcessTrusted()) return std::nullopt;
     const auto agentPID = findAgent(platform.workspace);
@@ -199,7 +198,7 @@ std::optional<Snapshot> snapshot(const Platform& platform, Titles titles) {
     Snapshot result{{}, platform.process.processIdentifier()};
     for (const AccessibilityElement& slot : *slots) {
         const auto start = platform.clock.now();
-        auto entry = readSlot(accessibility, slot, *agentPID, titles);
+        auto entry = readSlot(accessibility, slot, *agentPID);
         // An agent that has stopped answering has no frames for the other slots either: not even waiting for them gives the
         // same snapshot.
         if (!entry && platform.clock.now() - start >= messagingTimeout) break;

@@ -27,7 +27,7 @@ struct Entry {
     std::optional<ProcessID> owner;
     /// The owning application's element for the item, the one to press. Absent together with `owner`.
     std::optional<AccessibilityElement> element;
-    /// The item's description or title; empty when it has none or `owner` is absent.
+    /// The item's description or title, as `readDrawnTitles` has read it. Empty before, and when the item has none.
     std::string title;
     /// The frame of the slot, not of the owner's element. Its width is greater than 0.
     Rect frame;
@@ -55,19 +55,15 @@ struct Snapshot {
     [[nodiscard]] std::map<ProcessID, int> drawnCountsByPID() const;
 };
 
-/// Whether a snapshot asks the owner of each item for the item's title, which are requests to as many processes. Without
-/// them titles stay empty.
-enum class Titles { read, leaveOut };
-
-/// Reads the slots once; nothing is cached between calls. Absent when the geometry cannot be had: no trust, no menu bar
-/// agent, or an agent whose window cannot be read. A snapshot may hold no entries.
+/// Reads the slots once, without titles; nothing is cached between calls. Absent when the geometry cannot be had: no trust,
+/// no menu bar agent, or an agent whose window cannot be read. A snapshot may hold no entries.
 ///
 /// Any thread, several at once. Blocks for as long as the requests take, up to 0.5 s for each; an agent that stops answering
 /// is not asked for the other slots, which are then missing.
-[[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform, Titles titles = Titles::read);
+[[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform);
 
-/// Reads the titles that a snapshot left out, of the drawn entries of `owners` only. Any thread; blocks for as long as the
-/// requests take, up to 0.5 s for each and for one item of an owner that has stopped answering.
+/// Reads the titles of the drawn entries of `owners`, whom alone it asks. Any thread; blocks for as long as the requests
+/// take, up to 0.5 s for each and for one item of an owner that has stopped answering.
 void readDrawnTitles(const Platform& platform, Snapshot& snapshot, std::set<ProcessID> owners);
 
 }  // namespace ovin::MenuBarGeometry

@@ -19,6 +19,14 @@ constexpr auto fitCheckDelay = 1500ms;
 constexpr double widthBesideItems = 560;
 constexpr double widthWithoutGeometry = 1960;
 
+/// Discovery runs whatever the geometry says, so that `OVIN_DEBUG` tells what is missing.
+bool everythingFits(const Platform& platform, const std::vector<AppInfo>& apps) {
+    const auto snapshot = MenuBarGeometry::snapshot(platform);
+    const bool isAllDrawn = !snapshot || snapshot->everythingIsDrawn();
+    const bool isNothingMissing = ItemProvider::discoverItems(platform, apps).empty();
+    return isAllDrawn && isNothingMissing;
+}
+
 BeginResult unavailable(const char* text) { return {BeginResult::Outcome::unavailable, text}; }
 
 }  // namespace
@@ -45,7 +53,7 @@ void ArrangeSession::begin(Completion completion) {
 }
 
 ArrangeSession::Findings ArrangeSession::lookAtMenuBar(const Platform& platform, const std::vector<AppInfo>& apps) {
-    const auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
+    const auto snapshot = MenuBarGeometry::snapshot(platform);
     if (!snapshot) return {};
     // What the geometry calls drawn is not believed alone: items may be missing from it altogether.
     const bool allItemsFit = snapshot->everythingIsDrawn() && ItemProvider::discoverItems(platform, apps).empty();
@@ -103,11 +111,8 @@ void ArrangeSession::startFitCheck(Generation::Number expected) {
     if (generation_.number() != expected) return;
     platform_.tasks.start(Tasks::Priority::utility, [platform = platform_, weak = weak_from_this(), expected,
                                                      apps = ItemProvider::snapshotApps(platform_)] {
-        const auto snapshot = MenuBarGeometry::snapshot(platform, MenuBarGeometry::Titles::leaveOut);
-        const bool everythingIsDrawn = !snapshot || snapshot->everythingIsDrawn();
-        const bool everythingFits = ItemProvider::discoverItems(platform, apps).empty() && everythingIsDrawn;
-        platform.mainQueue.async([weak, expected, everythingFits] {
-            if (const auto self = weak.lock()) self->finishFitCheck(expected, everythingFits);
+        platform.mainQueue.async([weak, expected, fits = everythingFits(platform, apps)] {
+            if (const auto self = weak.lock()) self->finishFitCheck(expected, fits);
         });
     });
 }

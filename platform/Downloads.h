@@ -41,7 +41,7 @@ class Downloads {
 public:
     struct Source {
         std::string url;
-        /// Whether plain HTTP will do as long as it leads to this very machine ("127.0.0.1" or "localhost").
+        /// Whether plain HTTP will do where it leads to this very machine (`leadsToThisMachine` in `UrlHost.h`).
         bool mayBePlainOnThisMachine = false;
 
         friend bool operator==(const Source&, const Source&) = default;

@@ -20,9 +20,10 @@ struct FeedItem {
     /// Items of a channel are for those alone who have asked for it.
     std::string channel;
 
+    /// The package, and its length in bytes.
     std::string url;
     std::optional<std::uint64_t> length;
-    /// In base64.
+    /// The package's Ed25519 signature in base64.
     std::string edSignature;
 
     /// HTML, unless they are plain.

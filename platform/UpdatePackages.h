@@ -7,7 +7,7 @@
 
 namespace ovin {
 
-/// The packages that this program is delivered in.
+/// The packages that this program is delivered in. Main thread only, but for what reads or installs a file.
 class UpdatePackages {
 public:
     struct Installation {

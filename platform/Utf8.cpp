@@ -57,6 +57,28 @@ Utf8Character utf8Character(std::string_view text, std::size_t offset) {
     return {codePoint, lead.length, true};
 }
 
+std::string utf8(char32_t codePoint) {
+    std::string bytes;
+    const auto append = [&bytes](char32_t byte) { bytes += static_cast<char>(static_cast<unsigned char>(byte)); };
+    const auto appendRest = [&](unsigned shift) { append(0x80 | (codePoint >> shift & 0x3FU)); };
+    if (codePoint < 0x80) {
+        append(codePoint);
+    } else if (codePoint < 0x800) {
+        append(0xC0 | codePoint >> 6U);
+        appendRest(0);
+    } else if (codePoint < 0x10000) {
+        append(0xE0 | codePoint >> 12U);
+        appendRest(6);
+        appendRest(0);
+    } else {
+        append(0xF0 | codePoint >> 18U);
+        appendRest(12);
+        appendRest(6);
+        appendRest(0);
+    }
+    return bytes;
+}
+
 std::string wellFormedUtf8(std::string_view text) {
     std::string result;
     result.reserve(text.size());

@@ -20,6 +20,9 @@ struct Utf8Character {
 /// character (Unicode Standard, section 3.9: a maximal subpart), so that all worlds count the same in a broken text.
 [[nodiscard]] Utf8Character utf8Character(std::string_view text, std::size_t offset);
 
+/// The bytes of a code point, which is at most U+10FFFF and no surrogate.
+[[nodiscard]] std::string utf8(char32_t codePoint);
+
 /// `text` with U+FFFD in place of each ill-formed sequence, for systems that refuse texts otherwise.
 [[nodiscard]] std::string wellFormedUtf8(std::string_view text);
 

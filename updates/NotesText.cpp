@@ -7,6 +7,8 @@
 #include <optional>
 #include <utility>
 
+#include "platform/Utf8.h"
+
 namespace ovin {
 namespace {
 
@@ -14,32 +16,10 @@ constexpr std::string_view white = " \t\r\n";
 
 bool isWhite(char character) { return white.find(character) != std::string_view::npos; }
 
-std::string lowered(std::string_view text) {
-    std::string result(text);
-    for (char& character : result) {
-        if (character >= 'A' && character <= 'Z') character = static_cast<char>(character + ('a' - 'A'));
-    }
-    return result;
+char lowered(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A')) : character;
 }
 
-void appendCodePoint(std::string& text, std::uint32_t point) {
-    const auto byte = [&text](std::uint32_t bits) { text += static_cast<char>(static_cast<unsigned char>(bits)); };
-    const auto rest = [&](unsigned int shift) { byte(0x80 | ((point >> shift) & 0x3F)); };
-    if (point < 0x80) return byte(point);
-    if (point < 0x800) {
-        byte(0xC0 | (point >> 6));
-    } else if (point < 0x10000) {
-        byte(0xE0 | (point >> 12));
-        rest(6);
-    } else {
-        byte(0xF0 | (point >> 18));
-        rest(12);
-        rest(6);
-    }
-    rest(0);
-}
-
-/// What stands between "&" and ";".
 std::optional<std::string> characterNamed(std::string_view name) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 13> names{{{"amp", "&"},
                                                                                    {"lt", "<"},
@@ -57,19 +37,25 @@ std::optional<std::string> characterNamed(std::string_view name) {
     for (const auto& [known, character] : names) {
         if (known == name) return std::string(character);
     }
-    if (!name.starts_with('#')) return std::nullopt;
-    name.remove_prefix(1);
-    const bool isHexadecimal = name.starts_with('x') || name.starts_with('X');
-    if (isHexadecimal) name.remove_prefix(1);
+    return std::nullopt;
+}
+
+/// `number` is decimal, or hexadecimal behind an "x". Control characters are none.
+std::optional<std::string> characterNumbered(std::string_view number) {
+    const bool isHexadecimal = number.starts_with('x') || number.starts_with('X');
+    if (isHexadecimal) number.remove_prefix(1);
     std::uint32_t point = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), point, isHexadecimal ? 16 : 10);
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), point, isHexadecimal ? 16 : 10);
     const bool isSurrogate = point >= 0xD800 && point <= 0xDFFF;
-    if (error != std::errc() || end != name.data() + name.size() || point < ' ' || point > 0x10FFFF || isSurrogate) {
+    if (error != std::errc() || end != number.data() + number.size() || point < ' ' || point > 0x10FFFF || isSurrogate) {
         return std::nullopt;
     }
-    std::string text;
-    appendCodePoint(text, point);
-    return text;
+    return utf8(point);
+}
+
+/// What stands between "&" and ";".
+std::optional<std::string> readReference(std::string_view reference) {
+    return reference.starts_with('#') ? characterNumbered(reference.substr(1)) : characterNamed(reference);
 }
 
 using Kind = NotesParagraph::Kind;
@@ -119,6 +105,28 @@ private:
     std::size_t size_ = 0;
 };
 
+struct Tag {
+    /// In lower case.
+    std::string name;
+    bool isEnd = false;
+};
+
+/// Whether an element holds what nobody is meant to read.
+bool isHidden(std::string_view name) { return name == "style" || name == "script" || name == "title"; }
+
+/// Whether a tag ends a line and begins nothing: an item or a heading that has no text yet still waits for it, as in
+/// "<li><p>".
+bool endsLine(std::string_view name) { return name == "p" || name == "br" || name == "div"; }
+
+/// What begins with a block; nothing for what stands within a text.
+std::optional<Kind> kindOfBlock(std::string_view name) {
+    constexpr std::array<std::string_view, 8> blocks{"ul", "ol", "hr", "tr", "table", "pre", "body", "head"};
+    if (name == "li") return Kind::listItem;
+    if (name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6') return Kind::heading;
+    if (std::find(blocks.begin(), blocks.end(), name) != blocks.end()) return Kind::text;
+    return std::nullopt;
+}
+
 class Html {
 public:
     explicit Html(std::string_view text) : rest_(text) {}
@@ -131,7 +139,8 @@ public:
 private:
     void step() {
         const char character = rest_.front();
-        if (character == '<') return skipTag();
+        if (rest_.starts_with("<!--")) return skipPast("-->");
+        if (character == '<') return readTag();
         if (character == '&') return readCharacter();
         if (isWhite(character)) {
             found_.appendWhite();
@@ -145,36 +154,40 @@ private:
     void readCharacter() {
         constexpr std::size_t longestName = 10;
         const std::size_t end = rest_.substr(0, longestName).find(';');
-        const auto character = end == std::string_view::npos ? std::nullopt : characterNamed(rest_.substr(1, end - 1));
+        const auto character = end == std::string_view::npos ? std::nullopt : readReference(rest_.substr(1, end - 1));
         found_.append(character.value_or("&"));
         rest_.remove_prefix(character ? end + 1 : 1);
     }
 
-    void skipTag() {
-        if (rest_.starts_with("<!--")) return skipPast("-->");
-        const std::size_t end = std::min(rest_.find('>'), rest_.size());
-        const std::string_view inside = rest_.substr(1, end - 1);
-        const bool isEnd = inside.starts_with('/');
-        const std::string_view tail = inside.substr(isEnd ? 1 : 0);
-        const std::string name = lowered(tail.substr(0, std::min(tail.find_first_of(" \t\r\n/"), tail.size())));
-        rest_.remove_prefix(std::min(end + 1, rest_.size()));
-        if (!isEnd && (name == "style" || name == "script" || name == "title")) return skipPast("</" + name);
-        // Within an item or a heading these begin a line; all others end it.
-        if (name == "p" || name == "br" || name == "div") return found_.end();
-        constexpr std::array<std::string_view, 9> blocks{"ul", "ol", "li", "hr", "tr", "table", "pre", "body", "head"};
-        const bool isHeading = name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6';
-        if (!isHeading && std::find(blocks.begin(), blocks.end(), name) == blocks.end()) return;
-        if (isEnd) return found_.begin(Kind::text);
-        found_.begin(isHeading ? Kind::heading : name == "li" ? Kind::listItem : Kind::text);
+    void readTag() {
+        const Tag tag = takeTag();
+        if (isHidden(tag.name) && !tag.isEnd) return skipElement(tag.name);
+        if (endsLine(tag.name)) return found_.end();
+        if (const auto kind = kindOfBlock(tag.name)) found_.begin(tag.isEnd ? Kind::text : *kind);
     }
 
+    Tag takeTag() {
+        std::string_view inside = rest_.substr(1, std::min(rest_.find('>'), rest_.size()) - 1);
+        skipPast(">");
+        Tag tag;
+        tag.isEnd = inside.starts_with('/');
+        if (tag.isEnd) inside.remove_prefix(1);
+        for (const char character : inside.substr(0, inside.find_first_of(" \t\r\n/"))) tag.name += lowered(character);
+        return tag;
+    }
+
+    void skipElement(const std::string& name) {
+        const std::string end = "</" + name;
+        const auto isSame = [](char actual, char expected) { return lowered(actual) == expected; };
+        const auto* const found = std::search(rest_.begin(), rest_.end(), end.begin(), end.end(), isSame);
+        rest_.remove_prefix(static_cast<std::size_t>(found - rest_.begin()));
+        skipPast(">");
+    }
+
+    /// To the end when there is no such mark.
     void skipPast(std::string_view mark) {
-        const std::size_t found = rest_.find(mark);
-        rest_.remove_prefix(found == std::string_view::npos ? rest_.size() : found + mark.size());
-        if (!mark.starts_with("</")) return;
-        // Of an end tag, the bracket is left.
-        const std::size_t bracket = rest_.find('>');
-        rest_.remove_prefix(bracket == std::string_view::npos ? rest_.size() : bracket + 1);
+        const std::size_t found = std::min(rest_.find(mark), rest_.size());
+        rest_.remove_prefix(std::min(found + mark.size(), rest_.size()));
     }
 
     std::string_view rest_;

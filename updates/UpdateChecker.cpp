@@ -19,9 +19,6 @@ constexpr std::string_view groupKey = "OvinUpdateGroup";
 constexpr const char* versionKey = "CFBundleVersion";
 constexpr const char* shortVersionKey = "CFBundleShortVersionString";
 
-/// A failure that says that nobody was there, rather than that somebody gave no good answer.
-bool isNobody(DownloadFailure failure) { return failure == DownloadFailure::unreachable; }
-
 }  // namespace
 
 UpdateChecker::UpdateChecker(const Platform& platform, const UpdateServices& services, UpdateFramework::Delegate delegate)
@@ -87,7 +84,8 @@ void UpdateChecker::feedRead(const Downloads::Text& result) {
 }
 
 void UpdateChecker::feedFailed(DownloadFailure failure) {
-    if (isNobody(failure)) {
+    // All other failures say that somebody was there, and gave no good answer.
+    if (failure == DownloadFailure::unreachable) {
         schedule_.reachedNobody();
     } else {
         schedule_.reachedSomebody();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/UrlHost.h"
 #include "updates/VersionComparison.h"
 
 namespace ovin {
@@ -14,20 +15,11 @@ constexpr std::uint64_t longestPackage = std::uint64_t{1} << 30;
 
 bool isPlausible(std::uint64_t length) { return length > 0 && length <= longestPackage; }
 
-bool startsWithHost(std::string_view rest, std::string_view host) {
-    if (!rest.starts_with(host)) return false;
-    rest.remove_prefix(host.size());
-    return rest.empty() || rest.front() == '/' || rest.front() == ':';
-}
-
 /// The world looks again, at redirections too; an item that could not be downloaded is not worth an offer.
 bool isSafe(std::string_view url, bool mayReadThisMachine) {
     constexpr std::string_view safe = "https://";
-    constexpr std::string_view plain = "http://";
     if (url.starts_with(safe)) return url.size() > safe.size();
-    if (!mayReadThisMachine || !url.starts_with(plain)) return false;
-    url.remove_prefix(plain.size());
-    return startsWithHost(url, "127.0.0.1") || startsWithHost(url, "localhost");
+    return mayReadThisMachine && url.starts_with("http://") && leadsToThisMachine(url);
 }
 
 bool runsOn(const FeedItem& item, const std::string& system) {

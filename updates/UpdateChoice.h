@@ -14,6 +14,7 @@ namespace ovin {
 /// Who looks for an update, and when.
 struct UpdateSeeker {
     std::string installedVersion;
+    /// Whether plain HTTP will do for packages on this very machine, as those of a test feed.
     bool mayReadThisMachine = false;
     /// A version that the user does not want to hear of, and the group of a phased roll-out, 0 to 6, that the user is in.
     /// For checks that nobody asked for: who asks is told everything.

@@ -11,9 +11,9 @@ namespace ovin {
 /// The one window about updates, which shows one page after the other, and the panel that reminds of one. Main thread only.
 class UpdateWindow {
 public:
-    /// `clicked` is called with the tag of a button, or `closed` once the user has closed the window, and may put window and
-    /// panel away. Everything behind `platform` must
-    /// outlive this object.
+    /// `clicked` is called with the tag of a button, or `UpdatePages::closed` once the user has closed the window, and may
+    /// put window and panel away. Closing the panel is a click on "Later". Everything behind `platform` must outlive this
+    /// object.
     UpdateWindow(const Platform& platform, std::function<void(int tag)> clicked)
         : platform_(platform), clicked_(std::move(clicked)) {}
     UpdateWindow(const UpdateWindow&) = delete;
@@ -22,8 +22,8 @@ public:
 
     /// Shows a page: in front of everything when the window is not open yet, and where it is otherwise.
     void show(const View& page);
+    /// Does nothing while it is not open.
     void bringForward();
-    [[nodiscard]] bool isOpen() const { return window_ != nullptr; }
 
     /// Shows the panel in the top right corner of the screen, without taking the keyboard from anybody.
     void remind(const View& page);

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/UpdateServices.h"
+#include "platform/UrlHost.h"
 #include "platform/memory/SimulatedTime.h"
 
 namespace ovin {
@@ -169,11 +170,8 @@ private:
     };
 
     [[nodiscard]] static bool isSafe(const Source& source) {
-        const auto isOn = [&](const std::string& server) {
-            return source.url == server || source.url.starts_with(server + "/") || source.url.starts_with(server + ":");
-        };
         if (source.url.starts_with("https://")) return true;
-        return source.mayBePlainOnThisMachine && (isOn("http://localhost") || isOn("http://127.0.0.1"));
+        return source.mayBePlainOnThisMachine && source.url.starts_with("http://") && leadsToThisMachine(source.url);
     }
 
     [[nodiscard]] Text answerOf(const Source& source) const {

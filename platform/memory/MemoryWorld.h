@@ -37,19 +37,23 @@ struct MemoryWorld {
     MemoryUpdateFramework updates;
 
     /// This world as the program sees it.
-    [[nodiscard]] Platform platform() { return platform(accessibility, time, time); }
+    [[nodiscard]] Platform platform() { return platform(log); }
+
+    /// The same with another log.
+    [[nodiscard]] Platform platform(SystemLog& otherLog) { return platform(accessibility, time, time, defaults, otherLog); }
 
     /// The same with another store of settings, as a relaunched program finds it.
-    [[nodiscard]] Platform platform(UserDefaults& settings) { return platform(accessibility, time, time, settings); }
+    [[nodiscard]] Platform platform(UserDefaults& settings) { return platform(accessibility, time, time, settings, log); }
 
     /// The same with elements, a clock and tasks that take real time.
     [[nodiscard]] Platform platform(Accessibility& elements, Clock& clock, Tasks& tasks) {
-        return platform(elements, clock, tasks, defaults);
+        return platform(elements, clock, tasks, defaults, log);
     }
 
 private:
-    [[nodiscard]] Platform platform(Accessibility& elements, Clock& clock, Tasks& tasks, UserDefaults& settings) {
-        return {elements,    workspace, displays, settings, process,   text,   log,           clock,     time,   tasks,
+    [[nodiscard]] Platform platform(Accessibility& elements, Clock& clock, Tasks& tasks, UserDefaults& settings,
+                                    SystemLog& lines) {
+        return {elements,    workspace, displays, settings, process,   text,   lines,         clock,     time,   tasks,
                 application, screens,   windows,  events,   statusBar, alerts, launchAtLogin, resources, updates};
     }
 };

@@ -207,7 +207,6 @@ TEST_F(MenuBarGeometryTest, ASlotCarriesTheFrameOfTheSlotAndTheElementOfItsOwner
     const Entry& entry = snapshot->entries[0];
     EXPECT_EQ(entry.owner, 512);
     EXPECT_EQ(entry.element, items[0].element());
-    EXPECT_EQ(entry.title, "Wi-Fi");
     EXPECT_EQ(entry.frame, (Rect{{900, 0}, {31.5, 24}}));
     EXPECT_TRUE(entry.isDrawn);
 }
@@ -244,7 +243,8 @@ TEST_F(MenuBarGeometryTest, AGreatGrandchildIsNotFoundAndTheSlotStaysUnowned) {
     const MemoryElement outer = accessibility.makeElement(MenuBarScene::agentPID);
     outer.setChildren({inner});
     scene.addSlot(0, 20, outer);
-    EXPECT_THAT(scene.snapshot()->entries, ElementsAre(AllOf(Field(&Entry::owner, std::nullopt), Field(&Entry::title, ""))));
+    EXPECT_THAT(scene.snapshot()->entries,
+                ElementsAre(AllOf(Field(&Entry::owner, std::nullopt), Field(&Entry::element, std::nullopt))));
 }
 
 TEST_F(MenuBarGeometryTest, TheFirstForeignElementDepthFirstIsTheOwner) {
@@ -270,13 +270,13 @@ TEST_F(MenuBarGeometryTest, TheDescriptionComesBeforeTheTitle) {
     const auto items = scene.launchWithItems(512, "Net", {"title"});
     scene.addSlot(0, 20, items[0]);
     items[0].set("AXDescription", {std::string("description")});
-    EXPECT_THAT(scene.snapshot()->entries, ElementsAre(Field(&Entry::title, "description")));
+    EXPECT_THAT(scene.snapshotWithTitles()->entries, ElementsAre(Field(&Entry::title, "description")));
     items[0].set("AXDescription", {std::string()});
-    EXPECT_THAT(scene.snapshot()->entries, ElementsAre(Field(&Entry::title, "title")));
+    EXPECT_THAT(scene.snapshotWithTitles()->entries, ElementsAre(Field(&Entry::title, "title")));
     items[0].set("AXDescription", {Point{}});
-    EXPECT_THAT(scene.snapshot()->entries, ElementsAre(Field(&Entry::title, "title")));
+    EXPECT_THAT(scene.snapshotWithTitles()->entries, ElementsAre(Field(&Entry::title, "title")));
     items[0].fail("AXTitle", AccessibilityError::noValue);
-    EXPECT_THAT(scene.snapshot()->entries, ElementsAre(Field(&Entry::title, "")));
+    EXPECT_THAT(scene.snapshotWithTitles()->entries, ElementsAre(Field(&Entry::title, "")));
 }
 
 TEST_F(MenuBarGeometryTest, ASlotWithoutAFrameIsLeftOut) {
@@ -355,7 +355,8 @@ TEST_F(MenuBarGeometryTest, OwnAndUnownedSlotsAreNotForeign) {
     scene.addSlot(30, 20, ownItems[0]);
     scene.addSlot(50, 20);
     scene.addSlot(70, 20, items[0]);
-    EXPECT_THAT(scene.snapshot()->foreign(), ElementsAre(Field(&Entry::title, "b"), Field(&Entry::title, "a")));
+    EXPECT_THAT(scene.snapshot()->foreign(),
+                ElementsAre(Field(&Entry::element, items[1].element()), Field(&Entry::element, items[0].element())));
 }
 
 TEST_F(MenuBarGeometryTest, EverythingIsDrawnWhenOnlyOwnOrUnownedSlotsAreNot) {
@@ -400,7 +401,7 @@ TEST_F(MenuBarGeometryTest, EveryRequestOfASnapshotRunsUnderHalfASecond) {
 
     std::vector<MemoryRequest> requests;
     accessibility.observeRequests([&](const MemoryRequest& request) { requests.push_back(request); });
-    EXPECT_TRUE(scene.snapshot());
+    EXPECT_TRUE(scene.snapshotWithTitles());
     EXPECT_GT(requests.size(), 10u);
     for (const MemoryRequest& request : requests) {
         EXPECT_EQ(request.timeout, 500ms) << request.name;
@@ -420,8 +421,7 @@ TEST_F(MenuBarGeometryTest, RequestsAreSentInTheOrderOfTheSlots) {
     EXPECT_TRUE(scene.snapshot());
     EXPECT_THAT(asked, ElementsAre(Pair(scene.agent(), "AXWindows"), Pair(scene.window(), "AXChildren"),
                                    Pair(owned, "AXPosition"), Pair(owned, "AXSize"), Pair(owned, "AXChildren"),
-                                   Pair(items[0], "AXDescription"), Pair(items[0], "AXTitle"), Pair(unowned, "AXPosition"),
-                                   Pair(unowned, "AXSize"), Pair(unowned, "AXChildren")));
+                                   Pair(unowned, "AXPosition"), Pair(unowned, "AXSize"), Pair(unowned, "AXChildren")));
 }
 
 TEST_F(MenuBarGeometryTest, BothWindowsAreScoredAfreshAtEachComparison) {
@@ -474,24 +474,24 @@ TEST_F(MenuBarGeometryTest, AHungAgentCostsHalfASecond) {
 TEST_F(MenuBarGeometryTest, AnOwnerThatDoesNotAnswerLeavesTheTitleEmpty) {
     scene.draw(scene.launchWithItems(512, "Net", {"Wi-Fi"}));
     accessibility.setHung(512, true);
-    EXPECT_THAT(scene.snapshot()->entries, ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, ""))));
+    EXPECT_THAT(scene.snapshotWithTitles()->entries,
+                ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, ""))));
     EXPECT_EQ(scene.world.time.now(), 1s);
 }
 
-TEST_F(MenuBarGeometryTest, TitlesThatAreLeftOutCostNothing) {
+TEST_F(MenuBarGeometryTest, ASnapshotAsksNoOwner) {
     scene.draw(scene.launchWithItems(512, "Net", {"Wi-Fi"}));
     accessibility.setHung(512, true);
-    const auto snapshot = MenuBarGeometry::snapshot(scene.world.platform(), MenuBarGeometry::Titles::leaveOut);
-    EXPECT_THAT(snapshot->entries, ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, ""))));
+    EXPECT_THAT(scene.snapshot()->entries, ElementsAre(AllOf(Field(&Entry::owner, 512), Field(&Entry::title, ""))));
     EXPECT_EQ(scene.world.time.now(), 0s);
 }
 
-TEST_F(MenuBarGeometryTest, TitlesLeftOutCanBeReadLaterForTheDrawnItemsOfSomeOwners) {
+TEST_F(MenuBarGeometryTest, TitlesAreReadForTheDrawnItemsOfSomeOwners) {
     const auto net = scene.launchWithItems(512, "Net", {"drawn", "hidden"});
     scene.draw({net[0]});
     scene.hide({net[1]});
     scene.draw(scene.launchWithItems(513, "Sound", {"Volume"}));
-    auto snapshot = MenuBarGeometry::snapshot(scene.world.platform(), MenuBarGeometry::Titles::leaveOut);
+    auto snapshot = scene.snapshot();
     MenuBarGeometry::readDrawnTitles(scene.world.platform(), *snapshot, {512, 999});
     EXPECT_THAT(snapshot->entries, ElementsAre(Field(&Entry::title, "drawn"), Field(&Entry::title, ""),
                                                Field(&Entry::title, ""), Field(&Entry::title, "")));

@@ -164,7 +164,7 @@ TEST(RandomBars, ExactlyTheItemsThatThePlainRulesCallUndrawnAreReturned) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Random random(seed);
         RandomBar bar(random);
-        const auto snapshot = bar.scene.snapshot();
+        const auto snapshot = bar.scene.snapshotWithTitles();
         const auto result = bar.scene.discover();
         bar.scene.world.workspace.quit(MenuBarScene::agentPID);
         const auto found = bar.scene.discover();
@@ -214,8 +214,8 @@ TEST(RandomBars, SortingIsStableWhateverTheItems) {
         // Elements are numbered in the order in which they were made.
         for (std::size_t i = 1; i < items.size(); ++i) {
             for (std::size_t j = 0; j < i; ++j) {
-                // Titles move items among the places of their own application, so only its first item keeps its place
-                // with regard to other applications, and only where these are as short.
+                // Among applications whose names sort as the same, titles move items only within their own application's
+                // places: what keeps its order is the items of one application whose titles sort as the same.
                 if (items[j].appName != items[i].appName) continue;
                 if (world.text.compareIgnoringCase(items[j].title, items[i].title) != 0) continue;
                 ASSERT_LT(items[j].element.hash(), items[i].element.hash());

@@ -465,11 +465,8 @@ TEST_F(DisplayWidenerTest, ARecordWithoutADisplayMeansTheDisplayZero) {
 void restoreFrom(const Value& mode, const Value& ofDisplay) {
     MemoryWorld world;
     world.defaults.values = {{modeKey, mode}, {displayKey, ofDisplay}};
-    const Platform p = world.platform();
     LoudLog log;
-    DisplayWidener widener({p.accessibility, p.workspace, p.displays, p.defaults, p.process, p.text, log, p.clock,
-                            p.mainQueue, p.tasks, p.application, p.screens, p.windows, p.events, p.statusBar, p.alerts,
-                            p.launchAtLogin, p.resources, p.updates});
+    DisplayWidener widener(world.platform(log));
     (void)widener.restore();
 }
 

@@ -45,7 +45,7 @@ std::vector<char32_t> codePointsOfTheLibrary(std::string_view text) {
     return result;
 }
 
-TEST(Utf8, EveryCodePointIsReadAsItself) {
+TEST(Utf8, EveryCodePointIsReadAndWrittenAsItself) {
     for (char32_t c = 0; c <= 0x10FFFF; ++c) {
         const std::string text = encoded(c);
         const bool isSurrogate = c >= 0xD800 && c <= 0xDFFF;
@@ -54,6 +54,7 @@ TEST(Utf8, EveryCodePointIsReadAsItself) {
         if (isSurrogate) continue;
         ASSERT_EQ(character.codePoint, c);
         ASSERT_EQ(character.length, text.size());
+        ASSERT_EQ(utf8(c), text);
     }
 }
 

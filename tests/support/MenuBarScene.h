@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -92,6 +93,16 @@ public:
     [[nodiscard]] const MemoryElement& window() const { return *window_; }
 
     [[nodiscard]] std::optional<MenuBarGeometry::Snapshot> snapshot() { return MenuBarGeometry::snapshot(world.platform()); }
+
+    /// With the titles of all drawn items.
+    [[nodiscard]] std::optional<MenuBarGeometry::Snapshot> snapshotWithTitles() {
+        auto result = snapshot();
+        if (!result) return result;
+        std::set<ProcessID> owners;
+        for (const auto& entry : result->foreign()) owners.insert(*entry.owner);
+        MenuBarGeometry::readDrawnTitles(world.platform(), *result, std::move(owners));
+        return result;
+    }
 
     [[nodiscard]] std::vector<DiscoveredItem> discover() {
         return ItemProvider::discoverItems(world.platform(), ItemProvider::snapshotApps(world.platform()));

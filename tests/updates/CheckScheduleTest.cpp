@@ -151,16 +151,13 @@ TEST_F(CheckScheduleTest, ACheckWhoseDateCannotBeStoredIsRefusedForADay) {
 }
 
 TEST_F(CheckScheduleTest, WithoutANetworkAttemptsBecomeRarer) {
-    std::chrono::seconds last = 0s;
     for (const std::chrono::seconds wait : {900s, 1800s, 3600s, 7200s, 14400s, 28800s, 57600s, 86400s, 86400s}) {
         EXPECT_EQ(untilNext(), 0s);
         EXPECT_TRUE(schedule->begin());
         schedule->reachedNobody();
         EXPECT_EQ(untilNext(), wait);
         time.advance(wait);
-        last = wait;
     }
-    EXPECT_EQ(last, 24h);
     check();
     EXPECT_EQ(untilNext(), 24h);
     time.advance(24h);

@@ -45,6 +45,7 @@ TEST(NotesText, CharactersMayBeNamed) {
 
 TEST(NotesText, WhatNobodyIsMeantToReadIsLeftOut) {
     EXPECT_THAT(html("<style>p { x }</style>a<!-- <p>b</p> --><SCRIPT src='x'>alert('c')</script >d"), ElementsAre("ad"));
+    EXPECT_THAT(html("<STYLE>p { x }</STYLE>a<script>alert('b')</Script>c"), ElementsAre("ac"));
 }
 
 TEST(NotesText, HalfATagIsNoText) {

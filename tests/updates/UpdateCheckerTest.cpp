@@ -27,6 +27,9 @@ const std::string feedURL(deployment::feedURL);
 const std::string packageURL = "https://ovin.example/ovin-2.package";
 const std::string content = "the new program";
 const std::string signature = std::string(86, 's') + "==";
+constexpr DownloadFailure everyFailure[] = {
+    DownloadFailure::unreachable, DownloadFailure::untrusted, DownloadFailure::insecure, DownloadFailure::refused,
+    DownloadFailure::tooLong,     DownloadFailure::tooShort,  DownloadFailure::noRoom,   DownloadFailure::unwritable};
 
 /// An Ovin 1.0 whose feed offers 2.0.
 class UpdateCheckerTest : public testing::Test {
@@ -209,9 +212,7 @@ TEST_F(UpdateCheckerTest, OfflineItTriesAgainMoreAndMoreRarelyAndSilently) {
 }
 
 TEST_F(UpdateCheckerTest, AnUnaskedCheckIsSilentWhateverIsWrong) {
-    for (const auto failure :
-         {DownloadFailure::unreachable, DownloadFailure::untrusted, DownloadFailure::insecure, DownloadFailure::refused,
-          DownloadFailure::tooLong, DownloadFailure::tooShort, DownloadFailure::noRoom, DownloadFailure::unwritable}) {
+    for (const auto failure : everyFailure) {
         world.defaults.values.clear();
         services.downloads.answers[feedURL] = failure;
         start();
@@ -229,9 +230,7 @@ TEST_F(UpdateCheckerTest, AnUnaskedCheckIsSilentWhateverIsWrong) {
 TEST_F(UpdateCheckerTest, WhoAsksIsToldOfEveryFailureInOneMessage) {
     startChecked();
     std::vector<std::string> explanations;
-    for (const auto failure :
-         {DownloadFailure::unreachable, DownloadFailure::untrusted, DownloadFailure::insecure, DownloadFailure::refused,
-          DownloadFailure::tooLong, DownloadFailure::tooShort, DownloadFailure::noRoom, DownloadFailure::unwritable}) {
+    for (const auto failure : everyFailure) {
         services.downloads.answers[feedURL] = failure;
         world.alerts.shown.clear();
         ask();

@@ -50,13 +50,9 @@ TEST_F(UpdateChoiceTest, NothingOlderOrEqualIsChosen) {
 TEST_F(UpdateChoiceTest, UnsignedOnesAreNeverChosen) {
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.edSignature.clear(); }), "");
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.edSignature.pop_back(); }), "");
-    EXPECT_EQ(chosen({item("6"),
-                      [] {
-                          FeedItem one = item("7");
-                          one.edSignature.clear();
-                          return one;
-                      }()}),
-              "6");
+    FeedItem newest = item("7");
+    newest.edSignature.clear();
+    EXPECT_EQ(chosen({item("6"), newest}), "6");
 }
 
 TEST_F(UpdateChoiceTest, OnesWithoutAPlausibleLengthAreNeverChosen) {
@@ -101,6 +97,7 @@ TEST_F(UpdateChoiceTest, ATestFeedMayLeadToThisMachineAndNoFurther) {
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://localhost/a.package"; }), "6");
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://localhost.example/a.package"; }), "");
     EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://127.0.0.1@ovin.example/a.package"; }), "");
+    EXPECT_EQ(chosenWith([](FeedItem& one) { one.url = "http://localhost:80@ovin.example/a.package"; }), "");
 }
 
 TEST_F(UpdateChoiceTest, ASkippedVersionIsNotOfferedUnasked) {

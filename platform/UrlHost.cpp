@@ -1,4 +1,4 @@
-#include "app/FeedAddress.h"
+#include "platform/UrlHost.h"
 
 #include <algorithm>
 
@@ -41,7 +41,7 @@ std::optional<std::string_view> urlHost(std::string_view url) {
     return host;
 }
 
-bool isLoopbackFeed(std::string_view url) {
+bool leadsToThisMachine(std::string_view url) {
     const auto host = urlHost(url);
     return host == "127.0.0.1" || host == "localhost";
 }

@@ -11,7 +11,7 @@ namespace ovin {
 /// read.
 [[nodiscard]] std::optional<std::string_view> urlHost(std::string_view url);
 
-/// Whether a feed may be read from there for tests: from this very machine alone.
-[[nodiscard]] bool isLoopbackFeed(std::string_view url);
+/// Whether a URL leads to this very machine: whether its host is "127.0.0.1" or "localhost", written exactly so.
+[[nodiscard]] bool leadsToThisMachine(std::string_view url);
 
 }  // namespace ovin
