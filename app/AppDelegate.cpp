@@ -15,9 +15,11 @@ constexpr std::string_view arrangeWindowPreview = "OVIN_TEST_ARRANGE_WINDOW";
 constexpr std::string_view aboutPreview = "OVIN_TEST_ABOUT";
 constexpr std::string_view guidePreview = "OVIN_TEST_GUIDE";
 
-/// The number that is the whole of `text`, in the notation of the C language whatever the user's language; 1 for any other
-/// text.
+/// The decimal number that is the whole of `text`, in the notation of the C language whatever the user's language; 1 for any
+/// other text.
 double scaleIn(const std::string& text) {
+    // Standard libraries differ in what else they take for a number: hexadecimal ones, infinity.
+    if (text.find_first_not_of("0123456789+-.eE") != std::string::npos) return 1;
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     double scale = 1;

@@ -41,7 +41,7 @@ void QtApplication::endWith(TerminationSignal& signals) {
 
 /// Without the bus there are no items to show and no way to be asked for anything; the displays can still be put back.
 void QtApplication::sessionBusDisconnected() {
-    qWarning("The session bus is gone");
+    qWarning("Ovin: the session bus is gone");
     terminate();
 }
 

@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QScreen>
 #include <QtEndian>
 #include <array>
@@ -73,7 +74,7 @@ QtStatusItem::QtStatusItem(const QtScreens& screens) : screens_(screens), object
     object_.activated = [this](int x, int y) { clicked(StatusItemClick::leftMouseUp, x, y); };
     object_.contextMenuRequested = [this](int x, int y) { clicked(StatusItemClick::rightMouseUp, x, y); };
     release_.setSingleShot(true);
-    connect(&release_, &QTimer::timeout, this, &QtStatusItem::deliverClick);
+    connect(&release_, &QTimer::timeout, this, &QtStatusItem::deliverClicks);
     qGuiApp->installEventFilter(this);
     enter();
 }
@@ -153,17 +154,23 @@ bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
 /// a menu could have neither it nor the keyboard.
 void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
     position_ = fromServer({x, y});
-    click_ = click;
+    // A menu that has not opened yet need not: this press would have closed it.
+    if (!clicks_.empty() && clicks_.back() == StatusItemClick::rightMouseUp) clicks_.pop_back();
+    clicks_.push_back(click);
     release_.start(0);
 }
 
-void QtStatusItem::deliverClick() {
+void QtStatusItem::deliverClicks() {
     // Told of the release, one does not wait for the next look; but it may have come before one could be told.
     if (!releases_ && isMouseButtonDown())
         releases_ = RawButtons::listen(RawButtons::Event::release, [this] { release_.start(0); });
     if (isMouseButtonDown()) return release_.start(releaseInterval);
     releases_.reset();
-    if (handler_) handler_(click_);
+    const QPointer<QtStatusItem> self = this;
+    for (const StatusItemClick click : std::exchange(clicks_, {})) {
+        // From a copy, because the item may go meanwhile.
+        if (const auto handler = self ? handler_ : nullptr) handler(click);
+    }
 }
 
 std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() { return std::make_unique<QtStatusItem>(screens_); }

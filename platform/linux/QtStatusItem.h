@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/StatusItem.h"
 #include "platform/linux/QtScreens.h"
@@ -17,7 +18,8 @@
 namespace ovin {
 
 /// This program's status item. It registers with the session's watcher, and again with every new one. Assistive programs
-/// press it by way of the bar, which makes that a left click. Until the first click nobody has said where it is.
+/// press it by way of the bar, which makes that a left click. Until the first click nobody has said where it is. Clicks that
+/// come faster than they are dealt with count one by one, but for a right click that another one follows at once.
 class QtStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
@@ -46,7 +48,7 @@ private:
     void show(Picture picture, const std::string& description);
     void draw();
     void clicked(StatusItemClick click, int x, int y);
-    void deliverClick();
+    void deliverClicks();
 
     const QtScreens& screens_;
     StatusNotifierObject object_;
@@ -56,8 +58,8 @@ private:
     QtStatusMenu menu_;
     /// Where the last click was, in the toolkit's coordinates.
     std::optional<QPoint> position_;
-    /// The click whose button is still held down.
-    StatusItemClick click_ = StatusItemClick::other;
+    /// Those that have not been delivered, in their order. The button of the last one may still be held down.
+    std::vector<StatusItemClick> clicks_;
     QTimer release_;
     /// Tells of that button's release; null while no button is down, and where the X server does not tell.
     std::unique_ptr<RawButtons> releases_;

@@ -3,6 +3,7 @@
 #import <Foundation/Foundation.h>
 #import <Sparkle/Sparkle.h>
 
+#include <cstdlib>
 #include <utility>
 
 #include "platform/macos/CallBack.h"
@@ -53,6 +54,8 @@ NS_ASSUME_NONNULL_END
     (void)handleShowingUpdate;
     (void)update;
     (void)state;
+    // The framework promises the main thread, which owns all that the delegate touches.
+    if (!NSThread.isMainThread) std::abort();
     if (_delegate.willHandleShowingUpdate) ovin::callBack(_delegate.willHandleShowingUpdate);
 }
 

@@ -48,9 +48,10 @@ protected:
 // Previews
 
 TEST_F(AppDelegateTest, TheArrangeWindowPreviewTakesItsScaleFromTheVariable) {
-    const std::vector<std::pair<std::string, double>> scales{{"1.5", 1.5}, {"2", 2},    {"1.25e0", 1.25}, {"abc", 1},
-                                                             {"", 1},      {"1.5x", 1}, {" 1.5", 1},      {"1.5 ", 1},
-                                                             {"1,5", 1},   {"-3", 1},   {"9", 2.2},       {"1e999", 1}};
+    const std::vector<std::pair<std::string, double>> scales{
+        {"1.5", 1.5}, {"2", 2},    {"1.25e0", 1.25}, {"abc", 1}, {"", 1},    {"1.5x", 1},
+        {" 1.5", 1},  {"1.5 ", 1}, {"1,5", 1},       {"-3", 1},  {"9", 2.2}, {"1e999", 1},
+        {"0x2", 1},   {"inf", 1},  {"nan", 1},       {"2e", 1},  {"+2", 2}};
     for (const auto& [value, scale] : scales) {
         set("OVIN_TEST_ARRANGE_WINDOW", value);
         launch();
@@ -167,6 +168,24 @@ TEST_F(AppDelegateTest, TheItemIsInTheBarAndUpdatesAreChecked) {
     EXPECT_EQ(world.updates.checkCount, 0);
 }
 
+TEST_F(AppDelegateTest, EveryValueOfASwitchSetsItAlsoOneThatSoundsLikeNo) {
+    for (const std::string value : {"", "0", "no", "false", "off"}) {
+        set("OVIN_TEST_ABOUT", value);
+        launch();
+        EXPECT_THAT(windows(), SizeIs(1)) << value;
+        expectPreviewAlone();
+        world.process.setEnvironment("OVIN_TEST_ABOUT", std::nullopt);
+
+        const int checks = world.updates.checkCount;
+        set("OVIN_TEST_UPDATE", value);
+        launch();
+        EXPECT_EQ(world.updates.checkCount, checks + 1) << value;
+        world.process.setEnvironment("OVIN_TEST_UPDATE", std::nullopt);
+        delegate.reset();
+        world.updates.startCount = 0;
+    }
+}
+
 TEST_F(AppDelegateTest, AnInterruptedWideningIsUndoneAtLaunch) {
     world.defaults.values["OvinOriginalDisplayModeID"] = std::int64_t{1};
     world.defaults.values["OvinOriginalDisplayID"] = std::int64_t{1};
@@ -174,6 +193,24 @@ TEST_F(AppDelegateTest, AnInterruptedWideningIsUndoneAtLaunch) {
     launch();
     EXPECT_EQ(currentMode(), usualMode);
     EXPECT_FALSE(world.defaults.values.contains("OvinOriginalDisplayModeID"));
+}
+
+TEST_F(AppDelegateTest, AWideningIsUndoneOnceTheItemIsInTheBarAndUpdatesAreScheduledAndBeforeAnythingIsShown) {
+    world.defaults.values["OvinEngineState"] = std::string("old");
+    world.defaults.values["OvinOriginalDisplayModeID"] = std::int64_t{1};
+    world.defaults.values["OvinOriginalDisplayID"] = std::int64_t{1};
+    world.displays.displays.front().current = widerMode;
+    world.displays.onEffect = [this](EffectMoment) {
+        EXPECT_FALSE(world.defaults.values.contains("OvinEngineState"));
+        EXPECT_EQ(world.statusBar.itemCount, 1);
+        EXPECT_EQ(world.updates.startCount, 1);
+        EXPECT_EQ(world.updates.checkCount, 0);
+        EXPECT_THAT(windows(), IsEmpty());
+    };
+    set("OVIN_TEST_UPDATE");
+    launch();
+    EXPECT_EQ(currentMode(), usualMode);
+    EXPECT_EQ(world.updates.checkCount, 1);
 }
 
 TEST_F(AppDelegateTest, TheGuideIsShownAtTheFirstLaunchOnly) {

@@ -261,6 +261,19 @@ TEST_F(ControlItemTest, ClosingTheCardFinishes) {
     EXPECT_EQ(currentMode(), usualMode);
 }
 
+TEST_F(ControlItemTest, TheCardGoesBeforeTheDisplayChangesBackAndTheIconComesAfterwards) {
+    organize();
+    int switches = 0;
+    world.displays.onEffect = [&](EffectMoment moment) {
+        if (moment == EffectMoment::before) ++switches;
+        EXPECT_FALSE(isCardShown());
+        EXPECT_EQ(item.symbol, "checkmark.circle.fill");
+    };
+    leftClick();
+    EXPECT_EQ(switches, 1);
+    EXPECT_EQ(item.symbol, "");
+}
+
 TEST_F(ControlItemTest, AfterOrganizingTheLedgeIsReadAnew) {
     organize();
     world.time.runUntilIdle();

@@ -305,7 +305,7 @@ class TheEnd(ApplicationTestCase):
         self.assertTrue(becomes(owned))
         bus.kill()
         self.assertEnds(ovin)
-        self.assertIn("The session bus is gone", ovin.stderr.read())
+        self.assertIn("Ovin: the session bus is gone\n", ovin.stderr.read())
 
     def testWithoutASessionBusItSaysSo(self):
         ovin = self.startOvin(DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent/bus")

@@ -7,7 +7,10 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QElapsedTimer>
+#include <QThread>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/DBusCall.h"
@@ -56,6 +59,16 @@ protected:
     void press(const QString& method) {
         EXPECT_EQ(ask(interfaceName, method, {30, 40}).type(), QDBusMessage::ReplyMessage);
         QCoreApplication::processEvents();
+    }
+
+    /// The item finds them all when it looks next.
+    void pressAtOnce(const std::vector<StatusItemClick>& presses) {
+        const QString item = service();
+        for (const StatusItemClick press : presses) {
+            const QString method = press == StatusItemClick::rightMouseUp ? "ContextMenu" : "Activate";
+            static_cast<void>(bar.asyncCall(dbusCall(item, "/StatusNotifierItem", interfaceName, method, {30, 40})));
+        }
+        QThread::msleep(200);
     }
 };
 
@@ -128,6 +141,37 @@ TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
     press("ContextMenu");
     EXPECT_TRUE(becomes([this] { return clicks.size() == 2; }));
     EXPECT_EQ(clicks, (std::vector{StatusItemClick::leftMouseUp, StatusItemClick::rightMouseUp}));
+}
+
+TEST_F(QtStatusItemTest, ClicksThatComeAtOnceAreDeliveredOneByOneAndAMenuOnlyForTheLast) {
+    constexpr auto left = StatusItemClick::leftMouseUp;
+    constexpr auto right = StatusItemClick::rightMouseUp;
+    const std::vector<std::pair<std::vector<StatusItemClick>, std::vector<StatusItemClick>>> cases{
+        {{left, left, left}, {left, left, left}},
+        {{left, right}, {left, right}},
+        {{right, left, left}, {left, left}},
+        {{right, right}, {right}}};
+    QtStatusItem item(screens);
+    item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
+    for (const auto& [made, delivered] : cases) {
+        clicks.clear();
+        pressAtOnce(made);
+        EXPECT_TRUE(becomes([this, &expected = delivered] { return clicks.size() >= expected.size(); }));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(clicks, delivered);
+    }
+}
+
+TEST_F(QtStatusItemTest, AClickMayDestroyTheItemAndTheNextOneIsForgotten) {
+    auto item = std::make_unique<QtStatusItem>(screens);
+    item->onClick([&](StatusItemClick click) {
+        clicks.push_back(click);
+        item.reset();
+    });
+    pressAtOnce({StatusItemClick::leftMouseUp, StatusItemClick::leftMouseUp});
+    EXPECT_TRUE(becomes([&] { return !item; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(clicks.size(), 1u);
 }
 
 TEST_F(QtStatusItemTest, ItsScreenIsKnownFromTheFirstClickOn) {
