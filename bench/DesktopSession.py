@@ -15,12 +15,6 @@ DISCOVERY = re.compile(r"discovery: (\d+) undrawn items")
 LATENCY = re.compile(r"^\d+\.\d+$")
 
 
-def setAccessibility():
-    subprocess.run(["gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus", "--method",
-                    "org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled", "<true>"],
-                   check=True, stdout=subprocess.DEVNULL, timeout=BOUND)
-
-
 # An assistive program that is listening makes every other one tell it what it shows, so this one ends before anything is
 # measured.
 FIND_SLOT = """
@@ -59,7 +53,6 @@ class Session:
     def __init__(self, ovin, statusItem):
         if "OVIN_DESKTOP_PIDS" not in os.environ:
             sys.exit("to be run within desktop/private-desktop")
-        setAccessibility()
         self.statusItem = statusItem
         self.items = []
         self.log = open(os.path.join(os.environ["OVIN_DESKTOP_DIR"], "ovin-log"), "w+", encoding="utf-8")

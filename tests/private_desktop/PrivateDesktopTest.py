@@ -216,6 +216,12 @@ class TheBuses(PrivateDesktopTestCase):
                                              "/org/a11y/bus", "--method", "org.a11y.Bus.GetAddress").stdout
         self.assertIn("unix:", answer)
 
+    def testProgramsMayReadWhatOthersShow(self):
+        answer = Desktop(self, "--bare").run("gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path",
+                                             "/org/a11y/bus", "--method", "org.freedesktop.DBus.Properties.Get",
+                                             "org.a11y.Status", "IsEnabled").stdout
+        self.assertEqual(answer, "(<true>,)\n")
+
     def testABareDesktopHasNoWatcher(self):
         desktop = Desktop(self, "--bare", OVIN_MENU_BAR_AGENT=AGENT)
         self.assertNotIn("StatusNotifierWatcher", self.names(desktop))
