@@ -24,8 +24,8 @@ def pidOf(piece):
 
 
 def registered(reader, count, bound=BOUND):
-    """How many of so many status items come to write to a pipe that they have registered: fewer when one of them takes longer
-    than the bound, or all have ended."""
+    """How many of so many status items come to write to a pipe that they have registered: fewer when one of them takes
+    longer than the bound, or all have ended."""
     total = 0
     while total < count and select.select([reader], [], [], bound)[0]:
         received = len(os.read(reader, 4096))

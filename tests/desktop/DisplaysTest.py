@@ -9,7 +9,6 @@ import signal
 import subprocess
 import sys
 import threading
-import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "desktop"))
