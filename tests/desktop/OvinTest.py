@@ -35,6 +35,12 @@ def click(x, y, button=1):
     run("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
 
+def heedSignals():
+    """Tests that run under nohup, or in the background of a shell, ignore some; what they start would ignore them as well."""
+    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+        signal.signal(number, signal.SIG_DFL)
+
+
 def isSanitized():
     with open(OVIN, "rb") as file:
         content = file.read()
@@ -196,7 +202,8 @@ class ApplicationTestCase(unittest.TestCase):
         return window
 
     def startOvin(self, *arguments, **environment):
-        process = subprocess.Popen([OVIN, *arguments], env=dict(os.environ, **environment), stderr=subprocess.PIPE, text=True)
+        process = subprocess.Popen([OVIN, *arguments], env=dict(os.environ, **environment), stderr=subprocess.PIPE, text=True,
+                                   preexec_fn=heedSignals)
         self.addCleanup(process.stderr.close)
         self.addCleanup(process.wait, BOUND)
         self.addCleanup(process.kill)
