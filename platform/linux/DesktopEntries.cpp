@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/DesktopEntryText.h"
 #include "platform/linux/Environment.h"
 
 namespace ovin {
@@ -30,13 +31,11 @@ std::vector<std::string> splitPaths(const std::string& list) {
     return paths;
 }
 
-/// The name of the program that a command line starts, without its folder. Words in quotes and variables before the program
-/// are as rare in entries as they are legal.
+/// The name of the program that a command line starts, without its folder. Variables before the program are as rare in
+/// entries as they are legal.
 std::string executableOf(std::string_view command) {
-    command = trimmed(command);
-    if (command.starts_with('"')) command = command.substr(1, command.find('"', 1) - 1);
-    const std::string_view program = command.substr(0, command.find(' '));
-    return std::string(program.substr(program.rfind('/') + 1));
+    const std::string program = programOfExec(command);
+    return program.substr(program.rfind('/') + 1);
 }
 
 /// "de_DE.UTF-8@euro" is tried as "de_DE" and then as "de"; without either the untranslated value counts.
@@ -50,14 +49,8 @@ std::string localizedValue(const Group& group, const std::string& key, const std
     return value == group.end() ? std::string() : value->second;
 }
 
-Group readGroup(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return desktopEntryGroup(std::string(std::istreambuf_iterator<char>(file), {}));
-}
-
-}  // namespace
-
-Group desktopEntryGroup(std::string_view text) {
+/// What stands in the group "Desktop Entry".
+Group groupIn(std::string_view text) {
     Group group;
     bool isInGroup = false;
     while (!text.empty()) {
@@ -72,6 +65,13 @@ Group desktopEntryGroup(std::string_view text) {
     return group;
 }
 
+Group readGroup(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return groupIn(std::string(std::istreambuf_iterator<char>(file), {}));
+}
+
+}  // namespace
+
 DesktopEntries::DesktopEntries(const std::vector<std::string>& dataFolders, const std::string& language) {
     for (const std::string& folder : dataFolders) {
         std::error_code error;
@@ -80,8 +80,10 @@ DesktopEntries::DesktopEntries(const std::vector<std::string>& dataFolders, cons
             if (files->path().extension() != ".desktop") continue;
             const Group group = readGroup(files->path());
             const auto command = group.find("Exec");
-            if (command == group.end()) continue;
-            byExecutable_.emplace(executableOf(command->second),
+            const std::string executable = command == group.end() ? std::string() : executableOf(command->second);
+            // A process whose program is not to be known is none of these.
+            if (executable.empty()) continue;
+            byExecutable_.emplace(executable,
                                   DesktopEntry{files->path().stem().string(), localizedValue(group, "Name", language),
                                                localizedValue(group, "Icon", language)});
         }

@@ -3,7 +3,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace ovin {
@@ -37,8 +36,5 @@ private:
 
 /// The language of messages, from the environment.
 [[nodiscard]] std::string messageLanguage();
-
-/// One entry: what stands in the group "Desktop Entry" of a file, as name and value. Exposed for tests.
-[[nodiscard]] std::map<std::string, std::string> desktopEntryGroup(std::string_view text);
 
 }  // namespace ovin
