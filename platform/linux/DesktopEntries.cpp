@@ -1,7 +1,6 @@
 #include "platform/linux/DesktopEntries.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -9,6 +8,7 @@
 
 #include "platform/linux/DesktopEntryText.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/XdgFolders.h"
 
 namespace ovin {
 namespace {
@@ -19,16 +19,6 @@ std::string_view trimmed(std::string_view text) {
     const std::size_t start = text.find_first_not_of(" \t\r");
     if (start == std::string_view::npos) return {};
     return text.substr(start, text.find_last_not_of(" \t\r") - start + 1);
-}
-
-std::vector<std::string> splitPaths(const std::string& list) {
-    std::vector<std::string> paths;
-    for (std::size_t start = 0; start <= list.size();) {
-        const std::size_t end = std::min(list.find(':', start), list.size());
-        if (end > start) paths.push_back(list.substr(start, end - start));
-        start = end + 1;
-    }
-    return paths;
 }
 
 /// The name of the program that a command line starts, without its folder. Variables before the program are as rare in
@@ -72,10 +62,10 @@ Group readGroup(const std::filesystem::path& path) {
 
 }  // namespace
 
-DesktopEntries::DesktopEntries(const std::vector<std::string>& dataFolders, const std::string& language) {
-    for (const std::string& folder : dataFolders) {
+DesktopEntries::DesktopEntries(const std::vector<std::filesystem::path>& dataFolders, const std::string& language) {
+    for (const std::filesystem::path& folder : dataFolders) {
         std::error_code error;
-        std::filesystem::directory_iterator files(std::filesystem::path(folder) / "applications", error);
+        std::filesystem::directory_iterator files(folder / "applications", error);
         for (; !error && files != std::filesystem::directory_iterator(); files.increment(error)) {
             if (files->path().extension() != ".desktop") continue;
             const Group group = readGroup(files->path());
@@ -96,13 +86,9 @@ std::optional<DesktopEntry> DesktopEntries::entryFor(const std::string& executab
     return found->second;
 }
 
-std::vector<std::string> dataFolders() {
-    const std::string home = environmentVariable("XDG_DATA_HOME").value_or("");
-    std::vector<std::string> folders{!home.empty() ? home : environmentVariable("HOME").value_or("") + "/.local/share"};
-    const std::string system = environmentVariable("XDG_DATA_DIRS").value_or("");
-    for (std::string& folder : splitPaths(!system.empty() ? system : "/usr/local/share:/usr/share")) {
-        folders.push_back(std::move(folder));
-    }
+std::vector<std::filesystem::path> dataFolders() {
+    auto folders = systemFolders("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
+    folders.insert(folders.begin(), userFolder("XDG_DATA_HOME", ".local/share"));
     return folders;
 }
 
