@@ -11,30 +11,27 @@
 //
 // only clicks.
 
+#include <poll.h>
 #include <xcb/damage.h>
-#include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
 
-#include <poll.h>
+#include "platform/linux/Xcb.h"
 
 namespace {
 
+using ovin::FromXcb;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 using namespace std::chrono_literals;
-
-template <typename Value>
-using FromXcb = std::unique_ptr<Value, decltype(&std::free)>;
 
 /// No window of Ovin's is above this line, and no picture of the bar's below it.
 constexpr std::int16_t barBottom = 30;
@@ -52,8 +49,8 @@ public:
     Probe() : connection_(xcb_connect(nullptr, nullptr)) {
         if (xcb_connection_has_error(connection_) != 0) fail("no X server");
         screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
-        const FromXcb<xcb_damage_query_version_reply_t> version(
-            xcb_damage_query_version_reply(connection_, xcb_damage_query_version(connection_, 1, 1), nullptr), &std::free);
+        const FromXcb<xcb_damage_query_version_reply_t> version{
+            xcb_damage_query_version_reply(connection_, xcb_damage_query_version(connection_, 1, 1), nullptr)};
         if (!version) fail("the X server does not tell of damage");
         // Of everything that is drawn on the screen, windows of others included.
         xcb_damage_create(connection_, xcb_generate_id(connection_), screen_->root, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
@@ -115,19 +112,17 @@ private:
     }
 
     FromXcb<xcb_get_image_reply_t> read(Place place, std::uint16_t width, std::uint16_t height) {
-        FromXcb<xcb_get_image_reply_t> image(
-            xcb_get_image_reply(
-                connection_,
-                xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, screen_->root, place.x, place.y, width, height, ~0U),
-                nullptr),
-            &std::free);
+        FromXcb<xcb_get_image_reply_t> image{xcb_get_image_reply(
+            connection_,
+            xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, screen_->root, place.x, place.y, width, height, ~0U),
+            nullptr)};
         if (!image) fail("the screen cannot be read");
         return image;
     }
 
     bool takeEvents() {
         bool isAny = false;
-        while (const FromXcb<xcb_generic_event_t> event{xcb_poll_for_event(connection_), &std::free}) isAny = true;
+        while (const FromXcb<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) isAny = true;
         return isAny;
     }
 

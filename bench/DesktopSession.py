@@ -2,30 +2,17 @@
 
 import os
 import re
-import select
 import subprocess
 import sys
 import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.realpath(__file__)), "..", "desktop"))
+from PrivateDesktop import becomes, registered  # noqa: E402
 
 BOUND = 60.0  # seconds; reached only by what is broken
 COLOUR = "c01090"
 DISCOVERY = re.compile(r"discovery: (\d+) undrawn items")
 LATENCY = re.compile(r"^\d+\.\d+$")
-
-
-def becomes(condition, bound=BOUND):
-    deadline = time.monotonic() + bound
-    while not condition():
-        if time.monotonic() > deadline:
-            return False
-        time.sleep(0.02)
-    return True
-
-
-def setAccessibility():
-    subprocess.run(["gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus", "--method",
-                    "org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled", "<true>"],
-                   check=True, stdout=subprocess.DEVNULL, timeout=BOUND)
 
 
 # An assistive program that is listening makes every other one tell it what it shows, so this one ends before anything is
@@ -66,7 +53,6 @@ class Session:
     def __init__(self, ovin, statusItem):
         if "OVIN_DESKTOP_PIDS" not in os.environ:
             sys.exit("to be run within desktop/private-desktop")
-        setAccessibility()
         self.statusItem = statusItem
         self.items = []
         self.log = open(os.path.join(os.environ["OVIN_DESKTOP_DIR"], "ovin-log"), "w+", encoding="utf-8")
@@ -78,7 +64,7 @@ class Session:
             self.place = slot()
             return self.place is not None
 
-        if not becomes(isShown):
+        if not becomes(isShown, BOUND):
             sys.exit("the bar does not show Ovin's item")
 
     def discoveries(self):
@@ -86,7 +72,7 @@ class Session:
         self.log.seek(0)
         return [int(count) for count in DISCOVERY.findall(self.log.read())]
 
-    def startItems(self, count, wait=True):
+    def startItems(self, count):
         """Starts so many programs more with an item each."""
         reader, writer = os.pipe()
         first = len(self.items) + 1
@@ -96,11 +82,8 @@ class Session:
                  "--menu", "Alpha,Beta", "--item-is-menu", "false", "--ready-fd", str(writer)],
                 stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, pass_fds=[writer]))
         os.close(writer)
-        registered = 0
-        while wait and registered < count:
-            if not select.select([reader], [], [], BOUND)[0]:
-                sys.exit("the items do not register")
-            registered += len(os.read(reader, 4096))
+        if registered(reader, count, BOUND) < count:
+            sys.exit("the items do not register")
         os.close(reader)
 
     def showUndrawn(self, count):
@@ -109,7 +92,7 @@ class Session:
         while missing > 0:
             before = len(self.discoveries())
             self.startItems(missing)
-            if not becomes(lambda: len(self.discoveries()) > before):
+            if not becomes(lambda: len(self.discoveries()) > before, BOUND):
                 sys.exit("Ovin discovers nothing")
             time.sleep(3)  # any discovery that was to follow has
             missing = count - self.discoveries()[-1]

@@ -20,8 +20,8 @@ QString applicationName(xcb_window_t window) {
 
 }  // namespace
 
-ActiveApplication::ActiveApplication(QObject* parent)
-    : QObject(parent), root_(X11Properties::rootWindow()), activeWindow_(X11Properties::atom("_NET_ACTIVE_WINDOW")) {
+ActiveApplication::ActiveApplication()
+    : root_(X11Properties::rootWindow()), activeWindow_(X11Properties::atom("_NET_ACTIVE_WINDOW")) {
     QCoreApplication::instance()->installNativeEventFilter(this);
     update();
 }

@@ -13,7 +13,7 @@ class ActiveApplication : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
 public:
-    explicit ActiveApplication(QObject* parent = nullptr);
+    ActiveApplication();
 
     /// "Desktop" when no window is active.
     [[nodiscard]] const QString& name() const { return name_; }

@@ -37,11 +37,8 @@ uint number(QVariant value) {
 
 }  // namespace
 
-ColorScheme::ColorScheme(const QDBusConnection& bus, const QString& choice, QObject* parent)
-    : QObject(parent),
-      bus_(bus),
-      choice_(choice),
-      startedDark_(QGuiApplication::palette().color(QPalette::Window).lightness() < 128) {
+ColorScheme::ColorScheme(const QDBusConnection& bus, const QString& choice)
+    : bus_(bus), choice_(choice), startedDark_(QGuiApplication::palette().color(QPalette::Window).lightness() < 128) {
     bus_.connect(portalName, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                  SLOT(settingChanged(QString, QString, QDBusVariant)));
     bus_.registerObject(QStringLiteral("/org/ovin/MenuBarAgent"), this, QDBusConnection::ExportAllProperties);

@@ -17,7 +17,7 @@ class ColorScheme : public QObject {
     Q_PROPERTY(QString Choice READ choice WRITE setChoice)
 
 public:
-    ColorScheme(const QDBusConnection& bus, const QString& choice, QObject* parent = nullptr);
+    ColorScheme(const QDBusConnection& bus, const QString& choice);
 
     [[nodiscard]] const QString& choice() const { return choice_; }
     /// Anything but the three words is passed over.

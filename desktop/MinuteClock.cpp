@@ -8,8 +8,7 @@
 
 namespace ovin {
 
-MinuteClock::MinuteClock(QObject* parent)
-    : QObject(parent), timer_(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)) {
+MinuteClock::MinuteClock() : timer_(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)) {
     notifier_ = std::make_unique<QSocketNotifier>(timer_, QSocketNotifier::Read);
     connect(notifier_.get(), &QSocketNotifier::activated, this, &MinuteClock::wakeUp);
     wait();

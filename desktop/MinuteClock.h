@@ -11,7 +11,7 @@ class MinuteClock : public QObject {
     Q_OBJECT
 
 public:
-    explicit MinuteClock(QObject* parent = nullptr);
+    MinuteClock();
     ~MinuteClock() override;
 
 Q_SIGNALS:

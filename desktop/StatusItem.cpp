@@ -43,8 +43,8 @@ QString method(StatusItemRequest request) {
 
 }  // namespace
 
-StatusItem::StatusItem(const QDBusConnection& bus, StatusItemAddress address, std::uint64_t registration, QObject* parent)
-    : QObject(parent), bus_(bus), address_(std::move(address)), registration_(registration), interface_(kdeInterface) {
+StatusItem::StatusItem(const QDBusConnection& bus, StatusItemAddress address, std::uint64_t registration)
+    : bus_(bus), address_(std::move(address)), registration_(registration), interface_(kdeInterface) {
     if (address_.destination.starts_with(':')) owner_ = QString::fromStdString(address_.destination);
     updates_.setSingleShot(true);
     updates_.setInterval(changesCollected);

@@ -21,7 +21,7 @@ class StatusItem : public QObject {
     Q_OBJECT
 
 public:
-    StatusItem(const QDBusConnection& bus, StatusItemAddress address, std::uint64_t registration, QObject* parent);
+    StatusItem(const QDBusConnection& bus, StatusItemAddress address, std::uint64_t registration);
 
     [[nodiscard]] const StatusItemAddress& address() const { return address_; }
     [[nodiscard]] std::uint64_t registration() const { return registration_; }

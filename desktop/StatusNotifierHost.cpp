@@ -20,8 +20,8 @@ constexpr auto changesCollected = 10ms;
 
 }  // namespace
 
-StatusNotifierHost::StatusNotifierHost(const QDBusConnection& bus, ItemOrderFile order, QObject* parent)
-    : QObject(parent), bus_(bus), file_(std::move(order)), stored_(file_.load()) {
+StatusNotifierHost::StatusNotifierHost(const QDBusConnection& bus, ItemOrderFile order)
+    : bus_(bus), file_(std::move(order)), stored_(file_.load()) {
     updates_.setSingleShot(true);
     updates_.setInterval(changesCollected);
     connect(&updates_, &QTimer::timeout, this, &StatusNotifierHost::update);
@@ -67,7 +67,7 @@ void StatusNotifierHost::itemRegistered(const QString& entry) {
         std::any_of(items_.begin(), items_.end(), [&](const auto& item) { return item->address() == address; });
     if (!address || isKnown) return;
 
-    auto item = std::make_unique<StatusItem>(bus_, *address, ++registrations_, nullptr);
+    auto item = std::make_unique<StatusItem>(bus_, *address, ++registrations_);
     connect(item.get(), &StatusItem::stateChanged, this, &StatusNotifierHost::itemChanged);
     connect(item.get(), &StatusItem::menuReady, this,
             [this, opened = item.get()](QMenu* menu) { Q_EMIT menuReady(opened, menu); });

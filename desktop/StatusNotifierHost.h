@@ -20,7 +20,7 @@ class StatusNotifierHost : public QObject {
     Q_OBJECT
 
 public:
-    StatusNotifierHost(const QDBusConnection& bus, ItemOrderFile order, QObject* parent = nullptr);
+    StatusNotifierHost(const QDBusConnection& bus, ItemOrderFile order);
 
     /// The items to show, from left to right.
     [[nodiscard]] std::vector<StatusItem*> shownItems() const;

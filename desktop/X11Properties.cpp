@@ -2,23 +2,11 @@
 
 #include <QtGui/qguiapplication_platform.h>
 #include <QGuiApplication>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
+
+#include "platform/linux/Xcb.h"
 
 namespace ovin::X11Properties {
-namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-
-template <typename Reply>
-std::unique_ptr<Reply, Free> owned(Reply* reply) {
-    return std::unique_ptr<Reply, Free>(reply);
-}
-
-}  // namespace
 
 xcb_connection_t* connection() { return qApp->nativeInterface<QNativeInterface::QX11Application>()->connection(); }
 
@@ -26,7 +14,7 @@ xcb_window_t rootWindow() { return xcb_setup_roots_iterator(xcb_get_setup(connec
 
 xcb_atom_t atom(const char* name) {
     const auto question = xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const auto reply = owned(xcb_intern_atom_reply(connection(), question, nullptr));
+    const FromXcb<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(connection(), question, nullptr)};
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
@@ -38,7 +26,7 @@ void setNumbers(xcb_window_t window, const char* name, xcb_atom_t type, const st
 QByteArray read(xcb_window_t window, xcb_atom_t property) {
     constexpr std::uint32_t mostWords = 64;
     const auto question = xcb_get_property(connection(), 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, mostWords);
-    const auto reply = owned(xcb_get_property_reply(connection(), question, nullptr));
+    const FromXcb<xcb_get_property_reply_t> reply{xcb_get_property_reply(connection(), question, nullptr)};
     if (!reply) return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())), xcb_get_property_value_length(reply.get())};
 }

@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 
 #include "platform/linux/DesktopEntryText.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/ReplaceFile.h"
+#include "platform/linux/XdgFolders.h"
 
 namespace ovin {
 namespace {
@@ -131,15 +131,6 @@ std::error_code removeEntry(const Path& path) {
     return {errno, std::generic_category()};
 }
 
-std::vector<std::string> split(const std::string& list) {
-    std::istringstream stream(list);
-    std::vector<std::string> parts;
-    for (std::string part; std::getline(stream, part, ':');) {
-        if (!part.empty()) parts.push_back(part);
-    }
-    return parts;
-}
-
 std::string reasonOf(const Path& file, std::error_code error) {
     const std::string folder = "The folder " + file.parent_path().string();
     if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) {
@@ -166,17 +157,12 @@ std::string autostartFailure(const Path& file, std::error_code error) {
 }
 
 AutostartPlaces autostartPlaces() {
-    const auto absolute = [](const std::optional<std::string>& value) { return value && value->starts_with('/'); };
-    const auto configuration = environmentVariable("XDG_CONFIG_HOME");
-    const Path home = environmentVariable("HOME").value_or("");
     AutostartPlaces places;
-    places.userFolder = (absolute(configuration) ? Path(*configuration) : home / ".config") / "autostart";
-    const std::string system = environmentVariable("XDG_CONFIG_DIRS").value_or("");
-    for (const std::string& folder : split(system.empty() ? "/etc/xdg" : system)) {
-        if (absolute(folder)) places.systemFolders.push_back(Path(folder) / "autostart");
-    }
+    places.userFolder = userFolder("XDG_CONFIG_HOME", ".config") / "autostart";
+    for (const Path& folder : systemFolders("XDG_CONFIG_DIRS", "/etc/xdg"))
+        places.systemFolders.push_back(folder / "autostart");
     places.program = programToStart();
-    places.desktops = split(environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
+    places.desktops = partsOf(environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
     places.variables = environmentVariable;
     return places;
 }

@@ -168,6 +168,10 @@ std::unique_ptr<Bus> Bus::connect(const std::string& address) {
         }
     }
     const int wakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (wakeUp < 0) {
+        sd_bus_close_unref(bus);
+        return nullptr;
+    }
     return std::unique_ptr<Bus>(new Bus(std::make_unique<Connection>(bus, wakeUp)));
 }
 

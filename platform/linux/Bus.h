@@ -62,7 +62,8 @@ public:
     using ReplyHandler = std::function<void(BusReply)>;
     using SignalHandler = std::function<void(BusSignal)>;
 
-    /// Connects to the bus at `address`, or to the user's session bus when that is empty. Null when there is none.
+    /// Connects to the bus at `address`, or to the user's session bus when that is empty. Null when there is none, or
+    /// this process can open no more files.
     [[nodiscard]] static std::unique_ptr<Bus> connect(const std::string& address = {});
 
     Bus(const Bus&) = delete;

@@ -29,8 +29,8 @@ void discard(QMenu& menu, QAction* action) {
 
 }  // namespace
 
-DBusMenu::DBusMenu(const QDBusConnection& bus, const QString& service, const QString& path, QObject* parent)
-    : QObject(parent), bus_(bus), service_(service), path_(path) {
+DBusMenu::DBusMenu(const QDBusConnection& bus, const QString& service, const QString& path)
+    : bus_(bus), service_(service), path_(path) {
     bus_.connect(service, path, menuInterface, QStringLiteral("LayoutUpdated"), this, SLOT(layoutUpdated()));
     bus_.connect(service, path, menuInterface, QStringLiteral("ItemsPropertiesUpdated"), this,
                  SLOT(propertiesUpdated(QDBusMessage)));

@@ -21,7 +21,7 @@ class DBusMenu : public QObject {
     Q_OBJECT
 
 public:
-    DBusMenu(const QDBusConnection& bus, const QString& service, const QString& path, QObject* parent = nullptr);
+    DBusMenu(const QDBusConnection& bus, const QString& service, const QString& path);
     ~DBusMenu() override;
 
     /// Tells the program that its menu is about to be shown, lets it bring the menu up to date, and calls `ready` once, half

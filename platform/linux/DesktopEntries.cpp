@@ -1,13 +1,14 @@
 #include "platform/linux/DesktopEntries.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/DesktopEntryText.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/XdgFolders.h"
 
 namespace ovin {
 namespace {
@@ -20,23 +21,11 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(start, text.find_last_not_of(" \t\r") - start + 1);
 }
 
-std::vector<std::string> splitPaths(const std::string& list) {
-    std::vector<std::string> paths;
-    for (std::size_t start = 0; start <= list.size();) {
-        const std::size_t end = std::min(list.find(':', start), list.size());
-        if (end > start) paths.push_back(list.substr(start, end - start));
-        start = end + 1;
-    }
-    return paths;
-}
-
-/// The name of the program that a command line starts, without its folder. Words in quotes and variables before the program
-/// are as rare in entries as they are legal.
+/// The name of the program that a command line starts, without its folder. Variables before the program are as rare in
+/// entries as they are legal.
 std::string executableOf(std::string_view command) {
-    command = trimmed(command);
-    if (command.starts_with('"')) command = command.substr(1, command.find('"', 1) - 1);
-    const std::string_view program = command.substr(0, command.find(' '));
-    return std::string(program.substr(program.rfind('/') + 1));
+    const std::string program = programOfExec(command);
+    return program.substr(program.rfind('/') + 1);
 }
 
 /// "de_DE.UTF-8@euro" is tried as "de_DE" and then as "de"; without either the untranslated value counts.
@@ -50,14 +39,8 @@ std::string localizedValue(const Group& group, const std::string& key, const std
     return value == group.end() ? std::string() : value->second;
 }
 
-Group readGroup(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return desktopEntryGroup(std::string(std::istreambuf_iterator<char>(file), {}));
-}
-
-}  // namespace
-
-Group desktopEntryGroup(std::string_view text) {
+/// What stands in the group "Desktop Entry".
+Group groupIn(std::string_view text) {
     Group group;
     bool isInGroup = false;
     while (!text.empty()) {
@@ -72,16 +55,25 @@ Group desktopEntryGroup(std::string_view text) {
     return group;
 }
 
-DesktopEntries::DesktopEntries(const std::vector<std::string>& dataFolders, const std::string& language) {
-    for (const std::string& folder : dataFolders) {
+Group readGroup(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return groupIn(std::string(std::istreambuf_iterator<char>(file), {}));
+}
+
+}  // namespace
+
+DesktopEntries::DesktopEntries(const std::vector<std::filesystem::path>& dataFolders, const std::string& language) {
+    for (const std::filesystem::path& folder : dataFolders) {
         std::error_code error;
-        std::filesystem::directory_iterator files(std::filesystem::path(folder) / "applications", error);
+        std::filesystem::directory_iterator files(folder / "applications", error);
         for (; !error && files != std::filesystem::directory_iterator(); files.increment(error)) {
             if (files->path().extension() != ".desktop") continue;
             const Group group = readGroup(files->path());
             const auto command = group.find("Exec");
-            if (command == group.end()) continue;
-            byExecutable_.emplace(executableOf(command->second),
+            const std::string executable = command == group.end() ? std::string() : executableOf(command->second);
+            // A process whose program is not to be known is none of these.
+            if (executable.empty()) continue;
+            byExecutable_.emplace(executable,
                                   DesktopEntry{files->path().stem().string(), localizedValue(group, "Name", language),
                                                localizedValue(group, "Icon", language)});
         }
@@ -94,13 +86,9 @@ std::optional<DesktopEntry> DesktopEntries::entryFor(const std::string& executab
     return found->second;
 }
 
-std::vector<std::string> dataFolders() {
-    const std::string home = environmentVariable("XDG_DATA_HOME").value_or("");
-    std::vector<std::string> folders{!home.empty() ? home : environmentVariable("HOME").value_or("") + "/.local/share"};
-    const std::string system = environmentVariable("XDG_DATA_DIRS").value_or("");
-    for (std::string& folder : splitPaths(!system.empty() ? system : "/usr/local/share:/usr/share")) {
-        folders.push_back(std::move(folder));
-    }
+std::vector<std::filesystem::path> dataFolders() {
+    auto folders = systemFolders("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
+    folders.insert(folders.begin(), userFolder("XDG_DATA_HOME", ".local/share"));
     return folders;
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace ovin {
@@ -23,7 +23,7 @@ class DesktopEntries {
 public:
     /// Reads the entries below `dataFolders`, each of which takes precedence over those behind it. `language` is a locale
     /// such as "de_DE.UTF-8".
-    DesktopEntries(const std::vector<std::string>& dataFolders, const std::string& language);
+    DesktopEntries(const std::vector<std::filesystem::path>& dataFolders, const std::string& language);
 
     /// The application that runs an executable; `executable` is the last component of its path.
     [[nodiscard]] std::optional<DesktopEntry> entryFor(const std::string& executable) const;
@@ -33,12 +33,9 @@ private:
 };
 
 /// The user's data folders in order of precedence, from the environment.
-[[nodiscard]] std::vector<std::string> dataFolders();
+[[nodiscard]] std::vector<std::filesystem::path> dataFolders();
 
 /// The language of messages, from the environment.
 [[nodiscard]] std::string messageLanguage();
-
-/// One entry: what stands in the group "Desktop Entry" of a file, as name and value. Exposed for tests.
-[[nodiscard]] std::map<std::string, std::string> desktopEntryGroup(std::string_view text);
 
 }  // namespace ovin

@@ -91,7 +91,8 @@ std::size_t DesktopEntryText::groupEnd() const {
 
 /// The first one counts.
 std::optional<std::size_t> DesktopEntryText::lineOf(const std::string& key) const {
-    for (std::size_t line = group_.value_or(0); line < groupEnd(); ++line) {
+    const std::size_t end = groupEnd();
+    for (std::size_t line = group_.value_or(0); line < end; ++line) {
         if (keyOf(lines_[line]) == key) return line;
     }
     return std::nullopt;

@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/linux/Environment.h"
+#include "platform/linux/XdgFolders.h"
 
 namespace ovin {
 namespace {
@@ -134,13 +134,6 @@ bool FileUserDefaults::replace(Values values) {
 
 std::string FileUserDefaults::place() const { return file_.path().string(); }
 
-std::filesystem::path userDefaultsPath() {
-    const std::string folder = environmentVariable("XDG_CONFIG_HOME").value_or("");
-    // The rules have no place for relative ones, which would be another folder for every way to start the program.
-    const std::filesystem::path base = folder.starts_with('/')
-                                           ? std::filesystem::path(folder)
-                                           : std::filesystem::path(environmentVariable("HOME").value_or("")) / ".config";
-    return base / "ovin" / "defaults";
-}
+std::filesystem::path userDefaultsPath() { return userFolder("XDG_CONFIG_HOME", ".config") / "ovin" / "defaults"; }
 
 }  // namespace ovin

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/linux/AccessibleElement.h"
+#include "platform/linux/BusNames.h"
 #include "platform/linux/LinuxElement.h"
 #include "platform/linux/StatusItemElement.h"
 
@@ -104,7 +105,7 @@ AccessibilityError LinuxAccessibility::performAction(const AccessibilityElement&
 }
 
 AccessibilityError accessibilityError(const std::string& busError) {
-    if (busError == "org.freedesktop.DBus.Error.NoReply") return AccessibilityError::cannotComplete;
+    if (busError == noReplyError) return AccessibilityError::cannotComplete;
     if (busError == "org.freedesktop.DBus.Error.UnknownMethod") return AccessibilityError::actionUnsupported;
     if (busError == "org.freedesktop.DBus.Error.ServiceUnknown" || busError == "org.freedesktop.DBus.Error.NameHasNoOwner" ||
         busError == "org.freedesktop.DBus.Error.UnknownObject") {

@@ -6,11 +6,9 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/utsname.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <future>
 #include <string>
@@ -99,14 +97,6 @@ bool isHarmless(std::string_view name) {
 
 Installation failure(const std::string& what, const std::error_code& error) {
     return {Outcome::failed, what + ": " + error.message() + "."};
-}
-
-int awaitEnd(pid_t pid) {
-    int status = 0;
-    while (waitpid(pid, &status, 0) < 0) {
-        if (errno != EINTR) return 0;
-    }
-    return status;
 }
 
 /// Whether the program that opens files has taken this one.

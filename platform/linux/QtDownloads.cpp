@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/Environment.h"
 #include "platform/linux/QtTransfer.h"
 #include "platform/linux/TemporaryFile.h"
+#include "platform/linux/XdgFolders.h"
 
 namespace ovin {
 namespace {
@@ -80,11 +80,6 @@ bool isSafeSource(const QUrl& url, bool mayBePlainOnThisMachine) {
     return mayBePlainOnThisMachine && isThisMachine && url.scheme() == QLatin1String("http");
 }
 
-std::filesystem::path downloadFolder() {
-    const std::filesystem::path cache = environmentVariable("XDG_CACHE_HOME").value_or("");
-    const std::filesystem::path base =
-        cache.is_absolute() ? cache : std::filesystem::path(environmentVariable("HOME").value_or("/")) / ".cache";
-    return base / "ovin" / "updates";
-}
+std::filesystem::path downloadFolder() { return userFolder("XDG_CACHE_HOME", ".cache") / "ovin" / "updates"; }
 
 }  // namespace ovin

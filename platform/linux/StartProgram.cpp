@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <string_view>
 
@@ -73,6 +75,14 @@ int startProgram(const std::string& program, std::vector<std::string> arguments,
     for (std::string& argument : arguments) words.push_back(argument.data());
     words.push_back(nullptr);
     return Spawning(kept).start(program, words, pid);
+}
+
+int awaitEnd(pid_t pid) {
+    int status = 0;
+    while (waitpid(pid, &status, 0) < 0) {
+        if (errno != EINTR) return 0;
+    }
+    return status;
 }
 
 }  // namespace ovin

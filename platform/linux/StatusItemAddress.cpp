@@ -35,16 +35,7 @@ bool allPieces(std::string_view text, char separator, Check passes, int& count) 
     }
 }
 
-}  // namespace
-
-std::optional<StatusItemAddress> statusItemAddress(std::string_view argument, std::string_view sender) {
-    const std::size_t slash = argument.find('/');
-    const std::string_view name = slash == 0 ? sender : argument.substr(0, slash);
-    const std::string_view path = slash == std::string_view::npos ? customaryPath : argument.substr(slash);
-    if (!isBusName(name) || !isObjectPath(path)) return std::nullopt;
-    return StatusItemAddress{std::string(name), std::string(path)};
-}
-
+/// Whether the bus would take `name` as a connection's name; asking it about any other name ends the connection.
 bool isBusName(std::string_view name) {
     if (name.size() > longestName) return false;
     const bool isUnique = name.starts_with(':');
@@ -53,6 +44,16 @@ bool isBusName(std::string_view name) {
                name.substr(isUnique ? 1 : 0), '.', [&](std::string_view e) { return isNameElement(e, isUnique); },
                elements) &&
            elements >= 2;
+}
+
+}  // namespace
+
+std::optional<StatusItemAddress> statusItemAddress(std::string_view argument, std::string_view sender) {
+    const std::size_t slash = argument.find('/');
+    const std::string_view name = slash == 0 ? sender : argument.substr(0, slash);
+    const std::string_view path = slash == std::string_view::npos ? customaryPath : argument.substr(slash);
+    if (!isBusName(name) || !isObjectPath(path)) return std::nullopt;
+    return StatusItemAddress{std::string(name), std::string(path)};
 }
 
 bool isObjectPath(std::string_view path) {

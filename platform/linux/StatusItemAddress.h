@@ -22,9 +22,6 @@ struct StatusItemAddress {
 /// (the item is at the customary path), a path (an item of the sender) or both joined. Nothing when it can be none of them.
 [[nodiscard]] std::optional<StatusItemAddress> statusItemAddress(std::string_view argument, std::string_view sender);
 
-/// Whether the bus would take `name` as a connection's name; asking it about any other name ends the connection.
-[[nodiscard]] bool isBusName(std::string_view name);
-
 /// Whether the bus would take `path` as an object's path, and whether it is of a sane length.
 [[nodiscard]] bool isObjectPath(std::string_view path);
 

@@ -26,7 +26,7 @@ constexpr auto exported =
 
 // The changes of all names are asked for with one rule before anything is registered: a rule for each registrant would cost
 // as many rules and come too late for a program that ends right after its registration.
-StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& bus, QObject* parent) : QObject(parent), bus_(bus) {
+StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& bus) : bus_(bus) {
     bus_.connect(daemonName, daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), this,
                  SLOT(nameOwnerChanged(QString, QString, QString)));
     if (bus_.registerObject(watcherPath, this, exported)) requestName();
@@ -48,9 +48,7 @@ void StatusNotifierWatcher::requestName() {
 }
 
 void StatusNotifierWatcher::becomeOwner(const QString& name) {
-    if (name != watcherName || ownership_ == Ownership::owner) return;
-    ownership_ = Ownership::owner;
-    Q_EMIT ownershipChanged();
+    if (name == watcherName) ownership_ = Ownership::owner;
 }
 
 QStringList StatusNotifierWatcher::registeredItems() const {

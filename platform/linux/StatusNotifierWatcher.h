@@ -34,7 +34,7 @@ public:
         unavailable,
     };
 
-    explicit StatusNotifierWatcher(const QDBusConnection& bus, QObject* parent = nullptr);
+    explicit StatusNotifierWatcher(const QDBusConnection& bus);
     ~StatusNotifierWatcher() override;
 
     [[nodiscard]] Ownership ownership() const { return ownership_; }
@@ -51,9 +51,6 @@ Q_SIGNALS:
     Q_SCRIPTABLE void StatusNotifierItemUnregistered(const QString& item);
     Q_SCRIPTABLE void StatusNotifierHostRegistered();
     Q_SCRIPTABLE void StatusNotifierHostUnregistered();
-
-    /// Not for the bus: `ownership` has changed.
-    void ownershipChanged();
 
 private:
     Q_SLOT void nameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);

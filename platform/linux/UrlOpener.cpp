@@ -2,7 +2,6 @@
 
 #include <sys/wait.h>
 
-#include <cerrno>
 #include <system_error>
 #include <thread>
 
@@ -13,6 +12,12 @@ namespace ovin {
 namespace {
 
 constexpr const char* program = "xdg-open";
+
+std::string failureOf(int status, const std::string& url) {
+    const std::string end =
+        WIFEXITED(status) ? "status " + std::to_string(WEXITSTATUS(status)) : "signal " + std::to_string(WTERMSIG(status));
+    return std::string("Ovin: ") + program + " could not open " + url + ": it ended with " + end;
+}
 
 }  // namespace
 
@@ -26,18 +31,9 @@ void UrlOpener::open(const std::string& url) {
                            " cannot be started: " + std::generic_category().message(error));
     }
     // It may last as long as the browser does. Nothing else tells of its end without taking that signal from the toolkit.
-    std::thread([log = log_, pid, url] { awaitEnd(log, pid, url); }).detach();
-}
-
-void UrlOpener::awaitEnd(const std::shared_ptr<Log>& log, pid_t pid, const std::string& url) {
-    int status = 0;
-    while (waitpid(pid, &status, 0) < 0) {
-        if (errno != EINTR) return;
-    }
-    if (status == 0) return;
-    const std::string end =
-        WIFEXITED(status) ? "status " + std::to_string(WEXITSTATUS(status)) : "signal " + std::to_string(WTERMSIG(status));
-    log->write(std::string("Ovin: ") + program + " could not open " + url + ": it ended with " + end);
+    std::thread([log = log_, pid, url] {
+        if (const int status = awaitEnd(pid)) log->write(failureOf(status, url));
+    }).detach();
 }
 
 void UrlOpener::Log::write(const std::string& line) {

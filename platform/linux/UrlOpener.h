@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <memory>
 #include <mutex>
 #include <string>
@@ -37,8 +35,6 @@ private:
         std::mutex mutex_;
         SystemLog* log_;
     };
-
-    static void awaitEnd(const std::shared_ptr<Log>& log, pid_t pid, const std::string& url);
 
     const std::shared_ptr<Log> log_;
 };

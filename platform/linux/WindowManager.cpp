@@ -1,15 +1,14 @@
 #include "platform/linux/WindowManager.h"
 
 #include <QtGui/qguiapplication_platform.h>
-#include <xcb/xcb.h>
 
 #include <QGuiApplication>
 #include <QWidget>
 #include <QWindow>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
+
+#include "platform/linux/Xcb.h"
 
 namespace ovin::WindowManager {
 namespace {
@@ -17,10 +16,6 @@ namespace {
 /// Who asks, by the rules of the window manager: a part of the desktop that acts for the user.
 constexpr std::uint32_t askedByUser = 2;
 constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
 
 /// Null on other platforms of the toolkit.
 xcb_connection_t* connection() {
@@ -30,7 +25,7 @@ xcb_connection_t* connection() {
 
 xcb_atom_t atom(xcb_connection_t* connection, const char* name) {
     const auto question = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(xcb_intern_atom_reply(connection, question, nullptr));
+    const FromXcb<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(connection, question, nullptr)};
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
@@ -75,8 +70,7 @@ bool composesWindows() {
     if (server == nullptr) return false;
     static const xcb_atom_t composer = atom(server, "_NET_WM_CM_S0");
     const auto question = xcb_get_selection_owner(server, composer);
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> reply(
-        xcb_get_selection_owner_reply(server, question, nullptr));
+    const FromXcb<xcb_get_selection_owner_reply_t> reply{xcb_get_selection_owner_reply(server, question, nullptr)};
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 

@@ -1,11 +1,9 @@
 #include "platform/linux/X11Pointer.h"
 
-#include <xcb/xcb.h>
-
 #include <QtGui/qguiapplication_platform.h>
 #include <QGuiApplication>
-#include <cstdlib>
-#include <memory>
+
+#include "platform/linux/Xcb.h"
 
 namespace ovin {
 
@@ -14,8 +12,8 @@ bool isMouseButtonDown() {
     if (x11 == nullptr) return false;
     xcb_connection_t* const connection = x11->connection();
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    const std::unique_ptr<xcb_query_pointer_reply_t, decltype(&std::free)> reply(
-        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr), &std::free);
+    const FromXcb<xcb_query_pointer_reply_t> reply{
+        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr)};
     // The wheel's buttons are never held.
     constexpr int buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     return reply && (reply->mask & buttons) != 0;

@@ -1,7 +1,5 @@
 """What discovery finds where there is neither a menu bar nor a watcher, so that ovin-items is the watcher while it runs."""
 
-import os
-import signal
 import subprocess
 
 from DesktopTest import BOUND, DesktopTestCase, OVIN_ITEMS, becomes, main, ovinItems, setAccessibility

@@ -4,9 +4,6 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -56,12 +53,6 @@ Holdings holdings() {
     return {};
 }
 
-void switchAccessibilityOn() {
-    auto call = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set");
-    call.setArguments({"org.a11y.Status", "IsEnabled", QVariant::fromValue(QDBusVariant(true))});
-    QDBusConnection::sessionBus().call(call);
-}
-
 /// The fewest items that any of the rounds has found.
 std::size_t scan(const ovin::Platform& platform, int count) {
     std::size_t fewest = SIZE_MAX;
@@ -82,7 +73,6 @@ bool isWithin(const char* what, long before, long after, long most) {
 
 int main(int argumentCount, char** arguments) {
     const QApplication application(argumentCount, arguments);
-    switchAccessibilityOn();
     const auto world = ovin::LinuxWorld::open();
     if (!world || !world->platform().accessibility.isProcessTrusted()) return std::puts("There is no desktop to scan."), 1;
     (void)scan(world->platform(), roundsBefore);

@@ -12,10 +12,8 @@ import time
 COUNT_OF_KILLS = int(sys.argv.pop(4)) if len(sys.argv) > 4 and sys.argv[4].isdigit() else 15
 SEED = int(os.environ.get("OVIN_KILL_SEED", time.time_ns() % 1_000_000))
 
-from Organizing import (ORGANIZE, USUAL, Atspi, OrganizeTestCase, becomes, isOnRecord, mode,  # noqa: E402
-                        readDefaults)
-
-from DesktopTest import BOUND, main  # noqa: E402
+from Organizing import ORGANIZE, USUAL, OrganizeTestCase, isOnRecord, mode, readDefaults  # noqa: E402
+from OvinTest import BOUND, becomes, main  # noqa: E402
 
 # Seconds; where a kill may fall after the click that begins organizing, and after the one that ends it.
 BEGINNING, ENDING = 2.0, 0.5
@@ -62,6 +60,4 @@ class Kills(OrganizeTestCase):
 
 
 if __name__ == "__main__":
-    Atspi.init()
-    Atspi.set_timeout(2000, 5000)
     main()

@@ -9,11 +9,9 @@ import subprocess
 import time
 import unittest
 
-from Organizing import (COUNT, DEFAULTS, DISPLAY_KEY, FOLDER, MODE_KEY, ORGANIZE, REFUSED, TITLE, USUAL, Atspi,
-                        OrganizeTestCase, becomes, buttonsOf, click, clickOn, dragWithSuper, drawn, isOnRecord, mode, place,
-                        readDefaults, run, show, slots, width, writeDefaults)
-
-from DesktopTest import BOUND, main
+from Organizing import (COUNT, DISPLAY_KEY, MODE_KEY, ORGANIZE, REFUSED, TITLE, USUAL, OrganizeTestCase, clickOn,
+                        dragWithSuper, drawn, isOnRecord, mode, place, readDefaults, show, slots, width)
+from OvinTest import BOUND, GUIDE_WAS_SHOWN, SETTINGS, becomes, buttonsOf, click, main, run, writeSettings
 
 
 class TheSession(OrganizeTestCase):
@@ -296,15 +294,16 @@ class WhatIsRefused(OrganizeTestCase):
         self.startInCrowd()
         before = readDefaults()
         # What lies in the way of the file that is to take the place of the first keeps even root from writing.
-        os.makedirs(os.path.join(DEFAULTS + ".new", "inside"))
+        os.makedirs(os.path.join(SETTINGS + ".new", "inside"))
         self.assertRefused(REFUSED)
         self.assertEqual(readDefaults(), before)
 
     @unittest.skipIf(os.geteuid() == 0, "root may write everywhere")
     def testAFolderThatIsReadOnly(self):
         self.startInCrowd()
-        os.chmod(FOLDER, 0o500)
-        self.addCleanup(os.chmod, FOLDER, 0o700)
+        folder = os.path.dirname(SETTINGS)
+        os.chmod(folder, 0o500)
+        self.addCleanup(os.chmod, folder, 0o700)
         self.assertRefused(REFUSED)
 
 
@@ -312,7 +311,7 @@ class BadRecords(OrganizeTestCase):
     """Whoever edits the settings, or another program, can leave anything there."""
 
     def launch(self, **record):
-        writeDefaults(OvinHasShownGuide="b 1", **record)
+        writeSettings(GUIDE_WAS_SHOWN, *(f"{key}\t{value[0]}\t{value[2:]}" for key, value in record.items()))
         return self.startOvin()
 
     def assertStays(self, ovin):
@@ -363,7 +362,7 @@ class BadRecords(OrganizeTestCase):
                 self.assertEnds(ovin, -signal.SIGABRT)
                 key = MODE_KEY if record[DISPLAY_KEY] == "i 7" else DISPLAY_KEY
                 self.assertRegex(ovin.stderr.read(),
-                                 rf"Ovin: fatal: {key} is out of range: -?\d+; remove it from {DEFAULTS}, and choose the "
+                                 rf"Ovin: fatal: {key} is out of range: -?\d+; remove it from {SETTINGS}, and choose the "
                                  r"display's mode by hand")
                 self.assertEqual(mode(), USUAL)
         # What it says helps.
@@ -371,18 +370,15 @@ class BadRecords(OrganizeTestCase):
         self.assertStays(ovin)
 
     def testSettingsThatAreNoFileAreToldAndLeftAlone(self):
-        writeDefaults()
-        os.remove(DEFAULTS)
-        os.makedirs(os.path.join(DEFAULTS, "inside"))
+        os.remove(SETTINGS)
+        os.makedirs(os.path.join(SETTINGS, "inside"))
         ovin = self.startOvin()
         self.assertTrue(becomes(lambda: self.slot() is not None))
         ovin.terminate()
         self.assertEnds(ovin)
-        self.assertIn(f"Ovin: the settings cannot be read, and are left as they are: {DEFAULTS}", ovin.stderr.read())
-        self.assertTrue(os.path.isdir(os.path.join(DEFAULTS, "inside")))
+        self.assertIn(f"Ovin: the settings cannot be read, and are left as they are: {SETTINGS}", ovin.stderr.read())
+        self.assertTrue(os.path.isdir(os.path.join(SETTINGS, "inside")))
 
 
 if __name__ == "__main__":
-    Atspi.init()
-    Atspi.set_timeout(2000, 5000)
     main()

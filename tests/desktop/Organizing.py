@@ -5,20 +5,16 @@ Started with the paths of ovin-items, status-item and ovin.
 
 import os
 import re
-import shutil
 import subprocess
 import time
 
-from OvinTest import (OVIN, ApplicationTestCase, Atspi, Item, accessible, becomes, buttonsOf, children,  # noqa: F401
-                             click, descendant, entryNamed, run, setAccessibility)
-from gi.repository import GLib
+from OvinTest import (GUIDE_WAS_SHOWN, OVIN, SETTINGS, ApplicationTestCase, Atspi, GLib, Item, accessible, becomes, children,
+                      click, descendant, entryNamed, readSettings, run, setAccessibility, writeSettings)
 
 USUAL = "1440x900"
 COUNT = 56
 MODE_KEY, DISPLAY_KEY = "OvinOriginalDisplayModeID", "OvinOriginalDisplayID"
-FOLDER = os.path.join(os.environ["XDG_CONFIG_HOME"], "ovin")
-DEFAULTS = os.path.join(FOLDER, "defaults")
-ORDER = os.path.join(FOLDER, "menu-bar-order")  # the bar's own
+ORDER = os.path.join(os.path.dirname(SETTINGS), "menu-bar-order")  # the bar's own
 ORGANIZE = "Organize Menu Bar…"
 TITLE = "Organize your menu bar"
 REFUSED = "macOS refused the resolution change. Nothing was altered."
@@ -44,23 +40,9 @@ def show(output, *options):
     subprocess.run(["xrandr", "--output", output, *options], check=True, timeout=30)
 
 
-def writeDefaults(**values):
-    """Each value with the letter of its type, as in "i 94"."""
-    for path in (DEFAULTS, DEFAULTS + ".new"):
-        shutil.rmtree(path, ignore_errors=True)
-    os.makedirs(FOLDER, exist_ok=True)
-    with open(DEFAULTS, "w", encoding="utf-8") as file:
-        for key, value in values.items():
-            file.write(f"{key}\t{value[0]}\t{value[2:]}\n")
-
-
 def readDefaults():
-    try:
-        with open(DEFAULTS, encoding="utf-8") as file:
-            lines = [line.rstrip("\n").split("\t") for line in file]
-    except OSError:
-        return {}
-    return {key: f"{kind} {value}" for key, kind, value in lines}
+    """Each value with the letter of its type, as in "i 94", by its key."""
+    return {key: f"{kind} {value}" for key, kind, value in (line.split("\t") for line in readSettings())}
 
 
 def isOnRecord():
@@ -118,7 +100,7 @@ class OrganizeTestCase(ApplicationTestCase):
     @classmethod
     def setUpClass(cls):
         setAccessibility(True)
-        writeDefaults(OvinHasShownGuide="b 1")
+        writeSettings(GUIDE_WAS_SHOWN)
         ovin = subprocess.Popen([OVIN])
         try:
             if not becomes(lambda: accessible("MenuBarAgent", "Ovin")):
@@ -153,7 +135,6 @@ class OrganizeTestCase(ApplicationTestCase):
 
     def setUp(self):
         super().setUp()
-        writeDefaults(OvinHasShownGuide="b 1")
         self.resetDisplays()
         self.addCleanup(self.resetDisplays)
 
@@ -162,31 +143,8 @@ class OrganizeTestCase(ApplicationTestCase):
         show("DUMMY1", "--off")
 
     def own(self, name):
-        """What Ovin has under that name. One that was killed can be listed for a while."""
-        while GLib.MainContext.default().iteration(False):
-            pass  # news of programs that have come and gone
-        for program in children(Atspi.get_desktop(0)):
-            try:
-                found = descendant(program, name) if program.get_name() == "Ovin" else None
-            except GLib.Error:
-                continue
-            if found is not None:
-                return found
-        return None
-
-    def slot(self):
-        """The middle of Ovin's place in the bar."""
-        for name in ("Ovin", "Done organizing"):
-            element = accessible("MenuBarAgent", name)
-            try:
-                if element is None or element.get_state_set().contains(Atspi.StateType.INVALID):
-                    continue
-                area = element.get_extents(Atspi.CoordType.SCREEN)
-            except GLib.Error:
-                continue
-            if area.width > 0:
-                return area.x + area.width // 2, area.y + area.height // 2
-        return None
+        """What Ovin has under that name."""
+        return accessible("Ovin", name)
 
     def startInCrowd(self, **environment):
         """Starts Ovin and waits until the bar shows its item, and some others have no room."""

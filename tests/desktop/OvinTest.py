@@ -10,7 +10,6 @@ import shutil
 import signal
 import subprocess
 import sys
-import time
 import unittest
 
 import gi
@@ -20,7 +19,8 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 OVIN = os.path.abspath(sys.argv.pop(3))
 
-from DesktopTest import BOUND, Item, becomes, main, pidOf, setAccessibility  # noqa: E402
+import DesktopTest  # noqa: E402
+from DesktopTest import BOUND, Item, becomes, pidOf, setAccessibility  # noqa: E402, F401
 
 BAR_HEIGHT = 28
 SETTINGS = os.path.join(os.environ["XDG_CONFIG_HOME"], "ovin", "defaults")
@@ -33,6 +33,12 @@ def run(*command):
 
 def click(x, y, button=1):
     run("xdotool", "mousemove", str(x), str(y), "click", str(button))
+
+
+def heedSignals():
+    """Tests that run under nohup, or in the background of a shell, ignore some; what they start would ignore them as well."""
+    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+        signal.signal(number, signal.SIG_DFL)
 
 
 def isSanitized():
@@ -48,7 +54,9 @@ def memoryOf(pid):
 
 
 def activeWindow():
-    return run("xprop", "-root", "_NET_ACTIVE_WINDOW").stdout
+    """The number of the window that has the keyboard; None while none has it."""
+    found = re.search(r"# (0x[0-9a-f]+)", run("xprop", "-root", "_NET_ACTIVE_WINDOW").stdout)
+    return int(found[1], 16) if found and int(found[1], 16) != 0 else None
 
 
 def windowsOf(pid):
@@ -56,7 +64,7 @@ def windowsOf(pid):
 
 
 def geometry(window):
-    text = run("xdotool", "getwindowgeometry", "--shell", window).stdout
+    text = run("xdotool", "getwindowgeometry", "--shell", str(window)).stdout
     return tuple(int(re.search(rf"{name}=(-?\d+)", text)[1]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
 
@@ -90,11 +98,18 @@ def accessible(application, name=None):
     while GLib.MainContext.default().iteration(False):
         pass  # news of programs that have come and gone
     try:
-        for program in children(Atspi.get_desktop(0)):
-            if program.get_name() == application:
-                return descendant(program, name) if name is not None else program
+        programs = children(Atspi.get_desktop(0))
     except GLib.Error:
-        pass  # it went while it was looked at
+        return None
+    for program in programs:
+        try:
+            found = program if program.get_name() == application else None
+            if found is not None and name is not None:
+                found = descendant(program, name)
+        except GLib.Error:
+            continue  # it went while it was looked at; one that was killed is listed for a while
+        if found is not None:
+            return found
     return None
 
 
@@ -138,10 +153,28 @@ def entryNamed(name):
         return None  # it went while it was looked at
 
 
+def writeSettings(*lines):
+    """Leaves Ovin with these settings alone, whatever a test has put in their place or beside them."""
+    for path in (SETTINGS, SETTINGS + ".new"):
+        shutil.rmtree(path, ignore_errors=True)
+    os.makedirs(os.path.dirname(SETTINGS), exist_ok=True)
+    with open(SETTINGS, "w", encoding="utf-8") as file:
+        file.writelines(line + "\n" for line in lines)
+
+
+def readSettings():
+    """The lines of Ovin's settings."""
+    try:
+        with open(SETTINGS, encoding="utf-8") as file:
+            return file.read().splitlines()
+    except OSError:
+        return []
+
+
 class ApplicationTestCase(unittest.TestCase):
     def setUp(self):
         setAccessibility(True)
-        self.forgetSettings(GUIDE_WAS_SHOWN)
+        writeSettings(GUIDE_WAS_SHOWN)
         self.items = []
         self.addCleanup(self.endItems)
         run("xdotool", "mousemove", "700", "600")
@@ -156,22 +189,21 @@ class ApplicationTestCase(unittest.TestCase):
         self.assertTrue(becomes(lambda: any(line.startswith("registered") for line in item.lines())))
         return item
 
-    def forgetSettings(self, *lines):
-        """Leaves Ovin with these settings alone."""
-        shutil.rmtree(SETTINGS, ignore_errors=True)  # where a test has put a folder in its place
-        os.makedirs(os.path.dirname(SETTINGS), exist_ok=True)
-        with open(SETTINGS, "w", encoding="utf-8") as file:
-            file.writelines(line + "\n" for line in lines)
-
-    def settings(self):
-        try:
-            with open(SETTINGS, encoding="utf-8") as file:
-                return file.read().splitlines()
-        except FileNotFoundError:
-            return []
+    def startWindow(self, title):
+        """A window of another program, which has the keyboard; its number."""
+        program = subprocess.Popen(["xev", "-name", title, "-event", "focus"], stdout=subprocess.DEVNULL)
+        self.addCleanup(program.wait, BOUND)
+        self.addCleanup(program.kill)
+        find = lambda: run("xdotool", "search", "--onlyvisible", "--name", title).stdout.split()
+        self.assertTrue(becomes(find), "the other program shows no window")
+        window = int(find()[0])
+        run("xdotool", "windowactivate", str(window))
+        self.assertTrue(becomes(lambda: activeWindow() == window), activeWindow())
+        return window
 
     def startOvin(self, *arguments, **environment):
-        process = subprocess.Popen([OVIN, *arguments], env=dict(os.environ, **environment), stderr=subprocess.PIPE, text=True)
+        process = subprocess.Popen([OVIN, *arguments], env=dict(os.environ, **environment), stderr=subprocess.PIPE, text=True,
+                                   preexec_fn=heedSignals)
         self.addCleanup(process.stderr.close)
         self.addCleanup(process.wait, BOUND)
         self.addCleanup(process.kill)
@@ -184,12 +216,18 @@ class ApplicationTestCase(unittest.TestCase):
         return process
 
     def slot(self):
-        """The middle of Ovin's place in the bar."""
-        element = accessible("MenuBarAgent", "Ovin")
-        if element is None or element.get_state_set().contains(Atspi.StateType.INVALID):
-            return None
-        place = element.get_extents(Atspi.CoordType.SCREEN)
-        return (place.x + place.width // 2, place.y + place.height // 2) if place.width > 0 else None
+        """The middle of Ovin's place in the bar; None while it has none."""
+        for name in ("Ovin", "Done organizing"):
+            element = accessible("MenuBarAgent", name)
+            try:
+                if element is None or element.get_state_set().contains(Atspi.StateType.INVALID):
+                    continue
+                place = element.get_extents(Atspi.CoordType.SCREEN)
+            except GLib.Error:
+                continue  # it went while it was looked at
+            if place.width > 0:
+                return place.x + place.width // 2, place.y + place.height // 2
+        return None
 
     def openLedge(self, process):
         click(*self.slot())
@@ -206,3 +244,9 @@ class ApplicationTestCase(unittest.TestCase):
             self.assertEqual(process.wait(BOUND), status)
         except subprocess.TimeoutExpired:
             self.fail("Ovin does not end")
+
+
+def main():
+    Atspi.init()
+    Atspi.set_timeout(2000, 5000)
+    DesktopTest.main()

@@ -6,6 +6,7 @@
 //     card [X Y] | expand [SCALE] | drop card
 //     alert TEXT
 //     dark | light                  changes the colours of the program
+//     sync                          answers once the X server has been told everything
 
 #include <QApplication>
 #include <QPalette>
@@ -46,6 +47,7 @@ public:
         if (verb == "drop") return drop(name.toStdString());
         if (verb == "alert") return alerts_.run({name.toStdString(), words.mid(2).join(' ').toStdString()});
         if (verb == "dark" || verb == "light") return QApplication::setPalette(palette(verb == "dark"));
+        if (verb == "sync") return QGuiApplication::sync(), say("synced");
         if (verb == "quit") return QCoreApplication::quit();
         say("what?");
     }

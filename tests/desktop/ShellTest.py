@@ -6,11 +6,10 @@ Started with the paths of ovin-items, status-item and ovin.
 import os
 import re
 import signal
-import subprocess
 import time
 
-from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, GLib, GUIDE_WAS_SHOWN, accessible, becomes, buttonsOf, children, click,
-                      entryNamed, geometry, main, press, run, windowsOf)
+from OvinTest import (ApplicationTestCase, BAR_HEIGHT, GUIDE_WAS_SHOWN, accessible, becomes, buttonsOf, click, entryNamed,
+                      geometry, main, press, readSettings, run, windowsOf, writeSettings)
 
 COUNT = 40
 AUTOSTART = os.path.join(os.environ["XDG_CONFIG_HOME"], "autostart", "org.ovin.Ovin.desktop")
@@ -26,10 +25,10 @@ def key(name):
 
 class TheStart(ApplicationTestCase):
     def testTheFirstStartShowsTheGuideAndTheSecondDoesNot(self):
-        self.forgetSettings()
+        writeSettings()
         first = self.startShown()
         self.assertTrue(becomes(lambda: isShown("Your menu bar is full.")), "there is no guide")
-        self.assertIn(GUIDE_WAS_SHOWN, self.settings())
+        self.assertIn(GUIDE_WAS_SHOWN, readSettings())
         first.terminate()
         self.assertEnds(first)
         second = self.startShown()
@@ -37,9 +36,9 @@ class TheStart(ApplicationTestCase):
         self.assertFalse(windowsOf(second.pid), "there is a window")
 
     def testSettingsOfEarlierVersionsAreRemovedAndOthersKept(self):
-        self.forgetSettings(GUIDE_WAS_SHOWN, "OvinEngineState\ts\told", "OvinSpacerRotation\ti\t3", "Other\ti\t5")
+        writeSettings(GUIDE_WAS_SHOWN, "OvinEngineState\ts\told", "OvinSpacerRotation\ti\t3", "Other\ti\t5")
         self.startShown()
-        self.assertTrue(becomes(lambda: sorted(self.settings()) == sorted([GUIDE_WAS_SHOWN, "Other\ti\t5"])), self.settings())
+        self.assertTrue(becomes(lambda: sorted(readSettings()) == sorted([GUIDE_WAS_SHOWN, "Other\ti\t5"])), readSettings())
 
     def testEveryPreviewShowsItsWindowAndNoItem(self):
         for variable, value, text in (("OVIN_TEST_ABOUT", "", "Made by Vorda"), ("OVIN_TEST_GUIDE", "end", "Good manners."),
@@ -165,6 +164,4 @@ class TheOpenLedge(ApplicationTestCase):
 
 
 if __name__ == "__main__":
-    Atspi.init()
-    Atspi.set_timeout(2000, 5000)
     main()

@@ -10,6 +10,7 @@ far as machines repeat anything.
 import collections
 import os
 import random
+import signal
 import subprocess
 import sys
 import time
@@ -17,11 +18,10 @@ import time
 MINUTES = float(sys.argv.pop(4)) if len(sys.argv) > 4 else 1.0
 SEED = int(os.environ.get("OVIN_SOAK_SEED", time.time_ns() % 1_000_000))
 
-from Organizing import (COUNT, ORGANIZE, OVIN, TITLE, USUAL, Atspi, GLib, Item, OrganizeTestCase, accessible, becomes,  # noqa: E402
-                        buttonsOf, click, clickOn, drawn, isOnRecord, mode, readDefaults, run, show)
-
-from DesktopTest import BOUND, main  # noqa: E402
-from OvinTest import isSanitized, windowsOf  # noqa: E402
+from Organizing import (COUNT, ORGANIZE, TITLE, USUAL, OrganizeTestCase, clickOn, drawn, isOnRecord, mode,  # noqa: E402
+                        readDefaults, show)
+from OvinTest import (BOUND, OVIN, GLib, Item, accessible, becomes, buttonsOf, click, isSanitized, main, run,  # noqa: E402
+                      windowsOf)
 
 MOST_PROGRAMS = 30
 MODES = ("1280x800", USUAL, "1680x1050", "1920x1080")
@@ -97,14 +97,14 @@ class Soak(OrganizeTestCase):
     def stopOne(self):
         if self.programs:
             program = self.chance.choice(self.programs)
-            program.send(19)  # SIGSTOP
+            program.send(signal.SIGSTOP)
             program.isStopped = True
 
     def continueOne(self):
         stopped = [program for program in self.programs if program.isStopped]
         if stopped:
             program = self.chance.choice(stopped)
-            program.send(18)  # SIGCONT
+            program.send(signal.SIGCONT)
             program.isStopped = False
 
     def clickOnOvin(self):
@@ -196,7 +196,7 @@ class Soak(OrganizeTestCase):
     def quieten(self):
         """Nothing is open, nobody is stopped, and the screens are as in the beginning."""
         for program in self.programs:
-            program.send(18)
+            program.send(signal.SIGCONT)
             program.isStopped = False
         for program in [one for one in self.programs if not one.isWell or not one.isRunning()]:
             program.item.end()
@@ -299,6 +299,4 @@ class Soak(OrganizeTestCase):
 
 
 if __name__ == "__main__":
-    Atspi.init()
-    Atspi.set_timeout(2000, 5000)
     main()

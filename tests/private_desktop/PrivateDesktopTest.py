@@ -11,7 +11,8 @@ import sys
 import tempfile
 import unittest
 
-from Waiting import BOUND, Lines, becomes
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "desktop"))
+from PrivateDesktop import BOUND, Lines, becomes, registered  # noqa: E402
 
 SKIPPED = 77
 MODES = ("1280x800 1440x900 1512x945 1512x982 1680x1050 1728x1117 1800x1169 1920x1080 1920x1200 2048x1280 2560x1440 "
@@ -99,6 +100,22 @@ class PrivateDesktopTestCase(unittest.TestCase):
     def runIn(self, *arguments, **environment):
         return subprocess.run([PROGRAM, *arguments], capture_output=True, text=True, timeout=3 * BOUND, check=False,
                               env=dict(os.environ, **environment))
+
+
+class Waiting(unittest.TestCase):
+    def testItemsThatHaveEndedAreNotWaitedFor(self):
+        reader, writer = os.pipe()
+        self.addCleanup(os.close, reader)
+        os.write(writer, b"rr")
+        os.close(writer)
+        self.assertEqual(registered(reader, 3), 2)
+
+    def testItemsThatDoNotRegisterAreWaitedForWithinABound(self):
+        reader, writer = os.pipe()
+        self.addCleanup(os.close, reader)
+        self.addCleanup(os.close, writer)
+        os.write(writer, b"r")
+        self.assertEqual(registered(reader, 2, 0.1), 1)
 
 
 class TheCommand(PrivateDesktopTestCase):
@@ -198,6 +215,12 @@ class TheBuses(PrivateDesktopTestCase):
         answer = Desktop(self, "--bare").run("gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path",
                                              "/org/a11y/bus", "--method", "org.a11y.Bus.GetAddress").stdout
         self.assertIn("unix:", answer)
+
+    def testProgramsMayReadWhatOthersShow(self):
+        answer = Desktop(self, "--bare").run("gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path",
+                                             "/org/a11y/bus", "--method", "org.freedesktop.DBus.Properties.Get",
+                                             "org.a11y.Status", "IsEnabled").stdout
+        self.assertEqual(answer, "(<true>,)\n")
 
     def testABareDesktopHasNoWatcher(self):
         desktop = Desktop(self, "--bare", OVIN_MENU_BAR_AGENT=AGENT)

@@ -10,7 +10,8 @@ import sys
 import time
 import unittest
 
-from Waiting import BOUND, Lines, becomes
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "desktop"))
+from PrivateDesktop import BOUND, Lines, becomes  # noqa: E402
 
 STATUS_ITEM = AGENT = None
 ITEM = "/StatusNotifierItem"

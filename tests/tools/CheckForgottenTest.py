@@ -44,6 +44,17 @@ class CheckForgotten(unittest.TestCase):
         self.assertEqual(code, 1)
         self.assertIn("tests/A.cpp: DISABLED_B is switched off", output)
 
+    def test_a_test_in_python_that_never_runs_is_found(self):
+        never = "class A(unittest.TestCase):\n    @unittest.skip(\"a known fault\")\n    def testB(self):\n        pass\n"
+        code, output = check({"tests/a/ATest.py": never, "tests/A.cpp": ""}, ["tests/A.cpp"])
+        self.assertEqual(code, 1)
+        self.assertIn("tests/a/ATest.py: @unittest.skip( is switched off", output)
+
+    def test_a_test_in_python_that_runs_where_it_can_is_accepted(self):
+        sometimes = "class A(unittest.TestCase):\n    @unittest.skipIf(isRoot, \"root\")\n    def testB(self):\n        pass\n"
+        code, output = check({"tests/ATest.py": sometimes, "tests/A.cpp": ""}, ["tests/A.cpp"])
+        self.assertEqual(code, 0, output)
+
     def test_a_build_that_compiles_nothing_is_refused(self):
         code, _ = check({}, [])
         self.assertEqual(code, 1)
