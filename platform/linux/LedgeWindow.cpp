@@ -1,38 +1,11 @@
 #include "platform/linux/LedgeWindow.h"
 
-#include <QPainterPath>
-#include <QRegion>
 #include <algorithm>
-#include <cmath>
 
 #include "platform/linux/MenuBackgroundWidget.h"
 #include "platform/linux/WindowManager.h"
 
 namespace ovin {
-namespace {
-
-/// All pixels that a rectangle with round corners touches, also those of which it covers only a part.
-QRegion touchedBy(const QRect& rect, double cornerRadius) {
-    QRegion region = rect.adjusted(0, qCeil(cornerRadius), 0, -qCeil(cornerRadius));
-    for (int row = 0; row < cornerRadius; ++row) {
-        const double reach = std::max(0.0, cornerRadius - row - 1);
-        const int inset = qFloor(cornerRadius - std::sqrt(cornerRadius * cornerRadius - reach * reach));
-        const QRect line(rect.left() + inset, rect.top() + row, rect.width() - 2 * inset, 1);
-        region += line;
-        region += line.translated(0, rect.height() - 1 - 2 * row);
-    }
-    return region;
-}
-
-/// The pixels that are inside for the most part.
-QRegion coveredBy(const QRect& rect, double cornerRadius) {
-    QPainterPath path;
-    path.addRoundedRect(rect, cornerRadius, cornerRadius);
-    return QRegion(path.toFillPolygon().toPolygon());
-}
-
-}  // namespace
-
 LedgeWindow::LedgeWindow()
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
                            Qt::X11BypassWindowManagerHint | Qt::ToolTip) {
@@ -83,7 +56,8 @@ void LedgeWindow::resizeEvent(QResizeEvent*) {
     const auto* background = dynamic_cast<const MenuBackgroundWidget*>(content_.data());
     if (background == nullptr) return clearMask();
     const double radius = std::min(background->cornerRadius(), height() / 2.0);
-    setMask(testAttribute(Qt::WA_TranslucentBackground) ? touchedBy(rect(), radius) : coveredBy(rect(), radius));
+    const bool isSmooth = testAttribute(Qt::WA_TranslucentBackground);
+    setMask(roundedRegion(rect(), radius, isSmooth ? Coverage::touch : Coverage::middle));
 }
 
 }  // namespace ovin

@@ -19,6 +19,7 @@
 #include "platform/linux/ImageWidget.h"
 #include "platform/linux/LabelWidget.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/MenuBackgroundWidget.h"
 #include "platform/linux/PushButtonWidget.h"
 #include "platform/linux/QtColors.h"
 #include "platform/linux/QtViews.h"
@@ -334,6 +335,67 @@ TEST(ViewWidgets, AssistiveProgramsPressEveryButton) {
         actions->doAction(QAccessibleActionInterface::pressAction());
         QCoreApplication::processEvents();
         EXPECT_EQ(clicked, 7);
+    }
+}
+
+/// A menu's background of 60 by 40 with corners of 10, in a window that lets through what is below it, or not.
+QImage menuBackground(bool isTranslucent) {
+    const std::unique_ptr<QWidget> widget(
+        makeWidget({MenuBackground{10, std::make_shared<const View>(View{Spacer{}})}}, [](int) {}));
+    widget->setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
+    widget->resize(60, 40);
+    QImage seen(widget->size(), QImage::Format_ARGB32_Premultiplied);
+    seen.fill(Qt::transparent);
+    widget->render(&seen, {}, {}, QWidget::DrawChildren);
+    return seen;
+}
+
+TEST(MenuBackgroundWidget, ItsEdgeIsOpaqueAllTheWayRound) {
+    const QImage seen = menuBackground(true);
+    EXPECT_EQ(seen.pixelColor(30, 0).alpha(), 255);
+    // It lies within the circle of the corner, with its outermost point 0.1 from the edge's outer side: it is opaque but for
+    // what smoothing takes.
+    for (const QPoint place : {QPoint(3, 3), QPoint(56, 3), QPoint(3, 36), QPoint(56, 36)}) {
+        EXPECT_GT(seen.pixelColor(place).alpha(), 235) << place.x() << ", " << place.y();
+    }
+    EXPECT_EQ(seen.pixelColor(0, 0).alpha(), 0);
+}
+
+TEST(MenuBackgroundWidget, InAnOpaqueWindowTheOutermostPixelsOfItsShapeAreTheEdgeInEachCorner) {
+    const QImage seen = menuBackground(false);
+    const QColor edge = seen.pixelColor(30, 0);
+    const QColor fill = seen.pixelColor(30, 20);
+    ASSERT_GT(std::abs(edge.red() - fill.red()), 20);
+    const QRegion shape = roundedRegion(seen.rect(), 10, Coverage::middle);
+    EXPECT_FALSE(shape.contains(QPoint(2, 2)));
+    EXPECT_TRUE(shape.contains(QPoint(3, 3)));
+    for (int y = 0; y < seen.height(); ++y) {
+        int inset = 0;
+        while (!shape.contains(QPoint(inset, y))) ++inset;
+        for (const int x : {inset, seen.width() - 1 - inset}) {
+            const int red = seen.pixelColor(x, y).red();
+            EXPECT_LT(std::abs(red - edge.red()), std::abs(red - fill.red())) << x << ", " << y;
+        }
+    }
+}
+
+TEST(MenuBackgroundWidget, ItsShapeIsTheSameInEachCornerAndHoldsAllThatTheOutlineTouchesWhereItIsToBeSmooth) {
+    const QRect rect(0, 0, 60, 40);
+    const auto mirrored = [&](const QRegion& region) {
+        QRegion result;
+        for (const QRect& part : region) result += QRect(59 - part.right(), 39 - part.bottom(), part.width(), part.height());
+        return result;
+    };
+    const QRegion middle = roundedRegion(rect, 10, Coverage::middle);
+    const QRegion touched = roundedRegion(rect, 10, Coverage::touch);
+    EXPECT_EQ(mirrored(middle), middle);
+    EXPECT_EQ(mirrored(touched), touched);
+    EXPECT_TRUE((middle - touched).isEmpty());
+    const QImage smooth = menuBackground(true);
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 60; ++x) {
+            EXPECT_TRUE(smooth.pixelColor(x, y).alpha() == 0 || touched.contains(QPoint(x, y))) << x << ", " << y;
+        }
     }
 }
 
