@@ -34,6 +34,7 @@ bool ItemOrderFile::save(const std::vector<std::string>& keys) const {
 
     std::string text;
     for (const auto& key : keys) text += key + '\n';
+    removeUnfinishedReplacements(path_);
     return !replaceFile(path_, text, permissions);
 }
 

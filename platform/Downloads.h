@@ -41,7 +41,8 @@ class Downloads {
 public:
     struct Source {
         std::string url;
-        /// Whether plain HTTP will do where it leads to this very machine (`leadsToThisMachine` in `UrlHost.h`).
+        /// Whether plain HTTP will do where it leads to this very machine. A world may read hosts less strictly than
+        /// `leadsToThisMachine` in `UrlHost.h` does.
         bool mayBePlainOnThisMachine = false;
 
         friend bool operator==(const Source&, const Source&) = default;

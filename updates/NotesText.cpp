@@ -40,7 +40,7 @@ std::optional<std::string> characterNamed(std::string_view name) {
     return std::nullopt;
 }
 
-/// `number` is decimal, or hexadecimal behind an "x". Control characters are none.
+/// `number` is decimal, or hexadecimal behind an "x". Those below the blank are none.
 std::optional<std::string> characterNumbered(std::string_view number) {
     const bool isHexadecimal = number.starts_with('x') || number.starts_with('X');
     if (isHexadecimal) number.remove_prefix(1);

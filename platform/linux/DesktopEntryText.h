@@ -44,7 +44,8 @@ private:
 /// A path as the only word of a command line in the key "Exec".
 [[nodiscard]] std::string execCommand(const std::string& program);
 
-/// The first word of such a command line, which is the program; empty when there is none, or its quotes do not end.
+/// The first word of such a command line, which is the program; empty when there is none, or its quotes do not end. What the
+/// file has escaped, as in any value, has been undone before, or stays as it is.
 [[nodiscard]] std::string programOfExec(std::string_view command);
 
 }  // namespace ovin

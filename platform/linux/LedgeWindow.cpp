@@ -27,6 +27,9 @@ void LedgeWindow::present(QWidget* content, const QRect& frame) {
     content_ = content;
     layout_.addWidget(content);
     setGeometry(frame);
+    // A window that is shown already leaves both to the event loop, and would be painted empty now.
+    content->show();
+    layout_.activate();
     show();
     raise();
     paintNow();

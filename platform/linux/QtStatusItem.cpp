@@ -154,7 +154,8 @@ bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
 /// a menu could have neither it nor the keyboard.
 void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
     position_ = fromServer({x, y});
-    // A menu that has not opened yet need not: this press would have closed it.
+    // A menu that has not opened yet need not: this press would have closed it. It counts as a click all the same, which
+    // that press would not have been; nobody has seen a menu that it could have been meant for.
     if (!clicks_.empty() && clicks_.back() == StatusItemClick::rightMouseUp) clicks_.pop_back();
     clicks_.push_back(click);
     release_.start(0);

@@ -9,7 +9,8 @@ namespace ovin {
 std::filesystem::path userFolder(const std::string& variable, std::string_view otherwise) {
     const std::filesystem::path folder = environmentVariable(variable).value_or("");
     if (folder.is_absolute()) return folder;
-    return std::filesystem::path(environmentVariable("HOME").value_or("/")) / otherwise;
+    const std::filesystem::path home = environmentVariable("HOME").value_or("");
+    return (home.is_absolute() ? home : "/") / otherwise;
 }
 
 std::vector<std::filesystem::path> systemFolders(const std::string& variable, const std::string& otherwise) {

@@ -87,9 +87,9 @@ public:
     }
 
     void showMenu(const Menu& menu) override {
-        // An item with a menu reports no clicks: it has one only while the menu is open.
         menu_ = nativeMenu(menu);
         NSStatusItem* item = item_;
+        // An item with a menu reports no clicks: it has one only while the menu is open.
         item.menu = menu_;
         [item.button performClick:nil];
         item.menu = nil;

@@ -9,6 +9,17 @@
 #include "platform/macos/CallBack.h"
 #include "platform/macos/Strings.h"
 
+namespace {
+
+/// The framework promises the main thread, which owns all that the delegate touches.
+void requireMainThread() {
+    if (NSThread.isMainThread) return;
+    NSLog(@"Ovin: the framework of updates has left the main thread");
+    std::abort();
+}
+
+}  // namespace
+
 NS_ASSUME_NONNULL_BEGIN
 
 /// Asks the product what the framework asks. All calls arrive on the main thread.
@@ -54,8 +65,7 @@ NS_ASSUME_NONNULL_END
     (void)handleShowingUpdate;
     (void)update;
     (void)state;
-    // The framework promises the main thread, which owns all that the delegate touches.
-    if (!NSThread.isMainThread) std::abort();
+    requireMainThread();
     if (_delegate.willHandleShowingUpdate) ovin::callBack(_delegate.willHandleShowingUpdate);
 }
 

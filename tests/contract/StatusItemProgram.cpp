@@ -63,9 +63,12 @@ StatusItemProgram::~StatusItemProgram() {
     close(output_);
 }
 
-void StatusItemProgram::setStopped(bool stopped) const {
+void StatusItemProgram::setStopped(bool stopped) {
     kill(pid_, stopped ? SIGSTOP : SIGCONT);
-    if (stopped) waitpid(pid_, nullptr, WUNTRACED);
+    // The system tells once of a program that stops, and never again of one that has.
+    if (stopped == std::exchange(isStopped_, stopped) || !stopped) return;
+    int status = 0;
+    require(waitpid(pid_, &status, WUNTRACED) == pid_ && WIFSTOPPED(status), "A program of status items has ended.");
 }
 
 void StatusItemProgram::command(const std::string& line) const {

@@ -24,7 +24,7 @@ public:
 
     [[nodiscard]] ProcessID pid() const { return pid_; }
     /// Returns when it has stopped, or is to go on.
-    void setStopped(bool stopped) const;
+    void setStopped(bool stopped);
     /// `title` is of one line.
     virtual void rename(std::size_t item, const std::string& title) = 0;
     /// Whether it says that all its items are there, if it says anything of them.
@@ -46,6 +46,7 @@ private:
     virtual void take(const std::string& line) = 0;
 
     ProcessID pid_ = 0;
+    bool isStopped_ = false;
     int commands_ = -1;
     int output_ = -1;
     std::string unfinishedLine_;

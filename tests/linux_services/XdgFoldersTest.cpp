@@ -34,9 +34,11 @@ TEST(XdgFolders, RelativePathsDoNotCount) {
 }
 
 TEST(XdgFolders, WithoutAHomeFolderTheyAreWhereNobodyButRootWrites) {
-    unsetenv("HOME");
     unsetenv("XDG_DATA_HOME");
-    EXPECT_EQ(userFolder("XDG_DATA_HOME", ".local/share"), "/.local/share");
+    for (const char* value : {static_cast<const char*>(nullptr), "", "me"}) {
+        value ? setenv("HOME", value, 1) : unsetenv("HOME");
+        EXPECT_EQ(userFolder("XDG_DATA_HOME", ".local/share"), "/.local/share");
+    }
 }
 
 }  // namespace

@@ -338,6 +338,27 @@ TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTh
     EXPECT_EQ(clicks, std::vector<int>{8});
 }
 
+TEST_F(QtWindowsTest, AnOpenLedgeThatShowsOtherItemsHasPaintedThemAtOnce) {
+    const auto ledge = windows.makeLedgePanel([](int) {});
+    for (const bool isMeasured : {false, true}) {
+        ledge->show(itemButton("First", 1), {{100, 30}, {80, 28}});
+        handleEvents();
+        const View row = SamplePages::row({itemButton("Second", 2), itemButton("Third", 3)});
+        const Size size = isMeasured ? windows.fittingSize(row) : Size{80, 28};
+        ledge->show(row, {{100, 30}, size});
+        QWidget& window = *ledgeWindows().at(0);
+        int shown = 0;
+        for (QWidget* const child : window.findChildren<QWidget*>()) {
+            const auto* const button = dynamic_cast<ItemButton*>(child);
+            if (button == nullptr || !button->isVisible()) continue;
+            ++shown;
+            EXPECT_GT(button->width(), 1);
+            EXPECT_TRUE(window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())));
+        }
+        EXPECT_EQ(shown, 2);
+    }
+}
+
 TEST_F(QtWindowsTest, TwoLedgesHaveAWindowEachAndOneOfThemIsKept) {
     auto first = windows.makeLedgePanel([](int) {});
     auto second = windows.makeLedgePanel([](int) {});
