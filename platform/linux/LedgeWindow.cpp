@@ -16,6 +16,8 @@ LedgeWindow::LedgeWindow()
     setWindowTitle("Ovin");
     setAccessibleName("Ovin");
     layout_.setContentsMargins(0, 0, 0, 0);
+    // Otherwise the least size of what is shown holds the window open for what comes next, which may be smaller.
+    layout_.setSizeConstraint(QLayout::SetNoConstraint);
 }
 
 bool LedgeWindow::isUpToDate() const {

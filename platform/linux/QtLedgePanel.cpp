@@ -9,7 +9,8 @@ namespace {
 
 std::unique_ptr<LedgeWindow> windowFrom(LedgeReserve& reserve) {
     auto window = std::move(reserve.window);
-    return window && window->isUpToDate() ? std::move(window) : std::make_unique<LedgeWindow>();
+    if (window && !window->isUpToDate()) window.release()->deleteLater();
+    return window ? std::move(window) : std::make_unique<LedgeWindow>();
 }
 
 }  // namespace

@@ -344,7 +344,8 @@ TEST_F(QtWindowsTest, AnOpenLedgeThatShowsOtherItemsHasPaintedThemAtOnce) {
         ledge->show(itemButton("First", 1), {{100, 30}, {80, 28}});
         handleEvents();
         const View row = SamplePages::row({itemButton("Second", 2), itemButton("Third", 3)});
-        const Size size = isMeasured ? windows.fittingSize(row) : Size{80, 28};
+        const Size size = windows.fittingSize(row);
+        if (!isMeasured) handleEvents();
         ledge->show(row, {{100, 30}, size});
         QWidget& window = *ledgeWindows().at(0);
         int shown = 0;
@@ -357,6 +358,29 @@ TEST_F(QtWindowsTest, AnOpenLedgeThatShowsOtherItemsHasPaintedThemAtOnce) {
         }
         EXPECT_EQ(shown, 2);
     }
+}
+
+TEST_F(QtWindowsTest, ALedgeWithFewerItemsIsSmallerThanTheOneBefore) {
+    const auto menu = [](const View& row) { return View{MenuBackground{10, std::make_shared<const View>(row)}}; };
+    const View many = menu(SamplePages::row({itemButton("First", 1), itemButton("Second", 2), itemButton("Third", 3)}));
+    const View few = menu(SamplePages::row({itemButton("Only", 4)}));
+    const auto show = [&](LedgePanel& ledge, const View& view) {
+        const Size size = windows.fittingSize(view);
+        ledge.show(view, {{100, 30}, size});
+        const QWidget* window = ledgeWindows().at(0);
+        EXPECT_EQ(window->geometry(), QRectF(100, 30, size.width, size.height).toRect());
+        EXPECT_EQ(window->mask().boundingRect(), window->rect());
+    };
+    auto ledge = windows.makeLedgePanel([](int) {});
+    show(*ledge, many);
+    handleEvents();
+    show(*ledge, few);
+    show(*ledge, many);
+    ledge.reset();
+    handleEvents();
+    ledge = windows.makeLedgePanel([](int) {});
+    show(*ledge, few);
+    EXPECT_EQ(ledgeWindows().size(), 1U);
 }
 
 TEST_F(QtWindowsTest, TwoLedgesHaveAWindowEachAndOneOfThemIsKept) {
