@@ -6,6 +6,7 @@
 #include "platform/linux/WindowManager.h"
 
 namespace ovin {
+
 LedgeWindow::LedgeWindow()
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
                            Qt::X11BypassWindowManagerHint | Qt::ToolTip) {
