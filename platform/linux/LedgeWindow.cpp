@@ -49,6 +49,7 @@ void LedgeWindow::dropContent() {
     content_->hide();
     content_->deleteLater();
     layout_.removeWidget(content_);
+    content_ = nullptr;
 }
 
 /// Paints without waiting for the X server to ask for it, which it does only once the program listens again. It shows this
@@ -59,7 +60,7 @@ void LedgeWindow::paintNow() {
 }
 
 void LedgeWindow::resizeEvent(QResizeEvent*) {
-    const auto* background = dynamic_cast<const MenuBackgroundWidget*>(content_.data());
+    const auto* background = dynamic_cast<const MenuBackgroundWidget*>(content_);
     if (background == nullptr) return clearMask();
     const double radius = std::min(background->cornerRadius(), height() / 2.0);
     const bool isSmooth = testAttribute(Qt::WA_TranslucentBackground);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QBoxLayout>
-#include <QPointer>
 #include <QRect>
 #include <QWidget>
 
@@ -35,7 +34,7 @@ private:
     void dropContent();
 
     QHBoxLayout layout_{this};
-    QPointer<QWidget> content_;
+    QWidget* content_ = nullptr;
 };
 
 }  // namespace ovin

@@ -162,10 +162,13 @@ void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
 }
 
 void QtStatusItem::deliverClicks() {
-    // Told of the release, one does not wait for the next look; but it may have come before one could be told.
-    if (!releases_ && isMouseButtonDown())
+    bool isDown = isMouseButtonDown();
+    if (isDown && !releases_) {
+        // Told of the release, one does not wait for the next look; but it may have come before one could be told.
         releases_ = RawButtons::listen(RawButtons::Event::release, [this] { release_.start(0); });
-    if (isMouseButtonDown()) return release_.start(releaseInterval);
+        isDown = isMouseButtonDown();
+    }
+    if (isDown) return release_.start(releaseInterval);
     releases_.reset();
     const QPointer<QtStatusItem> self = this;
     for (const StatusItemClick click : std::exchange(clicks_, {})) {
