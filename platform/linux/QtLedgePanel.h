@@ -13,8 +13,8 @@ namespace ovin {
 struct LedgeReserve {
     /// The widgets with which the content was measured.
     MeasuredView measured;
-    /// The window of a ledge that has closed: a new one takes nine round trips to the X server before its first frame, this
-    /// one five. Null while it is open.
+    /// The window of a ledge that has closed: a new one takes three round trips more to the X server before its first frame.
+    /// Null while it is open.
     std::unique_ptr<LedgeWindow> window;
 };
 
