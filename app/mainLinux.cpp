@@ -9,13 +9,13 @@
 #include <string_view>
 
 #include "app/AppDelegate.h"
-#include "platform/linux/CommandLine.h"
-#include "platform/linux/LinuxProcessInfo.h"
-#include "platform/linux/LinuxUpdates.h"
 #include "platform/linux/LinuxWorld.h"
-#include "platform/linux/QtIcons.h"
-#include "platform/linux/SingleInstance.h"
-#include "platform/linux/TerminationSignal.h"
+#include "platform/linux/drawing/QtIcons.h"
+#include "platform/linux/session/CommandLine.h"
+#include "platform/linux/session/SingleInstance.h"
+#include "platform/linux/system/LinuxProcessInfo.h"
+#include "platform/linux/system/TerminationSignal.h"
+#include "platform/linux/updates/LinuxUpdates.h"
 #include "updates/FeedUpdates.h"
 
 namespace ovin {

@@ -3,9 +3,9 @@
 #include <optional>
 
 #include "app/AppDelegate.h"
-#include "platform/macos/FirstInstance.h"
-#include "platform/macos/MacProcessInfo.h"
 #include "platform/macos/MacWorld.h"
+#include "platform/macos/session/FirstInstance.h"
+#include "platform/macos/system/MacProcessInfo.h"
 
 namespace ovin {
 namespace {

@@ -24,7 +24,7 @@
 #include <string_view>
 #include <thread>
 
-#include "platform/linux/Xcb.h"
+#include "platform/linux/displays/Xcb.h"
 
 namespace {
 

@@ -22,9 +22,9 @@
 #include "discovery/ItemProvider.h"
 #include "discovery/ItemScan.h"
 #include "discovery/MenuBarGeometry.h"
-#include "platform/linux/AccessibilityBus.h"
-#include "platform/linux/Bus.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/accessibility/AccessibilityBus.h"
+#include "platform/linux/system/Bus.h"
 
 namespace ovin {
 namespace {

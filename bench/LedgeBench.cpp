@@ -17,9 +17,9 @@
 #include "discovery/DiscoveredItem.h"
 #include "ledge/LedgeView.h"
 #include "platform/icu/IcuText.h"
-#include "platform/linux/ItemIcon.h"
-#include "platform/linux/LinuxWorkspace.h"
-#include "platform/linux/QtWindows.h"
+#include "platform/linux/applications/LinuxWorkspace.h"
+#include "platform/linux/drawing/ItemIcon.h"
+#include "platform/linux/windows/QtWindows.h"
 
 namespace ovin {
 namespace {

@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QPalette>
 
-#include "platform/linux/DBusCall.h"
+#include "platform/linux/system/DBusCall.h"
 
 namespace ovin {
 namespace {

@@ -6,8 +6,8 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/linux/ItemPicture.h"
-#include "platform/linux/SymbolicIcon.h"
+#include "platform/linux/drawing/ItemPicture.h"
+#include "platform/linux/drawing/SymbolicIcon.h"
 
 namespace ovin {
 namespace {

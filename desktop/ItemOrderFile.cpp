@@ -5,7 +5,7 @@
 #include <fstream>
 #include <system_error>
 
-#include "platform/linux/ReplaceFile.h"
+#include "platform/linux/system/ReplaceFile.h"
 
 namespace ovin {
 namespace {

@@ -11,9 +11,9 @@
 #include "desktop/ColorScheme.h"
 #include "desktop/MinuteClock.h"
 #include "desktop/StatusNotifierHost.h"
-#include "platform/linux/DBusCall.h"
-#include "platform/linux/StatusNotifierWatcher.h"
-#include "platform/linux/TerminationSignal.h"
+#include "platform/linux/items/StatusNotifierWatcher.h"
+#include "platform/linux/system/DBusCall.h"
+#include "platform/linux/system/TerminationSignal.h"
 
 namespace ovin {
 namespace {

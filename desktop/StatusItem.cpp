@@ -5,7 +5,7 @@
 #include <QFile>
 #include <utility>
 
-#include "platform/linux/DBusCall.h"
+#include "platform/linux/system/DBusCall.h"
 
 namespace ovin {
 namespace {

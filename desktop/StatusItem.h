@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "desktop/StatusItemState.h"
-#include "platform/linux/DBusMenu.h"
-#include "platform/linux/StatusItemAddress.h"
+#include "platform/linux/items/DBusMenu.h"
+#include "platform/linux/items/StatusItemAddress.h"
 
 namespace ovin {
 

@@ -3,8 +3,8 @@
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 
-#include "platform/linux/ItemPicture.h"
-#include "platform/linux/StatusItemAddress.h"
+#include "platform/linux/drawing/ItemPicture.h"
+#include "platform/linux/items/StatusItemAddress.h"
 
 namespace ovin {
 namespace {

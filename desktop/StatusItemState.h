@@ -4,7 +4,7 @@
 #include <QString>
 #include <QVariantMap>
 
-#include "platform/linux/StatusItemClick.h"
+#include "platform/linux/items/StatusItemClick.h"
 
 namespace ovin {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "desktop/ItemSequence.h"
-#include "platform/linux/DBusCall.h"
+#include "platform/linux/system/DBusCall.h"
 
 namespace ovin {
 namespace {

@@ -4,7 +4,7 @@
 #include <QGuiApplication>
 #include <cstring>
 
-#include "platform/linux/Xcb.h"
+#include "platform/linux/displays/Xcb.h"
 
 namespace ovin::X11Properties {
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Checks what each folder includes and, in the logic, what it calls.
 
-The arrows between folders run down only, no logic folder knows a world, and the logic has no clock, threads, randomness,
-environment or output of its own. A compiler sees none of that, because every header is reachable from the root.
+The arrows between folders run down only, and so do those between the rooms of a world; no logic folder knows a world, and
+the logic has no clock, threads, randomness, environment or output of its own. A compiler sees none of that, because every
+header is reachable from the root.
 
     tools/check_includes.py [ROOT]
 
@@ -38,6 +39,23 @@ REALISATIONS = {
     "macos": (["threads"], True),
 }
 WORLDS = ["memory", "linux", "macos"]
+
+# The rooms of the worlds that have some, and which other rooms each may include: one table for all, so that who knows one
+# world finds the way in the other. What lies beside the rooms puts the world together and may include every room.
+ROOMS = {
+    "system": [],
+    "drawing": ["system"],
+    "displays": ["system"],
+    "items": ["system", "drawing"],
+    "accessibility": ["system", "items"],
+    "applications": ["system", "drawing", "items"],
+    "views": ["system", "drawing"],
+    "windows": ["system", "drawing", "displays", "views"],
+    "own_item": ["system", "drawing", "displays"],
+    "session": ["system", "applications", "windows"],
+    "updates": ["system", "session"],
+}
+WORLDS_WITH_ROOMS = ["linux", "macos"]
 
 # Folders that may include whatever they need: they are neither the logic nor a world.
 FREE = ["bench", "desktop", "resources", "tests", "tools"]
@@ -122,6 +140,24 @@ def folder_of(path):
     return "/".join(parts[:2]) if parts[0] == "platform" and len(parts) > 2 else parts[0]
 
 
+def room_of(path):
+    """The room of a world that a path lies in; nothing beside the rooms and elsewhere."""
+    parts = path.split("/")
+    return parts[2] if len(parts) > 3 and parts[0] == "platform" and parts[1] in WORLDS_WITH_ROOMS else None
+
+
+def refusal_between_rooms(path, own):
+    """Why a file of a room may not include another file of its world; nothing when it may."""
+    room, target = room_of(path), room_of(own)
+    if room is None or room == target:
+        return None
+    if target is None:
+        return "a room does not know what is made of it"
+    if target in ROOMS[room]:
+        return None
+    return f"the arrows between rooms run down: {room} may not use {target}"
+
+
 def is_world_chooser(path):
     """Whether the file starts the program in some world, and so speaks that world's language."""
     return any(fnmatch.fnmatch(path, pattern) for pattern in WORLD_CHOOSERS)
@@ -136,6 +172,8 @@ def refusal(path, what):
     realisation = folder.removeprefix("platform/") if folder.startswith("platform/") else None
     if not is_logic and realisation not in REALISATIONS:
         return "there is no rule for this folder yet; write one into tools/check_includes.py"
+    if room_of(path) not in (None, *ROOMS):
+        return "there is no rule for this room yet; write one into tools/check_includes.py"
 
     match = re.fullmatch(r'<([^<>]+)>\s*|"([^"]+)"\s*', what)
     if match is None:
@@ -157,7 +195,9 @@ def refusal(path, what):
     target = folder_of(own)
     if target == "":
         return "an include gives the path from the root"
-    if target in (folder, "platform"):
+    if target == folder:
+        return refusal_between_rooms(path, own)
+    if target == "platform":
         return None
     if is_logic:
         return refusal_in_logic(path, folder, target)

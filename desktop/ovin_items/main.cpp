@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "discovery/ItemProvider.h"
-#include "platform/linux/CommandLine.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/session/CommandLine.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux/TrustPrompt.h"
+#include "platform/linux/windows/TrustPrompt.h"
 
 namespace ovin {
 namespace {

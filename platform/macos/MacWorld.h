@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "platform/Platform.h"
-#include "platform/macos/MacApplication.h"
+#include "platform/macos/session/MacApplication.h"
 
 namespace ovin {
 

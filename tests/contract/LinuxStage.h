@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/BootClock.h"
-#include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/LinuxWorld.h"
-#include "platform/linux/QtDownloads.h"
-#include "platform/linux/StandardErrorLog.h"
+#include "platform/linux/system/BootClock.h"
+#include "platform/linux/system/FileUserDefaults.h"
+#include "platform/linux/system/StandardErrorLog.h"
+#include "platform/linux/updates/QtDownloads.h"
 #include "tests/contract/LoopbackServer.h"
 #include "tests/contract/SessionStage.h"
 #include "tests/support/TemporaryFolder.h"

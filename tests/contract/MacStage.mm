@@ -6,8 +6,8 @@
 #include <chrono>
 #include <stdexcept>
 
-#include "platform/macos/MacUserDefaults.h"
-#include "platform/macos/Strings.h"
+#include "platform/macos/system/MacUserDefaults.h"
+#include "platform/macos/system/Strings.h"
 
 namespace ovin {
 namespace {

@@ -15,9 +15,9 @@
 #include <thread>
 #include <vector>
 
-#include "platform/macos/MacDisplays.h"
-#include "platform/macos/MacMainQueue.h"
-#include "platform/macos/Strings.h"
+#include "platform/macos/displays/MacDisplays.h"
+#include "platform/macos/system/MacMainQueue.h"
+#include "platform/macos/system/Strings.h"
 
 NS_ASSUME_NONNULL_BEGIN
 

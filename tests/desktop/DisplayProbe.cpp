@@ -11,8 +11,8 @@
 #include <sstream>
 #include <string>
 
-#include "platform/linux/QtDisplays.h"
-#include "platform/linux/QtScreens.h"
+#include "platform/linux/displays/QtDisplays.h"
+#include "platform/linux/displays/QtScreens.h"
 
 namespace ovin {
 namespace {

@@ -19,10 +19,10 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/QtAlerts.h"
-#include "platform/linux/QtIcons.h"
-#include "platform/linux/QtResources.h"
-#include "platform/linux/QtWindows.h"
+#include "platform/linux/drawing/QtIcons.h"
+#include "platform/linux/drawing/QtResources.h"
+#include "platform/linux/windows/QtAlerts.h"
+#include "platform/linux/windows/QtWindows.h"
 #include "tests/support/SamplePages.h"
 
 namespace ovin {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/LinuxPackages.h"
-#include "platform/linux/QtFeedReader.h"
+#include "platform/linux/updates/LinuxPackages.h"
+#include "platform/linux/updates/QtFeedReader.h"
 #include "updates/UpdateChoice.h"
 #include "updates/VersionComparison.h"
 

@@ -112,7 +112,7 @@ class MacBundle(MacStage):
         self.assertFalse([argument for argument in link if argument.startswith("-Wl,-rpath,/")])
 
         # Objective-C++ is compiled as the C++ that the rest is, with counted references, and finds the framework's headers.
-        for source in "app/mainMac.mm", "platform/macos/MacUpdates.mm":
+        for source in "app/mainMac.mm", "platform/macos/updates/MacUpdates.mm":
             compiled = self.compiled(source)
             self.assertTrue({"-std=c++20", "-std=c++2a"} & set(compiled), compiled)
             self.assertIn("-fobjc-arc", compiled)
@@ -178,7 +178,7 @@ class MacBundle(MacStage):
                                     # They are not run: what the compiler makes is text.
                                     "CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"))
         self.make()
-        for program in ("contract/mac_contract_tests", "contract/mac-status-item", "macos_views/macos_views_tests"):
+        for program in ("contract/mac_contract_tests", "contract/mac-status-item", "macos/macos_tests"):
             with open(self.path("build", "tests", *program.split("/")), encoding="utf-8") as file:
                 self.assertIn("-Wl,-rpath," + self.path("sparkle"), file.read().splitlines(), program)
 

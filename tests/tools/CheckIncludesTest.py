@@ -163,6 +163,18 @@ class CheckIncludes(unittest.TestCase):
         self.refuses("extras/A.cpp", "#include <string>\n", "there is no rule for this folder")
         self.refuses("platform/haiku/A.cpp", "#include <string>\n", "there is no rule for this folder")
 
+    def test_arrows_between_the_rooms_of_a_world_run_down(self):
+        for world in ("linux", "macos"):
+            self.accepts(f"platform/{world}/items/A.cpp", f'#include "platform/{world}/system/B.h"\n')
+            self.accepts(f"platform/{world}/items/A.cpp", f'#include "platform/{world}/items/B.h"\n#include "platform/C.h"\n')
+            self.refuses(f"platform/{world}/system/A.cpp", f'#include "platform/{world}/items/B.h"\n', "rooms run down")
+            self.refuses(f"platform/{world}/views/A.cpp", f'#include "platform/{world}/items/B.h"\n', "rooms run down")
+            self.refuses(f"platform/{world}/views/A.cpp", f'#include "platform/{world}/B.h"\n', "what is made of it")
+            self.accepts(f"platform/{world}/A.cpp", f'#include "platform/{world}/session/B.h"\n')
+
+    def test_a_room_without_a_rule_is_refused(self):
+        self.refuses("platform/linux/cellar/A.cpp", "#include <string>\n", "there is no rule for this room")
+
     def test_tests_and_benchmarks_include_what_they_need(self):
         self.accepts("tests/A.cpp", '#include <thread>\n#include "platform/memory/B.h"\n#include "app/B.h"\n')
         self.accepts("bench/A.cpp", "#include <benchmark/benchmark.h>\n")

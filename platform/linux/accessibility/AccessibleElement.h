@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/linux/accessibility/AccessibleDetails.h"
+#include "platform/linux/accessibility/LinuxAccessibility.h"
+#include "platform/linux/accessibility/LinuxElement.h"
+
+namespace ovin {
+
+/// An accessible object of some program.
+class AccessibleElement final : public LinuxElement {
+public:
+    /// Any part of a window can have the items of other programs as its children: its own description, or that of a child,
+    /// says which. A window itself has none.
+    enum class Kind { window, part };
+
+    AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, Kind kind,
+                      ProcessID owner, Duration timeout);
+
+    /// Asks for the object's frame and children without waiting for them.
+    void prefetch();
+
+    [[nodiscard]] AttributeAnswer read(std::string_view attribute) override;
+    [[nodiscard]] AccessibilityError perform(std::string_view action) override;
+
+private:
+    /// What to read an attribute from; null without an accessibility bus.
+    [[nodiscard]] std::shared_ptr<AccessibleDetails> details(std::string_view attribute);
+    [[nodiscard]] std::shared_ptr<AccessibleDetails> request() const;
+    [[nodiscard]] AttributeAnswer children(const AccessibleDetails& details) const;
+    [[nodiscard]] AttributeAnswer readText(const std::string& property) const;
+
+    const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;
+    const AccessibleName name_;
+    const Kind kind_;
+    CurrentRequest<AccessibleDetails> details_;
+};
+
+}  // namespace ovin

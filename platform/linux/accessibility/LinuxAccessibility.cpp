@@ -1,0 +1,117 @@
+#include "platform/linux/accessibility/LinuxAccessibility.h"
+
+#include <optional>
+#include <utility>
+
+#include "platform/linux/accessibility/AccessibleElement.h"
+#include "platform/linux/accessibility/LinuxElement.h"
+#include "platform/linux/accessibility/StatusItemElement.h"
+#include "platform/linux/system/BusNames.h"
+
+namespace ovin {
+namespace {
+
+using Desktop = std::shared_ptr<const LinuxAccessibility::Desktop>;
+
+/// What references have that nobody gave a messaging timeout.
+constexpr std::chrono::seconds systemTimeout{5};
+
+/// The items of a process, as the watcher lists them: reading the list asks the process nothing yet.
+class ExtrasMenuBarElement final : public LinuxElement {
+public:
+    ExtrasMenuBarElement(Desktop desktop, ProcessID owner, Duration timeout)
+        : LinuxElement("extras " + std::to_string(owner), owner, timeout), desktop_(std::move(desktop)) {}
+
+    [[nodiscard]] AttributeAnswer read(std::string_view attribute) override {
+        if (attribute != "AXChildren") return failed(AccessibilityError::attributeUnsupported);
+        const auto items = desktop_->items.itemsOf(owner());
+        if (items.empty()) return failed(AccessibilityError::invalidElement);
+        const auto batch = std::make_shared<ItemPropertiesBatch>(desktop_->session, items);
+        AttributeValue::Array children;
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            children.push_back(
+                {AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, items[i], batch, i, timeout()))});
+        }
+        return {AccessibilityError::success, {std::move(children)}};
+    }
+
+private:
+    const Desktop desktop_;
+};
+
+class ApplicationElement final : public LinuxElement {
+public:
+    ApplicationElement(Desktop desktop, ProcessID pid)
+        : LinuxElement("application " + std::to_string(pid), pid, systemTimeout), desktop_(std::move(desktop)) {}
+
+    [[nodiscard]] AttributeAnswer read(std::string_view attribute) override {
+        if (attribute == "AXExtrasMenuBar") return extrasMenuBar();
+        if (attribute == "AXWindows") return windows();
+        return failed(AccessibilityError::attributeUnsupported);
+    }
+
+private:
+    AttributeAnswer extrasMenuBar() {
+        if (desktop_->items.itemsOf(owner()).empty()) return failed(AccessibilityError::noValue);
+        return {AccessibilityError::success,
+                {AccessibilityElement(std::make_shared<ExtrasMenuBarElement>(desktop_, owner(), timeout()))}};
+    }
+
+    AttributeAnswer windows() {
+        AttributeValue::Array windows;
+        for (const AccessibleName& name : desktop_->accessibility.windowsOf(owner(), timeout())) {
+            windows.push_back({AccessibilityElement(
+                std::make_shared<AccessibleElement>(desktop_, name, AccessibleElement::Kind::window, owner(), timeout()))});
+        }
+        if (windows.empty()) return failed(AccessibilityError::noValue);
+        return {AccessibilityError::success, {std::move(windows)}};
+    }
+
+    const Desktop desktop_;
+};
+
+}  // namespace
+
+LinuxAccessibility::LinuxAccessibility(const Desktop& desktop, std::function<void(std::function<void()>)> askUser)
+    : desktop_(std::make_shared<const Desktop>(desktop)), askUser_(std::move(askUser)) {}
+
+bool LinuxAccessibility::isProcessTrusted() const { return desktop_->accessibility.isEnabled(); }
+
+void LinuxAccessibility::promptForTrust() {
+    askUser_([desktop = desktop_] { (void)desktop->accessibility.enable(); });
+}
+
+AccessibilityElement LinuxAccessibility::applicationElement(ProcessID pid) const {
+    return AccessibilityElement(std::make_shared<ApplicationElement>(desktop_, pid));
+}
+
+void LinuxAccessibility::setMessagingTimeout(const AccessibilityElement& element, std::chrono::nanoseconds timeout) const {
+    LinuxElement::of(element).setTimeout(timeout);
+}
+
+AttributeAnswer LinuxAccessibility::copyAttributeValue(const AccessibilityElement& element,
+                                                       std::string_view attribute) const {
+    if (!desktop_->accessibility.isEnabled()) return {AccessibilityError::apiDisabled, {}};
+    return LinuxElement::of(element).read(attribute);
+}
+
+ProcessIDAnswer LinuxAccessibility::processIdentifier(const AccessibilityElement& element) const {
+    return {AccessibilityError::success, LinuxElement::of(element).owner()};
+}
+
+AccessibilityError LinuxAccessibility::performAction(const AccessibilityElement& element, std::string_view action) const {
+    if (!desktop_->accessibility.isEnabled()) return AccessibilityError::apiDisabled;
+    return LinuxElement::of(element).perform(action);
+}
+
+AccessibilityError accessibilityError(const std::string& busError) {
+    if (busError == noReplyError) return AccessibilityError::cannotComplete;
+    if (busError == "org.freedesktop.DBus.Error.UnknownMethod") return AccessibilityError::actionUnsupported;
+    if (busError == "org.freedesktop.DBus.Error.ServiceUnknown" || busError == "org.freedesktop.DBus.Error.NameHasNoOwner" ||
+        busError == "org.freedesktop.DBus.Error.UnknownObject") {
+        return AccessibilityError::invalidElement;
+    }
+    return AccessibilityError::failure;
+}
+
+}  // namespace ovin

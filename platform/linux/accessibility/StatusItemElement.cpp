@@ -1,0 +1,95 @@
+#include "platform/linux/accessibility/StatusItemElement.h"
+
+#include <cmath>
+#include <utility>
+
+namespace ovin {
+
+StatusItemElement::StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item,
+                                     std::shared_ptr<ItemPropertiesBatch> batch, std::size_t index, Duration timeout)
+    : LinuxElement("item " + item.address.joined(), item.pid, timeout),
+      desktop_(std::move(desktop)),
+      item_(std::move(item)),
+      batch_(std::move(batch)),
+      index_(index) {}
+
+std::shared_ptr<StatusItemElement> StatusItemElement::make(std::shared_ptr<const LinuxAccessibility::Desktop> desktop,
+                                                           const StatusNotifierItem& item, Duration timeout) {
+    auto batch = std::make_shared<ItemPropertiesBatch>(desktop->session, std::vector{item});
+    return std::make_shared<StatusItemElement>(std::move(desktop), item, std::move(batch), 0, timeout);
+}
+
+AttributeAnswer StatusItemElement::read(std::string_view attribute) {
+    if (!isRegistered()) return failed(AccessibilityError::invalidElement);
+    const auto properties = propertiesForReading(attribute);
+    if (!properties->wait(timeout())) return failed(AccessibilityError::cannotComplete);
+    if (!properties->error().empty()) return failed(accessibilityError(properties->error()));
+    if (attribute == "AXTitle") return textAnswer(properties->title());
+    if (attribute == "AXDescription") return textAnswer(properties->description());
+    if (attribute == "AXIdentifier") return textAnswer(properties->id());
+    return failed(AccessibilityError::attributeUnsupported);
+}
+
+AccessibilityError StatusItemElement::perform(std::string_view action) {
+    const bool isPress = action == "AXPress";
+    if (!isPress && action != "AXShowMenu") return AccessibilityError::actionUnsupported;
+    if (!isRegistered()) return AccessibilityError::invalidElement;
+    const Deadline deadline = std::chrono::steady_clock::now() + timeout();
+    const auto properties = propertiesForClick();
+    if (!properties->wait(timeout())) return AccessibilityError::cannotComplete;
+
+    const StatusItemClickTraits traits{properties->isMenu(), properties->menu().has_value()};
+    AccessibilityError error = AccessibilityError::actionUnsupported;
+    for (const StatusItemRequest request : isPress ? leftClickRequests(traits) : rightClickRequests(traits)) {
+        error = this->request(*properties, request, deadline);
+        if (error == AccessibilityError::success || error == AccessibilityError::cannotComplete) break;
+    }
+    return error;
+}
+
+/// An item whose program has ended, or has taken it back, is gone at once and for everybody.
+bool StatusItemElement::isRegistered() const { return desktop_->items.itemAt(item_.address) == item_; }
+
+std::shared_ptr<ItemProperties> StatusItemElement::propertiesForReading(std::string_view attribute) {
+    return properties_.forReading(attribute, [this] { return batch_->request(index_); });
+}
+
+/// What decides a click hardly ever changes. What is known of it from the last reading is good enough, and a program that is
+/// busy at the moment gets the click itself, and not a question that it may answer too late.
+std::shared_ptr<ItemProperties> StatusItemElement::propertiesForClick() {
+    auto known = properties_.last();
+    if (known && known->isDone() && known->error().empty()) return known;
+    return propertiesForReading("AXPress");
+}
+
+AccessibilityError StatusItemElement::request(const ItemProperties& properties, StatusItemRequest request,
+                                              Deadline deadline) {
+    const auto menu = properties.menu();
+    switch (request) {
+        case StatusItemRequest::menu:
+            if (menu && desktop_->menus.show(item_.address.destination, *menu)) return AccessibilityError::success;
+            return AccessibilityError::actionUnsupported;
+        case StatusItemRequest::activate:
+            return callAtPosition(properties, "Activate", deadline);
+        case StatusItemRequest::secondaryActivate:
+            return callAtPosition(properties, "SecondaryActivate", deadline);
+        case StatusItemRequest::contextMenu:
+            return callAtPosition(properties, "ContextMenu", deadline);
+    }
+    return AccessibilityError::failure;
+}
+
+AccessibilityError StatusItemElement::callAtPosition(const ItemProperties& properties, const std::string& method,
+                                                     Deadline deadline) {
+    const Point position = desktop_->menus.position();
+    const auto coordinate = [](double value) { return static_cast<std::int32_t>(std::lround(value)); };
+    const BusReply reply = desktop_->session.callAndWait({item_.address.destination,
+                                                          item_.address.path,
+                                                          properties.interface(),
+                                                          method,
+                                                          {coordinate(position.x), coordinate(position.y)}},
+                                                         deadline - std::chrono::steady_clock::now());
+    return reply.isError() ? accessibilityError(reply.error) : AccessibilityError::success;
+}
+
+}  // namespace ovin

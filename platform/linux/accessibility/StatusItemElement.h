@@ -1,0 +1,47 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/accessibility/LinuxAccessibility.h"
+#include "platform/linux/accessibility/LinuxElement.h"
+#include "platform/linux/items/ItemPropertiesBatch.h"
+#include "platform/linux/items/StatusItemClick.h"
+
+namespace ovin {
+
+/// A status item of some program.
+class StatusItemElement final : public LinuxElement {
+public:
+    /// One of several items whose properties are asked for together: the one at `index` of the batch.
+    StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item,
+                      std::shared_ptr<ItemPropertiesBatch> batch, std::size_t index, Duration timeout);
+
+    /// A single item.
+    [[nodiscard]] static std::shared_ptr<StatusItemElement> make(std::shared_ptr<const LinuxAccessibility::Desktop> desktop,
+                                                                 const StatusNotifierItem& item, Duration timeout);
+
+    [[nodiscard]] AttributeAnswer read(std::string_view attribute) override;
+    [[nodiscard]] AccessibilityError perform(std::string_view action) override;
+
+private:
+    using Deadline = std::chrono::steady_clock::time_point;
+
+    [[nodiscard]] bool isRegistered() const;
+    [[nodiscard]] std::shared_ptr<ItemProperties> propertiesForReading(std::string_view attribute);
+    [[nodiscard]] std::shared_ptr<ItemProperties> propertiesForClick();
+    [[nodiscard]] AccessibilityError request(const ItemProperties& properties, StatusItemRequest request, Deadline deadline);
+    [[nodiscard]] AccessibilityError callAtPosition(const ItemProperties& properties, const std::string& method,
+                                                    Deadline deadline);
+
+    const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;
+    const StatusNotifierItem item_;
+    const std::shared_ptr<ItemPropertiesBatch> batch_;
+    const std::size_t index_;
+    CurrentRequest<ItemProperties> properties_;
+};
+
+}  // namespace ovin

@@ -1,0 +1,22 @@
+#include "platform/linux/displays/X11Pointer.h"
+
+#include <QtGui/qguiapplication_platform.h>
+#include <QGuiApplication>
+
+#include "platform/linux/displays/Xcb.h"
+
+namespace ovin {
+
+bool isMouseButtonDown() {
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr) return false;
+    xcb_connection_t* const connection = x11->connection();
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const FromXcb<xcb_query_pointer_reply_t> reply{
+        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr)};
+    // The wheel's buttons are never held.
+    constexpr int buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    return reply && (reply->mask & buttons) != 0;
+}
+
+}  // namespace ovin

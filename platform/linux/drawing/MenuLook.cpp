@@ -1,0 +1,42 @@
+#include "platform/linux/drawing/MenuLook.h"
+
+#include <QApplication>
+#include <QStyle>
+
+#include "platform/linux/drawing/QtColors.h"
+
+namespace ovin {
+namespace {
+
+/// The style that the toolkit falls back to.
+const char* const plainStyle = "fusion";
+
+QString opaque(const QColor& color, const QColor& below) {
+    const auto mixed = [alpha = color.alphaF()](float over, float under) { return over * alpha + under * (1 - alpha); };
+    return QColor::fromRgbF(mixed(color.redF(), below.redF()), mixed(color.greenF(), below.greenF()),
+                            mixed(color.blueF(), below.blueF()))
+        .name();
+}
+
+}  // namespace
+
+void giveMenuLook(QMenu& menu) {
+    if (QApplication::style()->name() != QLatin1String(plainStyle)) return;
+    const QPalette palette = menu.palette();
+    const QColor window = palette.color(QPalette::Window);
+    const QColor selection = behindText(palette.color(QPalette::Highlight));
+    menu.setStyleSheet(QString("QMenu { background: %1; color: %2; border: 1px solid %3; padding: 5px; }"
+                               "QMenu::item { padding: 5px 20px 5px 26px; border-radius: 5px; }"
+                               "QMenu::item:selected { background: %4; color: %5; }"
+                               "QMenu::item:disabled { color: %6; background: transparent; }"
+                               "QMenu::icon { padding-left: 6px; }"
+                               "QMenu::indicator { width: 12px; height: 12px; left: 7px; }"
+                               "QMenu::separator { height: 1px; background: %7; margin: 5px 8px; }")
+                           .arg(window.name(), palette.color(QPalette::WindowText).name(),
+                                opaque(qtColor({SystemColor::quaternaryLabel}, palette), window), selection.name(),
+                                readableOn(selection).name(),
+                                opaque(qtColor({SystemColor::secondaryLabel}, palette), window),
+                                opaque(qtColor({SystemColor::separator}, palette), window)));
+}
+
+}  // namespace ovin

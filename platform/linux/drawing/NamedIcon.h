@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "platform/Image.h"
+
+namespace ovin {
+
+/// An icon by its name in the icon theme, by the absolute path of a file, or by that of a resource compiled into the
+/// program, which begins with a colon. Drawing it is the toolkit's work.
+class NamedIcon final : public Image::Content {
+public:
+    explicit NamedIcon(std::string iconName) : name(std::move(iconName)) {}
+
+    const std::string name;
+};
+
+}  // namespace ovin

@@ -1,0 +1,49 @@
+#include "platform/linux/drawing/QtDrawing.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "platform/linux/drawing/QtColors.h"
+
+namespace ovin {
+namespace {
+
+QPainterPath pathOf(const DrawnShape& shape) {
+    QPainterPath path;
+    const Rect& rect = shape.rect;
+    path.addRoundedRect(QRectF(rect.origin.x, rect.origin.y, rect.size.width, rect.size.height), shape.cornerRadius,
+                        shape.cornerRadius);
+    QTransform transform;
+    transform.translate(shape.translation.x, shape.translation.y);
+    transform.rotate(shape.rotationDegrees);
+    return transform.map(path);
+}
+
+void draw(QPainter& painter, const DrawnShape& shape, const QPalette& palette) {
+    const QPainterPath path = pathOf(shape);
+    painter.fillPath(path, qtColor(shape.fill, palette));
+    if (!shape.outline) return;
+    painter.save();
+    painter.setClipPath(path);
+    painter.strokePath(path, QPen(qtColor(shape.outline->color, palette), shape.outline->width));
+    painter.restore();
+}
+
+}  // namespace
+
+QImage rendered(const DrawnImage& image, double scale, const QPalette& palette) {
+    const QSizeF size(image.size.width, image.size.height);
+    QImage result((size * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // Shapes count from the bottom.
+    painter.scale(scale, -scale);
+    painter.translate(0, -size.height());
+    for (const DrawnShape& shape : image.shapes(isDark(palette) ? Appearance::dark : Appearance::light)) {
+        draw(painter, shape, palette);
+    }
+    return result;
+}
+
+}  // namespace ovin

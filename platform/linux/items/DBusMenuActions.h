@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+
+#include "platform/linux/items/DBusMenuLayout.h"
+
+namespace ovin {
+
+/// Makes an action of `menu` look and behave like a menu entry. Used for new actions and for those that show an entry
+/// already.
+void showMenuEntry(const QMenu& menu, QAction& action, const DBusMenuNode& entry);
+
+}  // namespace ovin

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/linux/items/StatusNotifierItems.h"
+#include "platform/linux/system/BusRequest.h"
+
+namespace ovin {
+
+/// The properties of a status item, asked for together. Programs differ in what they answer: the interface has two names,
+/// some know no `GetAll`, and any property may be missing or of any type.
+class ItemProperties final : public BusRequest, public std::enable_shared_from_this<ItemProperties> {
+public:
+    /// Sends the request. `bus` must outlive it.
+    [[nodiscard]] static std::shared_ptr<ItemProperties> request(Bus& bus, const StatusNotifierItem& item);
+
+    // What was answered. Only after `wait` has returned true.
+
+    /// The error of the last attempt when nothing at all could be read; empty otherwise.
+    [[nodiscard]] const std::string& error() const { return error_; }
+    /// The name of the interface that the item has.
+    [[nodiscard]] const std::string& interface() const { return interface_; }
+
+    [[nodiscard]] std::string title() const;
+    /// The tool tip, or else what the icon shows.
+    [[nodiscard]] std::string description() const;
+    [[nodiscard]] std::string id() const;
+    /// The path of the item's menu; nothing when it says that it has none.
+    [[nodiscard]] std::optional<std::string> menu() const;
+    /// Whether the item is nothing but a menu; nothing when it does not say.
+    [[nodiscard]] std::optional<bool> isMenu() const;
+
+private:
+    ItemProperties(Bus& bus, StatusNotifierItem item) : bus_(bus), item_(std::move(item)) {}
+
+    /// Tries the ways to read an item's properties one after the other, from `attempt` on.
+    void attempt(int attempt);
+    void askForAll(int attempt);
+    void askForEach(int attempt);
+    void collected(int attempt, const std::string& error);
+    void keepIcon();
+    [[nodiscard]] const BusValue& property(const std::string& name) const;
+
+    Bus& bus_;
+    const StatusNotifierItem item_;
+    // Written on the bus's thread until the request is finished, and only read after that.
+    std::string interface_;
+    std::string error_;
+    BusValue::Dictionary properties_;
+    int outstanding_ = 0;
+};
+
+}  // namespace ovin

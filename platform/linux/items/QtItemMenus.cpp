@@ -1,0 +1,61 @@
+#include "platform/linux/items/QtItemMenus.h"
+
+#include <QCursor>
+#include <QMenu>
+#include <QThread>
+#include <chrono>
+#include <future>
+
+#include "platform/linux/items/DBusMenu.h"
+#include "platform/linux/items/MenuAnchor.h"
+
+namespace ovin {
+
+namespace {
+
+constexpr std::chrono::milliseconds longestQuestion{200};
+
+}  // namespace
+
+QtItemMenus::QtItemMenus() = default;
+
+QtItemMenus::~QtItemMenus() = default;
+
+bool QtItemMenus::show(const std::string& destination, const std::string& path) {
+    queue_.async([this, destination, path] { open(QString::fromStdString(destination), QString::fromStdString(path)); });
+    return true;
+}
+
+Point QtItemMenus::position() {
+    const auto ask = [] {
+        const QPoint pointer = QCursor::pos();
+        return Point{static_cast<double>(pointer.x()), static_cast<double>(pointer.y())};
+    };
+    if (QThread::currentThread() == thread()) return ask();
+    // The pointer is asked for where the toolkit lives. A main thread that is busy, or waits for the tasks to end because
+    // the program does, holds nobody up: any position is better than none.
+    const auto answer = std::make_shared<std::promise<Point>>();
+    auto position = answer->get_future();
+    queue_.async([answer, ask] { answer->set_value(ask()); });
+    return position.wait_for(longestQuestion) == std::future_status::ready ? position.get() : Point{};
+}
+
+void QtItemMenus::open(const QString& destination, const QString& path) {
+    anchor_.reset();
+    menu_ = std::make_unique<DBusMenu>(QDBusConnection::sessionBus(), destination, path);
+    menu_->prepare([this](bool isUsable) {
+        if (!isUsable) return close();
+        connect(&menu_->menu(), &QMenu::aboutToHide, this, &QtItemMenus::close, Qt::QueuedConnection);
+        anchor_ = std::make_unique<MenuAnchor>(menu_->menu(), "Menu of a status item");
+        menu_->menu().popup(QCursor::pos());
+    });
+}
+
+void QtItemMenus::close() {
+    anchor_.reset();
+    // A menu reports the click after it has begun to hide.
+    if (menu_) menu_.release()->deleteLater();
+    Q_EMIT closed();
+}
+
+}  // namespace ovin

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <memory>
+
+#include "platform/linux/items/ItemMenus.h"
+#include "platform/linux/system/QtMainQueue.h"
+
+namespace ovin {
+
+class DBusMenu;
+class MenuAnchor;
+
+/// Shows the menus of status items as native ones, at the pointer. Made on the main thread, asked on any.
+class QtItemMenus final : public QObject, public ItemMenus {
+    Q_OBJECT
+
+public:
+    QtItemMenus();
+    ~QtItemMenus() override;
+
+    [[nodiscard]] bool show(const std::string& destination, const std::string& path) override;
+    [[nodiscard]] Point position() override;
+
+    /// Whether a menu is open or about to open. Main thread only.
+    [[nodiscard]] bool isShowing() const { return menu_ != nullptr; }
+
+Q_SIGNALS:
+    /// The menu has closed, or there was nothing to show.
+    void closed();
+
+private:
+    void open(const QString& destination, const QString& path);
+    void close();
+
+    std::unique_ptr<DBusMenu> menu_;
+    /// Of the menu, while it is open.
+    std::unique_ptr<MenuAnchor> anchor_;
+    QtMainQueue queue_;
+};
+
+}  // namespace ovin

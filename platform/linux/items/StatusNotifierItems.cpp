@@ -1,0 +1,163 @@
+#include "platform/linux/items/StatusNotifierItems.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <iterator>
+#include <mutex>
+#include <set>
+
+#include "platform/linux/items/ItemProperties.h"
+#include "platform/linux/system/BusNames.h"
+
+namespace ovin {
+namespace {
+
+constexpr std::chrono::seconds patience{1};
+/// A busy watcher's list is welcome whenever it comes.
+constexpr std::chrono::hours untilAnswered{24};
+constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
+constexpr const char* watcherPath = "/StatusNotifierWatcher";
+
+}  // namespace
+
+/// Shared with the handlers of the bus, which may still run while the owner goes.
+struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
+    explicit State(Bus& aBus) : bus(aBus) {}
+
+    Bus& bus;
+    mutable std::mutex mutex;
+    std::condition_variable changed;
+    std::vector<StatusNotifierItem> items;
+    /// The addresses of items whose process is being asked for.
+    std::set<std::string> pending;
+    bool isListed = false;
+
+    /// Lists the items afresh.
+    void load() {
+        bus.call(propertyCall(watcherName, watcherPath, watcherName, "RegisteredStatusNotifierItems"), untilAnswered,
+                 [self = shared_from_this()](const BusReply& reply) {
+                     const BusValue addresses = reply.first();
+                     for (const BusValue& address : addresses.members()) self->add(address.string());
+                     const std::lock_guard lock(self->mutex);
+                     self->isListed = true;
+                     self->changed.notify_all();
+                 });
+    }
+
+    void add(const std::string& address) {
+        const auto parsed = statusItemAddress(address, {});
+        if (!parsed) return;
+        const StatusNotifierItem item{*parsed};
+        {
+            const std::lock_guard lock(mutex);
+            pending.insert(item.address.joined());
+        }
+        bus.call(busDaemonCall("GetConnectionUnixProcessID", {item.address.destination}), patience,
+                 [self = shared_from_this(), item](const BusReply& reply) { self->resolve(item, reply); });
+    }
+
+    /// An item that went while its process was asked for is no longer pending. One that is known already is registered
+    /// again, perhaps by another process, as programs do that restart under the same name.
+    void resolve(StatusNotifierItem item, const BusReply& reply) {
+        const std::lock_guard lock(mutex);
+        const bool isStillThere = pending.erase(item.address.joined()) > 0;
+        changed.notify_all();  // under the lock: whoever waits looks only after this function
+        if (!isStillThere || reply.isError()) return;
+        item.pid = static_cast<ProcessID>(reply.first().integer());
+        const auto known = find(item.address);
+        if (known != items.end() && *known == item) return;
+        if (known != items.end()) forget(known);
+        items.push_back(item);
+        readFirstIcon(item.pid);
+    }
+
+    /// An application shows one icon: that of its first item.
+    void readFirstIcon(ProcessID pid) {
+        const auto first =
+            std::find_if(items.begin(), items.end(), [pid](const StatusNotifierItem& item) { return item.pid == pid; });
+        if (first == items.end() || first->icon) return;
+        first->icon = std::make_shared<LatestItemIcon>();
+        // Whoever lists items reads their texts and pictures anew; this is for those who look before.
+        static_cast<void>(ItemProperties::request(bus, *first));
+    }
+
+    void forget(std::vector<StatusNotifierItem>::iterator item) {
+        const ProcessID pid = item->pid;
+        items.erase(item);
+        readFirstIcon(pid);
+    }
+
+    void remove(const std::string& address) {
+        const auto parsed = statusItemAddress(address, {});
+        if (!parsed) return;
+        const std::lock_guard lock(mutex);
+        pending.erase(parsed->joined());
+        const auto known = find(*parsed);
+        if (known != items.end()) forget(known);
+    }
+
+    void clear() {
+        const std::lock_guard lock(mutex);
+        pending.clear();
+        items.clear();
+    }
+
+    [[nodiscard]] std::vector<StatusNotifierItem>::iterator find(const StatusItemAddress& address) {
+        return std::find_if(items.begin(), items.end(),
+                            [&](const StatusNotifierItem& item) { return item.address == address; });
+    }
+};
+
+StatusNotifierItems::StatusNotifierItems(Bus& bus) : state_(std::make_shared<State>(bus)) {
+    bus.watch(nameOwnerRule(watcherName), [state = state_](const BusSignal& signal) {
+        state->clear();
+        if (signal.values.size() >= 3 && !signal.values[2].string().empty()) state->load();
+    });
+    bus.watch(
+        std::string("type='signal',sender='") + watcherName + "',interface='" + watcherName + "',path='" + watcherPath + "'",
+        [state = state_](const BusSignal& signal) {
+            if (signal.values.empty()) return;
+            if (signal.member == "StatusNotifierItemRegistered") state->add(signal.values[0].string());
+            if (signal.member == "StatusNotifierItemUnregistered") state->remove(signal.values[0].string());
+        });
+    state_->load();
+
+    std::unique_lock lock(state_->mutex);
+    state_->changed.wait_for(lock, patience, [this] { return state_->isListed && state_->pending.empty(); });
+}
+
+void StatusNotifierItems::waitFor(const std::vector<std::string>& addresses) const {
+    const auto isKnown = [this](const std::string& address) {
+        const auto parsed = statusItemAddress(address, {});
+        return parsed && state_->find(*parsed) != state_->items.end();
+    };
+    std::unique_lock lock(state_->mutex);
+    state_->changed.wait_for(lock, patience, [&] { return std::all_of(addresses.begin(), addresses.end(), isKnown); });
+}
+
+std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) const {
+    const std::lock_guard lock(state_->mutex);
+    std::vector<StatusNotifierItem> result;
+    std::copy_if(state_->items.begin(), state_->items.end(), std::back_inserter(result),
+                 [pid](const StatusNotifierItem& item) { return item.pid == pid; });
+    return result;
+}
+
+std::shared_ptr<const ItemIcon> StatusNotifierItems::iconOf(ProcessID pid) const {
+    const auto items = itemsOf(pid);
+    return items.empty() || !items.front().icon ? nullptr : items.front().icon->get();
+}
+
+std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const std::string& address) const {
+    const auto parsed = statusItemAddress(address, {});
+    return parsed ? itemAt(*parsed) : std::nullopt;
+}
+
+std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const StatusItemAddress& address) const {
+    const std::lock_guard lock(state_->mutex);
+    const auto found = state_->find(address);
+    if (found == state_->items.end()) return std::nullopt;
+    return *found;
+}
+
+}  // namespace ovin

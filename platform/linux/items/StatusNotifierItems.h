@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ProcessInfo.h"
+#include "platform/linux/drawing/ItemIcon.h"
+#include "platform/linux/items/StatusItemAddress.h"
+#include "platform/linux/system/Bus.h"
+
+namespace ovin {
+
+/// A status item on the session bus, and the process behind it.
+struct StatusNotifierItem {
+    StatusItemAddress address;
+    ProcessID pid = 0;
+    /// The icon as it was read last. Only the first item of a process keeps one; null for the others.
+    std::shared_ptr<LatestItemIcon> icon = {};
+
+    friend bool operator==(const StatusNotifierItem& a, const StatusNotifierItem& b) {
+        return a.address == b.address && a.pid == b.pid;
+    }
+};
+
+/// The status items that are registered with the session's StatusNotifierWatcher, kept up to date by its signals; none while
+/// there is no watcher. Any thread.
+class StatusNotifierItems {
+public:
+    /// Returns when the items that are there now are known, or after a second. `bus` must outlive this object.
+    explicit StatusNotifierItems(Bus& bus);
+
+    /// Returns when all of these items, as the watcher lists them, are known here too, or after a second.
+    void waitFor(const std::vector<std::string>& addresses) const;
+
+    /// The items of a process, in the order of their registration.
+    [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
+
+    /// The icon of the first item of a process, as far as it has been read; null when there is none. Asks nobody: icons are
+    /// read when items register and with every reading of their texts.
+    [[nodiscard]] std::shared_ptr<const ItemIcon> iconOf(ProcessID pid) const;
+
+    /// The item at an address, which may be given as the watcher lists it.
+    [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const StatusItemAddress& address) const;
+    [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const std::string& address) const;
+
+private:
+    struct State;
+
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace ovin

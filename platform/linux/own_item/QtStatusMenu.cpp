@@ -1,0 +1,66 @@
+#include "platform/linux/own_item/QtStatusMenu.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+
+#include "platform/linux/drawing/MenuLook.h"
+
+namespace ovin {
+namespace {
+
+/// The toolkit heeds shortcuts only below the window that has the keyboard, and no window of this program need have it.
+class ShortcutMenu final : public QMenu {
+public:
+    using QMenu::QMenu;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        for (QAction* action : actions()) {
+            if (action->shortcut().isEmpty() || action->shortcut() != QKeySequence(event->keyCombination())) continue;
+            close();
+            return action->trigger();
+        }
+        QMenu::keyPressEvent(event);
+    }
+};
+
+void addEntry(QMenu& menu, const MenuEntry& entry) {
+    // Ampersands are marks of shortcuts to the toolkit.
+    QAction* const action = menu.addAction(QString::fromStdString(entry.title).replace("&", "&&"));
+    action->setCheckable(entry.isOn);
+    action->setChecked(entry.isOn);
+    if (!entry.keyEquivalent.empty()) {
+        action->setShortcut(QKeySequence("Ctrl+" + QString::fromStdString(entry.keyEquivalent)));
+        action->setShortcutVisibleInContextMenu(true);
+    }
+    QObject::connect(action, &QAction::triggered, &menu, [&menu, run = entry.action] {
+        // An assistive program presses an entry without closing the menu.
+        menu.close();
+        if (run) run();
+    });
+}
+
+}  // namespace
+
+QtStatusMenu::~QtStatusMenu() { delete owner_; }
+
+void QtStatusMenu::show(const Menu& entries, QPoint where) {
+    // It may be the one whose entry is running.
+    if (owner_) {
+        owner_->menu()->close();
+        owner_->deleteLater();
+    }
+    owner_ = new QToolButton;
+    owner_->setAccessibleName("Ovin");
+    owner_->setPopupMode(QToolButton::MenuButtonPopup);
+    auto* const menu = new ShortcutMenu(owner_);
+    giveMenuLook(*menu);
+    for (const auto& entry : entries) entry ? addEntry(*menu, *entry) : void(menu->addSeparator());
+    owner_->setMenu(menu);
+    owner_->winId();
+    // A menu reports the click after it has begun to hide.
+    QObject::connect(menu, &QMenu::aboutToHide, owner_, &QObject::deleteLater, Qt::QueuedConnection);
+    menu->popup(where);
+}
+
+}  // namespace ovin

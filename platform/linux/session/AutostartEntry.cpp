@@ -1,0 +1,195 @@
+#include "platform/linux/session/AutostartEntry.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <string_view>
+#include <system_error>
+
+#include "platform/linux/applications/DesktopEntryText.h"
+#include "platform/linux/system/Environment.h"
+#include "platform/linux/system/ReplaceFile.h"
+#include "platform/linux/system/XdgFolders.h"
+
+namespace ovin {
+namespace {
+
+using Path = std::filesystem::path;
+using Status = LaunchAtLogin::Status;
+
+constexpr const char* fileName = "org.ovin.Ovin.desktop";
+constexpr const char* iconName = "org.ovin.Ovin";
+constexpr mode_t permissions = 0644;
+/// Entries take a few kilobytes, translations included.
+constexpr std::size_t longestText = 1U << 20U;
+
+constexpr const char* switchedOffByGnome = "X-GNOME-Autostart-enabled";
+/// Tells an entry that Ovin has hidden from one that the user has.
+constexpr const char* hiddenByOvin = "X-Ovin-Unregistered";
+
+/// A file of this name that is no entry, such as a folder or something too long, reads as an empty one; nothing when there
+/// is none at all.
+std::optional<DesktopEntryText> readEntry(const Path& path) {
+    // Whatever stands there, opening and reading it must not wait.
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0 && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
+    if (file < 0) return DesktopEntryText("");
+    struct stat info {};
+    std::string text;
+    if (fstat(file, &info) == 0 && S_ISREG(info.st_mode)) {
+        std::array<char, 4096> part{};
+        for (ssize_t count = 0; text.size() <= longestText && (count = read(file, part.data(), part.size())) > 0;) {
+            text.append(part.data(), static_cast<std::size_t>(count));
+        }
+    }
+    close(file);
+    return DesktopEntryText(text.size() <= longestText ? text : "");
+}
+
+bool sharesOne(const std::vector<std::string>& some, const std::vector<std::string>& others) {
+    return std::find_first_of(some.begin(), some.end(), others.begin(), others.end()) != some.end();
+}
+
+bool isForThisDesktop(const DesktopEntryText& entry, const AutostartPlaces& places) {
+    if (entry.value("OnlyShowIn") && !sharesOne(entry.list("OnlyShowIn"), places.desktops)) return false;
+    return !sharesOne(entry.list("NotShowIn"), places.desktops);
+}
+
+bool isSwitchedOff(const DesktopEntryText& entry) {
+    return entry.isTrue("Hidden") || entry.value(switchedOffByGnome) == "false";
+}
+
+bool startsThisProgram(const DesktopEntryText& entry, const AutostartPlaces& places) {
+    const auto required = entry.value("TryExec");
+    if (required && !findProgram(*required, places.variables)) return false;
+    const auto program = findProgram(programOfExec(entry.value("Exec").value_or("")), places.variables);
+    std::error_code error;
+    return program && places.program && std::filesystem::equivalent(*program, *places.program, error);
+}
+
+std::optional<DesktopEntryText> systemEntry(const AutostartPlaces& places) {
+    for (const Path& folder : places.systemFolders) {
+        if (auto entry = readEntry(folder / fileName)) return entry;
+    }
+    return std::nullopt;
+}
+
+Status statusOf(const AutostartPlaces& places) {
+    if (!places.program) return Status::notFound;
+    auto entry = readEntry(places.userFolder / fileName);
+    const bool isOfUser = entry.has_value();
+    if (!isOfUser) entry = systemEntry(places);
+    if (!entry) return Status::notRegistered;
+    if (isSwitchedOff(*entry)) {
+        return isOfUser && !entry->isTrue(hiddenByOvin) ? Status::requiresApproval : Status::notRegistered;
+    }
+    return isForThisDesktop(*entry, places) && startsThisProgram(*entry, places) ? Status::enabled : Status::notRegistered;
+}
+
+/// The user's entry, or the beginnings of one where there is none that could be kept.
+DesktopEntryText entryToWrite(const AutostartPlaces& places) {
+    auto entry = readEntry(places.userFolder / fileName);
+    if (!entry || !entry->hasGroup()) entry = DesktopEntryText("");
+    entry->set("Type", "Application");
+    if (!entry->value("Name")) entry->set("Name", "Ovin");
+    return *std::move(entry);
+}
+
+std::error_code write(const AutostartPlaces& places, const DesktopEntryText& entry) {
+    std::error_code error;
+    std::filesystem::create_directories(places.userFolder, error);
+    return error ? error : replaceFile(places.userFolder / fileName, entry.text(), permissions);
+}
+
+std::error_code writeEnabled(const AutostartPlaces& places) {
+    DesktopEntryText entry = entryToWrite(places);
+    for (const char* key : {"Hidden", switchedOffByGnome, hiddenByOvin}) entry.remove(key);
+    if (!isForThisDesktop(entry, places)) {
+        for (const char* key : {"OnlyShowIn", "NotShowIn"}) entry.remove(key);
+    }
+    entry.set("Exec", execCommand(places.program->string()));
+    // Nobody is shown an error at login once Ovin has been removed.
+    entry.set("TryExec", places.program->string());
+    if (!entry.value("Icon")) entry.set("Icon", iconName);
+    return write(places, entry);
+}
+
+std::error_code writeHidden(const AutostartPlaces& places) {
+    DesktopEntryText entry = entryToWrite(places);
+    if (!entry.value("Exec")) entry.set("Exec", "ovin");
+    entry.set("Hidden", "true");
+    entry.set(hiddenByOvin, "true");
+    return write(places, entry);
+}
+
+std::error_code removeEntry(const Path& path) {
+    if (unlink(path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) return {};
+    return {errno, std::generic_category()};
+}
+
+std::string reasonOf(const Path& file, std::error_code error) {
+    const std::string folder = "The folder " + file.parent_path().string();
+    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) {
+        return folder + " is not yours to change.";
+    }
+    if (error == std::errc::read_only_file_system) return folder + " is on a disk that can only be read.";
+    if (error == std::errc::no_space_on_device || error.value() == EDQUOT) return "There is no space left on the disk.";
+    if (error == std::errc::not_a_directory || error == std::errc::file_exists) {
+        return folder + " cannot be made, because there is a file in its place.";
+    }
+    if (error == std::errc::is_a_directory) return "There is a folder at " + file.string() + ", where a file should be.";
+    return file.string() + " cannot be changed: " + error.message() + ".";
+}
+
+std::optional<std::string> explained(const AutostartPlaces& places, std::error_code error) {
+    if (!error) return std::nullopt;
+    return autostartFailure(places.userFolder / fileName, error);
+}
+
+}  // namespace
+
+std::string autostartFailure(const Path& file, std::error_code error) {
+    return "What starts when you log in could not be changed. " + reasonOf(file, error);
+}
+
+AutostartPlaces autostartPlaces() {
+    AutostartPlaces places;
+    places.userFolder = userFolder("XDG_CONFIG_HOME", ".config") / "autostart";
+    for (const Path& folder : systemFolders("XDG_CONFIG_DIRS", "/etc/xdg"))
+        places.systemFolders.push_back(folder / "autostart");
+    places.program = programToStart();
+    places.desktops = partsOf(environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
+    places.variables = environmentVariable;
+    return places;
+}
+
+Status AutostartEntry::status() const { return statusOf(places_()); }
+
+std::optional<std::string> AutostartEntry::registerApplication() {
+    const AutostartPlaces places = places_();
+    switch (statusOf(places)) {
+        case Status::enabled:
+            return std::nullopt;
+        case Status::notFound:
+            return "Ovin cannot be started by itself, because the file that it was started from is no longer there. Install "
+                   "it again.";
+        case Status::requiresApproval:
+            return "Ovin has been switched off in the settings of your desktop. Allow it there, among the programs that "
+                   "start when you log in; or delete the file " +
+                   (places.userFolder / fileName).string() + " and try again.";
+        case Status::notRegistered:
+            break;
+    }
+    return explained(places, writeEnabled(places));
+}
+
+std::optional<std::string> AutostartEntry::unregisterApplication() {
+    const AutostartPlaces places = places_();
+    return explained(places, systemEntry(places) ? writeHidden(places) : removeEntry(places.userFolder / fileName));
+}
+
+}  // namespace ovin

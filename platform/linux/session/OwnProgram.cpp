@@ -1,0 +1,63 @@
+#include "platform/linux/session/OwnProgram.h"
+
+#include <unistd.h>
+
+#include <sstream>
+#include <string_view>
+#include <system_error>
+
+#include "platform/linux/system/Environment.h"
+
+namespace ovin {
+namespace {
+
+/// What the runtime of AppImages calls the folders where it mounts them.
+constexpr std::string_view mountPrefix = "/.mount_";
+
+bool liesBelow(const std::string& path, std::string folder) {
+    if (!folder.ends_with('/')) folder += '/';
+    return folder.size() > 1 && path.starts_with(folder);
+}
+
+}  // namespace
+
+bool isExecutable(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
+}
+
+std::optional<std::filesystem::path> findProgram(const std::string& name, const Variables& variables) {
+    if (name.empty()) return std::nullopt;
+    if (name.starts_with('/')) return isExecutable(name) ? std::optional(std::filesystem::path(name)) : std::nullopt;
+    // The session starts programs in a folder that is not to be known.
+    if (name.find('/') != std::string::npos) return std::nullopt;
+    std::istringstream folders(variables("PATH").value_or(""));
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        const std::filesystem::path path = std::filesystem::path(folder) / name;
+        if (path.is_absolute() && isExecutable(path)) return path;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::filesystem::path> programToStart(const std::string& running, const Variables& variables) {
+    // The variables may be those of another AppImage that has started this program.
+    const std::string mount = variables("APPDIR").value_or("");
+    if (liesBelow(running, mount) || running.find(mountPrefix) != std::string::npos) {
+        const std::filesystem::path image = liesBelow(running, mount) ? variables("APPIMAGE").value_or("") : "";
+        return image.is_absolute() && isExecutable(image) ? std::optional(image) : std::nullopt;
+    }
+    if (isExecutable(running)) return running;
+    constexpr std::string_view deleted = " (deleted)";
+    if (!running.ends_with(deleted)) return std::nullopt;
+    const std::string replaced = running.substr(0, running.size() - deleted.size());
+    return isExecutable(replaced) ? std::optional(std::filesystem::path(replaced)) : std::nullopt;
+}
+
+std::optional<std::filesystem::path> programToStart() {
+    std::error_code error;
+    const std::filesystem::path running = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) return std::nullopt;
+    return programToStart(running.string(), environmentVariable);
+}
+
+}  // namespace ovin

@@ -1,0 +1,78 @@
+#include "platform/linux/session/SingleInstance.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QThread>
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/system/DBusCall.h"
+
+namespace ovin {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+const QString connectionName = "ovin-instance";
+const QString interfaceName = "org.freedesktop.Application";
+/// Between two attempts while the other program is on its way out.
+constexpr milliseconds pause{20};
+
+/// As the interface wants it: the object's path is the name with its dots as slashes.
+QString pathOf(QString name) { return "/" + name.replace('.', '/').replace('-', '_'); }
+
+int remaining(Clock::time_point deadline) {
+    const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now()).count();
+    return static_cast<int>(std::max<milliseconds::rep>(left, 0));
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const QString& name)
+    : name_(name), bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName)) {}
+
+SingleInstance::~SingleInstance() { QDBusConnection::disconnectFromBus(connectionName); }
+
+SingleInstance::Claim SingleInstance::claim(milliseconds bound) {
+    // Whoever finds the name owned finds the object too: it is there first.
+    if (!bus_.isConnected() || !bus_.registerObject(pathOf(name_), this, QDBusConnection::ExportScriptableSlots)) {
+        return Claim::unavailable;
+    }
+    const auto deadline = Clock::now() + bound;
+    const auto call = dbusCall(name_, pathOf(name_), interfaceName, "Activate", {QVariantMap()});
+    for (int left = remaining(deadline); left > 0; left = remaining(deadline)) {
+        const auto reply = bus_.interface()->registerService(name_, QDBusConnectionInterface::DontQueueService,
+                                                             QDBusConnectionInterface::DontAllowReplacement);
+        if (!reply.isValid()) return Claim::unavailable;
+        if (reply.value() == QDBusConnectionInterface::ServiceRegistered) return Claim::first;
+        if (bus_.call(call, QDBus::Block, left).type() == QDBusMessage::ReplyMessage) return Claim::second;
+        // It went before it could answer, or does not answer at all: then there is no time left.
+        QThread::msleep(static_cast<unsigned long>(pause.count()));
+    }
+    return Claim::unresponsive;
+}
+
+void SingleInstance::onActivate(std::function<void()> handler) {
+    handler_ = std::move(handler);
+    if (handler_ && std::exchange(isWanted_, false)) activateLater();
+}
+
+/// The answer is on its way before the handler runs, so that no work of it holds up who asked.
+void SingleInstance::activateLater() {
+    if (isGivenUp_) {
+        if (calledFromDBus()) sendErrorReply(QDBusError::Failed, "The program is about to end");
+        return;
+    }
+    QMetaObject::invokeMethod(
+        this, [this] { handler_ ? handler_() : void(isWanted_ = true); }, Qt::QueuedConnection);
+}
+
+void SingleInstance::Activate(const QVariantMap&) { activateLater(); }
+
+void SingleInstance::Open(const QStringList&, const QVariantMap&) { activateLater(); }
+
+void SingleInstance::ActivateAction(const QString&, const QVariantList&, const QVariantMap&) {}
+
+}  // namespace ovin

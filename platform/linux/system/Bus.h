@@ -1,0 +1,97 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "platform/linux/system/BusValue.h"
+
+namespace ovin {
+
+/// A method call to another program.
+struct BusCall {
+    /// A Boolean argument that the method takes as a variant, as setting a property does.
+    struct Variant {
+        bool value;
+    };
+    using Argument = std::variant<std::string, std::int32_t, std::uint32_t, Variant>;
+
+    std::string destination;
+    std::string path;
+    std::string interface;
+    std::string member;
+    std::vector<Argument> arguments;
+    /// Whether the bus may start the program: asking one that is not there must not do so by itself.
+    bool mayStart = false;
+};
+
+/// The answer to a call: what it returned, or the name of an error. Names that a program gives to its errors are its own;
+/// those of this side are the bus's, such as "org.freedesktop.DBus.Error.NoReply" for an answer that did not come in time.
+struct BusReply {
+    std::string error;
+    std::vector<BusValue> values;
+
+    [[nodiscard]] bool isError() const { return !error.empty(); }
+
+    /// The first value; an empty one when there is none.
+    [[nodiscard]] BusValue first() const& { return values.empty() ? BusValue{} : values.front(); }
+    [[nodiscard]] BusValue first() && { return values.empty() ? BusValue{} : std::move(values.front()); }
+};
+
+/// A signal that some program sent.
+struct BusSignal {
+    std::string sender;
+    std::string path;
+    std::string member;
+    std::vector<BusValue> values;
+};
+
+/// A connection to a message bus. Calls may be made from any thread and any number may be under way at once: they are sent
+/// and answered by one thread, which sleeps while nothing happens, so that a program that does not answer holds up only
+/// those who wait for it. That thread gives way to the main thread.
+class Bus {
+public:
+    using Duration = std::chrono::nanoseconds;
+    /// Runs on the bus's thread and must not block.
+    using ReplyHandler = std::function<void(BusReply)>;
+    using SignalHandler = std::function<void(BusSignal)>;
+
+    /// Connects to the bus at `address`, or to the user's session bus when that is empty. Null when there is none, or
+    /// this process can open no more files.
+    [[nodiscard]] static std::unique_ptr<Bus> connect(const std::string& address = {});
+
+    Bus(const Bus&) = delete;
+    Bus& operator=(const Bus&) = delete;
+    /// Drops what is under way; handlers of unanswered calls are not run. Not on the bus's thread.
+    ~Bus();
+
+    /// Sends a call and runs `handler` once with the answer, or with an error after `timeout`.
+    void call(BusCall call, Duration timeout, ReplyHandler handler);
+
+    /// The same, waiting for the answer. Not on the bus's thread.
+    [[nodiscard]] BusReply callAndWait(BusCall call, Duration timeout);
+
+    /// Runs `handler` for every signal that matches `rule`, a match rule of the bus, until the connection goes. Returns when
+    /// the bus has begun to pass them on. Not on the bus's thread.
+    void watch(const std::string& rule, SignalHandler handler);
+
+private:
+    struct Connection;
+
+    explicit Bus(std::unique_ptr<Connection> connection);
+    void post(std::function<void()> work);
+    void run(const std::stop_token& stop);
+
+    std::unique_ptr<Connection> connection_;
+    std::mutex mutex_;
+    std::vector<std::function<void()>> posted_;
+    std::jthread thread_;
+};
+
+}  // namespace ovin

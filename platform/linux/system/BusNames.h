@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/system/Bus.h"
+
+namespace ovin {
+
+/// Unique names begin with a colon; the others are owned by one of them at a time.
+[[nodiscard]] inline bool isUniqueName(const std::string& name) { return name.starts_with(':'); }
+
+/// The error of a call that found no answer in time.
+inline constexpr const char* noReplyError = "org.freedesktop.DBus.Error.NoReply";
+
+/// A call to the bus itself.
+[[nodiscard]] inline BusCall busDaemonCall(std::string member, std::vector<BusCall::Argument> arguments = {}) {
+    return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", std::move(member),
+            std::move(arguments)};
+}
+
+/// Reads one property of an object.
+[[nodiscard]] inline BusCall propertyCall(std::string destination, std::string path, std::string interface,
+                                          std::string name) {
+    return {std::move(destination),
+            std::move(path),
+            "org.freedesktop.DBus.Properties",
+            "Get",
+            {std::move(interface), std::move(name)}};
+}
+
+/// Matches the signal that a name, or the name `name` alone, has another owner: name, old owner, new owner.
+[[nodiscard]] inline std::string nameOwnerRule(const std::string& name = {}) {
+    return "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',member='NameOwnerChanged'" +
+           (name.empty() ? "" : ",arg0='" + name + "'");
+}
+
+}  // namespace ovin

@@ -1,0 +1,139 @@
+#include "platform/linux/system/FileUserDefaults.h"
+
+#include <charconv>
+#include <iterator>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/system/XdgFolders.h"
+
+namespace ovin {
+namespace {
+
+using Value = UserDefaults::Value;
+using Values = std::map<std::string, Value, std::less<>>;
+
+std::string escaped(std::string_view text) {
+    std::string result;
+    for (const char character : text) {
+        switch (character) {
+            case '\\':
+                result += "\\\\";
+                break;
+            case '\t':
+                result += "\\t";
+                break;
+            case '\n':
+                result += "\\n";
+                break;
+            default:
+                result += character;
+        }
+    }
+    return result;
+}
+
+std::string unescaped(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\' || i + 1 == text.size()) {
+            result += text[i];
+            continue;
+        }
+        ++i;
+        result += text[i] == 't' ? '\t' : text[i] == 'n' ? '\n' : text[i];
+    }
+    return result;
+}
+
+template <typename Number>
+std::optional<Value> parsed(std::string_view text) {
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+template <typename Number>
+std::string printed(Number number) {
+    // The shortest text that reads back as the same number.
+    char buffer[64];
+    return {buffer, std::to_chars(std::begin(buffer), std::end(buffer), number).ptr};
+}
+
+struct Line {
+    std::string operator()(bool value) const { return value ? "b\t1" : "b\t0"; }
+    std::string operator()(std::int64_t value) const { return "i\t" + printed(value); }
+    std::string operator()(double value) const { return "d\t" + printed(value); }
+    std::string operator()(const std::string& value) const { return "s\t" + escaped(value); }
+};
+
+std::optional<Value> valueOf(std::string_view type, std::string_view text) {
+    if (type == "b" && (text == "0" || text == "1")) return text == "1";
+    if (type == "i") return parsed<std::int64_t>(text);
+    if (type == "d") return parsed<double>(text);
+    if (type == "s") return unescaped(text);
+    return std::nullopt;
+}
+
+Values valuesIn(const std::string& text) {
+    Values values;
+    std::istringstream lines(text);
+    std::string line;
+    while (std::getline(lines, line)) {
+        const std::size_t first = line.find('\t');
+        const std::size_t second = first == std::string::npos ? first : line.find('\t', first + 1);
+        if (second == std::string::npos) continue;
+        const std::string_view whole = line;
+        const auto value = valueOf(whole.substr(first + 1, second - first - 1), whole.substr(second + 1));
+        if (value) values.insert_or_assign(unescaped(whole.substr(0, first)), *value);
+    }
+    return values;
+}
+
+std::string textOf(const Values& values) {
+    std::string text;
+    for (const auto& [key, value] : values) text += escaped(key) + "\t" + std::visit(Line{}, value) + "\n";
+    return text;
+}
+
+}  // namespace
+
+FileUserDefaults::FileUserDefaults(std::filesystem::path path, FileSystem& fileSystem) : file_(std::move(path), fileSystem) {
+    const auto text = file_.read();
+    isReadable_ = text.has_value();
+    if (text) values_ = valuesIn(*text);
+}
+
+std::optional<Value> FileUserDefaults::object(std::string_view key) const {
+    const auto found = values_.find(key);
+    if (found == values_.end()) return std::nullopt;
+    return found->second;
+}
+
+bool FileUserDefaults::set(std::string_view key, const Value& value) {
+    Values values = values_;
+    values.insert_or_assign(std::string(key), value);
+    return replace(std::move(values));
+}
+
+bool FileUserDefaults::remove(std::string_view key) {
+    if (!values_.contains(key)) return isReadable_;
+    Values values = values_;
+    values.erase(values.find(key));
+    return replace(std::move(values));
+}
+
+bool FileUserDefaults::replace(Values values) {
+    // What is not known would be lost.
+    if (!isReadable_ || !file_.replace(textOf(values_), textOf(values))) return false;
+    values_ = std::move(values);
+    return true;
+}
+
+std::string FileUserDefaults::place() const { return file_.path().string(); }
+
+std::filesystem::path userDefaultsPath() { return userFolder("XDG_CONFIG_HOME", ".config") / "ovin" / "defaults"; }
+
+}  // namespace ovin

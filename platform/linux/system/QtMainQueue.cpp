@@ -1,0 +1,55 @@
+#include "platform/linux/system/QtMainQueue.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+namespace ovin {
+namespace {
+
+class OneShot final : public MainQueue::Timer {
+public:
+    OneShot(std::chrono::nanoseconds delay, MainQueue::Work work) {
+        timer_.setSingleShot(true);
+        timer_.setTimerType(Qt::PreciseTimer);
+        // The work may destroy its own timer, and itself with it: it runs from a copy.
+        QObject::connect(&timer_, &QTimer::timeout, [work = std::move(work)] {
+            const MainQueue::Work running = work;
+            running();
+        });
+        // A moment that has passed is as good as now; the toolkit would not start the timer at all.
+        timer_.start(std::max(std::chrono::ceil<std::chrono::milliseconds>(delay), std::chrono::milliseconds(0)));
+    }
+
+private:
+    QTimer timer_;
+};
+
+}  // namespace
+
+void QtMainQueue::async(Work work) {
+    {
+        const std::lock_guard lock(mutex_);
+        waiting_.push_back(std::move(work));
+    }
+    // One event for each piece of work, so that what the toolkit has to do between two of them is not kept waiting.
+    QCoreApplication::postEvent(&receiver_, new QEvent(QEvent::User));
+}
+
+void QtMainQueue::runNext() {
+    Work work;
+    {
+        const std::lock_guard lock(mutex_);
+        work = std::move(waiting_.front());
+        waiting_.pop_front();
+    }
+    work();
+}
+
+std::unique_ptr<MainQueue::Timer> QtMainQueue::after(std::chrono::nanoseconds delay, Work work) {
+    return std::make_unique<OneShot>(delay, std::move(work));
+}
+
+}  // namespace ovin

@@ -1,0 +1,58 @@
+#include "platform/linux/views/DisclosureWidget.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "platform/linux/drawing/QtColors.h"
+#include "platform/linux/drawing/QtFonts.h"
+#include "platform/linux/views/ViewAccessibles.h"
+
+namespace ovin {
+namespace {
+
+/// The triangle's parts of the font's size: its height, and how far it reaches.
+constexpr double halfBase = 0.32;
+constexpr double halfReach = 0.22;
+constexpr double rounding = 0.12;
+constexpr double ringRadius = 4;
+
+}  // namespace
+
+DisclosureWidget::DisclosureWidget(const DisclosureTriangle& triangle) : PressButton(triangle.tag), font_(triangle.font) {
+    installViewAccessibles();
+    setCheckable(true);
+    setChecked(triangle.isOn);
+    setAccessibleName(QString::fromStdString(triangle.accessibilityLabel));
+    setFont(qtFont(font_));
+    setFixedSize(sizeHint());
+}
+
+decltype(View::content) DisclosureWidget::content() const {
+    return DisclosureTriangle{isChecked(), font_, accessibleName().toStdString(), tag()};
+}
+
+QSize DisclosureWidget::sizeHint() const {
+    const int side = fontMetrics().height();
+    return {side, side};
+}
+
+void DisclosureWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (showsFocus()) drawFocus(painter, rect(), ringRadius, palette());
+    painter.translate(QRectF(rect()).center());
+    if (isChecked()) painter.rotate(90);
+    const double size = font_.size;
+    QPainterPath path({-halfReach * size, -halfBase * size});
+    path.lineTo(halfReach * size, 0);
+    path.lineTo(-halfReach * size, halfBase * size);
+    path.closeSubpath();
+    const bool isLit = isDown() || underMouse();
+    // One colour without opacity of its own, or the edge would show through.
+    QColor color = qtColor({SystemColor::label}, palette());
+    painter.setOpacity(isLit ? 0.85 : 0.6);
+    const QPen edge(color, rounding * size, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    painter.fillPath(path.united(QPainterPathStroker(edge).createStroke(path)), color);
+}
+
+}  // namespace ovin

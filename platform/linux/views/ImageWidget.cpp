@@ -1,0 +1,44 @@
+#include "platform/linux/views/ImageWidget.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <cmath>
+
+#include "platform/linux/drawing/QtIcons.h"
+#include "platform/linux/views/ViewAccessibles.h"
+
+namespace ovin {
+
+ImageWidget::ImageWidget(const ImageView& image)
+    : image_(image.image), size_(image.size), cornerRadius_(image.cornerRadius), icon_(qtIcon(image.image)) {
+    installViewAccessibles();
+    setAccessibleName(QString::fromStdString(image.accessibilityLabel));
+    setFixedSize(QSizeF(image.size.width, image.size.height).toSize());
+}
+
+decltype(View::content) ImageWidget::content() const {
+    const Size size{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
+    return ImageView{image_, size, cornerRadius_, accessibleName().toStdString()};
+}
+
+void ImageWidget::paintEvent(QPaintEvent*) {
+    QPixmap picture = icon_.pixmap(size(), devicePixelRatioF());
+    if (picture.isNull()) return;
+    // From here on pixels count: an icon without the exact size has an odd ratio.
+    picture.setDevicePixelRatio(1);
+    QSizeF drawn = QSizeF(picture.size()).scaled(size_.width, size_.height, Qt::KeepAspectRatio);
+    // Sides that were rounded leave no gap beside the picture.
+    if (std::abs(drawn.width() - width()) < 1 && std::abs(drawn.height() - height()) < 1) drawn = size();
+    const QRectF place(QPointF((width() - drawn.width()) / 2, (height() - drawn.height()) / 2), drawn);
+    QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    // A brush and not a clip, whose edge would have steps.
+    QBrush brush(picture);
+    brush.setTransform(QTransform::fromTranslate(place.x(), place.y())
+                           .scale(drawn.width() / picture.width(), drawn.height() / picture.height()));
+    QPainterPath path;
+    path.addRoundedRect(place, cornerRadius_, cornerRadius_);
+    painter.fillPath(path, brush);
+}
+
+}  // namespace ovin

@@ -1,0 +1,44 @@
+#include "platform/linux/views/MeasuredView.h"
+
+#include <utility>
+
+#include "platform/linux/views/QtViews.h"
+
+namespace ovin {
+namespace {
+
+using Clicked = std::function<void(int tag)>;
+
+}  // namespace
+
+struct MeasuredView::Widgets {
+    explicit Widgets(const View& measured)
+        : view(measured), root(makeWidget(view, [clicked = clicked](int tag) { (*clicked)(tag); })) {}
+
+    const View view;
+    /// Empty until the widgets are taken.
+    const std::shared_ptr<Clicked> clicked = std::make_shared<Clicked>();
+    std::unique_ptr<QWidget> root;
+};
+
+MeasuredView::MeasuredView() {
+    end_.setSingleShot(true);
+    QObject::connect(&end_, &QTimer::timeout, [this] { widgets_.reset(); });
+}
+
+MeasuredView::~MeasuredView() = default;
+
+QSize MeasuredView::fit(const View& view) {
+    widgets_ = std::make_unique<Widgets>(view);
+    end_.start(0);
+    return view.isHidden ? QSize(0, 0) : widgets_->root->sizeHint();
+}
+
+QWidget* MeasuredView::take(const View& view, const Clicked& clicked) {
+    if (!widgets_ || widgets_->view != view) return nullptr;
+    const auto taken = std::move(widgets_);
+    *taken->clicked = clicked;
+    return taken->root.release();
+}
+
+}  // namespace ovin

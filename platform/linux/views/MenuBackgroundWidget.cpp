@@ -1,0 +1,84 @@
+#include "platform/linux/views/MenuBackgroundWidget.h"
+
+#include <QBoxLayout>
+#include <QPainter>
+#include <QtMath>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/linux/drawing/QtColors.h"
+#include "platform/linux/views/QtViews.h"
+
+namespace ovin {
+namespace {
+
+/// What a translucent colour looks like on another one. Half of the edge's line lies outside of what is filled, where it
+/// would show what is below the window instead.
+QColor over(const QColor& below, const QColor& above) {
+    const float share = above.alphaF();
+    const auto mixed = [share](float under, float on) { return under + share * (on - under); };
+    return QColor::fromRgbF(mixed(below.redF(), above.redF()), mixed(below.greenF(), above.greenF()),
+                            mixed(below.blueF(), above.blueF()));
+}
+
+}  // namespace
+
+QRegion roundedRegion(const QRect& rect, double cornerRadius, Coverage coverage) {
+    QRegion region = rect.adjusted(0, qCeil(cornerRadius), 0, -qCeil(cornerRadius));
+    for (int row = 0; row < cornerRadius; ++row) {
+        // How far a row is from the corner's centre: its inner side, or its middle.
+        const double distance = std::max(0.0, cornerRadius - row - (coverage == Coverage::touch ? 1 : 0.5));
+        const double outside = cornerRadius - std::sqrt(cornerRadius * cornerRadius - distance * distance);
+        const int inset = coverage == Coverage::touch ? qFloor(outside) : qCeil(outside - 0.5);
+        const QRect line(rect.left() + inset, rect.top() + row, rect.width() - 2 * inset, 1);
+        region += line;
+        region += line.translated(0, rect.height() - 1 - 2 * row);
+    }
+    return region;
+}
+
+MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius)
+    : content_(content), cornerRadius_(cornerRadius) {
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(content);
+}
+
+decltype(View::content) MenuBackgroundWidget::content() const {
+    return MenuBackground{cornerRadius_, std::make_shared<const View>(readBack(*content_))};
+}
+
+/// The toolkit shares out the lines of a large shape among threads and waits for them, which takes longer than drawing, and
+/// far longer while a discovery keeps the processors busy. So only the corners are drawn as shapes.
+void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QColor fill = palette().color(QPalette::Window);
+    const QColor line = over(fill, qtColor({SystemColor::quaternaryLabel}, palette()));
+    const QRegion corners = this->corners();
+    const QRegion edge = QRegion(rect()) - rect().adjusted(1, 1, -1, -1);
+    for (const QRect& straight : QRegion(rect()) - corners) painter.fillRect(straight, fill);
+    for (const QRect& straight : edge - corners) painter.fillRect(straight, line);
+
+    // What an opaque window shows of the pixels that the outline only touches.
+    const bool isOpaque = !window()->testAttribute(Qt::WA_TranslucentBackground);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(fill);
+    painter.setPen(QPen(line, 1));
+    for (const QRect& corner : corners) {
+        painter.setClipRect(corner);
+        if (isOpaque) painter.fillRect(corner, line);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius_ - 0.5, cornerRadius_ - 0.5);
+    }
+}
+
+QRegion MenuBackgroundWidget::corners() const {
+    const QSize size = QSize(qCeil(cornerRadius_), qCeil(cornerRadius_)).boundedTo(QWidget::size());
+    const QPoint farthest(width() - size.width(), height() - size.height());
+    QRegion corners;
+    for (const int x : {0, farthest.x()}) {
+        for (const int y : {0, farthest.y()}) corners += QRect(QPoint(x, y), size);
+    }
+    return corners;
+}
+
+}  // namespace ovin

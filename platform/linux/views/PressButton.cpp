@@ -1,0 +1,65 @@
+#include "platform/linux/views/PressButton.h"
+
+#include <QKeyEvent>
+#include <QVariant>
+
+namespace ovin {
+namespace {
+
+const char* const toolTipProperty = "plainToolTip";
+
+bool isReturn(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+}  // namespace
+
+PressButton::PressButton(int tag) : tag_(tag) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+bool PressButton::event(QEvent* event) {
+    // Return presses what the user has gone to with the keyboard, and the window's default button otherwise.
+    if (event->type() == QEvent::ShortcutOverride && showsFocus() && isReturn(dynamic_cast<QKeyEvent&>(*event).key())) {
+        event->accept();
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+void PressButton::keyPressEvent(QKeyEvent* event) {
+    if (isReturn(event->key())) {
+        if (!event->isAutoRepeat()) click();
+    } else if (event->key() == Qt::Key_Space) {
+        QAbstractButton::keyPressEvent(event);
+    } else {
+        event->ignore();
+    }
+}
+
+void PressButton::focusInEvent(QFocusEvent* event) {
+    const Qt::FocusReason reason = event->reason();
+    // With its window, a button gets back what it had.
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        showsFocus_ = reason != Qt::MouseFocusReason;
+    QAbstractButton::focusInEvent(event);
+}
+
+void PressButton::enterEvent(QEnterEvent* event) {
+    QAbstractButton::enterEvent(event);
+    update();
+}
+
+void PressButton::leaveEvent(QEvent* event) {
+    QAbstractButton::leaveEvent(event);
+    update();
+}
+
+void setPlainToolTip(QWidget& widget, const std::string& text) {
+    const QString plain = QString::fromStdString(text);
+    widget.setProperty(toolTipProperty, plain);
+    widget.setToolTip(plain.isEmpty() ? QString() : "<span>" + plain.toHtmlEscaped() + "</span>");
+}
+
+std::string plainToolTip(const QWidget& widget) { return widget.property(toolTipProperty).toString().toStdString(); }
+
+}  // namespace ovin

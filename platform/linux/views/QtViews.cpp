@@ -1,0 +1,76 @@
+#include "platform/linux/views/QtViews.h"
+
+#include <vector>
+
+#include "platform/linux/views/DisclosureWidget.h"
+#include "platform/linux/views/ImageWidget.h"
+#include "platform/linux/views/ItemButton.h"
+#include "platform/linux/views/LabelWidget.h"
+#include "platform/linux/views/MenuBackgroundWidget.h"
+#include "platform/linux/views/PushButtonWidget.h"
+#include "platform/linux/views/SidewaysScroller.h"
+#include "platform/linux/views/SpacerWidgets.h"
+#include "platform/linux/views/StackWidget.h"
+#include "platform/linux/views/TextButtonWidget.h"
+#include "platform/linux/views/UprightScroller.h"
+
+namespace ovin {
+namespace {
+
+using Clicked = std::function<void(int tag)>;
+
+struct Make {
+    const Clicked& clicked;
+    const ExistingWidget& existing;
+
+    QWidget* operator()(const Stack& stack) const {
+        std::vector<QWidget*> views;
+        for (const View& view : stack.views) views.push_back(makeWidget(view, clicked, existing));
+        return new StackWidget(stack, views);
+    }
+    QWidget* operator()(const Label& label) const { return new LabelWidget(label); }
+    QWidget* operator()(const Button& button) const { return clickable(new ItemButton(button), button.tag); }
+    QWidget* operator()(const PushButton& button) const { return clickable(new PushButtonWidget(button), button.tag); }
+    QWidget* operator()(const DisclosureTriangle& triangle) const {
+        return clickable(new DisclosureWidget(triangle), triangle.tag);
+    }
+    QWidget* operator()(const TextButton& button) const { return clickable(new TextButtonWidget(button), button.tag); }
+    QWidget* operator()(const ImageView& image) const { return new ImageWidget(image); }
+    QWidget* operator()(const Separator& separator) const { return new SeparatorWidget(separator); }
+    QWidget* operator()(const Spacer& spacer) const { return new SpacerWidget(spacer); }
+    QWidget* operator()(const FlexibleSpace&) const { return new FlexibleSpaceWidget; }
+    QWidget* operator()(const ScrollView& scroll) const {
+        QWidget* const content = makeWidget(*scroll.content, clicked, existing);
+        if (scroll.orientation == Stack::Orientation::vertical) return new UprightScroller(content, scroll.size);
+        return new SidewaysScroller(content, scroll.size);
+    }
+    QWidget* operator()(const MenuBackground& background) const {
+        return new MenuBackgroundWidget(makeWidget(*background.content, clicked, existing), background.cornerRadius);
+    }
+
+private:
+    QWidget* clickable(QAbstractButton* button, int tag) const {
+        // Later, because the handler may delete the button while it still deals with the click.
+        QObject::connect(
+            button, &QAbstractButton::clicked, button, [clicked = clicked, tag] { clicked(tag); }, Qt::QueuedConnection);
+        return button;
+    }
+};
+
+}  // namespace
+
+QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked, const ExistingWidget& existing) {
+    if (existing) {
+        if (QWidget* const widget = existing(view)) return widget;
+    }
+    QWidget* const widget = std::visit(Make{clicked, existing}, view.content);
+    setSpacingAfter(*widget, view.spacingAfter);
+    if (view.isHidden) widget->hide();
+    return widget;
+}
+
+View readBack(const QWidget& widget) {
+    return {dynamic_cast<const ViewWidget&>(widget).content(), isHiddenOnPurpose(widget), spacingAfter(widget)};
+}
+
+}  // namespace ovin

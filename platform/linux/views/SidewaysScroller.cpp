@@ -1,0 +1,69 @@
+#include "platform/linux/views/SidewaysScroller.h"
+
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <cstdlib>
+#include <memory>
+
+#include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/StackLayout.h"
+
+namespace ovin {
+namespace {
+
+constexpr int scrollerHeight = 4;
+/// What a notch of a wheel without finer steps moves: about two buttons.
+constexpr double pointsPerNotch = 64;
+constexpr double unitsPerNotch = 120;
+
+const char* const scrollerStyle =
+    "QScrollBar { background: transparent; height: 4px; margin: 0 10px; }"
+    "QScrollBar::handle { background: palette(mid); border-radius: 2px; min-width: 24px; }"
+    "QScrollBar::add-line, QScrollBar::sub-line { width: 0; }";
+
+}  // namespace
+
+SidewaysScroller::SidewaysScroller(QWidget* content, Size size)
+    : size_(size), scroller_(new QScrollBar(Qt::Horizontal, this)) {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setAutoFillBackground(false);
+    const bool isHidden = isHiddenOnPurpose(*content);
+    setWidget(content);  // which shows it
+    content->setHidden(isHidden);
+    content->setAutoFillBackground(false);
+    content->resize(content->sizeHint().width(), qRound(size.height));
+
+    // The area's own bar would take room from the row; this one lies over it and follows it.
+    scroller_->setStyleSheet(scrollerStyle);
+    QScrollBar* const own = horizontalScrollBar();
+    connect(own, &QScrollBar::rangeChanged, scroller_, [this, own](int lowest, int highest) {
+        scroller_->setRange(lowest, highest);
+        scroller_->setPageStep(own->pageStep());
+    });
+    connect(own, &QScrollBar::valueChanged, scroller_, &QScrollBar::setValue);
+    connect(scroller_, &QScrollBar::valueChanged, own, &QScrollBar::setValue);
+    setFixedSize(QSizeF(size.width, size.height).toSize());
+}
+
+decltype(View::content) SidewaysScroller::content() const {
+    const Size shown{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
+    return ScrollView{shown, std::make_shared<const View>(readBack(*widget()))};
+}
+
+void SidewaysScroller::wheelEvent(QWheelEvent* event) {
+    const auto further = [](QPoint delta) { return std::abs(delta.x()) > std::abs(delta.y()) ? delta.x() : delta.y(); };
+    const double distance = event->hasPixelDelta() ? further(event->pixelDelta())
+                                                   : further(event->angleDelta()) / unitsPerNotch * pointsPerNotch;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - qRound(distance));
+    event->accept();
+}
+
+void SidewaysScroller::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    scroller_->setGeometry(0, height() - scrollerHeight - 1, width(), scrollerHeight);
+    scroller_->raise();
+}
+
+}  // namespace ovin

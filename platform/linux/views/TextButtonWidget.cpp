@@ -1,0 +1,41 @@
+#include "platform/linux/views/TextButtonWidget.h"
+
+#include "platform/linux/drawing/QtColors.h"
+#include "platform/linux/views/ViewAccessibles.h"
+
+namespace ovin {
+namespace {
+
+constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor::label}};
+constexpr double ringRadius = 3;
+constexpr double pressedOpacity = 0.6;
+
+}  // namespace
+
+TextButtonWidget::TextButtonWidget(const TextButton& button) : PressButton(button.tag), title_(button.title) {
+    installViewAccessibles();
+    // First: it tells assistive programs what this is, which they learn together with its text.
+    if (button.isLink) setCursor(Qt::PointingHandCursor);
+    setText(plainText(button.title));
+    setShortcut({});
+    setAccessibleName(text());
+    setPlainToolTip(*this, button.toolTip);
+}
+
+decltype(View::content) TextButtonWidget::content() const {
+    return TextButton{shownText(title_, text()), plainToolTip(*this), isLink(), tag()};
+}
+
+TextLines TextButtonWidget::lines() const { return {shownText(title_, text()), defaults, palette()}; }
+
+QSize TextButtonWidget::sizeHint() const { return lines().size(); }
+
+void TextButtonWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (showsFocus()) drawFocus(painter, rect(), ringRadius, palette());
+    if (isDown()) painter.setOpacity(pressedOpacity);
+    lines().draw(painter, {0, 0});
+}
+
+}  // namespace ovin

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/linux/drawing/TextLines.h"
+#include "platform/linux/views/PressButton.h"
+
+namespace ovin {
+
+/// Text that can be clicked. Assistive programs know it as a link where it is one, and by its text.
+class TextButtonWidget final : public PressButton {
+    Q_OBJECT
+
+public:
+    explicit TextButtonWidget(const TextButton& button);
+
+    [[nodiscard]] decltype(View::content) content() const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] bool isLink() const { return cursor().shape() == Qt::PointingHandCursor; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] TextLines lines() const;
+
+    const AttributedText title_;
+};
+
+}  // namespace ovin

@@ -1,0 +1,62 @@
+#include "platform/linux/views/ViewAccessibles.h"
+
+#include <QAccessibleWidget>
+
+#include "platform/linux/views/DisclosureWidget.h"
+#include "platform/linux/views/ImageWidget.h"
+#include "platform/linux/views/TextButtonWidget.h"
+
+namespace ovin {
+namespace {
+
+/// A button that is pressed, whatever its role and state: the toolkit would turn a checkable one without a click.
+class PressAccessible final : public QAccessibleWidget {
+public:
+    PressAccessible(PressButton& button, QAccessible::Role role) : QAccessibleWidget(&button, role), button_(button) {}
+
+    [[nodiscard]] QStringList actionNames() const override {
+        return button_.isEnabled() ? QStringList{pressAction(), setFocusAction()} : QStringList{};
+    }
+
+    void doAction(const QString& name) override {
+        if (!button_.isEnabled()) return;
+        if (name == pressAction()) return button_.click();
+        QAccessibleWidget::doAction(name);
+    }
+
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        if (!button_.isCheckable()) return state;
+        state.checkable = true;
+        state.checked = button_.isChecked();
+        state.expandable = true;
+        state.expanded = button_.isChecked();
+        state.collapsed = !button_.isChecked();
+        return state;
+    }
+
+private:
+    PressButton& button_;
+};
+
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+    if (auto* const triangle = qobject_cast<DisclosureWidget*>(object)) {
+        return new PressAccessible(*triangle, QAccessible::Button);
+    }
+    if (auto* const text = qobject_cast<TextButtonWidget*>(object)) {
+        return new PressAccessible(*text, text->isLink() ? QAccessible::Link : QAccessible::Button);
+    }
+    auto* const image = qobject_cast<ImageWidget*>(object);
+    // Decoration is nothing to speak of.
+    if (image == nullptr || image->accessibleName().isEmpty()) return nullptr;
+    return new QAccessibleWidget(image, QAccessible::Graphic);
+}
+
+}  // namespace
+
+void installViewAccessibles() {
+    // The toolkit keeps one entry for each factory, however often it is installed.
+    QAccessible::installFactory(makeAccessible);
+}
+
+}  // namespace ovin

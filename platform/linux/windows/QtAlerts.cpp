@@ -1,0 +1,51 @@
+#include "platform/linux/windows/QtAlerts.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "platform/linux/drawing/QtFonts.h"
+#include "platform/linux/windows/WindowManager.h"
+
+namespace ovin {
+namespace {
+
+constexpr Font messageFont{14, Font::Weight::semibold};
+constexpr Font informativeFont{12, Font::Weight::regular};
+constexpr int iconSide = 64;
+/// The box would be as narrow as its message, however long the explanation is.
+constexpr int leastTextWidth = 280;
+
+/// The parts of the box are the toolkit's own; the names are all that tells them apart.
+void layOut(QMessageBox& box) {
+    box.setFont(qtFont(informativeFont));
+    if (auto* const message = box.findChild<QWidget*>("qt_msgbox_label")) message->setFont(qtFont(messageFont));
+    if (auto* const text = box.findChild<QWidget*>("qt_msgbox_informativelabel")) text->setMinimumWidth(leastTextWidth);
+}
+
+}  // namespace
+
+QtAlerts::~QtAlerts() {
+    for (const QPointer<QMessageBox>& box : shown_) delete box;
+}
+
+void QtAlerts::run(const Alert& alert) {
+    std::erase_if(shown_, [](const QPointer<QMessageBox>& box) { return box.isNull(); });
+    // The icon is the program's own, which tells whose alert it is.
+    auto* const box = new QMessageBox(QMessageBox::NoIcon, "Ovin", QString::fromStdString(alert.message), QMessageBox::Ok);
+    shown_.emplace_back(box);
+    const QIcon icon = QApplication::windowIcon();
+    if (!icon.isNull()) box->setIconPixmap(icon.pixmap(QSize(iconSide, iconSide), box->devicePixelRatioF()));
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(QString::fromStdString(alert.informative));
+    layOut(*box);
+    box->setDefaultButton(QMessageBox::Ok);
+    box->button(QMessageBox::Ok)->setIcon({});
+    box->setAccessibleName(box->text());
+    box->setAccessibleDescription(box->informativeText());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::ApplicationModal);
+    WindowManager::bringToFront(*box);
+}
+
+}  // namespace ovin

@@ -1,0 +1,42 @@
+#include "platform/linux/windows/QtFloatingPanel.h"
+
+#include <QWindow>
+#include <utility>
+
+#include "platform/linux/windows/WindowManager.h"
+
+namespace ovin {
+
+QtFloatingPanel::QtFloatingPanel(const std::string& title, std::function<void(int tag)> clicked,
+                                 std::function<void()> closed)
+    : window_(new ViewWindow(
+          QString::fromStdString(title),
+          Qt::Tool | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint,
+          {std::move(clicked), std::move(closed)})) {
+    window_->setAttribute(Qt::WA_ShowWithoutActivating);
+}
+
+QtFloatingPanel::~QtFloatingPanel() { window_->dismiss(); }
+
+void QtFloatingPanel::show(const View& content, Size size, const std::optional<Point>& origin) {
+    window_->setView(content, size);
+    if (origin) window_->move(qRound(origin->x), qRound(origin->y));
+    // A window manager that put it away has taken this from it.
+    if (!window_->isVisible()) WindowManager::putOnAllDesktops(*window_);
+    window_->show();
+    window_->raise();
+    hasOrigin_ = origin.has_value();
+    if (origin) window_->windowHandle()->setFramePosition(window_->pos());
+}
+
+void QtFloatingPanel::replace(const View& content, Size size) {
+    const QPoint corner = window_->pos();
+    window_->setView(content, size);
+    QWindow* const native = window_->windowHandle();
+    if (native == nullptr || (!hasOrigin_ && native->frameMargins().isNull())) return;
+    // A new size goes to the window manager together with where the content is, which the toolkit does not know before it
+    // knows the frame: the content would stand where the frame should.
+    native->setFramePosition(corner);
+}
+
+}  // namespace ovin

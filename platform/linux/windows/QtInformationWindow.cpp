@@ -1,0 +1,48 @@
+#include "platform/linux/windows/QtInformationWindow.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/windows/WindowManager.h"
+
+namespace ovin {
+
+QtInformationWindow::QtInformationWindow(const std::string& title, const View& content, Size size,
+                                         std::function<void(int tag)> clicked)
+    : window_(new ViewWindow(QString::fromStdString(title), Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint,
+                             {std::move(clicked), [this] { closedByUser(); }})) {
+    window_->setView(content, size);
+}
+
+QtInformationWindow::~QtInformationWindow() { window_->dismiss(); }
+
+void QtInformationWindow::show() {
+    if (!isOpen()) place();
+    if (window_->isMinimized()) window_->showNormal();
+    WindowManager::bringToFront(*window_);
+}
+
+void QtInformationWindow::place() {
+    if (const auto position = window_->lastPosition()) return window_->move(*position);
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr) return;
+    const QRect room = screen->availableGeometry();
+    const QSize spare = (room.size() - window_->size()) / 2;
+    window_->move(room.topLeft() + QPoint(std::max(0, spare.width()), std::max(0, spare.height())));
+}
+
+/// The handler may destroy this window, and itself with it.
+void QtInformationWindow::closedByUser() {
+    const auto closed = closed_;
+    if (closed) closed();
+}
+
+void QtInformationWindow::close() { window_->hide(); }
+
+bool QtInformationWindow::isOpen() const { return window_->isVisible(); }
+
+void QtInformationWindow::scrollToEnd() { window_->scrollToEnd(); }
+
+}  // namespace ovin

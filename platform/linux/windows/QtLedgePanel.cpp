@@ -1,0 +1,43 @@
+#include "platform/linux/windows/QtLedgePanel.h"
+
+#include <utility>
+
+#include "platform/linux/views/QtViews.h"
+
+namespace ovin {
+namespace {
+
+std::unique_ptr<LedgeWindow> windowFrom(LedgeReserve& reserve) {
+    auto window = std::move(reserve.window);
+    if (window && !window->isUpToDate()) window.release()->deleteLater();
+    return window ? std::move(window) : std::make_unique<LedgeWindow>();
+}
+
+}  // namespace
+
+QtLedgePanel::QtLedgePanel(std::function<void(int tag)> clicked, std::shared_ptr<LedgeReserve> reserve)
+    : clicked_(std::make_shared<const std::function<void(int tag)>>(std::move(clicked))),
+      reserve_(std::move(reserve)),
+      window_(windowFrom(*reserve_)) {}
+
+QtLedgePanel::~QtLedgePanel() {
+    window_->dismiss();
+    if (reserve_->window) {
+        // The event loop deletes it: this panel may go while the window deals with a click.
+        window_.release()->deleteLater();
+        return;
+    }
+    reserve_->window = std::move(window_);
+}
+
+void QtLedgePanel::show(const View& content, const Rect& frame) {
+    // The handler outlives the call, whatever it destroys.
+    const auto deliver = [weak = std::weak_ptr(clicked_)](int tag) {
+        if (const auto clicked = weak.lock()) (*clicked)(tag);
+    };
+    QWidget* const widget =
+        makeWidget(content, deliver, [&](const View& view) { return reserve_->measured.take(view, deliver); });
+    window_->present(widget, QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect());
+}
+
+}  // namespace ovin

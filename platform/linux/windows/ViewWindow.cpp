@@ -1,0 +1,131 @@
+#include "platform/linux/windows/ViewWindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLayout>
+#include <utility>
+
+#include "platform/linux/views/PressButton.h"
+#include "platform/linux/views/PushButtonWidget.h"
+#include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/UprightScroller.h"
+
+namespace ovin {
+namespace {
+
+/// The first widget of a kind below another one, or that one itself.
+template <typename Widget, typename Condition>
+Widget* first(QWidget* root, const Condition& condition) {
+    if (auto* const itself = dynamic_cast<Widget*>(root); itself != nullptr && condition(*itself)) return itself;
+    for (QWidget* const child : root->findChildren<QWidget*>()) {
+        if (auto* const widget = dynamic_cast<Widget*>(child); widget != nullptr && condition(*widget)) return widget;
+    }
+    return nullptr;
+}
+
+UprightScroller* page(QWidget* root) {
+    return first<UprightScroller>(root, [](const UprightScroller&) { return true; });
+}
+
+}  // namespace
+
+ViewWindow::ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers handlers)
+    : QWidget(nullptr, flags), handlers_(std::make_shared<const Handlers>(std::move(handlers))) {
+    setWindowTitle(title);
+    setAccessibleName(title);
+}
+
+void ViewWindow::setView(const View& view, Size size) {
+    if (awaitsRelease()) {
+        waiting_ = Waiting{view, size};
+        return;
+    }
+    QWidget* const previous = content_;
+    // The handlers outlive the call, whatever it destroys.
+    content_ = makeWidget(view, [weak = std::weak_ptr(handlers_)](int tag) {
+        if (const auto handlers = weak.lock()) handlers->clicked(tag);
+    });
+    content_->setParent(this);
+    setFixedSize(QSizeF(size.width, size.height).toSize());
+    content_->setGeometry(rect());
+    if (!view.isHidden) content_->show();
+    if (previous == nullptr) return giveFirstFocus();
+    keepFocus(focusWidget());
+    previous->hide();
+    previous->deleteLater();
+}
+
+bool ViewWindow::awaitsRelease() {
+    // Whoever let go of a hidden window could not be seen doing it.
+    if (content_ == nullptr || !isVisible()) return false;
+    auto* const button = first<PressButton>(content_, [](const PressButton& one) { return one.isDown(); });
+    if (button == nullptr) return false;
+    // The release is told of before the click, which is delivered when the button has gone, too.
+    if (!waiting_) connect(button, &PressButton::released, this, &ViewWindow::showWaiting, Qt::QueuedConnection);
+    return true;
+}
+
+void ViewWindow::showWaiting() {
+    const auto waiting = std::exchange(waiting_, std::nullopt);
+    if (waiting) setView(waiting->view, waiting->size);
+}
+
+void ViewWindow::keepFocus(const QWidget* previous) {
+    const auto* const button = dynamic_cast<const PressButton*>(previous);
+    if (button == nullptr) return giveFirstFocus();
+    const auto isSame = [tag = button->tag()](const PressButton& other) { return other.tag() == tag; };
+    PressButton* const same = first<PressButton>(content_, isSame);
+    if (same == nullptr) return giveFirstFocus();
+    same->setFocus(button->showsFocus() ? Qt::TabFocusReason : Qt::MouseFocusReason);
+}
+
+/// A page that scrolls gets the keyboard, so that its keys work at once; the window's own keys reach their buttons anyway.
+void ViewWindow::giveFirstFocus() {
+    if (UprightScroller* const scroller = page(content_)) return scroller->setFocus(Qt::OtherFocusReason);
+    auto* const button = first<PushButtonWidget>(content_, [](const PushButtonWidget& one) {
+        return std::get<PushButton>(one.content()).keyEquivalent == KeyEquivalent::returnKey;
+    });
+    if (button != nullptr) button->setFocus(Qt::MouseFocusReason);
+}
+
+void ViewWindow::scrollToEnd() {
+    if (UprightScroller* const scroller = page(content_)) scroller->scrollToEnd();
+}
+
+void ViewWindow::dismiss() {
+    handlers_.reset();
+    waiting_.reset();
+    hide();
+    deleteLater();
+}
+
+void ViewWindow::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (!handlers_ || !handlers_->closed) return;
+    QMetaObject::invokeMethod(
+        this,
+        [weak = std::weak_ptr(handlers_)] {
+            if (const auto handlers = weak.lock()) handlers->closed();
+        },
+        Qt::QueuedConnection);
+}
+
+/// What no widget wanted may still be for the page; nothing closes the window but its buttons.
+void ViewWindow::keyPressEvent(QKeyEvent* event) {
+    UprightScroller* const scroller = page(content_);
+    event->setAccepted(scroller != nullptr && scroller->scrollBy(*event));
+}
+
+void ViewWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    content_->setGeometry(rect());
+}
+
+void ViewWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    lastPosition_ = pos();
+    showWaiting();
+}
+
+}  // namespace ovin

@@ -1,0 +1,77 @@
+#include "platform/linux/windows/WindowManager.h"
+
+#include <QtGui/qguiapplication_platform.h>
+
+#include <QGuiApplication>
+#include <QWidget>
+#include <QWindow>
+#include <cstdint>
+#include <cstring>
+
+#include "platform/linux/displays/Xcb.h"
+
+namespace ovin::WindowManager {
+namespace {
+
+/// Who asks, by the rules of the window manager: a part of the desktop that acts for the user.
+constexpr std::uint32_t askedByUser = 2;
+constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
+
+/// Null on other platforms of the toolkit.
+xcb_connection_t* connection() {
+    const auto* application = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    return application == nullptr ? nullptr : application->connection();
+}
+
+xcb_atom_t atom(xcb_connection_t* connection, const char* name) {
+    const auto question = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const FromXcb<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(connection, question, nullptr)};
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+}  // namespace
+
+void bringToFront(QWindow& window) {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) return;
+    window.raise();
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = atom(server, "_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = askedByUser;
+    message.data.data32[1] = XCB_CURRENT_TIME;
+    // The window manager deals with it after the window has been shown: both go over one connection.
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+    constexpr std::uint32_t toWindowManager = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+    char bytes[sizeof message];
+    std::memcpy(bytes, &message, sizeof message);
+    xcb_send_event(server, 0, root, toWindowManager, bytes);
+    xcb_flush(server);
+}
+
+void bringToFront(QWidget& window) {
+    window.show();
+    window.raise();
+    window.activateWindow();
+    bringToFront(*window.windowHandle());
+}
+
+void putOnAllDesktops(QWidget& window) {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) return;
+    xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                        atom(server, "_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &allDesktops);
+}
+
+bool composesWindows() {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) return false;
+    static const xcb_atom_t composer = atom(server, "_NET_WM_CM_S0");
+    const auto question = xcb_get_selection_owner(server, composer);
+    const FromXcb<xcb_get_selection_owner_reply_t> reply{xcb_get_selection_owner_reply(server, question, nullptr)};
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+}  // namespace ovin::WindowManager

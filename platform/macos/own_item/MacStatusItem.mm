@@ -1,0 +1,127 @@
+#include "platform/macos/own_item/MacStatusItem.h"
+
+#import <AppKit/AppKit.h>
+
+#include <functional>
+#include <utility>
+
+#include "platform/macos/displays/Coordinates.h"
+#include "platform/macos/drawing/NativeDrawing.h"
+#include "platform/macos/own_item/NativeMenu.h"
+#include "platform/macos/system/CallBack.h"
+#include "platform/macos/system/Strings.h"
+
+namespace {
+
+using ClickHandler = std::function<void(ovin::StatusItemClick)>;
+
+}  // namespace
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// The target of the item's button, which the item keeps alive.
+@interface OvinStatusItemTarget : NSObject
+
+/// Empty while nobody listens.
+@property(nonatomic) ClickHandler handler;
+
+- (void)clicked:(nullable id)sender;
+
+@end
+
+NS_ASSUME_NONNULL_END
+
+namespace {
+
+ovin::StatusItemClick currentClick() {
+    NSEvent* event = NSApp.currentEvent;
+    if (event == nil) return ovin::StatusItemClick::other;
+    if (event.type == NSEventTypeRightMouseUp) return ovin::StatusItemClick::rightMouseUp;
+    return event.type == NSEventTypeLeftMouseUp ? ovin::StatusItemClick::leftMouseUp : ovin::StatusItemClick::other;
+}
+
+}  // namespace
+
+@implementation OvinStatusItemTarget
+
+@synthesize handler = _handler;
+
+- (void)clicked:(id)sender {
+    (void)sender;
+    // A copy: the handler may be replaced while it runs.
+    if (const ClickHandler handler = self.handler) ovin::callBack([&] { handler(currentClick()); });
+}
+
+@end
+
+namespace ovin {
+namespace {
+
+NSStatusItem* makeItem() { return [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength]; }
+
+class MacStatusItem final : public StatusItem {
+public:
+    MacStatusItem() {
+        NSStatusBarButton* button = item_.button;
+        button.target = target_;
+        button.action = @selector(clicked:);
+        [button sendActionOn:NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp];
+    }
+
+    ~MacStatusItem() override {
+        target_.handler = nullptr;
+        [NSStatusBar.systemStatusBar removeStatusItem:item_];
+    }
+
+    void setAutosaveName(const std::string& name) override { item_.autosaveName = toNSString(name); }
+
+    void onClick(std::function<void(StatusItemClick)> handler) override { target_.handler = std::move(handler); }
+
+    void setImage(const DrawnImage& image) override { show(nativeImage(image)); }
+
+    [[nodiscard]] bool setSymbol(std::string_view name, const std::string& accessibilityDescription) override {
+        NSImage* symbol = nativeSymbol(name, accessibilityDescription);
+        if (symbol == nil) return false;
+        show(symbol);
+        return true;
+    }
+
+    void showMenu(const Menu& menu) override {
+        menu_ = nativeMenu(menu);
+        NSStatusItem* item = item_;
+        // An item with a menu reports no clicks: it has one only while the menu is open.
+        item.menu = menu_;
+        [item.button performClick:nil];
+        item.menu = nil;
+    }
+
+    [[nodiscard]] std::optional<Screen> screen() const override {
+        NSScreen* screen = item_.button.window.screen;
+        if (screen == nil) return std::nullopt;
+        return Screen{fromNative(screen.frame), fromNative(screen.visibleFrame)};
+    }
+
+private:
+    void show(NSImage* image) {
+        NSStatusBarButton* button = item_.button;
+        button.title = @"";
+        button.image = image;
+    }
+
+    NSStatusItem* const item_ = makeItem();
+    OvinStatusItemTarget* const target_ = [[OvinStatusItemTarget alloc] init];
+    /// The last one that was shown. What the user has chosen may be told after the menu has closed, and acts as long as its
+    /// entry lives.
+    NSMenu* menu_ = nil;
+};
+
+class MacStatusBar final : public StatusBar {
+public:
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override { return std::make_unique<MacStatusItem>(); }
+};
+
+}  // namespace
+
+std::unique_ptr<StatusBar> makeMacStatusBar() { return std::make_unique<MacStatusBar>(); }
+
+}  // namespace ovin

@@ -1,0 +1,41 @@
+#include "platform/macos/views/ButtonTitle.h"
+
+#include "platform/macos/drawing/NativeFonts.h"
+#include "platform/macos/views/NativeText.h"
+
+namespace ovin {
+namespace {
+
+bool isPlain(const AttributedText& title) {
+    if (title.empty()) return true;
+    return title.size() == 1 && !title.front().color && !title.front().isUnderlined;
+}
+
+/// As a plain title has it.
+TextDefaults defaults() {
+    return {[NSFont systemFontOfSize:NSFont.systemFontSize], 0, NSLineBreakByClipping, NSTextAlignmentCenter};
+}
+
+AttributedText readBackPlain(NSButton* button, const AttributedText& asked) {
+    AttributedText title = readBackText(button.title, asked);
+    if (!title.empty()) title.front().font = readBackFont(button.font, title.front().font);
+    return title;
+}
+
+}  // namespace
+
+void setTitle(NSButton* button, const AttributedText& title) {
+    // A new button has a title of its own.
+    button.title = plainText(title);
+    if (!isPlain(title)) {
+        button.attributedTitle = nativeText(title, defaults());
+    } else if (!title.empty() && title.front().font) {
+        button.font = nativeFont(*title.front().font);
+    }
+}
+
+AttributedText readBackTitle(NSButton* button, const AttributedText& asked) {
+    return isPlain(asked) ? readBackPlain(button, asked) : readBackText(button.attributedTitle, asked, defaults());
+}
+
+}  // namespace ovin

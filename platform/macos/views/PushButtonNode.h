@@ -1,0 +1,19 @@
+// For Objective-C++ files only.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/views/ClickTarget.h"
+#include "platform/macos/views/ViewNode.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// A large button with rounded ends. AppKit presses it by its key wherever the keyboard is in its window, and paints the one
+/// for the Return key as the default button.
+@interface OvinPushButtonNode : NSButton <OvinViewNode>
+
++ (instancetype)nodeWithButton:(const ovin::PushButton&)button target:(nullable OvinClickTarget*)target;
+
+@end
+
+NS_ASSUME_NONNULL_END

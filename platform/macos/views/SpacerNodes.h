@@ -1,0 +1,31 @@
+// For Objective-C++ files only.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/views/ViewNode.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// A thin horizontal line: AppKit's, as high as it wants to be.
+@interface OvinSeparatorNode : NSBox <OvinViewNode>
+
++ (instancetype)nodeWithSeparator:(const ovin::Separator&)separator;
+
+@end
+
+/// Nothing, of a height.
+@interface OvinSpacerNode : NSView <OvinViewNode>
+
++ (instancetype)nodeWithSpacer:(const ovin::Spacer&)spacer;
+
+@end
+
+/// Nothing, that holds on to its width less than any other view.
+@interface OvinFlexibleSpaceNode : NSView <OvinViewNode>
+
++ (instancetype)node;
+
+@end
+
+NS_ASSUME_NONNULL_END

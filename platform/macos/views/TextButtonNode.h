@@ -1,0 +1,18 @@
+// For Objective-C++ files only.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/views/ClickTarget.h"
+#include "platform/macos/views/ViewNode.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// Text that can be clicked. As a link it has the pointing hand over all of it, and is a link to assistive programs too.
+@interface OvinTextButtonNode : NSButton <OvinViewNode>
+
++ (instancetype)nodeWithButton:(const ovin::TextButton&)button target:(nullable OvinClickTarget*)target;
+
+@end
+
+NS_ASSUME_NONNULL_END

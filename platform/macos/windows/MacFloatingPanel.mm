@@ -1,0 +1,69 @@
+#include "platform/macos/windows/MacFloatingPanel.h"
+
+#import <AppKit/AppKit.h>
+
+#include <utility>
+
+#include "platform/macos/displays/Coordinates.h"
+#include "platform/macos/views/ClickTarget.h"
+#include "platform/macos/windows/CloseReporter.h"
+#include "platform/macos/windows/WindowContent.h"
+#include "platform/macos/windows/WindowStyles.h"
+
+namespace ovin {
+namespace {
+
+NSPanel* makePanel(const std::string& title) {
+    NSPanel* panel =
+        [[NSPanel alloc] initWithContentRect:NSZeroRect
+                                   styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                                             NSWindowStyleMaskNonactivatingPanel | NSWindowStyleMaskFullSizeContentView
+                                     backing:NSBackingStoreBuffered
+                                       defer:NO];
+    keepToItsOwner(panel);
+    coverTitleBar(panel, title);
+    // Before the level, of which this has one of its own in mind.
+    panel.floatingPanel = YES;
+    showOverPrograms(panel, NSFloatingWindowLevel);
+    return panel;
+}
+
+class MacFloatingPanel final : public FloatingPanel {
+public:
+    MacFloatingPanel(const std::string& title, ClickHandler clicked, std::function<void()> closed)
+        : clicked_(std::make_shared<const ClickHandler>(std::move(clicked))),
+          closed_(std::make_shared<const std::function<void()>>(std::move(closed))),
+          target_([[OvinClickTarget alloc] initWithHandler:clicked_]),
+          closeReporter_([[OvinCloseReporter alloc] initWithHandler:closed_]),
+          panel_(makePanel(title)) {
+        panel_.delegate = closeReporter_;
+    }
+
+    ~MacFloatingPanel() override { dismiss(panel_); }
+
+    void show(const View& content, Size size, const std::optional<Point>& origin) override {
+        setContent(panel_, content, target_);
+        [panel_ setContentSize:NSMakeSize(size.width, size.height)];
+        if (origin) [panel_ setFrameTopLeftPoint:toNative(*origin)];
+        [panel_ orderFrontRegardless];
+    }
+
+    void replace(const View& content, Size size) override { replaceContent(panel_, content, size, target_); }
+
+private:
+    /// Both go with this panel: what is still on its way then means nothing any more.
+    const std::shared_ptr<const ClickHandler> clicked_;
+    const std::shared_ptr<const std::function<void()>> closed_;
+    OvinClickTarget* const target_;
+    OvinCloseReporter* const closeReporter_;
+    NSPanel* const panel_;
+};
+
+}  // namespace
+
+std::unique_ptr<FloatingPanel> makeMacFloatingPanel(const std::string& title, std::function<void(int tag)> clicked,
+                                                    std::function<void()> closed) {
+    return std::make_unique<MacFloatingPanel>(title, std::move(clicked), std::move(closed));
+}
+
+}  // namespace ovin

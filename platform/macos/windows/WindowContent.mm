@@ -1,0 +1,77 @@
+#include "platform/macos/windows/WindowContent.h"
+
+#include <optional>
+
+#include "platform/macos/views/NativeViews.h"
+#include "platform/macos/views/Pinning.h"
+#include "platform/macos/views/ScrollNode.h"
+
+namespace ovin {
+namespace {
+
+/// The default mode is not that of a mouse button which is held down.
+void keepUntilIdle(id object) {
+    [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
+                                    block:^{
+                                      (void)object;
+                                    }];
+}
+
+/// The first view of a class at or below one, in the order in which they were added; only those for which `isMeant` holds.
+NSView* _Nullable first(NSView* root, Class kind, BOOL (^isMeant)(__kindof NSView* view)) {
+    if ([root isKindOfClass:kind] && isMeant(root)) return root;
+    for (NSView* view in root.subviews) {
+        if (NSView* found = first(view, kind, isMeant)) return found;
+    }
+    return nil;
+}
+
+/// The tag of the button that has the keyboard.
+std::optional<NSInteger> focusedTag(NSWindow* window) {
+    NSResponder* responder = window.firstResponder;
+    if (![responder isKindOfClass:NSButton.class]) return std::nullopt;
+    return static_cast<NSButton*>(responder).tag;
+}
+
+void giveKeyboard(NSWindow* window, NSInteger tag) {
+    const auto isSame = ^BOOL(NSButton* button) {
+      return button.tag == tag;
+    };
+    if (NSView* button = first(window.contentView, NSButton.class, isSame)) [window makeFirstResponder:button];
+}
+
+}  // namespace
+
+void setContent(NSWindow* window, const View& view, OvinClickTarget* target) {
+    const auto tag = focusedTag(window);
+    keepUntilIdle(window.contentView);
+    // The window lays out its content view itself, and that one what it shows.
+    NSView* content = [[NSView alloc] initWithFrame:NSZeroRect];
+    fill(content, makeNativeView(view, target));
+    window.contentView = content;
+    if (tag) giveKeyboard(window, *tag);
+}
+
+void replaceContent(NSWindow* window, const View& view, Size size, OvinClickTarget* target) {
+    const NSPoint corner = NSMakePoint(NSMinX(window.frame), NSMaxY(window.frame));
+    setContent(window, view, target);
+    [window setContentSize:NSMakeSize(size.width, size.height)];
+    [window setFrameTopLeftPoint:corner];
+}
+
+void scrollToEnd(NSWindow* window) {
+    const auto isPage = ^BOOL(OvinScrollNode* scroll) {
+      return scroll.isUpright;
+    };
+    auto* page = static_cast<OvinScrollNode*>(first(window.contentView, OvinScrollNode.class, isPage));
+    [window layoutIfNeeded];
+    [page scrollToEnd];
+}
+
+void dismiss(NSWindow* window) {
+    window.delegate = nil;
+    [window close];
+    keepUntilIdle(window);
+}
+
+}  // namespace ovin

@@ -1,0 +1,200 @@
+#include "platform/linux/own_item/QtStatusItem.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDBusArgument>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QElapsedTimer>
+#include <QThread>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/items/StatusNotifierWatcher.h"
+#include "platform/linux/system/DBusCall.h"
+
+namespace ovin {
+namespace {
+
+const QString interfaceName = "org.kde.StatusNotifierItem";
+
+template <typename Condition>
+bool becomes(Condition condition) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition() && timer.elapsed() < 20'000) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    return condition();
+}
+
+/// The item as a bar sees it, over a connection of its own.
+class QtStatusItemTest : public testing::Test {
+protected:
+    StatusNotifierWatcher watcher{QDBusConnection::sessionBus()};
+    QDBusConnection bar = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "bar");
+    QtScreens screens;
+    std::vector<StatusItemClick> clicks;
+
+    QString service() {
+        EXPECT_TRUE(becomes([this] { return watcher.registeredItems().size() == 1; }));
+        return watcher.registeredItems().value(0).section('/', 0, 0);
+    }
+
+    QDBusMessage ask(const QString& interface, const QString& method, const QVariantList& arguments) {
+        const QDBusPendingCall call =
+            bar.asyncCall(dbusCall(service(), "/StatusNotifierItem", interface, method, arguments));
+        EXPECT_TRUE(becomes([&] { return call.isFinished(); }));
+        return QDBusPendingReply<>(call).reply();
+    }
+
+    QVariant property(const QString& name) {
+        const QDBusMessage reply = ask("org.freedesktop.DBus.Properties", "Get", {interfaceName, name});
+        return reply.arguments().value(0).value<QDBusVariant>().variant();
+    }
+
+    QString toolTip() { return qdbus_cast<BusToolTip>(property("ToolTip")).title; }
+
+    void press(const QString& method) {
+        EXPECT_EQ(ask(interfaceName, method, {30, 40}).type(), QDBusMessage::ReplyMessage);
+        QCoreApplication::processEvents();
+    }
+
+    /// The item finds them all when it looks next.
+    void pressAtOnce(const std::vector<StatusItemClick>& presses) {
+        const QString item = service();
+        for (const StatusItemClick press : presses) {
+            const QString method = press == StatusItemClick::rightMouseUp ? "ContextMenu" : "Activate";
+            static_cast<void>(bar.asyncCall(dbusCall(item, "/StatusNotifierItem", interfaceName, method, {30, 40})));
+        }
+        QThread::msleep(200);
+    }
+};
+
+TEST_F(QtStatusItemTest, BarsRememberItByItsAutosaveName) {
+    QtStatusItem item(screens);
+    item.setAutosaveName("Ovin.Control");
+    EXPECT_EQ(property("Id"), "Ovin.Control");
+}
+
+TEST_F(QtStatusItemTest, AnItemThatIsKnownByAnotherNameComesBackUnderTheNewOne) {
+    QtStatusItem item(screens);
+    EXPECT_EQ(property("Id"), "Ovin");
+    const QString before = service();
+    item.setAutosaveName("Ovin.Control");
+    EXPECT_TRUE(becomes([&] {
+        const QStringList items = watcher.registeredItems();
+        return items.size() == 1 && !items.first().startsWith(before + "/");
+    }));
+    EXPECT_EQ(property("Id"), "Ovin.Control");
+}
+
+TEST_F(QtStatusItemTest, TitleAndToolTipFollowWhatIsShown) {
+    QtStatusItem item(screens);
+    item.setImage({{22, 18}, "Ovin", [](Appearance) { return std::vector<DrawnShape>(); }});
+    EXPECT_EQ(property("Title"), "Ovin");
+    EXPECT_TRUE(item.setSymbol("checkmark.circle.fill", "Finish arranging"));
+    for (const char* name : {"Title", "IconAccessibleDesc"}) EXPECT_EQ(property(name), "Finish arranging") << name;
+    EXPECT_EQ(toolTip(), "Finish arranging");
+    const auto pictures = qdbus_cast<BusPictures>(property("IconPixmap"));
+    ASSERT_EQ(pictures.size(), 2);
+    EXPECT_EQ(pictures[0].width, 18);
+    EXPECT_EQ(pictures[1].width, 36);
+    EXPECT_FALSE(item.setSymbol("no.such.symbol", "Other"));
+    EXPECT_EQ(property("Title"), "Finish arranging");
+}
+
+TEST_F(QtStatusItemTest, ItsImageIsDrawnAnewWhenTheDesktopTurnsDarkOrLight) {
+    QtStatusItem item(screens);
+    item.setImage({{22, 18}, "Ovin", [](Appearance appearance) {
+                       DrawnShape shape;
+                       shape.rect = {{0, 0}, {22, 18}};
+                       shape.fill = {appearance == Appearance::dark ? SRGB{1, 0, 0} : SRGB{0, 0, 1}};
+                       return std::vector{shape};
+                   }});
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Window, Qt::black);
+    dark.setColor(QPalette::WindowText, Qt::white);
+    QPalette light = before;
+    light.setColor(QPalette::Window, Qt::white);
+    light.setColor(QPalette::WindowText, Qt::black);
+    // Alpha, red, green and blue.
+    const auto pixel = [this] { return qdbus_cast<BusPictures>(property("IconPixmap")).at(0).pixels.left(4).toHex(); };
+    for (int turn = 0; turn < 2; ++turn) {
+        QApplication::setPalette(dark);
+        EXPECT_TRUE(becomes([&] { return pixel() == "ffff0000"; }));
+        QApplication::setPalette(light);
+        EXPECT_TRUE(becomes([&] { return pixel() == "ff0000ff"; }));
+    }
+    QApplication::setPalette(before);
+}
+
+TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
+    QtStatusItem item(screens);
+    item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
+    press("SecondaryActivate");
+    EXPECT_EQ(ask(interfaceName, "Scroll", {120, "vertical"}).type(), QDBusMessage::ReplyMessage);
+    press("Activate");
+    EXPECT_TRUE(becomes([this] { return clicks.size() == 1; }));
+    press("ContextMenu");
+    EXPECT_TRUE(becomes([this] { return clicks.size() == 2; }));
+    EXPECT_EQ(clicks, (std::vector{StatusItemClick::leftMouseUp, StatusItemClick::rightMouseUp}));
+}
+
+TEST_F(QtStatusItemTest, ClicksThatComeAtOnceAreDeliveredOneByOneAndAMenuOnlyForTheLast) {
+    constexpr auto left = StatusItemClick::leftMouseUp;
+    constexpr auto right = StatusItemClick::rightMouseUp;
+    const std::vector<std::pair<std::vector<StatusItemClick>, std::vector<StatusItemClick>>> cases{
+        {{left, left, left}, {left, left, left}},
+        {{left, right}, {left, right}},
+        {{right, left, left}, {left, left}},
+        {{right, right}, {right}}};
+    QtStatusItem item(screens);
+    item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
+    for (const auto& [made, delivered] : cases) {
+        clicks.clear();
+        pressAtOnce(made);
+        EXPECT_TRUE(becomes([this, &expected = delivered] { return clicks.size() >= expected.size(); }));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(clicks, delivered);
+    }
+}
+
+TEST_F(QtStatusItemTest, AClickMayDestroyTheItemAndTheNextOneIsForgotten) {
+    auto item = std::make_unique<QtStatusItem>(screens);
+    item->onClick([&](StatusItemClick click) {
+        clicks.push_back(click);
+        item.reset();
+    });
+    pressAtOnce({StatusItemClick::leftMouseUp, StatusItemClick::leftMouseUp});
+    EXPECT_TRUE(becomes([&] { return !item; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(clicks.size(), 1u);
+}
+
+TEST_F(QtStatusItemTest, ItsScreenIsKnownFromTheFirstClickOn) {
+    QtStatusItem item(screens);
+    EXPECT_EQ(item.screen(), std::nullopt);
+    press("Activate");
+    EXPECT_EQ(item.screen(), screens.at({30, 40}));
+    EXPECT_NE(item.screen(), std::nullopt);
+}
+
+TEST_F(QtStatusItemTest, AnItemThatIsDestroyedLeavesTheBar) {
+    {
+        const QtStatusItem item(screens);
+        EXPECT_NE(service(), "");
+    }
+    EXPECT_TRUE(becomes([this] { return watcher.registeredItems().isEmpty(); }));
+}
+
+}  // namespace
+}  // namespace ovin
+
+int main(int argumentCount, char** arguments) {
+    const QApplication application(argumentCount, arguments);
+    testing::InitGoogleTest(&argumentCount, arguments);
+    return RUN_ALL_TESTS();
+}

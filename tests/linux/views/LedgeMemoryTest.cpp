@@ -1,0 +1,94 @@
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <QCoreApplication>
+#include <QPixmapCache>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "discovery/DiscoveredItem.h"
+#include "ledge/LedgeView.h"
+#include "platform/icu/IcuText.h"
+#include "platform/linux/drawing/ItemIcon.h"
+#include "platform/linux/windows/QtWindows.h"
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define OVIN_FOREIGN_ALLOCATOR
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define OVIN_FOREIGN_ALLOCATOR
+#endif
+#endif
+
+namespace ovin {
+namespace {
+
+constexpr double widestLedge = 760;
+constexpr int openingsBefore = 30;
+constexpr int openings = 200;
+/// 100 bytes for each time that one of the twenty buttons in sight is painted would be more.
+constexpr std::size_t mostBytes = 400'000;
+/// In KiB. Full before anything is measured, whatever the toolkit keeps there.
+constexpr int pictureCache = 256;
+
+/// The toolkit's stand-in for a screen tells at each opening what it cannot do.
+class Silence {
+public:
+    Silence() : before_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+    ~Silence() { qInstallMessageHandler(before_); }
+
+private:
+    const QtMessageHandler before_;
+};
+
+/// Larger than the ledge shows it, as the pictures of many programs are.
+Image picture(std::uint8_t shade) {
+    constexpr int side = 32;
+    BusValue::Bytes bytes(static_cast<std::size_t>(4) * side * side, shade);
+    return Image(std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{side, side, bytes}));
+}
+
+std::vector<DiscoveredItem> items(int count) {
+    std::vector<DiscoveredItem> result;
+    for (int i = 0; i < count; ++i) {
+        result.push_back({AccessibilityElement(nullptr), "Application " + std::to_string(i),
+                          picture(static_cast<std::uint8_t>(i)), "", 0, std::nullopt, std::nullopt});
+    }
+    return result;
+}
+
+/// Opens a ledge with these items, lets it be painted, and closes it.
+void open(QtWindows& windows, const std::vector<DiscoveredItem>& items) {
+    View row = ledgeRow(IcuText(), items, EmptyLedge::everythingFits);
+    const Size size = windows.fittingSize(row);
+    const LedgeContent content = ledgeContent(std::move(row), size, widestLedge);
+    auto panel = windows.makeLedgePanel([](int) {});
+    panel->show(content.view, {{20, 34}, content.size});
+    QCoreApplication::processEvents();
+    panel.reset();
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST(LedgeMemory, ALedgeWithAHundredItemsThatOpensAndClosesTwoHundredTimesLeavesNoMemoryBehind) {
+#ifdef OVIN_FOREIGN_ALLOCATOR
+    GTEST_SKIP() << "The allocator of a sanitizer keeps what is freed for a while.";
+#endif
+    const Silence silence;
+    QPixmapCache::setCacheLimit(pictureCache);
+    QtWindows windows;
+    const auto shown = items(100);
+    for (int i = 0; i < openingsBefore; ++i) open(windows, shown);
+    const std::size_t before = mallinfo2().uordblks;
+    for (int i = 0; i < openings; ++i) open(windows, shown);
+    const std::size_t after = mallinfo2().uordblks;
+    EXPECT_LE(after, before + mostBytes);
+}
+
+}  // namespace
+}  // namespace ovin

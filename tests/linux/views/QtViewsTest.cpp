@@ -1,0 +1,139 @@
+#include "platform/linux/views/QtViews.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ledge/LedgeView.h"
+#include "platform/linux/applications/LinuxWorkspace.h"
+#include "platform/linux/drawing/QtDrawing.h"
+#include "platform/linux/views/ItemButton.h"
+#include "platform/linux/windows/QtWindows.h"
+#include "platform/memory/MemoryWorld.h"
+
+namespace ovin {
+namespace {
+
+class QtViewsTest : public testing::Test {
+protected:
+    MemoryWorld world;
+    MemoryElement root = world.accessibility.launch(1);
+    const Image icon{std::make_shared<NamedIcon>("text-x-generic")};
+
+    DiscoveredItem item(const std::string& name, std::optional<Image> image, std::optional<std::string> label) {
+        return {root.element(), name, std::move(image), "Title", 1, {}, std::move(label)};
+    }
+
+    static View shownAndReadBack(const View& view) {
+        const std::unique_ptr<QWidget> widget(makeWidget(view, {}));
+        widget->show();
+        return readBack(*widget);
+    }
+};
+
+TEST_F(QtViewsTest, EveryKindOfLedgeReadsBackAsItWasShown) {
+    const std::vector<DiscoveredItem> items{item("App", icon, {}), item("App", icon, "Label"), item("App", {}, "Label"),
+                                            item("App", {}, {}), item("<b>&amp;", {}, "<i>&x")};
+    for (const auto& shown : {items, {}}) {
+        const View row = ledgeRow(world.text, shown, EmptyLedge::everythingFits);
+        for (const double width : {40.0, 2000.0}) {
+            const View view = ledgeContent(row, QtWindows().fittingSize(row), width).view;
+            EXPECT_TRUE(shownAndReadBack(view) == view);
+        }
+    }
+}
+
+TEST_F(QtViewsTest, AVerticalStackAndAParagraphReadBackAsTheyWereShown) {
+    Stack stack;
+    stack.orientation = Stack::Orientation::vertical;
+    stack.alignment = Stack::Alignment::leading;
+    stack.spacing = 7;
+    stack.insets = {1, 2, 3, 4};
+    stack.views = {{Label{{{"A paragraph", Font{12, Font::Weight::semibold}, Color{SystemColor::label}}}, 120}},
+                   {Label{{{"A line", {}, {}}}, {}}}};
+    EXPECT_TRUE(shownAndReadBack({stack}) == View{stack});
+}
+
+TEST_F(QtViewsTest, AChangedWidgetReadsBackDifferently) {
+    const View row = ledgeRow(world.text, {item("App", {}, "Label")}, EmptyLedge::everythingFits);
+    const std::unique_ptr<QWidget> widget(makeWidget(row, {}));
+    widget->findChild<ItemButton*>()->setText("Other");
+    EXPECT_FALSE(readBack(*widget) == row);
+}
+
+TEST_F(QtViewsTest, ButtonsAreAsLargeAsTheySay) {
+    const View row = ledgeRow(world.text, {item("App", icon, {})}, EmptyLedge::everythingFits);
+    EXPECT_EQ(QtWindows().fittingSize(row), (Size{28 + 20, 28 + 12}));
+}
+
+TEST_F(QtViewsTest, EveryButtonIsCalledByItsToolTip) {
+    const View row = ledgeRow(world.text, {item("<b>App</b>", icon, {})}, EmptyLedge::everythingFits);
+    const std::unique_ptr<QWidget> widget(makeWidget(row, {}));
+    EXPECT_EQ(widget->findChild<ItemButton*>()->accessibleName(), "<b>App</b> — Title");
+}
+
+TEST_F(QtViewsTest, AClickDeliversTheTagEvenWhenTheHandlerDeletesTheButton) {
+    const View row = ledgeRow(world.text, std::vector(3, item("App", icon, {})), EmptyLedge::everythingFits);
+    std::unique_ptr<QWidget> widget;
+    int clicked = -1;
+    widget.reset(makeWidget(row, [&](int tag) {
+        clicked = tag;
+        widget.reset();
+    }));
+    widget->findChildren<ItemButton*>().at(2)->click();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(clicked, 2);
+    EXPECT_EQ(widget, nullptr);
+}
+
+TEST_F(QtViewsTest, AnIconThatCannotBeReadIsReplacedByAGenericOne) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("broken.png"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("no picture");
+    file.close();
+    for (const std::string& name :
+         {file.fileName().toStdString(), std::string("/nowhere.png"), std::string("no-such-icon")}) {
+        const Image image(std::make_shared<NamedIcon>(name));
+        const View row = ledgeRow(world.text, {item("App", image, {})}, EmptyLedge::everythingFits);
+        EXPECT_TRUE(shownAndReadBack(row) == row) << name;
+    }
+}
+
+TEST_F(QtViewsTest, AnOutlineStaysInsideItsShape) {
+    DrawnShape shape;
+    shape.rect = {{2, 2}, {6, 6}};
+    shape.fill = {SRGB{1, 0, 0}};
+    shape.outline = InnerOutline{{SRGB{0, 0, 1}}, 2};
+    const DrawnImage image{{10, 10}, "", [&](Appearance) { return std::vector{shape}; }};
+    const QImage picture = rendered(image, 1, QPalette());
+    EXPECT_EQ(picture.pixelColor(5, 5), QColor(255, 0, 0));
+    EXPECT_EQ(picture.pixelColor(2, 5), QColor(0, 0, 255));
+    EXPECT_EQ(picture.pixelColor(1, 5).alpha(), 0);
+}
+
+TEST_F(QtViewsTest, ImagesCountFromTheBottom) {
+    DrawnShape shape;
+    shape.rect = {{0, 0}, {10, 2}};
+    shape.fill = {SRGB{1, 0, 0}};
+    const DrawnImage image{{10, 10}, "", [&](Appearance) { return std::vector{shape}; }};
+    const QImage picture = rendered(image, 2, QPalette());
+    EXPECT_EQ(picture.size(), QSize(20, 20));
+    EXPECT_EQ(picture.pixelColor(10, 19).alpha(), 255);
+    EXPECT_EQ(picture.pixelColor(10, 0).alpha(), 0);
+}
+
+}  // namespace
+}  // namespace ovin
+
+int main(int argumentCount, char** arguments) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argumentCount, arguments);
+    testing::InitGoogleTest(&argumentCount, arguments);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,518 @@
+#include "platform/linux/windows/QtWindows.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QScrollBar>
+#include <memory>
+#include <vector>
+
+#include "platform/linux/applications/LinuxWorkspace.h"
+#include "platform/linux/views/DisclosureWidget.h"
+#include "platform/linux/views/ItemButton.h"
+#include "platform/linux/views/PushButtonWidget.h"
+#include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/UprightScroller.h"
+#include "platform/linux/windows/LedgeWindow.h"
+#include "platform/linux/windows/QtAlerts.h"
+#include "platform/linux/windows/ViewWindow.h"
+#include "tests/support/SamplePages.h"
+
+namespace ovin {
+namespace {
+
+class QtWindowsTest : public testing::Test {
+protected:
+    ~QtWindowsTest() override { handleEvents(); }
+
+    static void handleEvents() {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    static std::vector<ViewWindow*> existing() {
+        std::vector<ViewWindow*> found;
+        for (QWidget* const widget : QApplication::topLevelWidgets()) {
+            if (auto* const window = dynamic_cast<ViewWindow*>(widget)) found.push_back(window);
+        }
+        return found;
+    }
+
+    /// The only window that there is.
+    static ViewWindow& window() { return *existing().at(0); }
+
+    template <typename Widget>
+    static Widget* find(QWidget& root, int tag) {
+        for (QWidget* const child : root.findChildren<QWidget*>()) {
+            auto* const widget = dynamic_cast<Widget*>(child);
+            if (widget != nullptr && widget->tag() == tag && widget->isVisibleTo(&root)) return widget;
+        }
+        return nullptr;
+    }
+
+    std::unique_ptr<InformationWindow> page(
+        const View& view, std::function<void(int)> clicked = [](int) {}) {
+        return windows.makeInformationWindow("Page", view, windows.fittingSize(view), std::move(clicked));
+    }
+
+    QtWindows windows;
+    const Image icon{std::make_shared<NamedIcon>("text-x-generic")};
+};
+
+TEST_F(QtWindowsTest, AnInformationWindowIsHiddenUntilItIsShown) {
+    const auto shown = page(SamplePages::about(icon));
+    EXPECT_FALSE(shown->isOpen());
+    EXPECT_FALSE(window().isVisible());
+    shown->show();
+    EXPECT_TRUE(shown->isOpen());
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(window().windowTitle(), "Page");
+    shown->close();
+    EXPECT_FALSE(shown->isOpen());
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(QtWindowsTest, AWindowShowsItsViewInTheFittingSize) {
+    for (const View& view : {SamplePages::guide(icon, 300), SamplePages::about(icon), SamplePages::card(1.3, true),
+                             SamplePages::everything(icon)}) {
+        handleEvents();
+        const auto shown = page(view);
+        shown->show();
+        const auto* content = window().findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        EXPECT_TRUE(readBack(*content) == view);
+        EXPECT_EQ(content->geometry(), window().rect());
+        EXPECT_EQ(content->size(), content->sizeHint());
+    }
+}
+
+TEST_F(QtWindowsTest, AnInformationWindowOpensInTheCentreAndThenWhereTheUserLeftIt) {
+    const auto shown = page(SamplePages::about(icon));
+    shown->show();
+    const QPoint distance =
+        window().frameGeometry().center() - QGuiApplication::primaryScreen()->availableGeometry().center();
+    // The frame is not known before there is one.
+    EXPECT_LE(distance.manhattanLength(), 8);
+    window().move(37, 41);
+    shown->close();
+    shown->show();
+    EXPECT_EQ(window().pos(), QPoint(37, 41));
+}
+
+TEST_F(QtWindowsTest, AnInformationWindowReturnsToWhereItWasWhenTheUserClosedItByOtherMeansThanItsButtons) {
+    const auto shown = page(SamplePages::about(icon));
+    shown->show();
+    window().move(37, 41);
+    window().close();
+    EXPECT_FALSE(shown->isOpen());
+    shown->show();
+    EXPECT_EQ(window().pos(), QPoint(37, 41));
+}
+
+TEST_F(QtWindowsTest, APageHasTheKeyboardFromTheStartAndScrollsToItsEnd) {
+    const auto shown = page(SamplePages::guide(icon, 300));
+    shown->show();
+    auto* const scroller = dynamic_cast<UprightScroller*>(window().focusWidget());
+    ASSERT_NE(scroller, nullptr);
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), 0);
+    shown->scrollToEnd();
+    EXPECT_GT(scroller->verticalScrollBar()->value(), 300);
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), scroller->verticalScrollBar()->maximum());
+}
+
+TEST_F(QtWindowsTest, APageScrollsToItsEndAlsoBeforeItIsShown) {
+    const auto shown = page(SamplePages::guide(icon, 300));
+    shown->scrollToEnd();
+    shown->show();
+    handleEvents();
+    const auto* scroller = dynamic_cast<UprightScroller*>(window().focusWidget());
+    ASSERT_NE(scroller, nullptr);
+    EXPECT_EQ(scroller->verticalScrollBar()->value(), scroller->verticalScrollBar()->maximum());
+    EXPECT_GT(scroller->verticalScrollBar()->maximum(), 300);
+}
+
+void sendMouse(QWidget& widget, QEvent::Type type, Qt::MouseButtons buttons) {
+    const QPointF place = QRectF(widget.rect()).center();
+    QMouseEvent event(type, place, widget.mapToGlobal(place), Qt::LeftButton, buttons, {});
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+TEST_F(QtWindowsTest, AButtonThatIsHeldDownWhileThePageChangesIsClicked) {
+    std::vector<int> clicks;
+    const auto shown = page(SamplePages::guide(icon, 300), [&](int tag) { clicks.push_back(tag); });
+    shown->show();
+    const QPointer<PushButtonWidget> button = find<PushButtonWidget>(window(), SamplePages::done);
+    sendMouse(*button, QEvent::MouseButtonPress, Qt::LeftButton);
+    for (const double height : {200.0, 250.0}) {
+        const View next = SamplePages::guide(icon, height);
+        shown->replace(next, windows.fittingSize(next));
+        handleEvents();
+        ASSERT_FALSE(button.isNull()) << "it is taken from under the finger";
+    }
+    sendMouse(*button, QEvent::MouseButtonRelease, Qt::NoButton);
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{SamplePages::done});
+    const auto* content = window().findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    EXPECT_TRUE(readBack(*content) == SamplePages::guide(icon, 250)) << "the last page is not shown";
+}
+
+TEST_F(QtWindowsTest, AHandlerMayDestroyItsWindowWhileAPageWaits) {
+    std::unique_ptr<InformationWindow> shown;
+    shown = page(SamplePages::guide(icon, 300), [&](int) { shown.reset(); });
+    shown->show();
+    auto* const button = find<PushButtonWidget>(window(), SamplePages::done);
+    sendMouse(*button, QEvent::MouseButtonPress, Qt::LeftButton);
+    const View next = SamplePages::guide(icon, 200);
+    shown->replace(next, windows.fittingSize(next));
+    sendMouse(*button, QEvent::MouseButtonRelease, Qt::NoButton);
+    handleEvents();
+    EXPECT_EQ(shown, nullptr);
+    EXPECT_TRUE(existing().empty());
+}
+
+TEST_F(QtWindowsTest, AnInformationWindowTellsThatTheUserHasClosedItByOtherMeansThanItsButtonsAndMayGoThen) {
+    auto shown = page(SamplePages::about(icon));
+    shown->show();
+    window().close();
+    handleEvents();
+    int closed = 0;
+    shown->onClose([&] { ++closed; });
+    shown->show();
+    shown->close();
+    handleEvents();
+    EXPECT_EQ(closed, 0) << "the program did that";
+    shown->show();
+    shown->onClose([&] {
+        ++closed;
+        shown.reset();
+    });
+    window().close();
+    EXPECT_EQ(closed, 0);
+    handleEvents();
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(shown, nullptr);
+    EXPECT_TRUE(existing().empty());
+}
+
+TEST_F(QtWindowsTest, AHandlerMayDestroyItsWindow) {
+    std::unique_ptr<InformationWindow> shown;
+    std::vector<int> clicks;
+    shown = page(SamplePages::guide(icon, 300), [&](int tag) {
+        clicks.push_back(tag);
+        shown.reset();
+    });
+    shown->show();
+    const QPointer<QWidget> widget = &window();
+    find<PushButtonWidget>(window(), SamplePages::done)->click();
+    EXPECT_TRUE(clicks.empty());
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{SamplePages::done});
+    EXPECT_EQ(shown, nullptr);
+    EXPECT_TRUE(widget.isNull());
+}
+
+TEST_F(QtWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
+    int clicks = 0;
+    auto shown = page(SamplePages::guide(icon, 300), [&](int) { ++clicks; });
+    shown->show();
+    find<PushButtonWidget>(window(), SamplePages::done)->click();
+    shown.reset();
+    handleEvents();
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(existing().empty());
+}
+
+/// The button of the only ledge that there is.
+ItemButton* ledgeButton() {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        for (QWidget* const child : widget->findChildren<QWidget*>()) {
+            if (auto* const button = dynamic_cast<ItemButton*>(child)) return button;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(QtWindowsTest, OfTwoQuickClicksOnTheLedgeOnlyTheOneThatClosesItCounts) {
+    std::vector<int> clicks;
+    std::unique_ptr<LedgePanel> ledge;
+    ledge = windows.makeLedgePanel([&](int tag) {
+        clicks.push_back(tag);
+        ledge.reset();
+    });
+    Button button;
+    button.title = {{"Item", {}, {}}};
+    button.tag = 7;
+    ledge->show({button}, {{100, 30}, {80, 28}});
+    ASSERT_NE(ledgeButton(), nullptr);
+    ledgeButton()->click();
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{7});
+    EXPECT_EQ(ledgeButton(), nullptr);
+}
+
+View itemButton(const std::string& title, int tag) {
+    Button button;
+    button.title = {{title, {}, {}}};
+    button.tag = tag;
+    return {button};
+}
+
+View scrolling(const View& view) { return {ScrollView{{60, 28}, std::make_shared<const View>(view)}}; }
+
+TEST_F(QtWindowsTest, TheLedgeShowsTheWidgetsThatWereMeasuredForIt) {
+    for (const bool scrolls : {false, true}) {
+        handleEvents();  // the ledge before is gone then
+        std::vector<int> clicks;
+        const auto ledge = windows.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+        const View view = SamplePages::row({itemButton("Item", 7)});
+        const Size size = windows.fittingSize(view);
+        const ItemButton* const measured = ledgeButton();
+        ASSERT_NE(measured, nullptr);
+        const View content = scrolls ? scrolling(view) : view;
+        ledge->show(content, {{100, 30}, size});
+        EXPECT_EQ(ledgeButton(), measured);
+        const QWidget* shown = scrolls ? measured->window()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly)
+                                       : measured->parentWidget();
+        EXPECT_TRUE(readBack(*shown) == content);
+        ledgeButton()->click();
+        handleEvents();
+        EXPECT_EQ(clicks, std::vector<int>{7});
+    }
+}
+
+TEST_F(QtWindowsTest, TheLedgeShowsNothingThatWasMeasuredForSomethingElse) {
+    std::vector<int> clicks;
+    const auto ledge = windows.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+    (void)windows.fittingSize(itemButton("Item", 7));
+    ledge->show(itemButton("Item", 8), {{100, 30}, {80, 28}});
+    handleEvents();
+    ASSERT_NE(ledgeButton(), nullptr);
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{8});
+}
+
+TEST_F(QtWindowsTest, WhatWasMeasuredAndIsShownByNobodyIsGoneAMomentLater) {
+    (void)windows.fittingSize(itemButton("Item", 7));
+    handleEvents();
+    EXPECT_EQ(ledgeButton(), nullptr);
+}
+
+std::vector<QWidget*> ledgeWindows() {
+    std::vector<QWidget*> found;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (dynamic_cast<LedgeWindow*>(widget) != nullptr) found.push_back(widget);
+    }
+    return found;
+}
+
+TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTheOneBefore) {
+    std::vector<int> clicks;
+    const auto open = [&](const std::string& title, int tag) {
+        auto ledge = windows.makeLedgePanel([&](int clicked) { clicks.push_back(clicked); });
+        ledge->show(itemButton(title, tag), {{100, 30}, {80, 28}});
+        return ledge;
+    };
+    auto ledge = open("First", 7);
+    const std::vector<QWidget*> before = ledgeWindows();
+    ASSERT_EQ(before.size(), 1U);
+    const QPointer<ItemButton> first = ledgeButton();
+    ledge.reset();
+    EXPECT_FALSE(before[0]->isVisible());
+    // The event loop has not run: what the first one showed is not deleted yet.
+    ledge = open("Second", 8);
+    EXPECT_EQ(ledgeWindows(), before);
+    EXPECT_TRUE(before[0]->isVisible());
+    ASSERT_NE(first, nullptr);
+    EXPECT_FALSE(first->isVisible());
+    first->click();
+    handleEvents();
+    EXPECT_EQ(first, nullptr);
+    EXPECT_EQ(clicks, std::vector<int>{});
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{8});
+}
+
+TEST_F(QtWindowsTest, AnOpenLedgeThatShowsOtherItemsHasPaintedThemAtOnce) {
+    const auto ledge = windows.makeLedgePanel([](int) {});
+    for (const bool isMeasured : {false, true}) {
+        ledge->show(itemButton("First", 1), {{100, 30}, {80, 28}});
+        handleEvents();
+        const View row = SamplePages::row({itemButton("Second", 2), itemButton("Third", 3)});
+        const Size size = windows.fittingSize(row);
+        if (!isMeasured) handleEvents();
+        ledge->show(row, {{100, 30}, size});
+        QWidget& window = *ledgeWindows().at(0);
+        int shown = 0;
+        for (QWidget* const child : window.findChildren<QWidget*>()) {
+            const auto* const button = dynamic_cast<ItemButton*>(child);
+            if (button == nullptr || !button->isVisible()) continue;
+            ++shown;
+            EXPECT_GT(button->width(), 1);
+            EXPECT_TRUE(window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())));
+        }
+        EXPECT_EQ(shown, 2);
+    }
+}
+
+TEST_F(QtWindowsTest, ALedgeWithFewerItemsIsSmallerThanTheOneBefore) {
+    const auto menu = [](const View& row) { return View{MenuBackground{10, std::make_shared<const View>(row)}}; };
+    const View many = menu(SamplePages::row({itemButton("First", 1), itemButton("Second", 2), itemButton("Third", 3)}));
+    const View few = menu(SamplePages::row({itemButton("Only", 4)}));
+    const auto show = [&](LedgePanel& ledge, const View& view) {
+        const Size size = windows.fittingSize(view);
+        ledge.show(view, {{100, 30}, size});
+        const QWidget* window = ledgeWindows().at(0);
+        EXPECT_EQ(window->geometry(), QRectF(100, 30, size.width, size.height).toRect());
+        EXPECT_EQ(window->mask().boundingRect(), window->rect());
+    };
+    auto ledge = windows.makeLedgePanel([](int) {});
+    show(*ledge, many);
+    handleEvents();
+    show(*ledge, few);
+    show(*ledge, many);
+    ledge.reset();
+    handleEvents();
+    ledge = windows.makeLedgePanel([](int) {});
+    show(*ledge, few);
+    EXPECT_EQ(ledgeWindows().size(), 1U);
+}
+
+TEST_F(QtWindowsTest, TwoLedgesHaveAWindowEachAndOneOfThemIsKept) {
+    auto first = windows.makeLedgePanel([](int) {});
+    auto second = windows.makeLedgePanel([](int) {});
+    first->show(itemButton("First", 1), {{100, 30}, {80, 28}});
+    second->show(itemButton("Second", 2), {{300, 30}, {80, 28}});
+    EXPECT_EQ(ledgeWindows().size(), 2U);
+    first.reset();
+    second.reset();
+    handleEvents();
+    EXPECT_EQ(ledgeWindows().size(), 1U);
+}
+
+TEST_F(QtWindowsTest, ALedgeMayOutliveTheWindowsThatMadeIt) {
+    std::vector<int> clicks;
+    std::unique_ptr<LedgePanel> ledge;
+    {
+        QtWindows others;
+        ledge = others.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+    }
+    ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}});
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{7});
+    ledge.reset();
+    EXPECT_EQ(ledgeWindows().size(), 0U);
+}
+
+TEST_F(QtWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
+    std::unique_ptr<FloatingPanel> panel;
+    int closed = 0;
+    panel = windows.makeFloatingPanel(
+        "Card", [](int) {},
+        [&] {
+            ++closed;
+            panel.reset();
+        });
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows.fittingSize(view), Point{50, 60});
+    EXPECT_EQ(window().pos(), QPoint(50, 60));
+    EXPECT_TRUE(window().testAttribute(Qt::WA_ShowWithoutActivating));
+    window().close();
+    EXPECT_EQ(closed, 0);
+    handleEvents();
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(panel, nullptr);
+    EXPECT_TRUE(existing().empty());
+}
+
+TEST_F(QtWindowsTest, AFloatingPanelGoesSilently) {
+    int closed = 0;
+    auto panel = windows.makeFloatingPanel(
+        "Card", [](int) {}, [&] { ++closed; });
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows.fittingSize(view), {});
+    window().close();
+    panel.reset();
+    handleEvents();
+    EXPECT_EQ(closed, 0);
+}
+
+TEST_F(QtWindowsTest, AFloatingPanelStaysWhereTheUserMovedItAndItsButtonKeepsTheKeyboard) {
+    int clicked = 0;
+    auto panel = windows.makeFloatingPanel(
+        "Card", [&](int tag) { clicked = tag; }, [] {});
+    const View small = SamplePages::card(1, false);
+    const View large = SamplePages::card(1.3, true);
+    panel->show(small, windows.fittingSize(small), Point{50, 60});
+    window().move(90, 70);
+    find<DisclosureWidget>(window(), SamplePages::disclose)->setFocus(Qt::TabFocusReason);
+    for (const View& view : {large, small, large}) {
+        panel->replace(view, windows.fittingSize(view));
+        handleEvents();
+        EXPECT_EQ(window().pos(), QPoint(90, 70));
+        EXPECT_EQ(window().size().height(), static_cast<int>(windows.fittingSize(view).height));
+        EXPECT_EQ(window().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
+        auto* const triangle = find<DisclosureWidget>(window(), SamplePages::disclose);
+        ASSERT_NE(triangle, nullptr);
+        EXPECT_EQ(window().focusWidget(), triangle);
+    }
+    find<DisclosureWidget>(window(), SamplePages::disclose)->click();
+    handleEvents();
+    EXPECT_EQ(clicked, SamplePages::disclose);
+}
+
+TEST_F(QtWindowsTest, AClickOnContentThatIsReplacedMeanwhileIsDelivered) {
+    int clicked = 0;
+    auto panel = windows.makeFloatingPanel(
+        "Card", [&](int tag) { clicked = tag; }, [] {});
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows.fittingSize(view), {});
+    find<DisclosureWidget>(window(), SamplePages::disclose)->click();
+    panel->replace(view, windows.fittingSize(view));
+    handleEvents();
+    EXPECT_EQ(clicked, SamplePages::disclose);
+}
+
+std::vector<QMessageBox*> boxes() {
+    std::vector<QMessageBox*> found;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (auto* const box = dynamic_cast<QMessageBox*>(widget)) found.push_back(box);
+    }
+    return found;
+}
+
+TEST_F(QtWindowsTest, SeveralAlertsAreShownAndEachIsAcknowledgedByItself) {
+    QtAlerts alerts;
+    alerts.run({"<b>First</b>", "Why & how"});
+    alerts.run({"Second", ""});
+    ASSERT_EQ(boxes().size(), 2U);
+    QMessageBox* const first = boxes()[0]->text() == "Second" ? boxes()[1] : boxes()[0];
+    EXPECT_EQ(first->text(), "<b>First</b>");
+    EXPECT_EQ(first->textFormat(), Qt::PlainText);
+    EXPECT_EQ(first->informativeText(), "Why & how");
+    EXPECT_TRUE(first->isModal());
+    first->button(QMessageBox::Ok)->click();
+    handleEvents();
+    ASSERT_EQ(boxes().size(), 1U);
+    EXPECT_EQ(boxes()[0]->text(), "Second");
+}
+
+TEST_F(QtWindowsTest, AlertsThatNobodyAcknowledgedGoWithTheProgram) {
+    {
+        QtAlerts alerts;
+        alerts.run({"First", ""});
+        alerts.run({"Second", ""});
+        boxes()[0]->close();  // deleted later, and so perhaps after the alerts
+    }
+    EXPECT_TRUE(boxes().empty());
+    handleEvents();
+}
+
+}  // namespace
+}  // namespace ovin

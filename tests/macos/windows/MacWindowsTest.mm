@@ -1,0 +1,260 @@
+#include "platform/macos/windows/MacWindows.h"
+
+#include <gtest/gtest.h>
+
+#import <AppKit/AppKit.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/macos/displays/Coordinates.h"
+#include "platform/macos/drawing/NativeImages.h"
+#include "tests/support/SamplePages.h"
+
+namespace ovin {
+namespace {
+
+class MacWindowsTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { (void)NSApplication.sharedApplication; }
+
+    /// For as long as whatever is on its way may take.
+    static void turnRunLoop() { [NSRunLoop.mainRunLoop runUntilDate:[NSDate dateWithTimeIntervalSinceNow:0.05]]; }
+
+    /// Runs something as it comes while the user holds a mouse button down.
+    static void whileTracking(const std::function<void()>& work) {
+        const std::function<void()> kept = work;
+        [NSRunLoop.mainRunLoop performInModes:@[ NSEventTrackingRunLoopMode ]
+                                        block:^{
+                                          kept();
+                                        }];
+        [NSRunLoop.mainRunLoop runMode:NSEventTrackingRunLoopMode beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.05]];
+    }
+
+    /// The only window that is seen.
+    static NSWindow* window() {
+        for (NSWindow* window in NSApp.windows) {
+            if (window.visible) return window;
+        }
+        return nil;
+    }
+
+    static NSButton* find(NSView* root, int tag) {
+        if ([root isKindOfClass:NSButton.class] && static_cast<NSButton*>(root).tag == tag)
+            return static_cast<NSButton*>(root);
+        for (NSView* view in root.subviews) {
+            if (NSButton* found = find(view, tag)) return found;
+        }
+        return nil;
+    }
+
+    static NSButton* button(int tag) { return find(window().contentView, tag); }
+
+    std::unique_ptr<InformationWindow> page(std::function<void(int)> clicked) const {
+        const View view = SamplePages::guide(icon, 300);
+        return windows->makeInformationWindow("Page", view, windows->fittingSize(view), std::move(clicked));
+    }
+
+    const std::unique_ptr<Windows> windows = makeMacWindows();
+    const Image icon = makeImage([] { return [NSImage imageNamed:NSImageNameApplicationIcon]; });
+};
+
+TEST_F(MacWindowsTest, AnInformationWindowIsHiddenUntilItIsShown) {
+    const auto shown = page([](int) {});
+    EXPECT_FALSE(shown->isOpen());
+    shown->show();
+    EXPECT_TRUE(shown->isOpen());
+    shown->close();
+    EXPECT_FALSE(shown->isOpen());
+}
+
+TEST_F(MacWindowsTest, APageComesUpOnTheScreenThatTheUserWorksOn) {
+    const auto shown = page([](int) {});
+    NSScreen* screen = NSScreen.mainScreen;
+    shown->show();
+    EXPECT_EQ(window().screen, screen);
+}
+
+TEST_F(MacWindowsTest, AWindowHasTheFittingSizeOfItsView) {
+    const View view = SamplePages::about(icon);
+    const Size size = windows->fittingSize(view);
+    const auto shown = windows->makeInformationWindow("About", view, size, [](int) {});
+    shown->show();
+    EXPECT_GT(size.width, 250);
+    EXPECT_GT(size.height, 250);
+    EXPECT_NEAR(window().frame.size.width, size.width, 1);
+    EXPECT_NEAR(window().frame.size.height, size.height, 1);
+}
+
+TEST_F(MacWindowsTest, APageTellsThatTheUserHasPutItAwayAndNotThatTheProgramHas) {
+    int closed = 0;
+    const auto shown = page([](int) {});
+    shown->onClose([&] { ++closed; });
+    shown->show();
+    shown->close();
+    turnRunLoop();
+    EXPECT_EQ(closed, 0);
+    shown->show();
+    [window() close];
+    turnRunLoop();
+    EXPECT_EQ(closed, 1);
+}
+
+TEST_F(MacWindowsTest, WhoeverHearsThatAPageWasPutAwayMayDestroyIt) {
+    std::unique_ptr<InformationWindow> shown = page([](int) {});
+    shown->onClose([&] { shown.reset(); });
+    shown->show();
+    [window() close];
+    turnRunLoop();
+    EXPECT_EQ(shown, nullptr);
+}
+
+TEST_F(MacWindowsTest, APageKeepsItsButtonsWhileTheUserHoldsOneDown) {
+    const auto shown = page([](int) {});
+    shown->show();
+    NSButton* before = button(SamplePages::done);
+    const View about = SamplePages::about(icon);
+    whileTracking([&] {
+        shown->replace(SamplePages::guide(icon, 200), {300, 300});
+        shown->replace(about, windows->fittingSize(about));
+        EXPECT_EQ(button(SamplePages::done), before);
+    });
+    turnRunLoop();
+    EXPECT_EQ(button(SamplePages::done), nil);
+    EXPECT_NE(button(SamplePages::site), nil);
+    EXPECT_NEAR(window().frame.size.height, windows->fittingSize(about).height, 1);
+}
+
+TEST_F(MacWindowsTest, APageThatIsGoneIsNotReplaced) {
+    auto shown = page([](int) {});
+    shown->show();
+    whileTracking([&] {
+        shown->replace(SamplePages::about(icon), {300, 300});
+        shown.reset();
+    });
+    turnRunLoop();
+    EXPECT_EQ(window(), nil);
+}
+
+TEST_F(MacWindowsTest, AHandlerMayDestroyItsWindow) {
+    std::vector<int> clicks;
+    std::unique_ptr<InformationWindow> shown;
+    shown = page([&](int tag) {
+        clicks.push_back(tag);
+        shown.reset();
+    });
+    shown->show();
+    [button(SamplePages::done) performClick:nil];
+    turnRunLoop();
+    EXPECT_EQ(clicks, std::vector<int>{SamplePages::done});
+    EXPECT_EQ(shown, nullptr);
+}
+
+TEST_F(MacWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
+    int clicks = 0;
+    std::unique_ptr<LedgePanel> ledge = windows->makeLedgePanel([&](int) { ++clicks; });
+    Button item;
+    item.title = {{"Item", {}, {}}};
+    item.tag = 7;
+    ledge->show({item}, {{100, 100}, {80, 28}});
+    // The press runs the event loop for a moment, in another mode.
+    NSButton* pressed = button(7);
+    [pressed sendAction:pressed.action to:pressed.target];
+    ledge.reset();
+    turnRunLoop();
+    EXPECT_EQ(clicks, 0);
+    EXPECT_EQ(window(), nil);
+}
+
+TEST_F(MacWindowsTest, AClickOnWhatTheLedgeShowedBeforeIsForgotten) {
+    int clicks = 0;
+    const auto ledge = windows->makeLedgePanel([&](int) { ++clicks; });
+    Button item;
+    item.title = {{"Item", {}, {}}};
+    item.tag = 7;
+    ledge->show({item}, {{100, 100}, {80, 28}});
+    NSButton* pressed = button(7);
+    id target = pressed.target;
+    [pressed sendAction:pressed.action to:target];
+    ledge->show({item}, {{100, 100}, {80, 28}});
+    // A press that began before and ends now.
+    [pressed sendAction:pressed.action to:target];
+    turnRunLoop();
+    EXPECT_EQ(clicks, 0);
+    NSButton* shown = button(7);
+    [shown sendAction:shown.action to:shown.target];
+    turnRunLoop();
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(MacWindowsTest, TheLedgeStandsWhereItWasToldToAndTakesNoFocus) {
+    const auto ledge = windows->makeLedgePanel([](int) {});
+    const Rect frame{{100, 120}, {80, 28}};
+    Button item;
+    item.width = frame.size.width;
+    item.height = frame.size.height;
+    ledge->show({item}, frame);
+    EXPECT_TRUE(fromNative(window().frame) == frame);
+    EXPECT_FALSE(window().canBecomeKeyWindow);
+}
+
+TEST_F(MacWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
+    int closed = 0;
+    std::unique_ptr<FloatingPanel> panel;
+    panel = windows->makeFloatingPanel(
+        "Card", [](int) {},
+        [&] {
+            ++closed;
+            panel.reset();
+        });
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows->fittingSize(view), Point{50, 160});
+    [window() performClose:nil];
+    EXPECT_EQ(closed, 0);
+    turnRunLoop();
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(panel, nullptr);
+}
+
+TEST_F(MacWindowsTest, AFloatingPanelGoesSilently) {
+    int closed = 0;
+    auto panel = windows->makeFloatingPanel(
+        "Card", [](int) {}, [&] { ++closed; });
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows->fittingSize(view), {});
+    [window() performClose:nil];
+    panel.reset();
+    turnRunLoop();
+    EXPECT_EQ(closed, 0);
+}
+
+TEST_F(MacWindowsTest, AFloatingPanelKeepsItsTopLeftCornerAndItsButtonTheKeyboard) {
+    const auto panel = windows->makeFloatingPanel(
+        "Card", [](int) {}, [] {});
+    const View small = SamplePages::card(1, false);
+    const View large = SamplePages::card(1.3, true);
+    panel->show(small, windows->fittingSize(small), Point{60, 160});
+    [window() setFrameTopLeftPoint:toNative(Point{90, 170})];
+    [window() makeFirstResponder:button(SamplePages::disclose)];
+    for (const View& view : {large, small, large}) {
+        panel->replace(view, windows->fittingSize(view));
+        EXPECT_TRUE((fromNative(window().frame).origin == Point{90, 170}));
+        EXPECT_EQ(window().firstResponder, button(SamplePages::disclose));
+    }
+}
+
+TEST_F(MacWindowsTest, ATriangleIsTurnedByItsDescriptionAndNotByTheClick) {
+    int clicked = 0;
+    const auto panel = windows->makeFloatingPanel(
+        "Card", [&](int tag) { clicked = tag; }, [] {});
+    const View view = SamplePages::card(1, false);
+    panel->show(view, windows->fittingSize(view), {});
+    [button(SamplePages::disclose) performClick:nil];
+    EXPECT_EQ(button(SamplePages::disclose).state, NSControlStateValueOff);
+    turnRunLoop();
+    EXPECT_EQ(clicked, SamplePages::disclose);
+}
+
+}  // namespace
+}  // namespace ovin
