@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/linux/applications/DesktopEntryText.h"
+#include "platform/linux/applications/DesktopEntryFile.h"
 #include "platform/linux/system/Environment.h"
 #include "platform/linux/system/XdgFolders.h"
 
@@ -24,7 +24,7 @@ std::string_view trimmed(std::string_view text) {
 /// The name of the program that a command line starts, without its folder. Variables before the program are as rare in
 /// entries as they are legal.
 std::string executableOf(std::string_view command) {
-    const std::string program = programOfExec(command);
+    const std::string program = programOfExec(std::string(command));
     return program.substr(program.rfind('/') + 1);
 }
 

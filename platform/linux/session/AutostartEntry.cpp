@@ -1,16 +1,12 @@
 #include "platform/linux/session/AutostartEntry.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <string_view>
 #include <system_error>
 
-#include "platform/linux/applications/DesktopEntryText.h"
+#include "platform/linux/applications/DesktopEntryFile.h"
 #include "platform/linux/system/Environment.h"
 #include "platform/linux/system/ReplaceFile.h"
 #include "platform/linux/system/XdgFolders.h"
@@ -24,54 +20,42 @@ using Status = LaunchAtLogin::Status;
 constexpr const char* fileName = "org.ovin.Ovin.desktop";
 constexpr const char* iconName = "org.ovin.Ovin";
 constexpr mode_t permissions = 0644;
-/// Entries take a few kilobytes, translations included.
-constexpr std::size_t longestText = 1U << 20U;
 
 constexpr const char* switchedOffByGnome = "X-GNOME-Autostart-enabled";
 /// Tells an entry that Ovin has hidden from one that the user has.
 constexpr const char* hiddenByOvin = "X-Ovin-Unregistered";
 
-/// A file of this name that is no entry, such as a folder or something too long, reads as an empty one; nothing when there
-/// is none at all.
-std::optional<DesktopEntryText> readEntry(const Path& path) {
-    // Whatever stands there, opening and reading it must not wait.
-    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (file < 0 && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
-    if (file < 0) return DesktopEntryText("");
-    struct stat info {};
-    std::string text;
-    if (fstat(file, &info) == 0 && S_ISREG(info.st_mode)) {
-        std::array<char, 4096> part{};
-        for (ssize_t count = 0; text.size() <= longestText && (count = read(file, part.data(), part.size())) > 0;) {
-            text.append(part.data(), static_cast<std::size_t>(count));
-        }
-    }
-    close(file);
-    return DesktopEntryText(text.size() <= longestText ? text : "");
+/// What is there by this name and no entry, such as a folder or something too long, reads as an empty one; nothing when
+/// there is none at all.
+std::optional<DesktopEntryFile> readEntry(const Path& path) {
+    std::error_code error;
+    if (std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found) return std::nullopt;
+    constexpr auto all = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
+    return DesktopEntryFile::read(path, all).value_or(DesktopEntryFile());
 }
 
 bool sharesOne(const std::vector<std::string>& some, const std::vector<std::string>& others) {
     return std::find_first_of(some.begin(), some.end(), others.begin(), others.end()) != some.end();
 }
 
-bool isForThisDesktop(const DesktopEntryText& entry, const AutostartPlaces& places) {
+bool isForThisDesktop(const DesktopEntryFile& entry, const AutostartPlaces& places) {
     if (entry.value("OnlyShowIn") && !sharesOne(entry.list("OnlyShowIn"), places.desktops)) return false;
     return !sharesOne(entry.list("NotShowIn"), places.desktops);
 }
 
-bool isSwitchedOff(const DesktopEntryText& entry) {
+bool isSwitchedOff(const DesktopEntryFile& entry) {
     return entry.isTrue("Hidden") || entry.value(switchedOffByGnome) == "false";
 }
 
-bool startsThisProgram(const DesktopEntryText& entry, const AutostartPlaces& places) {
+bool startsThisProgram(const DesktopEntryFile& entry, const AutostartPlaces& places) {
     const auto required = entry.value("TryExec");
-    if (required && !findProgram(*required, places.variables)) return false;
-    const auto program = findProgram(programOfExec(entry.value("Exec").value_or("")), places.variables);
+    if (required && !findProgram(*required)) return false;
+    const auto program = findProgram(programOfExec(entry.value("Exec").value_or("")));
     std::error_code error;
     return program && places.program && std::filesystem::equivalent(*program, *places.program, error);
 }
 
-std::optional<DesktopEntryText> systemEntry(const AutostartPlaces& places) {
+std::optional<DesktopEntryFile> systemEntry(const AutostartPlaces& places) {
     for (const Path& folder : places.systemFolders) {
         if (auto entry = readEntry(folder / fileName)) return entry;
     }
@@ -91,22 +75,21 @@ Status statusOf(const AutostartPlaces& places) {
 }
 
 /// The user's entry, or the beginnings of one where there is none that could be kept.
-DesktopEntryText entryToWrite(const AutostartPlaces& places) {
-    auto entry = readEntry(places.userFolder / fileName);
-    if (!entry || !entry->hasGroup()) entry = DesktopEntryText("");
-    entry->set("Type", "Application");
-    if (!entry->value("Name")) entry->set("Name", "Ovin");
-    return *std::move(entry);
+DesktopEntryFile entryToWrite(const AutostartPlaces& places) {
+    auto entry = readEntry(places.userFolder / fileName).value_or(DesktopEntryFile());
+    entry.set("Type", "Application");
+    if (!entry.value("Name")) entry.set("Name", "Ovin");
+    return entry;
 }
 
-std::error_code write(const AutostartPlaces& places, const DesktopEntryText& entry) {
+std::error_code write(const AutostartPlaces& places, const DesktopEntryFile& entry) {
     std::error_code error;
     std::filesystem::create_directories(places.userFolder, error);
     return error ? error : replaceFile(places.userFolder / fileName, entry.text(), permissions);
 }
 
 std::error_code writeEnabled(const AutostartPlaces& places) {
-    DesktopEntryText entry = entryToWrite(places);
+    DesktopEntryFile entry = entryToWrite(places);
     for (const char* key : {"Hidden", switchedOffByGnome, hiddenByOvin}) entry.remove(key);
     if (!isForThisDesktop(entry, places)) {
         for (const char* key : {"OnlyShowIn", "NotShowIn"}) entry.remove(key);
@@ -119,7 +102,7 @@ std::error_code writeEnabled(const AutostartPlaces& places) {
 }
 
 std::error_code writeHidden(const AutostartPlaces& places) {
-    DesktopEntryText entry = entryToWrite(places);
+    DesktopEntryFile entry = entryToWrite(places);
     if (!entry.value("Exec")) entry.set("Exec", "ovin");
     entry.set("Hidden", "true");
     entry.set(hiddenByOvin, "true");
@@ -163,7 +146,6 @@ AutostartPlaces autostartPlaces() {
         places.systemFolders.push_back(folder / "autostart");
     places.program = programToStart();
     places.desktops = partsOf(environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
-    places.variables = environmentVariable;
     return places;
 }
 

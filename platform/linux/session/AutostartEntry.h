@@ -22,7 +22,6 @@ struct AutostartPlaces {
     std::optional<std::filesystem::path> program;
     /// The names of the running desktop.
     std::vector<std::string> desktops;
-    Variables variables;
 };
 
 /// By the XDG rules, from the environment of this process.

@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <sstream>
 #include <string_view>
 #include <system_error>
 
@@ -24,19 +23,6 @@ bool liesBelow(const std::string& path, std::string folder) {
 bool isExecutable(const std::filesystem::path& path) {
     std::error_code error;
     return std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
-}
-
-std::optional<std::filesystem::path> findProgram(const std::string& name, const Variables& variables) {
-    if (name.empty()) return std::nullopt;
-    if (name.starts_with('/')) return isExecutable(name) ? std::optional(std::filesystem::path(name)) : std::nullopt;
-    // The session starts programs in a folder that is not to be known.
-    if (name.find('/') != std::string::npos) return std::nullopt;
-    std::istringstream folders(variables("PATH").value_or(""));
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        const std::filesystem::path path = std::filesystem::path(folder) / name;
-        if (path.is_absolute() && isExecutable(path)) return path;
-    }
-    return std::nullopt;
 }
 
 std::optional<std::filesystem::path> programToStart(const std::string& running, const Variables& variables) {

@@ -22,8 +22,4 @@ using Variables = std::function<std::optional<std::string>(const std::string& na
 /// Whether a path is that of a file that this user can run.
 [[nodiscard]] bool isExecutable(const std::filesystem::path& path);
 
-/// What a shell would run by a name: an absolute path itself, anything else from the folders in PATH. Nothing when that is
-/// not to be found or cannot be run.
-[[nodiscard]] std::optional<std::filesystem::path> findProgram(const std::string& name, const Variables& variables);
-
 }  // namespace ovin

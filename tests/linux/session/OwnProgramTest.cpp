@@ -76,18 +76,5 @@ TEST_F(OwnProgram, TheImageOfAnotherProgramIsNotOurs) {
     EXPECT_EQ(programToStart(program(".mount_OvinXY/ovin"), variables()), std::nullopt);
 }
 
-TEST_F(OwnProgram, ANameIsLookedUpInThePathAndAPathIsNot) {
-    const std::string ovin = program("second/ovin");
-    std::filesystem::create_directories(path("first/ovin"));
-    environment["PATH"] = "relative::" + path("first") + ":" + path("second");
-    EXPECT_EQ(findProgram("ovin", variables()), ovin);
-    EXPECT_EQ(findProgram(ovin, variables()), ovin);
-    EXPECT_EQ(findProgram("second/ovin", variables()), std::nullopt);
-    EXPECT_EQ(findProgram(path("first/ovin"), variables()), std::nullopt) << "a folder";
-    EXPECT_EQ(findProgram("", variables()), std::nullopt);
-    environment.clear();
-    EXPECT_EQ(findProgram("ovin", variables()), std::nullopt);
-}
-
 }  // namespace
 }  // namespace ovin

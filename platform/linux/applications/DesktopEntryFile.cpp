@@ -1,0 +1,103 @@
+#include "platform/linux/applications/DesktopEntryFile.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <system_error>
+
+namespace ovin {
+namespace {
+
+constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
+/// Entries take a few kilobytes, translations included.
+constexpr std::uintmax_t longestFile = 1U << 20U;
+
+/// Takes over a text of GLib's.
+std::optional<std::string> taken(char* text) {
+    if (text == nullptr) return std::nullopt;
+    std::string result = text;
+    g_free(text);
+    return result;
+}
+
+/// Takes over a list of texts.
+std::vector<std::string> taken(char** texts) {
+    std::vector<std::string> result;
+    for (char** text = texts; text != nullptr && *text != nullptr; ++text) result.emplace_back(*text);
+    g_strfreev(texts);
+    return result;
+}
+
+}  // namespace
+
+std::optional<DesktopEntryFile> DesktopEntryFile::read(const std::filesystem::path& path, GKeyFileFlags flags) {
+    std::error_code error;
+    // Opening anything else might wait.
+    if (!std::filesystem::is_regular_file(path, error) || std::filesystem::file_size(path, error) > longestFile) {
+        return std::nullopt;
+    }
+    DesktopEntryFile entry;
+    const bool isRead = g_key_file_load_from_file(entry.file_.get(), path.c_str(), flags, nullptr) != FALSE;
+    if (!isRead || g_key_file_has_group(entry.file_.get(), group) == FALSE) return std::nullopt;
+    return entry;
+}
+
+std::optional<std::string> DesktopEntryFile::value(const std::string& key) const {
+    return taken(g_key_file_get_string(file_.get(), group, key.c_str(), nullptr));
+}
+
+std::optional<std::string> DesktopEntryFile::localizedValue(const std::string& key) const {
+    return taken(g_key_file_get_locale_string(file_.get(), group, key.c_str(), nullptr, nullptr));
+}
+
+std::vector<std::string> DesktopEntryFile::list(const std::string& key) const {
+    return taken(g_key_file_get_string_list(file_.get(), group, key.c_str(), nullptr, nullptr));
+}
+
+bool DesktopEntryFile::isTrue(const std::string& key) const {
+    return g_key_file_get_boolean(file_.get(), group, key.c_str(), nullptr) != FALSE;
+}
+
+void DesktopEntryFile::set(const std::string& key, const std::string& value) {
+    g_key_file_set_string(file_.get(), group, key.c_str(), value.c_str());
+}
+
+void DesktopEntryFile::remove(const std::string& key) { g_key_file_remove_key(file_.get(), group, key.c_str(), nullptr); }
+
+std::string DesktopEntryFile::text() const { return taken(g_key_file_to_data(file_.get(), nullptr, nullptr)).value_or(""); }
+
+std::string execCommand(const std::string& program) {
+    constexpr std::string_view needBackslash = "\"`$\\";
+    std::string result = "\"";
+    for (const char character : program) {
+        if (needBackslash.find(character) != std::string_view::npos) result += '\\';
+        // One alone would stand for what the program is to open.
+        if (character == '%') result += '%';
+        result += character;
+    }
+    return result + "\"";
+}
+
+std::string programOfExec(const std::string& command) {
+    char** parsed = nullptr;
+    // What entries may have of a shell's rules is what GLib, and with it many a desktop, makes of them.
+    if (g_shell_parse_argv(command.c_str(), nullptr, &parsed, nullptr) == FALSE) return {};
+    const std::vector<std::string> words = taken(parsed);
+    auto word = words.begin();
+    if (std::filesystem::path(*word).filename() == "env") {
+        word = std::find_if(word + 1, words.end(), [](const std::string& argument) {
+            return !argument.starts_with('-') && argument.find('=') == std::string::npos;
+        });
+    }
+    std::string program = word == words.end() ? std::string() : *word;
+    for (std::size_t at = 0; (at = program.find("%%", at)) != std::string::npos; ++at) program.erase(at, 1);
+    return program;
+}
+
+std::optional<std::filesystem::path> findProgram(const std::string& program) {
+    const std::filesystem::path path = program;
+    // The session starts programs in a folder that is not to be known.
+    if (path.is_relative() && path.has_parent_path()) return std::nullopt;
+    return taken(g_find_program_in_path(program.c_str()));
+}
+
+}  // namespace ovin
