@@ -31,8 +31,7 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
       items_(*session_),
       accessibilityBus_(*session_),
       watcher_(QDBusConnection::sessionBus()),
-      workspace_(processes_, items_, DesktopEntries(dataFolders(), messageLanguage()), process_.bundleIdentifier(),
-                 mainQueue_, log_),
+      workspace_(processes_, items_, process_.bundleIdentifier(), mainQueue_, log_),
       defaults_(userDefaultsPath()),
       accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {
     if (!defaults_.isReadable())

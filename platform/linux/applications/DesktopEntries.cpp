@@ -1,102 +1,110 @@
 #include "platform/linux/applications/DesktopEntries.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
-#include <fstream>
-#include <iterator>
+#include <ctime>
+#include <optional>
+#include <set>
 #include <system_error>
-#include <utility>
+#include <tuple>
 
 #include "platform/linux/applications/DesktopEntryFile.h"
-#include "platform/linux/system/Environment.h"
 #include "platform/linux/system/XdgFolders.h"
 
 namespace ovin {
 namespace {
 
-using Group = std::map<std::string, std::string>;
+using Path = std::filesystem::path;
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(" \t\r");
-    if (start == std::string_view::npos) return {};
-    return text.substr(start, text.find_last_not_of(" \t\r") - start + 1);
+constexpr const char* extension = ".desktop";
+
+/// Which folder it is, and when something in it was added, removed or replaced. A folder that is missing has one, too.
+using FolderState = std::tuple<ino_t, time_t, long>;
+
+FolderState stateOf(const Path& folder) {
+    struct stat info {};
+    if (stat(folder.c_str(), &info) != 0) return {};
+    return {info.st_ino, info.st_ctim.tv_sec, info.st_ctim.tv_nsec};
 }
 
-/// The name of the program that a command line starts, without its folder. Variables before the program are as rare in
-/// entries as they are legal.
-std::string executableOf(std::string_view command) {
-    const std::string program = programOfExec(std::string(command));
-    return program.substr(program.rfind('/') + 1);
+/// The state of a folder that is about to be read. What changes within the same tick of the kernel's clock afterwards would
+/// not be noticed; such a folder is read again.
+FolderState stateBeforeReading(const Path& folder) {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    const auto state = stateOf(folder);
+    const auto& [inode, seconds, nanoseconds] = state;
+    return std::tie(seconds, nanoseconds) < std::tie(now.tv_sec, now.tv_nsec) ? state : FolderState{inode, 0, 0};
 }
 
-/// "de_DE.UTF-8@euro" is tried as "de_DE" and then as "de"; without either the untranslated value counts.
-std::string localizedValue(const Group& group, const std::string& key, const std::string& language) {
-    const std::string territory = language.substr(0, language.find_first_of(".@"));
-    for (const std::string& locale : {territory, territory.substr(0, territory.find('_'))}) {
-        const auto value = group.find(key + "[" + locale + "]");
-        if (value != group.end()) return value->second;
-    }
-    const auto value = group.find(key);
-    return value == group.end() ? std::string() : value->second;
+/// The id of an entry: folders count, and stand before a hyphen.
+std::string idOf(const Path& file, const Path& folder) {
+    std::string id = file.lexically_relative(folder).replace_extension().string();
+    std::replace(id.begin(), id.end(), '/', '-');
+    return id;
 }
 
-/// What stands in the group "Desktop Entry".
-Group groupIn(std::string_view text) {
-    Group group;
-    bool isInGroup = false;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        const std::string_view line = trimmed(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-        if (line.starts_with('[')) isInGroup = line == "[Desktop Entry]";
-        const std::size_t equals = line.find('=');
-        if (!isInGroup || line.starts_with('#') || equals == std::string_view::npos) continue;
-        group.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
-    }
-    return group;
-}
-
-Group readGroup(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return groupIn(std::string(std::istreambuf_iterator<char>(file), {}));
+/// The last component of the program that an entry runs; empty when it runs none that is there.
+std::string executableOf(const DesktopEntryFile& entry) {
+    const auto required = entry.value("TryExec");
+    if (required && !findProgram(*required)) return {};
+    return Path(programOfExec(entry.value("Exec").value_or(""))).filename().string();
 }
 
 }  // namespace
 
-DesktopEntries::DesktopEntries(const std::vector<std::filesystem::path>& dataFolders, const std::string& language) {
-    for (const std::filesystem::path& folder : dataFolders) {
+struct DesktopEntries::Reading {
+    ByExecutable byExecutable;
+    std::set<std::string> ids;
+    std::map<Path, FolderState> folders;
+
+    [[nodiscard]] bool isCurrent() const {
+        return std::all_of(folders.begin(), folders.end(),
+                           [](const auto& folder) { return stateOf(folder.first) == folder.second; });
+    }
+
+    void readFolder(const Path& folder) {
+        std::map<std::string, Path> files;
+        folders[folder] = stateBeforeReading(folder);
         std::error_code error;
-        std::filesystem::directory_iterator files(folder / "applications", error);
-        for (; !error && files != std::filesystem::directory_iterator(); files.increment(error)) {
-            if (files->path().extension() != ".desktop") continue;
-            const Group group = readGroup(files->path());
-            const auto command = group.find("Exec");
-            const std::string executable = command == group.end() ? std::string() : executableOf(command->second);
-            // A process whose program is not to be known is none of these.
-            if (executable.empty()) continue;
-            byExecutable_.emplace(executable,
-                                  DesktopEntry{files->path().stem().string(), localizedValue(group, "Name", language),
-                                               localizedValue(group, "Icon", language)});
+        std::filesystem::recursive_directory_iterator each(folder, error);
+        for (; !error && each != std::filesystem::recursive_directory_iterator(); each.increment(error)) {
+            std::error_code ignored;
+            if (each->is_directory(ignored)) folders[each->path()] = stateBeforeReading(each->path());
+            if (each->path().extension() == extension) files.emplace(idOf(each->path(), folder), each->path());
+        }
+        for (const auto& [id, path] : files) {
+            if (!ids.contains(id)) readEntry(id, path);
         }
     }
+
+    /// An entry that runs nothing, such as one that only takes another out of menus, hides none here: a program that runs
+    /// has a name all the same.
+    void readEntry(const std::string& id, const Path& path) {
+        const auto entry = DesktopEntryFile::read(path);
+        const std::string executable = entry ? executableOf(*entry) : std::string();
+        if (executable.empty()) return;
+        ids.insert(id);
+        byExecutable.emplace(executable, DesktopEntry{id, entry->localizedValue("Name").value_or(""),
+                                                      entry->localizedValue("Icon").value_or("")});
+    }
+};
+
+std::shared_ptr<const DesktopEntries::ByExecutable> DesktopEntries::current() const {
+    const std::lock_guard lock(mutex_);
+    if (!reading_ || !reading_->isCurrent()) {
+        const auto reading = std::make_shared<Reading>();
+        for (const Path& folder : dataFolders_) reading->readFolder(folder / "applications");
+        reading_ = reading;
+    }
+    return {reading_, &reading_->byExecutable};
 }
 
-std::optional<DesktopEntry> DesktopEntries::entryFor(const std::string& executable) const {
-    const auto found = byExecutable_.find(executable);
-    if (found == byExecutable_.end()) return std::nullopt;
-    return found->second;
-}
-
-std::vector<std::filesystem::path> dataFolders() {
+std::vector<Path> dataFolders() {
     auto folders = systemFolders("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
     folders.insert(folders.begin(), userFolder("XDG_DATA_HOME", ".local/share"));
     return folders;
-}
-
-std::string messageLanguage() {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        if (auto value = environmentVariable(name); value && !value->empty()) return *std::move(value);
-    }
-    return {};
 }
 
 }  // namespace ovin

@@ -2,40 +2,47 @@
 
 #include <filesystem>
 #include <map>
-#include <optional>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ovin {
 
 /// What an installed application says about itself.
 struct DesktopEntry {
-    /// The name of its file without the folder and ".desktop", for example "org.kde.kate".
+    /// The id of its entry without ".desktop", for example "org.kde.kate".
     std::string id;
-    /// Its name in the user's language.
+    /// Its name in the user's language; empty when it has none.
     std::string name;
     /// The name of its icon in the icon theme, or an absolute path; empty when it has none.
     std::string icon;
 };
 
-/// The applications that are installed, by the program that each of them runs. Read once.
+/// The applications that are installed, those that no menu shows included. They are read when they are first asked for, and
+/// again once something has been installed, removed or replaced; what somebody changes within a file is not noticed. Any
+/// thread.
 class DesktopEntries {
 public:
-    /// Reads the entries below `dataFolders`, each of which takes precedence over those behind it. `language` is a locale
-    /// such as "de_DE.UTF-8".
-    DesktopEntries(const std::vector<std::filesystem::path>& dataFolders, const std::string& language);
+    /// By the last component of the path of the program that each of them runs.
+    using ByExecutable = std::map<std::string, DesktopEntry>;
 
-    /// The application that runs an executable; `executable` is the last component of its path.
-    [[nodiscard]] std::optional<DesktopEntry> entryFor(const std::string& executable) const;
+    /// Those in the folders "applications" of `dataFolders`, each of which takes precedence over those behind it.
+    explicit DesktopEntries(std::vector<std::filesystem::path> dataFolders) : dataFolders_(std::move(dataFolders)) {}
+
+    /// As they are now. Of several that run the same program, it is the one in the first folder, and there the first by id.
+    [[nodiscard]] std::shared_ptr<const ByExecutable> current() const;
 
 private:
-    std::map<std::string, DesktopEntry> byExecutable_;
+    struct Reading;
+
+    const std::vector<std::filesystem::path> dataFolders_;
+    mutable std::mutex mutex_;
+    mutable std::shared_ptr<const Reading> reading_;
 };
 
 /// The user's data folders in order of precedence, from the environment.
 [[nodiscard]] std::vector<std::filesystem::path> dataFolders();
-
-/// The language of messages, from the environment.
-[[nodiscard]] std::string messageLanguage();
 
 }  // namespace ovin

@@ -54,11 +54,10 @@ struct LinuxWorkspace::Outlet {
     MainQueue* queue;
 };
 
-LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
+LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items,
                                std::string ownBundleIdentifier, MainQueue& mainQueue, SystemLog& log)
     : processes_(processes),
       items_(items),
-      entries_(std::move(entries)),
       ownBundleIdentifier_(std::move(ownBundleIdentifier)),
       outlet_(std::make_shared<Outlet>()),
       urls_(log) {
@@ -81,18 +80,20 @@ void LinuxWorkspace::observeApplications(std::function<void()> handler) {
 
 std::vector<RunningApplication> LinuxWorkspace::runningApplications() const {
     std::vector<RunningApplication> applications;
-    for (const ProcessID pid : processes_.processes()) applications.push_back(describe(pid));
+    const auto entries = entries_.current();
+    for (const ProcessID pid : processes_.processes()) applications.push_back(describe(pid, *entries));
     return applications;
 }
 
-RunningApplication LinuxWorkspace::describe(ProcessID pid) const {
+RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries::ByExecutable& entries) const {
     RunningApplication application;
     application.pid = pid;
     const std::string executable = executableOf(pid);
-    if (const auto entry = entries_.entryFor(executable)) {
-        application.bundleIdentifier = entry->id;
-        if (!entry->name.empty()) application.localizedName = entry->name;
-        if (!entry->icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry->icon));
+    if (const auto found = entries.find(executable); found != entries.end()) {
+        const DesktopEntry& entry = found->second;
+        application.bundleIdentifier = entry.id;
+        if (!entry.name.empty()) application.localizedName = entry.name;
+        if (!entry.icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry.icon));
     }
     if (!application.icon) {
         if (auto icon = items_.iconOf(pid)) application.icon = Image(std::move(icon));

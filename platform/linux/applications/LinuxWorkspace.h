@@ -20,8 +20,8 @@ class LinuxWorkspace final : public Workspace {
 public:
     /// `processes`, `items`, `mainQueue` and `log` must outlive this object. `ownBundleIdentifier` is that of this very
     /// process.
-    LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, DesktopEntries entries,
-                   std::string ownBundleIdentifier, MainQueue& mainQueue, SystemLog& log);
+    LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, std::string ownBundleIdentifier,
+                   MainQueue& mainQueue, SystemLog& log);
     LinuxWorkspace(const LinuxWorkspace&) = delete;
     LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
     ~LinuxWorkspace() override;
@@ -36,11 +36,11 @@ private:
     /// What the bus's thread reaches the main queue through, for as long as there is one.
     struct Outlet;
 
-    [[nodiscard]] RunningApplication describe(ProcessID pid) const;
+    [[nodiscard]] RunningApplication describe(ProcessID pid, const DesktopEntries::ByExecutable& entries) const;
 
     SessionProcesses& processes_;
     const StatusNotifierItems& items_;
-    const DesktopEntries entries_;
+    const DesktopEntries entries_{dataFolders()};
     const std::string ownBundleIdentifier_;
     const std::shared_ptr<Outlet> outlet_;
     UrlOpener urls_;
