@@ -11,7 +11,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/linux/applications/LinuxWorkspace.h"
+#include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/views/DisclosureWidget.h"
 #include "platform/linux/views/ItemButton.h"
 #include "platform/linux/views/PushButtonWidget.h"
