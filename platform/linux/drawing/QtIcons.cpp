@@ -1,5 +1,6 @@
 #include "platform/linux/drawing/QtIcons.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -90,6 +91,23 @@ QIcon loaded(const ItemIcon& item) {
     return picture.isNull() ? QIcon() : QIcon(new PictureIcon(picture));
 }
 
+QIcon loaded(const Image& image) {
+    if (const auto* named = dynamic_cast<const NamedIcon*>(&image.content())) return loaded(*named);
+    if (const auto* item = dynamic_cast<const ItemIcon*>(&image.content())) return loaded(*item);
+    return {};
+}
+
+/// When an index of the theme's icons was last written, as it is when a program is installed.
+QDateTime lastIndexed() {
+    QDateTime last;
+    for (const QString& folder : QIcon::themeSearchPaths()) {
+        for (const QString& theme : {QIcon::themeName(), QStringLiteral("hicolor")}) {
+            last = std::max(last, QFileInfo(folder + '/' + theme + "/icon-theme.cache").lastModified());
+        }
+    }
+    return last;
+}
+
 /// An icon of limited size that is loaded when the first window asks for it: a program in the menu bar may have none for
 /// days, and what loads pictures takes a fifth of its start.
 class WindowIcon final : public QIconEngine {
@@ -126,9 +144,14 @@ private:
 }  // namespace
 
 QIcon qtIcon(const Image& image) {
-    QIcon icon;
-    if (const auto* named = dynamic_cast<const NamedIcon*>(&image.content())) icon = loaded(*named);
-    if (const auto* item = dynamic_cast<const ItemIcon*>(&image.content())) icon = loaded(*item);
+    static QDateTime known = lastIndexed();
+    QIcon icon = loaded(image);
+    if (icon.isNull() && lastIndexed() != known) {
+        known = lastIndexed();
+        // The toolkit goes on with the index that it has read first until it is told where themes are.
+        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths());
+        icon = loaded(image);
+    }
     return icon.isNull() ? QIcon::fromTheme("application-x-executable") : icon;
 }
 
