@@ -24,9 +24,9 @@ auto ControlItem::calling(Method method) {
 }
 
 void ControlItem::install() {
-    commanded_.arrange->onItemsStillDoNotFit([weak = weak_from_this()] {
+    commanded_.arrange->onItemsStillDoNotFit = [weak = weak_from_this()] {
         if (const auto control = weak.lock()) control->arrangeWindow().addFitWarning();
-    });
+    };
     item_->setAutosaveName("Ovin.Control");
     item_->onClick(calling(&ControlItem::clicked));
     updateIcon();
