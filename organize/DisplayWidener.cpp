@@ -52,7 +52,7 @@ WidenResult DisplayWidener::widen(double toFit) {
     if (!chosen) return WidenResult::noSuitableMode;
 
     if (!writeRecord({current->id, display})) return WidenResult::failed;
-    if (!platform_.displays.apply(*chosen, display)) {
+    if (!platform_.displays.apply(chosen->id, display)) {
         removeRecord();
         return WidenResult::failed;
     }
@@ -73,7 +73,7 @@ bool DisplayWidener::restore() {
             return false;
         }
         // The system's word that it has switched is not enough to forget the mode.
-        if (!platform_.displays.apply(*mode, record.display) || !isInForce(record)) {
+        if (!platform_.displays.apply(record.modeID, record.display) || !isInForce(record)) {
             platform_.log.write("Ovin: could not restore the display mode yet; will retry");
             return false;
         }
