@@ -19,6 +19,7 @@
 #include "platform/icu/IcuText.h"
 #include "platform/linux/applications/LinuxWorkspace.h"
 #include "platform/linux/drawing/ItemIcon.h"
+#include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/windows/QtWindows.h"
 
 namespace ovin {

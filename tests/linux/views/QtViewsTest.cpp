@@ -11,6 +11,7 @@
 
 #include "ledge/LedgeView.h"
 #include "platform/linux/applications/LinuxWorkspace.h"
+#include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/drawing/QtDrawing.h"
 #include "platform/linux/views/ItemButton.h"
 #include "platform/linux/windows/QtWindows.h"

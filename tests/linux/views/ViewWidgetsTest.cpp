@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/linux/applications/LinuxWorkspace.h"
+#include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/drawing/QtColors.h"
 #include "platform/linux/views/DisclosureWidget.h"
 #include "platform/linux/views/ImageWidget.h"

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/linux/applications/LinuxWorkspace.h"
+#include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/views/DisclosureWidget.h"
 #include "platform/linux/views/ItemButton.h"
 #include "platform/linux/views/PushButtonWidget.h"
