@@ -10,10 +10,17 @@ namespace {
 
 constexpr std::string_view hasShownGuideKey = "OvinHasShownGuide";
 
-// Each asks for one window alone.
 constexpr std::string_view arrangeWindowPreview = "OVIN_TEST_ARRANGE_WINDOW";
-constexpr std::string_view aboutPreview = "OVIN_TEST_ABOUT";
-constexpr std::string_view guidePreview = "OVIN_TEST_GUIDE";
+
+enum class Preview { none, arrangeWindow, about, guide };
+
+/// The one window that the environment asks for.
+Preview preview(const ProcessInfo& process) {
+    if (process.environment(arrangeWindowPreview)) return Preview::arrangeWindow;
+    if (process.environment("OVIN_TEST_ABOUT")) return Preview::about;
+    if (process.environment("OVIN_TEST_GUIDE")) return Preview::guide;
+    return Preview::none;
+}
 
 /// The decimal number that is the whole of `text`, in the notation of the C language whatever the user's language; 1 for any
 /// other text.
@@ -34,7 +41,16 @@ AppDelegate::AppDelegate(const Platform& platform)
     : platform_(platform), widener_(platform), guide_(platform), about_(platform) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
-    if (showPreview()) return;
+    switch (preview(platform_.process)) {
+        case Preview::arrangeWindow:
+            return previewArrangeWindow();
+        case Preview::about:
+            return about_.show();
+        case Preview::guide:
+            return guide_.show(false, [&application = platform_.application] { application.terminate(); });
+        case Preview::none:
+            break;
+    }
     removeEarlierSettings();
     createObjects();
     updater_->start();
@@ -51,29 +67,12 @@ void AppDelegate::openLedge() {
     if (control_) control_->openLedge();
 }
 
-bool AppDelegate::isPreview(const ProcessInfo& process) {
-    for (const std::string_view variable : {arrangeWindowPreview, aboutPreview, guidePreview}) {
-        if (process.environment(variable)) return true;
-    }
-    return false;
-}
+bool AppDelegate::isPreview(const ProcessInfo& process) { return preview(process) != Preview::none; }
 
-bool AppDelegate::showPreview() {
-    if (const auto scale = platform_.process.environment(arrangeWindowPreview)) {
-        previewArrangeWindow(*scale);
-    } else if (isSet(aboutPreview)) {
-        about_.show();
-    } else if (isSet(guidePreview)) {
-        guide_.show(false, [&application = platform_.application] { application.terminate(); });
-    } else {
-        return false;
-    }
-    return true;
-}
-
-void AppDelegate::previewArrangeWindow(const std::string& scale) {
+void AppDelegate::previewArrangeWindow() {
     const auto quit = [&application = platform_.application] { application.terminate(); };
     ArrangeWindow& window = previewWindow_.emplace(platform_, quit);
+    const std::string scale = platform_.process.environment(arrangeWindowPreview).value_or("");
     window.show(scaleIn(scale), !isSet("OVIN_TEST_NOFIT"));
     if (isSet("OVIN_TEST_CARD")) window.expandCard();
 }
@@ -87,10 +86,10 @@ void AppDelegate::removeEarlierSettings() {
 }
 
 void AppDelegate::createObjects() {
-    updater_ = std::make_shared<Updater>(platform_);
+    updater_.emplace(platform_);
     panel_ = ItemsPanel::create(platform_);
     arrange_ = ArrangeSession::create(platform_, widener_);
-    control_ = ControlItem::create(platform_, {panel_, arrange_, updater_, widener_, guide_, about_});
+    control_ = ControlItem::create(platform_, {*panel_, *arrange_, *updater_, widener_, guide_, about_});
 }
 
 void AppDelegate::beginFirstTask() {

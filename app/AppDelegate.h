@@ -32,8 +32,7 @@ public:
     [[nodiscard]] static bool isPreview(const ProcessInfo& process);
 
 private:
-    bool showPreview();
-    void previewArrangeWindow(const std::string& scale);
+    void previewArrangeWindow();
     void removeEarlierSettings();
     void createObjects();
     void beginFirstTask();
@@ -43,7 +42,7 @@ private:
     DisplayWidener widener_;
     GuideWindow guide_;
     AboutWindow about_;
-    std::shared_ptr<Updater> updater_;
+    std::optional<Updater> updater_;
     std::shared_ptr<ItemsPanel> panel_;
     std::shared_ptr<ArrangeSession> arrange_;
     std::shared_ptr<ControlItem> control_;

@@ -1,20 +1,19 @@
 #include "app/ControlItem.h"
 
 #include <string>
-#include <utility>
 
 #include "app/MenuBarIcon.h"
 
 namespace ovin {
 
-std::shared_ptr<ControlItem> ControlItem::create(const Platform& platform, Commanded commanded) {
-    std::shared_ptr<ControlItem> control(new ControlItem(platform, std::move(commanded)));
+std::shared_ptr<ControlItem> ControlItem::create(const Platform& platform, const Commanded& commanded) {
+    std::shared_ptr<ControlItem> control(new ControlItem(platform, commanded));
     control->install();
     return control;
 }
 
-ControlItem::ControlItem(const Platform& platform, Commanded commanded)
-    : platform_(platform), commanded_(std::move(commanded)), item_(platform.statusBar.makeStatusItem()) {}
+ControlItem::ControlItem(const Platform& platform, const Commanded& commanded)
+    : platform_(platform), commanded_(commanded), item_(platform.statusBar.makeStatusItem()) {}
 
 template <typename Method>
 auto ControlItem::calling(Method method) {
@@ -24,36 +23,36 @@ auto ControlItem::calling(Method method) {
 }
 
 void ControlItem::install() {
-    commanded_.arrange->onItemsStillDoNotFit([weak = weak_from_this()] {
+    commanded_.arrange.onItemsStillDoNotFit = [weak = weak_from_this()] {
         if (const auto control = weak.lock()) control->arrangeWindow().addFitWarning();
-    });
+    };
     item_->setAutosaveName("Ovin.Control");
     item_->onClick(calling(&ControlItem::clicked));
     updateIcon();
 }
 
 void ControlItem::updateIcon() {
-    if (commanded_.arrange->isActive() && item_->setSymbol("checkmark.circle.fill", "Done organizing")) return;
+    if (commanded_.arrange.isActive() && item_->setSymbol("checkmark.circle.fill", "Done organizing")) return;
     item_->setImage(MenuBarIcon::image());
 }
 
 void ControlItem::clicked(StatusItemClick click) {
     if (click == StatusItemClick::rightMouseUp) {
-        commanded_.panel->close();
+        commanded_.panel.close();
         item_->showMenu(menu());
-    } else if (commanded_.arrange->isActive()) {
+    } else if (commanded_.arrange.isActive()) {
         finishOrganizing();
     } else {
-        commanded_.panel->toggle(item_->screen());
+        commanded_.panel.toggle(item_->screen());
     }
 }
 
 void ControlItem::openLedge() {
-    if (!commanded_.panel->isOpen()) commanded_.panel->open(item_->screen());
+    if (!commanded_.panel.isOpen()) commanded_.panel.open(item_->screen());
 }
 
 Menu ControlItem::menu() {
-    const bool isActive = commanded_.arrange->isActive();
+    const bool isActive = commanded_.arrange.isActive();
     const bool launchesAtLogin = platform_.launchAtLogin.status() == LaunchAtLogin::Status::enabled;
     return {
         MenuEntry{isActive ? "Done Organizing" : "Organize Menu Bar…", "", false, calling(&ControlItem::toggleArrange)},
@@ -67,12 +66,10 @@ Menu ControlItem::menu() {
     };
 }
 
-void ControlItem::showGuide() {
-    commanded_.guide.show(commanded_.arrange->isActive(), calling(&ControlItem::toggleArrange));
-}
+void ControlItem::showGuide() { commanded_.guide.show(commanded_.arrange.isActive(), calling(&ControlItem::toggleArrange)); }
 
 void ControlItem::toggleArrange() {
-    if (commanded_.arrange->isActive()) {
+    if (commanded_.arrange.isActive()) {
         finishOrganizing();
     } else {
         startOrganizing();
@@ -80,8 +77,8 @@ void ControlItem::toggleArrange() {
 }
 
 void ControlItem::startOrganizing() {
-    if (commanded_.arrange->isActive()) return;
-    commanded_.arrange->begin(calling(&ControlItem::organizingHasBegun));
+    if (commanded_.arrange.isActive()) return;
+    commanded_.arrange.begin(calling(&ControlItem::organizingHasBegun));
 }
 
 void ControlItem::organizingHasBegun(const BeginResult& result) {
@@ -102,9 +99,9 @@ void ControlItem::organizingHasBegun(const BeginResult& result) {
 
 void ControlItem::finishOrganizing() {
     arrangeWindow().close();
-    commanded_.arrange->end();
+    commanded_.arrange.end();
     updateIcon();
-    commanded_.panel->invalidate();
+    commanded_.panel.invalidate();
 }
 
 void ControlItem::alert(const Alert& alert) {
@@ -121,7 +118,7 @@ void ControlItem::toggleLaunchAtLogin() {
 
 void ControlItem::showAbout() { commanded_.about.show(); }
 
-void ControlItem::checkForUpdates() { commanded_.updater->checkForUpdates(); }
+void ControlItem::checkForUpdates() { commanded_.updater.checkForUpdates(); }
 
 void ControlItem::quit() { platform_.application.terminate(); }
 

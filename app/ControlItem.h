@@ -18,18 +18,18 @@ namespace ovin {
 /// Main thread only. Everything that outlives a call holds the control item weakly.
 class ControlItem : public std::enable_shared_from_this<ControlItem> {
 public:
-    /// What the item commands. It shares the first three with whoever made it; the others must outlive it.
+    /// What the item commands.
     struct Commanded {
-        std::shared_ptr<ItemsPanel> panel;
-        std::shared_ptr<ArrangeSession> arrange;
-        std::shared_ptr<Updater> updater;
+        ItemsPanel& panel;
+        ArrangeSession& arrange;
+        Updater& updater;
         DisplayWidener& widener;
         GuideWindow& guide;
         AboutWindow& about;
     };
 
-    /// Puts the item into the menu bar. Everything behind `platform` must outlive it.
-    [[nodiscard]] static std::shared_ptr<ControlItem> create(const Platform& platform, Commanded commanded);
+    /// Puts the item into the menu bar. Everything behind `platform` and `commanded` must outlive it.
+    [[nodiscard]] static std::shared_ptr<ControlItem> create(const Platform& platform, const Commanded& commanded);
 
     ControlItem(const ControlItem&) = delete;
     ControlItem& operator=(const ControlItem&) = delete;
@@ -38,11 +38,11 @@ public:
     void showGuide();
     /// Begins to organize, unless that is under way.
     void startOrganizing();
-    /// Opens the ledge, or leaves it open, where a click on the item would.
+    /// Opens the ledge on the item's screen, or leaves it open; also while the user organizes.
     void openLedge();
 
 private:
-    ControlItem(const Platform& platform, Commanded commanded);
+    ControlItem(const Platform& platform, const Commanded& commanded);
     void install();
     /// A function that calls `method` on this object for as long as it exists.
     template <typename Method>

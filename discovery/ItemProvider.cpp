@@ -36,7 +36,11 @@ AppInfo appInfo(const Workspace& workspace, const RunningApplication& applicatio
     return info;
 }
 
-bool isDebugging(const Platform& platform) { return platform.process.environment("OVIN_DEBUG").has_value(); }
+/// One line for a bug report; `line` is put together only where the environment asks for it.
+template <typename Line>
+void logDebug(const Platform& platform, const Line& line) {
+    if (platform.process.environment("OVIN_DEBUG")) platform.log.write(line());
+}
 
 /// Tells, for a bug report, whether the Accessibility interface works at all: everybody has a Finder.
 std::int32_t probeFinder(const Platform& platform) {
@@ -57,7 +61,7 @@ std::string formattedSeconds(std::chrono::nanoseconds duration) {
     return stream.str();
 }
 
-void logUndrawn(const Platform& platform, const std::vector<DiscoveredItem>& items, std::chrono::nanoseconds elapsed) {
+std::string undrawnLine(const std::vector<DiscoveredItem>& items, std::chrono::nanoseconds elapsed) {
     std::string line =
         "Ovin DEBUG discovery: " + std::to_string(items.size()) + " undrawn items, " + formattedSeconds(elapsed) + "s: ";
     const char* separator = "";
@@ -66,7 +70,7 @@ void logUndrawn(const Platform& platform, const std::vector<DiscoveredItem>& ite
         line += item.appName;
         separator = ", ";
     }
-    platform.log.write(line);
+    return line;
 }
 
 std::set<ProcessID> owners(const std::vector<DiscoveredItem>& items) {
@@ -77,13 +81,11 @@ std::set<ProcessID> owners(const std::vector<DiscoveredItem>& items) {
 
 /// Removes the items that the system is drawing from `items`; leaves all of them when that cannot be known.
 void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& items, std::size_t appCount) {
-    const std::string found =
-        "Ovin DEBUG discovery: " + std::to_string(items.size()) + " items from " + std::to_string(appCount) + " apps; ";
+    const auto found = [appCount, itemCount = items.size()] {
+        return "Ovin DEBUG discovery: " + std::to_string(itemCount) + " items from " + std::to_string(appCount) + " apps; ";
+    };
     auto snapshot = MenuBarGeometry::snapshot(platform);
-    if (!snapshot) {
-        if (isDebugging(platform)) platform.log.write(found + "geometry unavailable");
-        return;
-    }
+    if (!snapshot) return logDebug(platform, [&] { return found() + "geometry unavailable"; });
 
     const auto foreign = snapshot->foreign();
     const MatchingMode mode = matchingMode(items, foreign);
@@ -91,10 +93,10 @@ void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& ite
     // seconds where one of them hangs.
     if (mode == MatchingMode::perAppCount) MenuBarGeometry::readDrawnTitles(platform, *snapshot, owners(items));
     removeDrawn(items, *snapshot, mode);
-    if (isDebugging(platform)) {
-        platform.log.write(found + std::to_string(foreign.size()) + " containers; matching by " +
-                           (mode == MatchingMode::element ? "element" : "per-app count"));
-    }
+    logDebug(platform, [&] {
+        return found() + std::to_string(foreign.size()) + " containers; matching by " +
+               (mode == MatchingMode::element ? "element" : "per-app count");
+    });
 }
 
 }  // namespace
@@ -121,17 +123,17 @@ std::vector<AppInfo> snapshotApps(const Platform& platform) {
 
 std::vector<DiscoveredItem> discoverItems(const Platform& platform, const std::vector<AppInfo>& apps) {
     const bool trusted = isTrusted(platform);
-    if (isDebugging(platform)) {
-        platform.log.write("Ovin DEBUG AX: trusted=" + std::to_string(trusted ? 1 : 0) +
-                           ", probe of Finder returned AXError " + std::to_string(probeFinder(platform)));
-    }
+    logDebug(platform, [&] {
+        return "Ovin DEBUG AX: trusted=" + std::to_string(trusted ? 1 : 0) + ", probe of Finder returned AXError " +
+               std::to_string(probeFinder(platform));
+    });
     if (!trusted) return {};
 
     const auto start = platform.clock.now();
     std::vector<DiscoveredItem> undrawn = scanItems(platform, apps);
     removeDrawnItems(platform, undrawn, apps.size());
     addLabels(platform.text, undrawn);
-    if (isDebugging(platform)) logUndrawn(platform, undrawn, platform.clock.now() - start);
+    logDebug(platform, [&] { return undrawnLine(undrawn, platform.clock.now() - start); });
     sortForDisplay(platform.text, undrawn);
     return undrawn;
 }

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 #include "discovery/AccessibilityReaders.h"
@@ -99,24 +99,16 @@ std::optional<Entry> readSlot(const Accessibility& accessibility, const Accessib
     return entry;
 }
 
-/// Toward zero; what does not fit stops at the ends of the range.
+/// Toward zero. What no integer holds, because an agent may say anything, becomes a large one.
 std::int64_t truncated(double value) {
-    constexpr double limit = 0x1p63;
-    if (std::isnan(value)) return 0;
-    if (value >= limit) return std::numeric_limits<std::int64_t>::max();
-    if (value < -limit) return std::numeric_limits<std::int64_t>::min();
-    return static_cast<std::int64_t>(value);
-}
-
-/// An x that is not a number sorts last, so that any bar has an order.
-bool isLeftOf(const Entry& a, const Entry& b) {
-    const double x = a.frame.origin.x;
-    const double otherX = b.frame.origin.x;
-    return std::isnan(otherX) ? !std::isnan(x) : x < otherX;
+    constexpr double limit = 0x1p62;
+    return static_cast<std::int64_t>(std::fmax(-limit, std::fmin(value, limit)));
 }
 
 void logFrames(const Platform& platform, std::vector<Entry> entries) {
-    std::stable_sort(entries.begin(), entries.end(), isLeftOf);
+    // The numbers' own comparison is no ordering where one of them is not a number.
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const Entry& a, const Entry& b) { return std::weak_order(a.frame.origin.x, b.frame.origin.x) < 0; });
 
     std::map<ProcessID, std::string> names;
     for (const RunningApplication& application : platform.workspace.runningApplications()) {

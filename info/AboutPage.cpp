@@ -12,6 +12,7 @@ constexpr Size iconSize{64, 64};
 constexpr Font nameFont{40, Font::Weight::bold};
 constexpr Font textFont{17, Font::Weight::regular};
 constexpr Font makerFont{17, Font::Weight::semibold};
+constexpr double pageWidth = 388;
 constexpr double rowWidth = 340;
 constexpr double doneWidth = 82;
 constexpr double spacing = 12;
@@ -93,6 +94,7 @@ AboutPage aboutPage(const Resources& resources) {
     };
     Stack column = stack(Stack::Orientation::vertical, std::move(views));
     column.insets = insets;
+    column.width = pageWidth;
     return {{std::move(column)}, std::move(link.urls)};
 }
 

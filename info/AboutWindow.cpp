@@ -5,11 +5,6 @@
 #include "info/AboutPage.h"
 
 namespace ovin {
-namespace {
-
-constexpr double windowWidth = 388;
-
-}  // namespace
 
 void AboutWindow::show() {
     if (!window_) make();
@@ -19,12 +14,11 @@ void AboutWindow::show() {
 
 void AboutWindow::make() {
     AboutPage page = aboutPage(platform_.resources);
-    const double height = platform_.windows.fittingSize(page.content).height;
-    window_ = platform_.windows.makeInformationWindow("About Ovin", page.content, {windowWidth, height},
-                                                      [this, links = std::move(page.links)](int tag) {
-                                                          if (tag == AboutPage::doneTag) return window_->close();
-                                                          platform_.workspace.open(links.at(static_cast<std::size_t>(tag)));
-                                                      });
+    window_ =
+        platform_.windows.makeInformationWindow("About Ovin", page.content, [this, links = std::move(page.links)](int tag) {
+            if (tag == AboutPage::doneTag) return window_->close();
+            platform_.workspace.open(links.at(static_cast<std::size_t>(tag)));
+        });
 }
 
 }  // namespace ovin

@@ -21,9 +21,8 @@ void GuideWindow::show(bool isOrganizing, std::function<void()> onOrganize) {
 
     View page = guidePage(platform_.resources);
     const double height = scrollHeight(platform_.windows.fittingSize(page).height);
-    const View content = guideContent(platform_.resources, std::move(page), height, isOrganizing);
     window_ = platform_.windows.makeInformationWindow(
-        "How Ovin Works", content, platform_.windows.fittingSize(content),
+        "How Ovin Works", guideContent(platform_.resources, std::move(page), height, isOrganizing),
         [this, onOrganize = std::move(onOrganize)](int tag) { clicked(tag, onOrganize); });
     platform_.application.activate();
     window_->show();

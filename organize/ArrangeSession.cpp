@@ -1,6 +1,7 @@
 #include "organize/ArrangeSession.h"
 
 #include <chrono>
+#include <exception>
 #include <utility>
 
 #include "discovery/ItemProvider.h"
@@ -44,7 +45,7 @@ void ArrangeSession::begin(Completion completion) {
     isStarting_ = true;
     completion_ = std::move(completion);
     platform_.tasks.start(Tasks::Priority::userInitiated,
-                          [platform = platform_, weak = weak_from_this(), expected = generation_.number(),
+                          [platform = platform_, weak = weak_from_this(), expected = generation_,
                            apps = ItemProvider::snapshotApps(platform_)] {
                               platform.mainQueue.async([weak, expected, findings = lookAtMenuBar(platform, apps)] {
                                   if (const auto self = weak.lock()) self->finishStarting(expected, findings);
@@ -60,9 +61,17 @@ ArrangeSession::Findings ArrangeSession::lookAtMenuBar(const Platform& platform,
     return {allItemsFit, snapshot->totalItemsWidth()};
 }
 
-void ArrangeSession::finishStarting(Generation::Number expected, const Findings& findings) {
+template <typename Step>
+auto ArrangeSession::unlessEnded(Step step) {
+    return [weak = weak_from_this(), expected = generation_, step](const auto&... results) {
+        const auto self = weak.lock();
+        if (self && self->generation_ == expected) (*self.*step)(results...);
+    };
+}
+
+void ArrangeSession::finishStarting(std::uint64_t expected, const Findings& findings) {
     isStarting_ = false;
-    if (generation_.number() != expected) return report({BeginResult::Outcome::superseded});
+    if (generation_ != expected) return report({BeginResult::Outcome::superseded});
     if (findings.allItemsFit) return report({BeginResult::Outcome::notNeeded});
     widen(findings);
 }
@@ -87,12 +96,13 @@ void ArrangeSession::widen(const Findings& findings) {
 
 void ArrangeSession::settle() {
     isActive_ = true;
-    settleTimer_ = platform_.mainQueue.after(settleDelay, [weak = weak_from_this(), expected = generation_.number()] {
-        const auto self = weak.lock();
-        if (!self || !self->isActive_ || self->generation_.number() != expected) return;
-        self->report({BeginResult::Outcome::started});
-        self->checkFit(expected);
-    });
+    timer_ = platform_.mainQueue.after(settleDelay, unlessEnded(&ArrangeSession::reportStart));
+}
+
+void ArrangeSession::reportStart() {
+    // Before the report, which may end the session.
+    timer_ = platform_.mainQueue.after(fitCheckDelay, unlessEnded(&ArrangeSession::startFitCheck));
+    report({BeginResult::Outcome::started});
 }
 
 void ArrangeSession::report(const BeginResult& result) {
@@ -101,44 +111,36 @@ void ArrangeSession::report(const BeginResult& result) {
     completion(result);
 }
 
-void ArrangeSession::checkFit(Generation::Number expected) {
-    fitCheckTimer_ = platform_.mainQueue.after(fitCheckDelay, [weak = weak_from_this(), expected] {
-        if (const auto self = weak.lock()) self->startFitCheck(expected);
-    });
+void ArrangeSession::startFitCheck() {
+    platform_.tasks.start(Tasks::Priority::utility,
+                          [platform = platform_, finish = unlessEnded(&ArrangeSession::finishFitCheck),
+                           apps = ItemProvider::snapshotApps(platform_)] {
+                              platform.mainQueue.async([finish, fits = everythingFits(platform, apps)] { finish(fits); });
+                          });
 }
 
-void ArrangeSession::startFitCheck(Generation::Number expected) {
-    if (generation_.number() != expected) return;
-    platform_.tasks.start(Tasks::Priority::utility, [platform = platform_, weak = weak_from_this(), expected,
-                                                     apps = ItemProvider::snapshotApps(platform_)] {
-        platform.mainQueue.async([weak, expected, fits = everythingFits(platform, apps)] {
-            if (const auto self = weak.lock()) self->finishFitCheck(expected, fits);
-        });
-    });
-}
-
-void ArrangeSession::finishFitCheck(Generation::Number expected, bool everythingFits) {
-    if (!isActive_ || generation_.number() != expected || everythingFits) return;
+void ArrangeSession::finishFitCheck(bool everythingFits) {
+    if (everythingFits) return;
     // The handler may set another one.
-    if (const auto handler = itemsStillDoNotFit_) handler();
+    if (const auto handler = onItemsStillDoNotFit) handler();
 }
 
 void ArrangeSession::end() {
-    generation_.advance(platform_.log);
-    if (!isActive_ && !widener_.isWidened()) return;
+    // Without another number a step of an ended session could not be told from one of the next.
+    if (++generation_ == 0) std::terminate();
     isActive_ = false;
-    if (!widener_.restore() && !restoreObservation_) retryRestoreOnDisplayChange();
+    if (widener_.restore()) {
+        restoreObservation_.reset();
+    } else if (!restoreObservation_) {
+        retryRestoreOnDisplayChange();
+    }
 }
 
 void ArrangeSession::retryRestoreOnDisplayChange() {
     restoreObservation_ = platform_.screens.observeChanges([weak = weak_from_this()] {
         const auto self = weak.lock();
-        if (!self) return;
-        // A change that is told late must not undo a new session: what was owed has been paid before that began.
-        if (self->isActive_ || self->widener_.restore()) self->restoreObservation_.reset();
+        if (self && self->widener_.restore()) self->restoreObservation_.reset();
     });
 }
-
-void ArrangeSession::onItemsStillDoNotFit(std::function<void()> handler) { itemsStillDoNotFit_ = std::move(handler); }
 
 }  // namespace ovin

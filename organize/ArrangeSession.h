@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -8,7 +9,6 @@
 
 #include "discovery/AppInfo.h"
 #include "organize/DisplayWidener.h"
-#include "organize/Generation.h"
 #include "platform/Platform.h"
 
 namespace ovin {
@@ -61,9 +61,9 @@ public:
     /// The display is widened for a session that has not been ended.
     [[nodiscard]] bool isActive() const { return isActive_; }
 
-    /// `handler` is called once in a session, about two seconds after the display was widened, when some items are still not
-    /// drawn. In place of the handler before.
-    void onItemsStillDoNotFit(std::function<void()> handler);
+    /// Called once in a session, about two seconds after the display was widened, when some items are still not drawn; may
+    /// be empty.
+    std::function<void()> onItemsStillDoNotFit;
 
 private:
     /// What the menu bar looked like before the session.
@@ -76,28 +76,32 @@ private:
     ArrangeSession(const Platform& platform, DisplayWidener& widener);
     [[nodiscard]] static Findings lookAtMenuBar(const Platform& platform, const std::vector<AppInfo>& apps);
 
-    void finishStarting(Generation::Number expected, const Findings& findings);
+    /// A function for later that calls `step` on this object, if it exists by then and has not been ended in between.
+    template <typename Step>
+    [[nodiscard]] auto unlessEnded(Step step);
+
+    void finishStarting(std::uint64_t expected, const Findings& findings);
     void widen(const Findings& findings);
     void settle();
+    void reportStart();
     void report(const BeginResult& result);
-    void checkFit(Generation::Number expected);
-    void startFitCheck(Generation::Number expected);
-    void finishFitCheck(Generation::Number expected, bool everythingFits);
+    void startFitCheck();
+    void finishFitCheck(bool everythingFits);
     void retryRestoreOnDisplayChange();
 
     const Platform platform_;
     DisplayWidener& widener_;
     bool isActive_ = false;
     bool isStarting_ = false;
-    Generation generation_;
+    /// Counts the ends. A step that finds another number than when it was scheduled is of a session that is over.
+    std::uint64_t generation_ = 0;
     /// There while a failed restore waits for the screens to change.
     std::unique_ptr<Screens::Observation> restoreObservation_;
-    std::function<void()> itemsStillDoNotFit_;
     /// Of the latest begin, until it has been called. Kept here and not in the task, which must not be the one to destroy
     /// it.
     Completion completion_;
-    std::unique_ptr<MainQueue::Timer> settleTimer_;
-    std::unique_ptr<MainQueue::Timer> fitCheckTimer_;
+    /// Of the step that comes next.
+    std::unique_ptr<MainQueue::Timer> timer_;
 };
 
 }  // namespace ovin

@@ -13,9 +13,11 @@ constexpr const char* collapsedKey = "OvinArrangeCardCollapsed";
 constexpr double largestScale = 2.2;
 constexpr double distanceFromTop = 60;
 
-Point placement(const Screen& screen, Size size, double scale) {
-    const Rect& visible = screen.visibleFrame;
-    return {visible.origin.x + (visible.size.width - size.width) / 2, visible.origin.y + distanceFromTop * scale};
+FloatingPanel::Placement placementOn(const std::optional<Screen>& screen, double scale) {
+    if (!screen) return {};
+    return [visible = screen->visibleFrame, scale](Size size) {
+        return Point{visible.origin.x + (visible.size.width - size.width) / 2, visible.origin.y + distanceFromTop * scale};
+    };
 }
 
 }  // namespace
@@ -33,14 +35,10 @@ void ArrangeWindow::show(double scale, bool allItemsFit) {
     content_.collapsedPicture = platform_.resources.picture("explainer-collapsed");
     content_.expandedPicture = platform_.resources.picture("explainer-expanded");
 
-    const View view = arrangeView(content_);
-    const Size size = platform_.windows.fittingSize(view);
-    std::optional<Point> origin;
-    if (const auto screen = platform_.screens.main()) origin = placement(*screen, size, content_.scale);
     // The panel is part of this object, and silent once it is gone.
     panel_ = platform_.windows.makeFloatingPanel(
         windowTitle, [this](int tag) { clicked(tag); }, [this] { closedByUser(); });
-    panel_->show(view, size, origin);
+    panel_->show(arrangeView(content_), placementOn(platform_.screens.main(), content_.scale));
 }
 
 void ArrangeWindow::addFitWarning() {
@@ -86,9 +84,6 @@ void ArrangeWindow::closedByUser() {
     doneClicked();
 }
 
-void ArrangeWindow::describeAgain() {
-    const View view = arrangeView(content_);
-    panel_->replace(view, platform_.windows.fittingSize(view));
-}
+void ArrangeWindow::describeAgain() { panel_->replace(arrangeView(content_)); }
 
 }  // namespace ovin

@@ -1,13 +1,13 @@
 #include "organize/DisplayWidener.h"
 
 #include <algorithm>
+#include <exception>
 #include <limits>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "organize/DisplayModeChoice.h"
-#include "organize/FatalError.h"
 
 namespace ovin {
 namespace {
@@ -20,9 +20,11 @@ constexpr const char* displayKey = "OvinOriginalDisplayID";
 /// The program ends here at every launch until a person has put an end to it, so the line says how.
 [[noreturn]] void endForRecord(const Platform& platform, const char* key, std::int64_t number) {
     const std::string place = platform.defaults.place();
-    fatalError(platform.log, std::string("Ovin: fatal: ") + key + " is out of range: " + std::to_string(number) +
-                                 "; remove it from " + (place.empty() ? "the settings" : place) +
-                                 ", and choose the display's mode by hand");
+    platform.log.write(std::string("Ovin: fatal: ") + key + " is out of range: " + std::to_string(number) +
+                       "; remove it from " + (place.empty() ? "the settings" : place) +
+                       ", and choose the display's mode by hand");
+    // Aborts, and leaves a crash report behind.
+    std::terminate();
 }
 
 template <typename ID>
@@ -34,13 +36,14 @@ ID idFrom(const Platform& platform, const char* key) {
     return static_cast<ID>(number);
 }
 
+std::string sizeOf(const DisplayMode& mode) { return std::to_string(mode.width) + "x" + std::to_string(mode.height); }
+
 }  // namespace
 
 DisplayWidener::DisplayWidener(const Platform& platform) : platform_(platform) {}
 
 WidenResult DisplayWidener::widen(double toFit) {
-    if (isRecordSettled_) removeRecord();
-    if (isWidened()) return WidenResult::failed;
+    if (owesRestore() || isWidened()) return WidenResult::failed;
     const DisplayID display = platform_.displays.mainDisplay();
     if (platform_.displays.isInMirrorSet(display)) return WidenResult::mirrored;
     const auto current = platform_.displays.currentMode(display);
@@ -49,19 +52,17 @@ WidenResult DisplayWidener::widen(double toFit) {
     if (!chosen) return WidenResult::noSuitableMode;
 
     if (!writeRecord({current->id, display})) return WidenResult::failed;
-    if (!platform_.displays.apply(*chosen, display)) {
+    if (!platform_.displays.apply(chosen->id, display)) {
         removeRecord();
         return WidenResult::failed;
     }
     scale_ = static_cast<double>(chosen->width) / static_cast<double>(std::max(current->width, 1));
-    log("widened", *chosen, " for arranging");
+    platform_.log.write("Ovin: widened display to " + sizeOf(*chosen) + " for arranging");
     return WidenResult::widened;
 }
 
 bool DisplayWidener::restore() {
-    // A mode that the user has chosen since must not be undone along with it.
-    if (isRecordSettled_) removeRecord();
-    if (isRecordSettled_ || !isWidened()) return true;
+    if (!owesRestore()) return true;
     const Record record = readRecord();
     if (!isInForce(record)) {
         const std::vector<DisplayMode> modes = platform_.displays.modes(record.display);
@@ -72,11 +73,11 @@ bool DisplayWidener::restore() {
             return false;
         }
         // The system's word that it has switched is not enough to forget the mode.
-        if (!platform_.displays.apply(*mode, record.display) || !isInForce(record)) {
+        if (!platform_.displays.apply(record.modeID, record.display) || !isInForce(record)) {
             platform_.log.write("Ovin: could not restore the display mode yet; will retry");
             return false;
         }
-        log("restored", *mode, "");
+        platform_.log.write("Ovin: restored display to " + sizeOf(*mode));
     }
     scale_ = 1;
     removeRecord();
@@ -85,12 +86,22 @@ bool DisplayWidener::restore() {
 
 bool DisplayWidener::isWidened() const { return platform_.defaults.object(modeKey).has_value(); }
 
+/// Whether a widening is still to be undone. What is on record of one that is undone goes, if it can be removed by now: a
+/// mode that the user has chosen since must not be undone along with it.
+bool DisplayWidener::owesRestore() {
+    if (isRecordSettled_) removeRecord();
+    return isWidened() && !isRecordSettled_;
+}
+
 bool DisplayWidener::writeRecord(const Record& record) {
+    UserDefaults& defaults = platform_.defaults;
     // The mode comes last because it makes the record: whatever happens in between, no mode is ever on record without its
     // display, which the mode would then be missed on or, worse, be put on another one.
-    if (!platform_.defaults.set(displayKey, std::int64_t{record.display})) return false;
-    if (platform_.defaults.set(modeKey, std::int64_t{record.modeID})) return true;
-    (void)platform_.defaults.remove(displayKey);
+    if (defaults.set(displayKey, std::int64_t{record.display}) && defaults.set(modeKey, std::int64_t{record.modeID})) {
+        return true;
+    }
+    (void)defaults.remove(displayKey);
+    platform_.log.write("Ovin: could not record the display mode; the display stays as it is");
     return false;
 }
 
@@ -102,17 +113,16 @@ void DisplayWidener::removeRecord() {
     // The other way round for the same reason. A record that cannot be removed is found in force by the next launch; until
     // then this run remembers that it is settled.
     isRecordSettled_ = !platform_.defaults.remove(modeKey);
-    if (!isRecordSettled_) (void)platform_.defaults.remove(displayKey);
+    if (!isRecordSettled_) {
+        (void)platform_.defaults.remove(displayKey);
+    } else {
+        platform_.log.write("Ovin: could not remove the record of the display mode; will retry");
+    }
 }
 
 bool DisplayWidener::isInForce(const Record& record) const {
     const auto current = platform_.displays.currentMode(record.display);
     return current && current->id == record.modeID;
-}
-
-void DisplayWidener::log(const char* event, const DisplayMode& mode, const char* purpose) const {
-    platform_.log.write(std::string("Ovin: ") + event + " display to " + std::to_string(mode.width) + "x" +
-                        std::to_string(mode.height) + purpose);
 }
 
 }  // namespace ovin

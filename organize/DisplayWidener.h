@@ -52,11 +52,11 @@ private:
         DisplayID display = 0;
     };
 
+    [[nodiscard]] bool owesRestore();
     [[nodiscard]] bool writeRecord(const Record& record);
     [[nodiscard]] Record readRecord() const;
     void removeRecord();
     [[nodiscard]] bool isInForce(const Record& record) const;
-    void log(const char* event, const DisplayMode& mode, const char* purpose) const;
 
     const Platform platform_;
     double scale_ = 1;

@@ -46,9 +46,10 @@ public:
     /// All modes of a display in the system's order, low-resolution doubles of scaled ones included; empty when it is gone.
     [[nodiscard]] virtual std::vector<DisplayMode> modes(DisplayID display) const = 0;
 
-    /// Switches the display to one of its modes, in one transaction, until the end of the login session. False when the
-    /// system refused, and then nothing has changed. True is the system's word only: it may say so and change nothing.
-    [[nodiscard]] virtual bool apply(const DisplayMode& mode, DisplayID display) = 0;
+    /// Switches the display to the mode that `mode` names, in one transaction, until the end of the login session. False
+    /// when it has no such mode or the system refused, and then nothing has changed. True is the system's word only: it may
+    /// say so and change nothing.
+    [[nodiscard]] virtual bool apply(std::int32_t mode, DisplayID display) = 0;
 };
 
 }  // namespace ovin

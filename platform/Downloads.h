@@ -7,6 +7,8 @@
 #include <string>
 #include <variant>
 
+#include "platform/Handle.h"
+
 namespace ovin {
 
 enum class DownloadFailure {
@@ -49,13 +51,7 @@ public:
     };
 
     /// Destroying it cancels what has not finished, silently and without a trace.
-    class Transfer {
-    public:
-        Transfer() = default;
-        Transfer(const Transfer&) = delete;
-        Transfer& operator=(const Transfer&) = delete;
-        virtual ~Transfer() = default;
-    };
+    using Transfer = Handle;
 
     using Text = std::variant<std::string, DownloadFailure>;
     using File = std::variant<std::shared_ptr<const DownloadedFile>, DownloadFailure>;

@@ -3,19 +3,15 @@
 #include <functional>
 #include <memory>
 
+#include "platform/Handle.h"
+
 namespace ovin {
 
 /// Tells of what the user does in other applications.
 class EventMonitor {
 public:
     /// Ends the monitoring when destroyed.
-    class Token {
-    public:
-        Token() = default;
-        Token(const Token&) = delete;
-        Token& operator=(const Token&) = delete;
-        virtual ~Token() = default;
-    };
+    using Token = Handle;
 
     virtual ~EventMonitor() = default;
 

@@ -4,6 +4,8 @@
 #include <functional>
 #include <memory>
 
+#include "platform/Handle.h"
+
 namespace ovin {
 
 /// Runs work on the main thread, which owns all state of this program.
@@ -12,13 +14,7 @@ public:
     using Work = std::function<void()>;
 
     /// Keeps delayed work alive. Destroying it before the work began cancels the work. Main thread only.
-    class Timer {
-    public:
-        Timer() = default;
-        Timer(const Timer&) = delete;
-        Timer& operator=(const Timer&) = delete;
-        virtual ~Timer() = default;
-    };
+    using Timer = Handle;
 
     virtual ~MainQueue() = default;
 

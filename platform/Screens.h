@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/Geometry.h"
+#include "platform/Handle.h"
 
 namespace ovin {
 
@@ -21,13 +22,7 @@ struct Screen {
 class Screens {
 public:
     /// Ends the observing when destroyed.
-    class Observation {
-    public:
-        Observation() = default;
-        Observation(const Observation&) = delete;
-        Observation& operator=(const Observation&) = delete;
-        virtual ~Observation() = default;
-    };
+    using Observation = Handle;
 
     virtual ~Screens() = default;
 

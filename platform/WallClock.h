@@ -4,19 +4,15 @@
 #include <functional>
 #include <memory>
 
+#include "platform/Handle.h"
+
 namespace ovin {
 
 /// The date, and a measure that outlasts sleep. Main thread only.
 class WallClock {
 public:
     /// Keeps something waiting. Destroying it ends that, and what waits is not called any more.
-    class Alarm {
-    public:
-        Alarm() = default;
-        Alarm(const Alarm&) = delete;
-        Alarm& operator=(const Alarm&) = delete;
-        virtual ~Alarm() = default;
-    };
+    using Alarm = Handle;
 
     virtual ~WallClock() = default;
 

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "platform/Geometry.h"
@@ -50,10 +49,10 @@ public:
     /// Scrolls the page to its end.
     virtual void scrollToEnd() = 0;
 
-    /// Shows other content in another size, open or closed. The top left corner of an open window stays where it is, and the
-    /// button that has the keyboard keeps it: the one with the same tag. While the user holds a button down that waits until
-    /// it is let go, so that a click is one.
-    virtual void replace(const View& content, Size size) = 0;
+    /// Shows other content in the size that it takes, open or closed. The top left corner of an open window stays where it
+    /// is, and the button that has the keyboard keeps it: the one with the same tag. While the user holds a button down that
+    /// waits until it is let go, so that a click is one.
+    virtual void replace(const View& content) = 0;
 };
 
 /// A panel with a title bar and a close button that floats above the windows of all applications, on every space and beside
@@ -65,13 +64,15 @@ public:
     FloatingPanel& operator=(const FloatingPanel&) = delete;
     virtual ~FloatingPanel() = default;
 
-    /// Shows `content` in `size`, with the top left corner of the panel at `origin` in global coordinates, or where the
-    /// system puts it.
-    virtual void show(const View& content, Size size, const std::optional<Point>& origin) = 0;
+    /// Where the top left corner of a panel of this size goes, in global coordinates.
+    using Placement = std::function<Point(Size size)>;
 
-    /// Shows other content in another size. The top left corner stays where it is, also after the user has moved the panel,
-    /// and the button that has the keyboard keeps it: the one with the same tag.
-    virtual void replace(const View& content, Size size) = 0;
+    /// Shows `content` in the size that it takes, where `placement` says; an empty one leaves that to the system.
+    virtual void show(const View& content, const Placement& placement) = 0;
+
+    /// Shows other content in the size that it takes. The top left corner stays where it is, also after the user has moved
+    /// the panel, and the button that has the keyboard keeps it: the one with the same tag.
+    virtual void replace(const View& content) = 0;
 };
 
 /// Makes windows; never null. `clicked` is called with the tag of a button that the user clicked or pressed by its key; it
@@ -86,9 +87,9 @@ public:
     /// A panel that is not shown yet.
     [[nodiscard]] virtual std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) = 0;
 
-    /// `title` is what the system calls the window in lists of windows.
+    /// A window in the size that `content` takes. `title` is what the system calls the window in lists of windows.
     [[nodiscard]] virtual std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title,
-                                                                                   const View& content, Size size,
+                                                                                   const View& content,
                                                                                    std::function<void(int tag)> clicked) = 0;
 
     /// `closed` is called when the user has closed the panel with its close button; it may destroy the panel.

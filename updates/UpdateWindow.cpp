@@ -14,10 +14,9 @@ constexpr double cornerGap = 16;
 void UpdateWindow::show(const View& page) {
     if (window_ && shown_ == page) return;
     reminder_.reset();
-    const Size size{UpdatePages::width, platform_.windows.fittingSize(page).height};
     shown_ = page;
-    if (window_) return window_->replace(page, size);
-    window_ = platform_.windows.makeInformationWindow("Software Update", page, size, [this](int tag) { clicked_(tag); });
+    if (window_) return window_->replace(page);
+    window_ = platform_.windows.makeInformationWindow("Software Update", page, [this](int tag) { clicked_(tag); });
     window_->onClose([this] {
         window_.reset();
         clicked_(UpdatePages::closed);
@@ -30,15 +29,15 @@ void UpdateWindow::bringForward() {
 }
 
 void UpdateWindow::remind(const View& page) {
-    const Size size = platform_.windows.fittingSize(page);
-    std::optional<Point> origin;
+    FloatingPanel::Placement placement;
     if (const auto screen = platform_.screens.main()) {
-        const Rect& room = screen->visibleFrame;
-        origin = Point{room.origin.x + room.size.width - size.width - cornerGap, room.origin.y + cornerGap};
+        placement = [room = screen->visibleFrame](Size size) {
+            return Point{room.origin.x + room.size.width - size.width - cornerGap, room.origin.y + cornerGap};
+        };
     }
     reminder_ = platform_.windows.makeFloatingPanel(
         "Software Update", [this](int tag) { clicked_(tag); }, [this] { clicked_(UpdatePages::later); });
-    reminder_->show(page, size, origin);
+    reminder_->show(page, placement);
 }
 
 void UpdateWindow::close() {

@@ -58,7 +58,7 @@ public:
         return found == nullptr ? std::vector<DisplayMode>{} : found->modes;
     }
 
-    [[nodiscard]] bool apply(const DisplayMode& mode, DisplayID display) override {
+    [[nodiscard]] bool apply(std::int32_t mode, DisplayID display) override {
         ++applyCount;
         reach(onEffect, EffectMoment::before);
         const bool isDone = answerTo(mode, display);
@@ -68,12 +68,15 @@ public:
     }
 
 private:
-    [[nodiscard]] bool answerTo(const DisplayMode& mode, DisplayID display) {
+    [[nodiscard]] bool answerTo(std::int32_t id, DisplayID display) {
         const auto found = std::find_if(displays.begin(), displays.end(), [&](const Display& d) { return d.id == display; });
         if (found == displays.end() || answer == Answer::refuses) return false;
+        const auto& modes = found->modes;
+        const auto mode = std::find_if(modes.begin(), modes.end(), [&](const DisplayMode& m) { return m.id == id; });
+        if (mode == modes.end()) return false;
         if (answer == Answer::switches) {
-            found->current = mode;
-            found->bounds.size = {static_cast<double>(mode.width), static_cast<double>(mode.height)};
+            found->current = *mode;
+            found->bounds.size = {static_cast<double>(mode->width), static_cast<double>(mode->height)};
         }
         return true;
     }

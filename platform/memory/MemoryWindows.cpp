@@ -105,9 +105,9 @@ public:
     [[nodiscard]] bool isOpen() const override { return information.isOpen; }
     void onClose(std::function<void()> whenClosed) override { closed = std::move(whenClosed); }
     void scrollToEnd() override { information.isAtEnd = true; }
-    void replace(const View& content, Size size) override {
+    void replace(const View& content) override {
         information.content = content;
-        information.size = size;
+        information.size = windows_.fittingSize(content);
     }
 
     Information information;
@@ -131,15 +131,13 @@ public:
         if (windows_.card_ == this) windows_.card_ = nullptr;
     }
 
-    void show(const View& content, Size size, const std::optional<Point>& origin) override {
-        floating.content = content;
-        floating.size = size;
-        floating.origin = origin;
+    void show(const View& content, const Placement& placement) override {
+        describe(content);
+        if (placement) floating.origin = placement(floating.size);
         floating.isShown = true;
     }
-    void replace(const View& content, Size size) override {
-        floating.content = content;
-        floating.size = size;
+    void replace(const View& content) override {
+        describe(content);
         ++floating.replaceCount;
     }
 
@@ -148,6 +146,11 @@ public:
     const std::function<void()> closed;
 
 private:
+    void describe(const View& content) {
+        floating.content = content;
+        floating.size = windows_.fittingSize(content);
+    }
+
     MemoryWindows& windows_;
 };
 
@@ -213,8 +216,8 @@ void MemoryWindows::closeFloatingPanel() {
 }
 
 std::unique_ptr<InformationWindow> MemoryWindows::makeInformationWindow(const std::string& title, const View& content,
-                                                                        Size size, std::function<void(int tag)> clicked) {
-    return std::make_unique<InformationPage>(*this, Information{title, content, size}, std::move(clicked));
+                                                                        std::function<void(int tag)> clicked) {
+    return std::make_unique<InformationPage>(*this, Information{title, content, fittingSize(content)}, std::move(clicked));
 }
 
 std::unique_ptr<FloatingPanel> MemoryWindows::makeFloatingPanel(const std::string& title,

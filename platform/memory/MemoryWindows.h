@@ -63,7 +63,6 @@ public:
     [[nodiscard]] Size fittingSize(const View& view) const override;
     [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) override;
     [[nodiscard]] std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title, const View& content,
-                                                                           Size size,
                                                                            std::function<void(int tag)> clicked) override;
     [[nodiscard]] std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,
                                                                    std::function<void(int tag)> clicked,

@@ -25,9 +25,9 @@ protected:
     AboutWindow about{platform};
     std::shared_ptr<ItemsPanel> panel = ItemsPanel::create(platform);
     std::shared_ptr<ArrangeSession> arrange = ArrangeSession::create(platform, widener);
-    std::shared_ptr<Updater> updater = std::make_shared<Updater>(platform);
+    Updater updater{platform};
     MemoryStatusBar& item = world.statusBar;
-    std::shared_ptr<ControlItem> control = ControlItem::create(platform, {panel, arrange, updater, widener, guide, about});
+    std::shared_ptr<ControlItem> control = ControlItem::create(platform, {*panel, *arrange, updater, widener, guide, about});
 
     void leftClick() { item.click(StatusItemClick::leftMouseUp); }
     void rightClick() { item.click(StatusItemClick::rightMouseUp); }

@@ -66,7 +66,7 @@ TEST_P(DisplayServicesContract, ADisplayThatNobodyHasHasNoModesAndTakesNone) {
     EXPECT_EQ(displays().currentMode(nobodys), std::nullopt);
     EXPECT_TRUE(displays().modes(nobodys).empty());
     EXPECT_FALSE(displays().isInMirrorSet(nobodys));
-    EXPECT_FALSE(displays().apply(currentMode(), nobodys));
+    EXPECT_FALSE(displays().apply(currentMode().id, nobodys));
 }
 
 TEST_P(DisplayServicesContract, TheCurrentModeIsOneOfTheModes) {
@@ -89,23 +89,23 @@ TEST_P(DisplayServicesContract, EveryModeHasAnIdOfItsOwnAndASize) {
 TEST_P(DisplayServicesContract, AnAppliedModeIsTheCurrentOneUntilTheFirstIsPutBack) {
     const DisplayMode first = currentMode();
     const DisplayMode other = otherMode();
-    ASSERT_TRUE(displays().apply(other, mainDisplay()));
+    ASSERT_TRUE(displays().apply(other.id, mainDisplay()));
     EXPECT_EQ(currentMode(), other);
     EXPECT_TRUE(boundsBecome(other));
-    ASSERT_TRUE(displays().apply(first, mainDisplay()));
+    ASSERT_TRUE(displays().apply(first.id, mainDisplay()));
     EXPECT_EQ(currentMode(), first);
     EXPECT_TRUE(boundsBecome(first));
 }
 
 TEST_P(DisplayServicesContract, TheModesAreTheSameInEveryMode) {
     const auto modes = displays().modes(mainDisplay());
-    ASSERT_TRUE(displays().apply(otherMode(), mainDisplay()));
+    ASSERT_TRUE(displays().apply(otherMode().id, mainDisplay()));
     EXPECT_EQ(displays().modes(mainDisplay()), modes);
 }
 
 TEST_P(DisplayServicesContract, TheCurrentModeMayBeAppliedAgain) {
     const DisplayMode mode = currentMode();
-    EXPECT_TRUE(displays().apply(mode, mainDisplay()));
+    EXPECT_TRUE(displays().apply(mode.id, mainDisplay()));
     EXPECT_EQ(currentMode(), mode);
 }
 
@@ -140,7 +140,7 @@ TEST_P(DisplayServicesContract, AnUnpluggedDisplayHasNoModes) {
     EXPECT_TRUE(stage().runUntil([&] { return displays().bounds(second) == Rect{}; }, longTime));
     EXPECT_EQ(displays().currentMode(second), std::nullopt);
     EXPECT_TRUE(displays().modes(second).empty());
-    EXPECT_FALSE(displays().apply(currentMode(), second));
+    EXPECT_FALSE(displays().apply(currentMode().id, second));
 }
 
 OVIN_IN_EVERY_WORLD(DisplayServicesContract);

@@ -52,7 +52,7 @@ MacStage::MacStage() {
 MacStage::~MacStage() {
     DisplayServices& displays = world_.platform().displays;
     const DisplayID main = displays.mainDisplay();
-    if (firstMode_ && displays.currentMode(main) != firstMode_) (void)displays.apply(*firstMode_, main);
+    if (firstMode_ && displays.currentMode(main) != firstMode_) (void)displays.apply(firstMode_->id, main);
 }
 
 std::optional<std::string> MacStage::reasonWithout(Ability ability) const {

@@ -68,7 +68,7 @@ int switchMainDisplay(const char* id) {
     const auto displays = makeMacDisplays();
     const DisplayID main = displays->mainDisplay();
     for (const DisplayMode& mode : displays->modes(main)) {
-        if (std::to_string(mode.id) == id) return displays->apply(mode, main) ? 0 : 1;
+        if (std::to_string(mode.id) == id) return displays->apply(mode.id, main) ? 0 : 1;
     }
     return 1;
 }

@@ -78,7 +78,7 @@ void MemoryStage::mirror(DisplayID) {
 }
 
 void MemoryStage::switchElsewhere(const DisplayMode& mode) {
-    (void)world_.displays.apply(mode, world_.displays.mainDisplay());
+    (void)world_.displays.apply(mode.id, world_.displays.mainDisplay());
     const Size size = world_.displays.bounds(world_.displays.mainDisplay()).size;
     world_.screens.mainScreen = Screen{{{0, 0}, size}, {{0, 37}, {size.width, size.height - 37}}};
     world_.screens.change();

@@ -48,7 +48,7 @@ std::string answer(QtDisplays& displays, const std::string& question) {
         for (const DisplayMode& each : displays.modes(display)) all += text(each);
         return all;
     }
-    if (verb == "apply") return displays.apply(mode, display) ? " done" : " refused";
+    if (verb == "apply") return displays.apply(mode.id, display) ? " done" : " refused";
     // From here on nobody answers at the X display.
     if (verb == "lose") setenv("DISPLAY", ":65000", 1);
     return "";

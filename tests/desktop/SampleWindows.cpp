@@ -16,7 +16,6 @@
 #include <iostream>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "platform/linux/drawing/QtIcons.h"
@@ -67,8 +66,7 @@ private:
 
     void showPage(const std::string& name) {
         if (pages_.count(name) == 0) {
-            const View view = content(name);
-            pages_[name] = windows_.makeInformationWindow("Sample " + name, view, windows_.fittingSize(view),
+            pages_[name] = windows_.makeInformationWindow("Sample " + name, content(name),
                                                           [this, name](int tag) { clicked(name, tag); });
         }
         pages_[name]->show();
@@ -95,17 +93,17 @@ private:
                     card_.reset();
                 });
         }
-        std::optional<Point> origin;
-        if (words.size() > 2) origin = Point{words[1].toDouble(), words[2].toDouble()};
-        const View view = SamplePages::card(1, isExpanded_);
-        card_->show(view, windows_.fittingSize(view), origin);
+        FloatingPanel::Placement placement;
+        if (words.size() > 2) {
+            placement = [origin = Point{words[1].toDouble(), words[2].toDouble()}](Size) { return origin; };
+        }
+        card_->show(SamplePages::card(1, isExpanded_), placement);
         say("shown card");
     }
 
     void expandCard(double scale) {
         isExpanded_ = !isExpanded_;
-        const View view = SamplePages::card(scale, isExpanded_);
-        card_->replace(view, windows_.fittingSize(view));
+        card_->replace(SamplePages::card(scale, isExpanded_));
         say("replaced card");
     }
 

@@ -226,6 +226,7 @@ TEST_F(DisplayWidenerTest, AHalfWrittenRecordIsRemoved) {
     };
     EXPECT_EQ(widener.widen(1700), WidenResult::failed);
     EXPECT_FALSE(hasRecord());
+    EXPECT_THAT(world.log.lines(), ElementsAre("Ovin: could not record the display mode; the display stays as it is"));
 }
 
 TEST_F(DisplayWidenerTest, ARecordThatCannotBeRemovedDoesNotUndoWhatTheUserChoosesLater) {
@@ -235,6 +236,7 @@ TEST_F(DisplayWidenerTest, ARecordThatCannotBeRemovedDoesNotUndoWhatTheUserChoos
     EXPECT_EQ(display().current, usual);
     EXPECT_EQ(widener.scale(), 1.0);
     EXPECT_TRUE(widener.isWidened());
+    EXPECT_EQ(world.log.lines().back(), "Ovin: could not remove the record of the display mode; will retry");
 
     display().current = wide;
     EXPECT_TRUE(widener.restore());

@@ -90,9 +90,10 @@ TEST(MemoryUserDefaults, ARefusalAtTheLastMomentHolds) {
 TEST(MemoryDisplays, AnEffectIsSeenBeforeInAndAfterIt) {
     MemoryDisplays displays;
     const DisplayMode other{2, 800, 500, 800, true};
+    displays.displays.front().modes.push_back(other);
     std::vector<bool> seen;
     displays.onEffect = [&](EffectMoment) { seen.push_back(displays.currentMode(1) == other); };
-    EXPECT_TRUE(displays.apply(other, 1));
+    EXPECT_TRUE(displays.apply(other.id, 1));
     EXPECT_EQ(seen, (std::vector<bool>{false, true, true}));
     EXPECT_EQ(displays.bounds(1).size, (Size{800, 500}));
 }
@@ -100,11 +101,12 @@ TEST(MemoryDisplays, AnEffectIsSeenBeforeInAndAfterIt) {
 TEST(MemoryDisplays, AnExceptionGoesThroughAndLeavesWhatHasHappened) {
     MemoryDisplays displays;
     const DisplayMode other{2, 800, 500, 800, true};
+    displays.displays.front().modes.push_back(other);
     for (const auto last : {EffectMoment::before, EffectMoment::during}) {
         displays.onEffect = [last](EffectMoment moment) {
             if (moment == last) throw 1;
         };
-        EXPECT_THROW((void)displays.apply(other, 1), int);
+        EXPECT_THROW((void)displays.apply(other.id, 1), int);
         EXPECT_EQ(displays.currentMode(1) == other, last == EffectMoment::during);
     }
 }

@@ -43,7 +43,7 @@ void SimulatedComputer::launch() {
     effectCount_ = 0;
     hasRefused_ = false;
     buildMenuBar();
-    program_->session->onItemsStillDoNotFit([this] { require(isActive(), "a warning without an active session"); });
+    program_->session->onItemsStillDoNotFit = [this] { require(isActive(), "a warning without an active session"); };
     end();
 }
 

@@ -146,9 +146,9 @@ std::vector<DisplayMode> QtDisplays::modes(DisplayID display) const {
     return result;
 }
 
-bool QtDisplays::apply(const DisplayMode& mode, DisplayID display) {
+bool QtDisplays::apply(std::int32_t mode, DisplayID display) {
     const auto server = openServer();
-    return server && switchMode(*server, display, static_cast<std::uint32_t>(mode.id));
+    return server && switchMode(*server, display, static_cast<std::uint32_t>(mode));
 }
 
 void QtDisplays::watch(QScreen* screen) { QObject::connect(screen, &QScreen::geometryChanged, this, &QtDisplays::refresh); }

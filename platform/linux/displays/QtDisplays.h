@@ -34,7 +34,7 @@ public:
     [[nodiscard]] std::vector<DisplayMode> modes(DisplayID display) const override;
 
     /// Displays beside and below it move along. `bounds` follows when the event loop has run.
-    [[nodiscard]] bool apply(const DisplayMode& mode, DisplayID display) override;
+    [[nodiscard]] bool apply(std::int32_t mode, DisplayID display) override;
 
 private:
     void watch(QScreen* screen);

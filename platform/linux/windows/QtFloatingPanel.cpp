@@ -18,20 +18,23 @@ QtFloatingPanel::QtFloatingPanel(const std::string& title, std::function<void(in
 
 QtFloatingPanel::~QtFloatingPanel() { window_->dismiss(); }
 
-void QtFloatingPanel::show(const View& content, Size size, const std::optional<Point>& origin) {
-    window_->setView(content, size);
-    if (origin) window_->move(qRound(origin->x), qRound(origin->y));
+void QtFloatingPanel::show(const View& content, const Placement& placement) {
+    window_->setView(content);
+    hasOrigin_ = static_cast<bool>(placement);
+    if (placement) {
+        const Point origin = placement({static_cast<double>(window_->width()), static_cast<double>(window_->height())});
+        window_->move(qRound(origin.x), qRound(origin.y));
+    }
     // A window manager that put it away has taken this from it.
     if (!window_->isVisible()) WindowManager::putOnAllDesktops(*window_);
     window_->show();
     window_->raise();
-    hasOrigin_ = origin.has_value();
-    if (origin) window_->windowHandle()->setFramePosition(window_->pos());
+    if (hasOrigin_) window_->windowHandle()->setFramePosition(window_->pos());
 }
 
-void QtFloatingPanel::replace(const View& content, Size size) {
+void QtFloatingPanel::replace(const View& content) {
     const QPoint corner = window_->pos();
-    window_->setView(content, size);
+    window_->setView(content);
     QWindow* const native = window_->windowHandle();
     if (native == nullptr || (!hasOrigin_ && native->frameMargins().isNull())) return;
     // A new size goes to the window manager together with where the content is, which the toolkit does not know before it

@@ -12,8 +12,8 @@ public:
     QtFloatingPanel(const std::string& title, std::function<void(int tag)> clicked, std::function<void()> closed);
     ~QtFloatingPanel() override;
 
-    void show(const View& content, Size size, const std::optional<Point>& origin) override;
-    void replace(const View& content, Size size) override;
+    void show(const View& content, const Placement& placement) override;
+    void replace(const View& content) override;
 
 private:
     /// Deleted by the event loop: this panel may go while a button deals with a click.

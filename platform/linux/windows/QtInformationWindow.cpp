@@ -9,11 +9,10 @@
 
 namespace ovin {
 
-QtInformationWindow::QtInformationWindow(const std::string& title, const View& content, Size size,
-                                         std::function<void(int tag)> clicked)
+QtInformationWindow::QtInformationWindow(const std::string& title, const View& content, std::function<void(int tag)> clicked)
     : window_(new ViewWindow(QString::fromStdString(title), Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint,
                              {std::move(clicked), [this] { closedByUser(); }})) {
-    window_->setView(content, size);
+    window_->setView(content);
 }
 
 QtInformationWindow::~QtInformationWindow() { window_->dismiss(); }

@@ -12,7 +12,7 @@ namespace ovin {
 /// Where it cannot, its close button puts the page away.
 class QtInformationWindow final : public InformationWindow {
 public:
-    QtInformationWindow(const std::string& title, const View& content, Size size, std::function<void(int tag)> clicked);
+    QtInformationWindow(const std::string& title, const View& content, std::function<void(int tag)> clicked);
     ~QtInformationWindow() override;
 
     void show() override;
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] bool isOpen() const override;
     void onClose(std::function<void()> closed) override { closed_ = std::move(closed); }
     void scrollToEnd() override;
-    void replace(const View& content, Size size) override { window_->setView(content, size); }
+    void replace(const View& content) override { window_->setView(content); }
 
 private:
     void place();

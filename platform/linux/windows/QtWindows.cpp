@@ -16,9 +16,9 @@ std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel(std::function<void(int tag
     return std::make_unique<QtLedgePanel>(std::move(clicked), reserve_);
 }
 
-std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string& title, const View& content, Size size,
+std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string& title, const View& content,
                                                                     std::function<void(int tag)> clicked) {
-    return std::make_unique<QtInformationWindow>(title, content, size, std::move(clicked));
+    return std::make_unique<QtInformationWindow>(title, content, std::move(clicked));
 }
 
 std::unique_ptr<FloatingPanel> QtWindows::makeFloatingPanel(const std::string& title, std::function<void(int tag)> clicked,

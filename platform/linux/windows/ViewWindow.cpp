@@ -36,9 +36,9 @@ ViewWindow::ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers han
     setAccessibleName(title);
 }
 
-void ViewWindow::setView(const View& view, Size size) {
+void ViewWindow::setView(const View& view) {
     if (awaitsRelease()) {
-        waiting_ = Waiting{view, size};
+        waiting_ = view;
         return;
     }
     QWidget* const previous = content_;
@@ -47,7 +47,7 @@ void ViewWindow::setView(const View& view, Size size) {
         if (const auto handlers = weak.lock()) handlers->clicked(tag);
     });
     content_->setParent(this);
-    setFixedSize(QSizeF(size.width, size.height).toSize());
+    setFixedSize(content_->sizeHint());
     content_->setGeometry(rect());
     if (!view.isHidden) content_->show();
     if (previous == nullptr) return giveFirstFocus();
@@ -68,7 +68,7 @@ bool ViewWindow::awaitsRelease() {
 
 void ViewWindow::showWaiting() {
     const auto waiting = std::exchange(waiting_, std::nullopt);
-    if (waiting) setView(waiting->view, waiting->size);
+    if (waiting) setView(*waiting);
 }
 
 void ViewWindow::keepFocus(const QWidget* previous) {

@@ -21,9 +21,9 @@ public:
     /// Handlers are called by the event loop, and no longer once `dismiss` was called: they may destroy whatever they like.
     ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers handlers);
 
-    /// Shows another view. The button that has the keyboard keeps it, as the one with the same tag. One that is held down is
-    /// let go first.
-    void setView(const View& view, Size size);
+    /// Shows another view, in the size that it takes. The button that has the keyboard keeps it, as the one with the same
+    /// tag. One that is held down is let go first.
+    void setView(const View& view);
 
     void scrollToEnd();
 
@@ -40,11 +40,6 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    struct Waiting {
-        View view;
-        Size size;
-    };
-
     /// Whether a button of the content is held down; what waits is shown once it is not.
     [[nodiscard]] bool awaitsRelease();
     void showWaiting();
@@ -53,7 +48,7 @@ private:
 
     std::shared_ptr<const Handlers> handlers_;
     QWidget* content_ = nullptr;
-    std::optional<Waiting> waiting_;
+    std::optional<View> waiting_;
     std::optional<QPoint> lastPosition_;
 };
 

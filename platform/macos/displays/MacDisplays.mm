@@ -31,10 +31,10 @@ public:
         return static_cast<CGDisplayModeRef>(const_cast<void*>(CFArrayGetValueAtIndex(modes_.get(), index)));
     }
 
-    /// Null when there is none like it. Not retained.
-    [[nodiscard]] CGDisplayModeRef find(const DisplayMode& wanted) const {
+    /// Null when there is none of this id. Not retained.
+    [[nodiscard]] CGDisplayModeRef find(std::int32_t id) const {
         for (CFIndex i = 0; i < count(); ++i) {
-            if (describe(at(i)) == wanted) return at(i);
+            if (CGDisplayModeGetIODisplayModeID(at(i)) == id) return at(i);
         }
         return nullptr;
     }
@@ -81,7 +81,7 @@ public:
         return result;
     }
 
-    [[nodiscard]] bool apply(const DisplayMode& mode, DisplayID display) override {
+    [[nodiscard]] bool apply(std::int32_t mode, DisplayID display) override {
         const ModeList list(display);
         CGDisplayModeRef found = list.find(mode);
         return found != nullptr && configure(display, found);

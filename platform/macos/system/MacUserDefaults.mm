@@ -49,6 +49,7 @@ private:
     bool replace(std::string_view key, id _Nullable object) {
         NSString* name = toNSString(key);
         id before = [defaults_ objectForKey:name];
+        if (object == nil && before == nil) return true;
         put(object, name);
         if ([defaults_ synchronize]) return true;
         put(before, name);

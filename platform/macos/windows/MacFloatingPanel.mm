@@ -41,14 +41,13 @@ public:
 
     ~MacFloatingPanel() override { dismiss(panel_); }
 
-    void show(const View& content, Size size, const std::optional<Point>& origin) override {
-        setContent(panel_, content, target_);
-        [panel_ setContentSize:NSMakeSize(size.width, size.height)];
-        if (origin) [panel_ setFrameTopLeftPoint:toNative(*origin)];
+    void show(const View& content, const Placement& placement) override {
+        const Size size = fitContent(panel_, content, target_);
+        if (placement) [panel_ setFrameTopLeftPoint:toNative(placement(size))];
         [panel_ orderFrontRegardless];
     }
 
-    void replace(const View& content, Size size) override { replaceContent(panel_, content, size, target_); }
+    void replace(const View& content) override { replaceContent(panel_, content, target_); }
 
 private:
     /// Both go with this panel: what is still on its way then means nothing any more.

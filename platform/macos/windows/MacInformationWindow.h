@@ -10,6 +10,6 @@ namespace ovin {
 
 /// A page that covers all of an ordinary window, its title bar included, which shows nothing.
 [[nodiscard]] std::unique_ptr<InformationWindow> makeMacInformationWindow(const std::string& title, const View& content,
-                                                                          Size size, std::function<void(int tag)> clicked);
+                                                                          std::function<void(int tag)> clicked);
 
 }  // namespace ovin

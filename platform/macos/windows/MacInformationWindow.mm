@@ -42,11 +42,11 @@ bool isTracking() { return [NSRunLoop.mainRunLoop.currentMode isEqualToString:NS
 
 class MacInformationWindow final : public InformationWindow {
 public:
-    MacInformationWindow(const std::string& title, const View& content, Size size, ClickHandler clicked)
+    MacInformationWindow(const std::string& title, const View& content, ClickHandler clicked)
         : clicked_(std::make_shared<const ClickHandler>(std::move(clicked))),
           target_([[OvinClickTarget alloc] initWithHandler:clicked_]),
           window_(makeWindow(title)) {
-        replaceContent(window_, content, size, target_);
+        replaceContent(window_, content, target_);
     }
 
     ~MacInformationWindow() override { dismiss(window_); }
@@ -73,26 +73,20 @@ public:
 
     void scrollToEnd() override { ovin::scrollToEnd(window_); }
 
-    void replace(const View& content, Size size) override {
-        if (isTracking()) return replaceLater({content, size});
+    void replace(const View& content) override {
+        if (isTracking()) return replaceLater(content);
         waiting_->reset();
-        replaceContent(window_, content, size, target_);
+        replaceContent(window_, content, target_);
     }
 
 private:
-    struct Page {
-        View content;
-        Size size;
-    };
-
     /// When the loop runs in its usual mode again, if nothing has come in between.
-    void replaceLater(Page page) {
-        *waiting_ = std::move(page);
+    void replaceLater(const View& content) {
+        *waiting_ = content;
         const auto show = [weak = std::weak_ptr(waiting_), window = window_, target = target_] {
             const auto waiting = weak.lock();
             if (!waiting || !*waiting) return;
-            const Page next = *std::exchange(*waiting, std::nullopt);
-            replaceContent(window, next.content, next.size, target);
+            replaceContent(window, *std::exchange(*waiting, std::nullopt), target);
         };
         [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
                                         block:^{
@@ -107,15 +101,15 @@ private:
     std::shared_ptr<const std::function<void()>> closed_;
     /// The window does not keep it.
     OvinCloseReporter* closeReporter_ = nil;
-    const std::shared_ptr<std::optional<Page>> waiting_ = std::make_shared<std::optional<Page>>();
+    const std::shared_ptr<std::optional<View>> waiting_ = std::make_shared<std::optional<View>>();
     bool hasBeenShown_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<InformationWindow> makeMacInformationWindow(const std::string& title, const View& content, Size size,
+std::unique_ptr<InformationWindow> makeMacInformationWindow(const std::string& title, const View& content,
                                                             std::function<void(int tag)> clicked) {
-    return std::make_unique<MacInformationWindow>(title, content, size, std::move(clicked));
+    return std::make_unique<MacInformationWindow>(title, content, std::move(clicked));
 }
 
 }  // namespace ovin

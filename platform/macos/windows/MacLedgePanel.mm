@@ -6,6 +6,7 @@
 
 #include "platform/macos/displays/Coordinates.h"
 #include "platform/macos/views/ClickTarget.h"
+#include "platform/macos/views/NativeViews.h"
 #include "platform/macos/windows/WindowContent.h"
 #include "platform/macos/windows/WindowStyles.h"
 
@@ -36,7 +37,7 @@ public:
         // What was shown before has buttons with the same tags and other meanings.
         clicked_ = std::make_shared<const ClickHandler>(*clicked_);
         target_ = [[OvinClickTarget alloc] initWithHandler:clicked_];
-        setContent(panel_, content, target_);
+        setContent(panel_, makeNativeView(content, target_));
         [panel_ setFrame:toNative(frame) display:YES];
         // It follows what is drawn, but not by itself.
         [panel_ invalidateShadow];

@@ -22,9 +22,8 @@ public:
     }
 
     [[nodiscard]] std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title, const View& content,
-                                                                           Size size,
                                                                            std::function<void(int tag)> clicked) override {
-        return makeMacInformationWindow(title, content, size, std::move(clicked));
+        return makeMacInformationWindow(title, content, std::move(clicked));
     }
 
     [[nodiscard]] std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,

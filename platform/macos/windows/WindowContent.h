@@ -13,10 +13,13 @@ namespace ovin {
 
 /// Makes a view fill a window, in place of what was there. The button that has the keyboard keeps it, as the one with the
 /// same tag. What was there stays alive as long as the user holds down a button of it.
-void setContent(NSWindow* window, const View& view, OvinClickTarget* target);
+void setContent(NSWindow* window, NSView* view);
 
-/// The same in another size of the content; the top left corner of the window stays where it is.
-void replaceContent(NSWindow* window, const View& view, Size size, OvinClickTarget* target);
+/// The same, in the size that the view takes, which is returned.
+Size fitContent(NSWindow* window, const View& view, OvinClickTarget* target);
+
+/// The same; the top left corner of the window stays where it is.
+void replaceContent(NSWindow* window, const View& view, OvinClickTarget* target);
 
 /// Scrolls the page that a window shows to its end, if it has one.
 void scrollToEnd(NSWindow* window);

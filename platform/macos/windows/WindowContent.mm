@@ -42,20 +42,27 @@ void giveKeyboard(NSWindow* window, NSInteger tag) {
 
 }  // namespace
 
-void setContent(NSWindow* window, const View& view, OvinClickTarget* target) {
+void setContent(NSWindow* window, NSView* view) {
     const auto tag = focusedTag(window);
     keepUntilIdle(window.contentView);
     // The window lays out its content view itself, and that one what it shows.
     NSView* content = [[NSView alloc] initWithFrame:NSZeroRect];
-    fill(content, makeNativeView(view, target));
+    fill(content, view);
     window.contentView = content;
     if (tag) giveKeyboard(window, *tag);
 }
 
-void replaceContent(NSWindow* window, const View& view, Size size, OvinClickTarget* target) {
-    const NSPoint corner = NSMakePoint(NSMinX(window.frame), NSMaxY(window.frame));
-    setContent(window, view, target);
+Size fitContent(NSWindow* window, const View& view, OvinClickTarget* target) {
+    NativeView* native = makeNativeView(view, target);
+    const Size size = fittingSize(native);
+    setContent(window, native);
     [window setContentSize:NSMakeSize(size.width, size.height)];
+    return size;
+}
+
+void replaceContent(NSWindow* window, const View& view, OvinClickTarget* target) {
+    const NSPoint corner = NSMakePoint(NSMinX(window.frame), NSMaxY(window.frame));
+    (void)fitContent(window, view, target);
     [window setFrameTopLeftPoint:corner];
 }
 

@@ -56,7 +56,7 @@ protected:
 
     std::unique_ptr<InformationWindow> page(
         const View& view, std::function<void(int)> clicked = [](int) {}) {
-        return windows.makeInformationWindow("Page", view, windows.fittingSize(view), std::move(clicked));
+        return windows.makeInformationWindow("Page", view, std::move(clicked));
     }
 
     QtWindows windows;
@@ -147,8 +147,7 @@ TEST_F(QtWindowsTest, AButtonThatIsHeldDownWhileThePageChangesIsClicked) {
     const QPointer<PushButtonWidget> button = find<PushButtonWidget>(window(), SamplePages::done);
     sendMouse(*button, QEvent::MouseButtonPress, Qt::LeftButton);
     for (const double height : {200.0, 250.0}) {
-        const View next = SamplePages::guide(icon, height);
-        shown->replace(next, windows.fittingSize(next));
+        shown->replace(SamplePages::guide(icon, height));
         handleEvents();
         ASSERT_FALSE(button.isNull()) << "it is taken from under the finger";
     }
@@ -165,8 +164,7 @@ TEST_F(QtWindowsTest, AHandlerMayDestroyItsWindowWhileAPageWaits) {
     shown->show();
     auto* const button = find<PushButtonWidget>(window(), SamplePages::done);
     sendMouse(*button, QEvent::MouseButtonPress, Qt::LeftButton);
-    const View next = SamplePages::guide(icon, 200);
-    shown->replace(next, windows.fittingSize(next));
+    shown->replace(SamplePages::guide(icon, 200));
     sendMouse(*button, QEvent::MouseButtonRelease, Qt::NoButton);
     handleEvents();
     EXPECT_EQ(shown, nullptr);
@@ -420,7 +418,12 @@ TEST_F(QtWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
             panel.reset();
         });
     const View view = SamplePages::card(1, false);
-    panel->show(view, windows.fittingSize(view), Point{50, 60});
+    Size size;
+    panel->show(view, [&](Size fitting) {
+        size = fitting;
+        return Point{50, 60};
+    });
+    EXPECT_EQ(size, windows.fittingSize(view));
     EXPECT_EQ(window().pos(), QPoint(50, 60));
     EXPECT_TRUE(window().testAttribute(Qt::WA_ShowWithoutActivating));
     window().close();
@@ -436,7 +439,7 @@ TEST_F(QtWindowsTest, AFloatingPanelGoesSilently) {
     auto panel = windows.makeFloatingPanel(
         "Card", [](int) {}, [&] { ++closed; });
     const View view = SamplePages::card(1, false);
-    panel->show(view, windows.fittingSize(view), {});
+    panel->show(view, {});
     window().close();
     panel.reset();
     handleEvents();
@@ -449,11 +452,11 @@ TEST_F(QtWindowsTest, AFloatingPanelStaysWhereTheUserMovedItAndItsButtonKeepsThe
         "Card", [&](int tag) { clicked = tag; }, [] {});
     const View small = SamplePages::card(1, false);
     const View large = SamplePages::card(1.3, true);
-    panel->show(small, windows.fittingSize(small), Point{50, 60});
+    panel->show(small, [](Size) { return Point{50, 60}; });
     window().move(90, 70);
     find<DisclosureWidget>(window(), SamplePages::disclose)->setFocus(Qt::TabFocusReason);
     for (const View& view : {large, small, large}) {
-        panel->replace(view, windows.fittingSize(view));
+        panel->replace(view);
         handleEvents();
         EXPECT_EQ(window().pos(), QPoint(90, 70));
         EXPECT_EQ(window().size().height(), static_cast<int>(windows.fittingSize(view).height));
@@ -472,9 +475,9 @@ TEST_F(QtWindowsTest, AClickOnContentThatIsReplacedMeanwhileIsDelivered) {
     auto panel = windows.makeFloatingPanel(
         "Card", [&](int tag) { clicked = tag; }, [] {});
     const View view = SamplePages::card(1, false);
-    panel->show(view, windows.fittingSize(view), {});
+    panel->show(view, {});
     find<DisclosureWidget>(window(), SamplePages::disclose)->click();
-    panel->replace(view, windows.fittingSize(view));
+    panel->replace(view);
     handleEvents();
     EXPECT_EQ(clicked, SamplePages::disclose);
 }

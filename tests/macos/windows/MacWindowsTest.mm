@@ -53,7 +53,7 @@ protected:
 
     std::unique_ptr<InformationWindow> page(std::function<void(int)> clicked) const {
         const View view = SamplePages::guide(icon, 300);
-        return windows->makeInformationWindow("Page", view, windows->fittingSize(view), std::move(clicked));
+        return windows->makeInformationWindow("Page", view, std::move(clicked));
     }
 
     const std::unique_ptr<Windows> windows = makeMacWindows();
@@ -79,7 +79,7 @@ TEST_F(MacWindowsTest, APageComesUpOnTheScreenThatTheUserWorksOn) {
 TEST_F(MacWindowsTest, AWindowHasTheFittingSizeOfItsView) {
     const View view = SamplePages::about(icon);
     const Size size = windows->fittingSize(view);
-    const auto shown = windows->makeInformationWindow("About", view, size, [](int) {});
+    const auto shown = windows->makeInformationWindow("About", view, [](int) {});
     shown->show();
     EXPECT_GT(size.width, 250);
     EXPECT_GT(size.height, 250);
@@ -116,8 +116,8 @@ TEST_F(MacWindowsTest, APageKeepsItsButtonsWhileTheUserHoldsOneDown) {
     NSButton* before = button(SamplePages::done);
     const View about = SamplePages::about(icon);
     whileTracking([&] {
-        shown->replace(SamplePages::guide(icon, 200), {300, 300});
-        shown->replace(about, windows->fittingSize(about));
+        shown->replace(SamplePages::guide(icon, 200));
+        shown->replace(about);
         EXPECT_EQ(button(SamplePages::done), before);
     });
     turnRunLoop();
@@ -130,7 +130,7 @@ TEST_F(MacWindowsTest, APageThatIsGoneIsNotReplaced) {
     auto shown = page([](int) {});
     shown->show();
     whileTracking([&] {
-        shown->replace(SamplePages::about(icon), {300, 300});
+        shown->replace(SamplePages::about(icon));
         shown.reset();
     });
     turnRunLoop();
@@ -209,7 +209,7 @@ TEST_F(MacWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
             panel.reset();
         });
     const View view = SamplePages::card(1, false);
-    panel->show(view, windows->fittingSize(view), Point{50, 160});
+    panel->show(view, [](Size) { return Point{50, 160}; });
     [window() performClose:nil];
     EXPECT_EQ(closed, 0);
     turnRunLoop();
@@ -222,7 +222,7 @@ TEST_F(MacWindowsTest, AFloatingPanelGoesSilently) {
     auto panel = windows->makeFloatingPanel(
         "Card", [](int) {}, [&] { ++closed; });
     const View view = SamplePages::card(1, false);
-    panel->show(view, windows->fittingSize(view), {});
+    panel->show(view, {});
     [window() performClose:nil];
     panel.reset();
     turnRunLoop();
@@ -234,11 +234,11 @@ TEST_F(MacWindowsTest, AFloatingPanelKeepsItsTopLeftCornerAndItsButtonTheKeyboar
         "Card", [](int) {}, [] {});
     const View small = SamplePages::card(1, false);
     const View large = SamplePages::card(1.3, true);
-    panel->show(small, windows->fittingSize(small), Point{60, 160});
+    panel->show(small, [](Size) { return Point{60, 160}; });
     [window() setFrameTopLeftPoint:toNative(Point{90, 170})];
     [window() makeFirstResponder:button(SamplePages::disclose)];
     for (const View& view : {large, small, large}) {
-        panel->replace(view, windows->fittingSize(view));
+        panel->replace(view);
         EXPECT_TRUE((fromNative(window().frame).origin == Point{90, 170}));
         EXPECT_EQ(window().firstResponder, button(SamplePages::disclose));
     }
@@ -249,7 +249,7 @@ TEST_F(MacWindowsTest, ATriangleIsTurnedByItsDescriptionAndNotByTheClick) {
     const auto panel = windows->makeFloatingPanel(
         "Card", [&](int tag) { clicked = tag; }, [] {});
     const View view = SamplePages::card(1, false);
-    panel->show(view, windows->fittingSize(view), {});
+    panel->show(view, {});
     [button(SamplePages::disclose) performClick:nil];
     EXPECT_EQ(button(SamplePages::disclose).state, NSControlStateValueOff);
     turnRunLoop();
