@@ -6,12 +6,14 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 include(GoogleTest)
 
 # ovin_add_test(NAME [QT] SOURCES ... LINKS ...): one test program, its tests known to ctest one by one. Programs that use Qt
-# are compiled with options of their own, and so cannot share the compiled headers; nor can those in another language.
+# are compiled with options of their own, and so have compiled headers of their own; those in another language have none.
 function(ovin_add_test name)
     cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ovin_options ${ARG_LINKS} GTest::gmock GTest::gtest_main)
-    if(NOT ARG_QT AND NOT ARG_SOURCES MATCHES "\\.mm(;|$)")
+    if(ARG_QT)
+        target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <QApplication> <QPainter>)
+    elseif(NOT ARG_SOURCES MATCHES "\\.mm(;|$)")
         target_precompile_headers(${name} REUSE_FROM ovin_test_headers)
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
