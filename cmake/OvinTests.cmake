@@ -3,10 +3,10 @@
 
 find_package(GTest REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-include(GoogleTest)
 
-# ovin_add_test(NAME [QT] SOURCES ... LINKS ...): one test program, its tests known to ctest one by one. Programs that use Qt
-# are compiled with options of their own, and so have compiled headers of their own; those in another language have none.
+# ovin_add_test(NAME [QT] SOURCES ... LINKS ...): one test program. To ctest it is one test; tools/count_tests.py counts those in
+# it. Programs that use Qt are compiled with options of their own, and so have compiled headers of their own; those in another
+# language have none.
 function(ovin_add_test name)
     cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
@@ -16,7 +16,7 @@ function(ovin_add_test name)
     elseif(NOT ARG_SOURCES MATCHES "\\.mm(;|$)")
         target_precompile_headers(${name} REUSE_FROM ovin_test_headers)
     endif()
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+    add_test(NAME ${name} COMMAND ${name})
     ovin_count_as_built(${ARG_SOURCES})
 endfunction()
 
@@ -25,7 +25,6 @@ endfunction()
 function(ovin_add_python_test name source)
     if(NOT OVIN_SANITIZE)
         add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/${source} ${ARGN})
-        set_tests_properties(${name} PROPERTIES TIMEOUT 300)
     endif()
     ovin_count_as_built(${source})
 endfunction()
@@ -64,7 +63,7 @@ function(ovin_add_desktop_test name target)
     endif()
     add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/desktop/private-desktop ${ARG_OPTIONS} -- ${ARG_COMMAND})
     # The longest ones start first, so that nothing is left to wait for in the end.
-    set_tests_properties(${name} PROPERTIES TIMEOUT 300 COST 100
+    set_tests_properties(${name} PROPERTIES COST 100
         ENVIRONMENT "OVIN_MENU_BAR_AGENT=$<TARGET_FILE:MenuBarAgent>;OVIN_STATUS_ITEM=$<TARGET_FILE:status-item>")
     add_dependencies(${target} MenuBarAgent status-item)
 endfunction()

@@ -4,8 +4,6 @@ import glob
 import json
 import os
 import re
-import subprocess
-import sys
 import unittest
 
 TOP = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
@@ -16,11 +14,6 @@ CALLS = {"configurePresets": r"\bcmake --preset (\S+)", "buildPresets": r"\bcmak
 def text_of(*path):
     with open(os.path.join(TOP, *path), encoding="utf-8") as file:
         return file.read()
-
-
-def tests_of_this_build(*options):
-    done = subprocess.run(["ctest", "--test-dir", BUILD, "-N", *options], check=True, capture_output=True, text=True)
-    return re.findall(r"Test +#\d+: (.*)", done.stdout)
 
 
 class Workflows(unittest.TestCase):
@@ -42,16 +35,6 @@ class Workflows(unittest.TestCase):
         for path in scripts:
             self.assertTrue(os.access(os.path.join(TOP, path), os.X_OK), path)
 
-    def test_the_contracts_of_a_mac_are_told_from_the_others_by_their_names(self):
-        """Every world's are called alike, so those of the world in memory show whether a pattern finds them all."""
-        expected = [name for name in tests_of_this_build() if "/Memory" in name]
-        self.assertGreater(len(expected), 100)
-        patterns = re.findall(r"--(?:tests|exclude)-regex '([^']*)'", self.texts["macos.yml"])
-        self.assertEqual(len(patterns), 2)
-        for pattern in patterns:
-            self.assertEqual(tests_of_this_build("-R", pattern.replace("Mac", "Memory")), expected)
-
 
 if __name__ == "__main__":
-    BUILD = sys.argv.pop(1)
     unittest.main()
