@@ -23,14 +23,14 @@ class TestCommand(unittest.TestCase):
         self.assertNotIn("Packages ...", result.stdout)
 
     def test_an_unknown_option_is_refused_and_nothing_is_run(self):
-        result = run("--quick", "--bogus")
+        result = run("--all", "--bogus")
         self.assertEqual(result.returncode, 2)
         self.assertIn("unknown option: --bogus", result.stderr)
         self.assertEqual(result.stdout, "")
 
     def test_an_option_without_its_number_is_refused_and_nothing_is_run(self):
         for arguments in (["--soak"], ["--soak", "long"], ["--fuzz", "0"], ["--fuzz", "-1"]):
-            result = run("--quick", *arguments)
+            result = run("--all", *arguments)
             self.assertEqual(result.returncode, 2, arguments)
             self.assertIn(arguments[0] + " needs a number", result.stderr)
             self.assertEqual(result.stdout, "")
