@@ -53,8 +53,8 @@ public:
     [[nodiscard]] QtApplication& application() { return application_; }
 
     /// Waits until it is known whether assistive programs are enabled, and which items are there. Where this program has
-    /// become the watcher, runs the event loop until the programs that waited for one have registered: until none has come for
-    /// a moment, and for 10 s at most. For programs that look once and end; all others just hear of changes.
+    /// become the watcher, runs the event loop until the programs that waited for one have registered: until none has come
+    /// for a moment, and for 10 s at most. For programs that look once and end; all others just hear of changes.
     void waitForAnswers();
 
 private:

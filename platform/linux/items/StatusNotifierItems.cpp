@@ -15,7 +15,7 @@ namespace {
 constexpr std::chrono::seconds patience{1};
 /// A thousand items take seconds to come on a busy machine; nobody keeps up a stream of them longer than this.
 constexpr std::chrono::seconds longestStream{10};
-/// A busy watcher's list is welcome whenever it comes.
+/// The list of a busy watcher, and what a busy session knows of an item, are welcome whenever they come: nobody asks again.
 constexpr std::chrono::hours untilAnswered{24};
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
@@ -54,7 +54,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
             const std::lock_guard lock(mutex);
             pending.insert(item.address.joined());
         }
-        bus.call(busDaemonCall("GetConnectionUnixProcessID", {item.address.destination}), patience,
+        bus.call(busDaemonCall("GetConnectionUnixProcessID", {item.address.destination}), untilAnswered,
                  [self = shared_from_this(), item](const BusReply& reply) { self->resolve(item, reply); });
     }
 
