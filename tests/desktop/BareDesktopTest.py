@@ -111,7 +111,7 @@ class Pressing(DesktopTestCase):
             press.communicate()
 
     def assertEvents(self, item, events):
-        if not becomes(lambda: item.events() == events, 5):
+        if not becomes(lambda: item.events() == events):
             self.assertEqual(item.events(), events)
         for other in self.items:
             if other is not item:

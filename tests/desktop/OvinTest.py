@@ -118,6 +118,20 @@ def awaitAccessible(*path):
     return accessible(*path)
 
 
+def middle(element):
+    area = element.get_extents(Atspi.CoordType.SCREEN)
+    return area.x + area.width // 2, area.y + area.height // 2
+
+
+def placeOf(find):
+    """The middle of what `find` returns; None where there is none, or it went while it was looked at."""
+    try:
+        element = find()
+        return element and middle(element)
+    except GLib.Error:
+        return None
+
+
 def press(element):
     element.do_action(0)
 
