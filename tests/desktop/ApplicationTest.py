@@ -10,8 +10,8 @@ import subprocess
 import time
 import unittest
 
-from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, BOUND, OVIN, accessible, activeWindow, awaitAccessible, becomes,
-                      buttonsOf, click, colours, geometry, isSanitized, main, memoryOf, pidOf, placeOf, press, run,
+from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, BOUND, OVIN, accessible, activeWindow, awaitAccessible, awaited,
+                      becomes, buttonsOf, click, colours, geometry, isSanitized, main, memoryOf, pidOf, placeOf, press, run,
                       windowsOf)
 
 
@@ -85,13 +85,13 @@ class TheLedge(ApplicationTestCase):
 
     def testAClickOnTheItemClosesItAgain(self):
         self.openLedge(self.ovin)
-        click(*self.slot())
+        click(*awaited(self.slot))
         self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)))
         time.sleep(0.3)
         self.assertFalse(self.isOpen(self.ovin), "the click that closed it has opened it again")
 
     def testNothingHappensBeforeTheButtonIsReleased(self):
-        x, y = self.slot()
+        x, y = awaited(self.slot)
         run("xdotool", "mousemove", str(x), str(y), "mousedown", "1")
         try:
             time.sleep(0.4)
@@ -106,8 +106,8 @@ class TheLedge(ApplicationTestCase):
         run("xrandr", "--output", "DUMMY1", "--mode", "1920x1080", "--right-of", "DUMMY0", "--primary")
         self.addCleanup(run, "xrandr", "--output", "DUMMY1", "--off")
         self.addCleanup(run, "xrandr", "--output", "DUMMY0", "--primary")
-        self.assertTrue(becomes(lambda: self.slot() and self.slot()[0] > 1440), self.slot())
-        click(*self.slot())
+        self.assertTrue(becomes(lambda: (self.slot() or (0,))[0] > 1440), self.slot())
+        click(*awaited(self.slot))
         self.assertTrue(becomes(lambda: self.isOpen(self.ovin)))
         x, _, width, _ = geometry(windowsOf(self.ovin.pid)[0])
         self.assertGreaterEqual(x, 1440)
@@ -119,8 +119,7 @@ class TheLedge(ApplicationTestCase):
         place = geometry(self.openLedge(self.ovin))
         self.assertTrue(becomes(lambda: geometry(windowsOf(self.ovin.pid)[0])[2] >= 1300), place)
         first = lambda: placeOf(lambda: next(iter(buttonsOf("Ovin")), None))
-        self.assertTrue(becomes(first))
-        before = first()
+        before = awaited(first)
         x, y, width, height = geometry(windowsOf(self.ovin.pid)[0])
         run("xdotool", "mousemove", str(x + width // 2), str(y + height // 2), "click", "--repeat", "3", "7")
         self.assertTrue(becomes(lambda: (first() or before)[0] < before[0]), (before, first()))
@@ -134,7 +133,7 @@ class TheStatusItem(ApplicationTestCase):
         self.ovin = self.startShown()
 
     def openMenu(self):
-        x, y = self.slot()
+        x, y = awaited(self.slot)
         click(x, y, 3)
         self.assertTrue(becomes(lambda: self.isOpen(self.ovin)), "no menu opens")
         return x, windowsOf(self.ovin.pid)[0]
@@ -186,7 +185,7 @@ class TheStatusItem(ApplicationTestCase):
 
     def testAMiddleClickAndTheWheelDoNothing(self):
         for button in ("2", "4", "5"):
-            click(*self.slot(), button)
+            click(*awaited(self.slot), button)
         time.sleep(0.5)
         self.assertFalse(self.isOpen(self.ovin))
         self.assertIsNone(self.ovin.poll())
@@ -198,7 +197,7 @@ class TheStatusItem(ApplicationTestCase):
         # It serves the other tests too, and ends with the desktop.
         TheStatusItem.successor = subprocess.Popen([os.environ["OVIN_MENU_BAR_AGENT"]])
         self.assertTrue(becomes(lambda: self.slot() is not None), "it does not come back")
-        click(*self.slot())
+        click(*awaited(self.slot))
         self.assertTrue(becomes(lambda: self.isOpen(self.ovin)))
 
 
@@ -280,7 +279,7 @@ class TheEnd(ApplicationTestCase):
 
     def testASignalEndsItWithItsMenuOpen(self):
         ovin = self.startShown()
-        click(*self.slot(), 3)
+        click(*awaited(self.slot), 3)
         self.assertTrue(becomes(lambda: self.isOpen(ovin)))
         ovin.terminate()
         self.assertEnds(ovin)

@@ -8,9 +8,9 @@ import re
 import subprocess
 import time
 
-from OvinTest import (BOUND, GUIDE_WAS_SHOWN, OVIN, SETTINGS, ApplicationTestCase, Atspi, GLib, Item, accessible, becomes,
-                      children, click, descendant, entryNamed, geometry, middle, placeOf, readSettings, run, setAccessibility,
-                      writeSettings)
+from OvinTest import (BOUND, GUIDE_WAS_SHOWN, OVIN, SETTINGS, ApplicationTestCase, Atspi, GLib, Item, accessible, awaited,
+                      becomes, children, click, descendant, entryNamed, geometry, middle, placeOf, readSettings, run,
+                      setAccessibility, writeSettings)
 
 USUAL = "1440x900"
 COUNT = 56
@@ -182,16 +182,17 @@ class OrganizeTestCase(ApplicationTestCase):
     def choose(self, entry):
         def opens():
             if "Ovin" in drawn() or "Done organizing" in drawn():
-                click(*self.slot(), 3)
+                click(*awaited(self.slot), 3)
             # The next click would close the menu again: however slowly it is looked at, it has to be seen before that.
-            return becomes(lambda: entryNamed(entry), BOUND / 3)
+            return awaited(lambda: entryNamed(entry), BOUND / 3)
 
-        if not becomes(opens):
+        found = awaited(opens)
+        if found is None:
             windows = run("xdotool", "search", "--onlyvisible", "--class", "ovin").stdout.split()
             programs = [program.get_name() for program in children(Atspi.get_desktop(0))]
             self.fail(f"there is no entry {entry}; drawn are {drawn()}, Ovin's windows {list(map(geometry, windows))}, programs "
                       f"that can be looked at {programs}")
-        clickOn(entryNamed(entry))
+        clickOn(found)
 
     def awaitCard(self):
         self.assertTrue(becomes(lambda: self.own(TITLE)), "no card comes")
