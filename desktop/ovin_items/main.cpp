@@ -99,10 +99,10 @@ int requestTrust(ovin::LinuxWorld& world) {
 int run(ovin::LinuxWorld& world, const Options& options) {
     const ovin::Platform platform = world.platform();
     if (options.requestsTrust) return requestTrust(world);
+    world.waitForAnswers();
     if (!ovin::ItemProvider::isTrusted(platform)) {
         return complain(notTrusted, "accessibility is switched off in this session; try --request-trust");
     }
-    world.waitForRegistrations();
     const auto items = ovin::ItemProvider::discoverItems(platform, ovin::ItemProvider::snapshotApps(platform));
     if (!options.press) {
         options.asJson ? printJson(items) : printTable(items);

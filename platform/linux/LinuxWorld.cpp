@@ -13,9 +13,9 @@
 namespace ovin {
 namespace {
 
-/// Programs react to a new watcher within milliseconds; this allows for a busy machine.
+/// Programs react to a new watcher within milliseconds; this allows for a busy machine, and for a thousand of them.
 constexpr std::chrono::milliseconds quietTime{200};
-constexpr std::chrono::milliseconds longestWait{1500};
+constexpr std::chrono::seconds longestWait{10};
 
 }  // namespace
 
@@ -40,8 +40,16 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
 
 LinuxWorld::~LinuxWorld() = default;
 
-void LinuxWorld::waitForRegistrations() {
-    if (watcher_.ownership() != StatusNotifierWatcher::Ownership::owner) return;
+void LinuxWorld::waitForAnswers() {
+    accessibilityBus_.waitForAnswer();
+    if (watcher_.ownership() == StatusNotifierWatcher::Ownership::owner) waitForQuiet();
+
+    std::vector<std::string> entries;
+    for (const QString& entry : watcher_.registeredItems()) entries.push_back(entry.toStdString());
+    items_.waitFor(entries);
+}
+
+void LinuxWorld::waitForQuiet() {
     QEventLoop loop;
     QTimer quiet;
     quiet.setSingleShot(true);
@@ -51,10 +59,6 @@ void LinuxWorld::waitForRegistrations() {
     quiet.start(quietTime);
     QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);
     loop.exec();
-
-    std::vector<std::string> entries;
-    for (const QString& entry : watcher_.registeredItems()) entries.push_back(entry.toStdString());
-    items_.waitFor(entries);
 }
 
 Platform LinuxWorld::platform(UpdateFramework& updates) {

@@ -52,13 +52,14 @@ public:
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
     [[nodiscard]] QtApplication& application() { return application_; }
 
-    /// Runs the event loop until the programs that waited for a watcher have registered their items, where this program has
-    /// become the watcher: until none has come for a moment, and for 1.5 s at most. Returns at once where another program is
-    /// the watcher, whose items are known. For programs that look once and end; all others just see items come.
-    void waitForRegistrations();
+    /// Waits until it is known whether assistive programs are enabled, and which items are there. Where this program has
+    /// become the watcher, runs the event loop until the programs that waited for one have registered: until none has come
+    /// for a moment, and for 10 s at most. For programs that look once and end; all others just hear of changes.
+    void waitForAnswers();
 
 private:
     explicit LinuxWorld(std::unique_ptr<Bus> session);
+    void waitForQuiet();
 
     std::unique_ptr<Bus> session_;
     SessionProcesses processes_;

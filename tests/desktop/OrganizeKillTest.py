@@ -12,7 +12,7 @@ import time
 COUNT_OF_KILLS = int(sys.argv.pop(4)) if len(sys.argv) > 4 and sys.argv[4].isdigit() else 15
 SEED = int(os.environ.get("OVIN_KILL_SEED", time.time_ns() % 1_000_000))
 
-from Organizing import ORGANIZE, USUAL, OrganizeTestCase, isOnRecord, mode, readDefaults  # noqa: E402
+from Organizing import ORGANIZE, USUAL, OrganizeTestCase, clickOn, isOnRecord, mode, readDefaults  # noqa: E402
 from OvinTest import BOUND, becomes, main  # noqa: E402
 
 # Seconds; where a kill may fall after the click that begins organizing, and after the one that ends it.
@@ -47,7 +47,7 @@ class Kills(OrganizeTestCase):
             delay = chance.uniform(0, BEGINNING)
         else:
             self.awaitCard()
-            self.clickDone()
+            clickOn(self.done())  # it may miss a button that moves, which is a moment like others
             delay = chance.uniform(0, ENDING)
         time.sleep(delay)
         ovin.kill()

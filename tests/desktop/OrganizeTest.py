@@ -11,7 +11,7 @@ import unittest
 
 from Organizing import (COUNT, DISPLAY_KEY, MODE_KEY, ORGANIZE, REFUSED, TITLE, USUAL, OrganizeTestCase, clickOn,
                         dragWithSuper, drawn, isOnRecord, mode, place, readDefaults, show, slots, width)
-from OvinTest import BOUND, GUIDE_WAS_SHOWN, SETTINGS, becomes, buttonsOf, click, main, run, writeSettings
+from OvinTest import BOUND, GUIDE_WAS_SHOWN, SETTINGS, awaited, becomes, buttonsOf, click, main, run, writeSettings
 
 
 class TheSession(OrganizeTestCase):
@@ -35,7 +35,7 @@ class TheSession(OrganizeTestCase):
 
     def testALeftClickOnTheItemEndsIt(self):
         ovin = self.organizing()
-        click(*self.slot())
+        click(*awaited(self.slot))
         self.assertPutBack()
         self.assertFalse(self.isOpen(ovin), "the ledge has opened")
 
@@ -88,7 +88,7 @@ class TheSession(OrganizeTestCase):
         self.startInCrowd()
         self.choose(ORGANIZE)
         self.assertTrue(becomes(lambda: width() > 1440))
-        click(*self.slot())
+        click(*awaited(self.slot))
         self.assertPutBack()
         time.sleep(2.5)  # longer than it takes to settle and to look whether all items fit
         self.assertEqual(mode(), USUAL)
@@ -207,7 +207,7 @@ class WhatIsOwed(OrganizeTestCase):
     def organizeOnSecond(self):
         ovin = self.startInCrowd()
         self.useSecond()
-        self.assertTrue(becomes(lambda: self.slot() and self.slot()[0] > 1440), self.slot())
+        self.assertTrue(becomes(lambda: (self.slot() or (0,))[0] > 1440), self.slot())
         self.choose(ORGANIZE)
         self.awaitCard()
         self.assertGreater(width("DUMMY1"), 1280)
@@ -217,13 +217,13 @@ class WhatIsOwed(OrganizeTestCase):
     def unplugSecond(self):
         show("DUMMY1", "--off")
         show("DUMMY0", "--primary")
-        self.assertTrue(becomes(lambda: self.slot() and self.slot()[0] < 1440), self.slot())
+        self.assertTrue(becomes(lambda: (self.slot() or (1440,))[0] < 1440), self.slot())
 
     def testADisplayThatComesBackIsPutBackThen(self):
         ovin = self.organizeOnSecond()
         wide = mode("DUMMY1")
         self.unplugSecond()
-        click(*self.slot())
+        click(*awaited(self.slot))
         self.assertTrue(becomes(lambda: self.own(TITLE) is None))
         self.assertTrue(isOnRecord())
         self.assertEqual(place("DUMMY0"), USUAL + "+0+0")
@@ -241,7 +241,7 @@ class WhatIsOwed(OrganizeTestCase):
     def testWhileItIsAwayOrganizingIsRefused(self):
         self.organizeOnSecond()
         self.unplugSecond()
-        click(*self.slot())
+        click(*awaited(self.slot))
         self.assertTrue(becomes(lambda: self.own(TITLE) is None))
         record = readDefaults()
         self.choose(ORGANIZE)

@@ -113,9 +113,29 @@ def accessible(application, name=None):
     return None
 
 
+def awaited(look, bound=BOUND):
+    """What `look` returns as soon as it is anything: looked at once more, it may just be gone again."""
+    found = []
+    becomes(lambda: found.append(look()) or found[-1], bound)
+    return found[-1]
+
+
 def awaitAccessible(*path):
-    becomes(lambda: accessible(*path) is not None)
-    return accessible(*path)
+    return awaited(lambda: accessible(*path))
+
+
+def middle(element):
+    area = element.get_extents(Atspi.CoordType.SCREEN)
+    return area.x + area.width // 2, area.y + area.height // 2
+
+
+def placeOf(find):
+    """The middle of what `find` returns; None where there is none, or it went while it was looked at."""
+    try:
+        element = find()
+        return element and middle(element)
+    except GLib.Error:
+        return None
 
 
 def press(element):
@@ -230,7 +250,7 @@ class ApplicationTestCase(unittest.TestCase):
         return None
 
     def openLedge(self, process):
-        click(*self.slot())
+        click(*awaited(self.slot))
         self.assertTrue(becomes(lambda: windowsOf(process.pid)), "no ledge opens")
         # Where the list is still being read, it is shown in place of a text that says so.
         self.assertTrue(becomes(lambda: buttonsOf("Ovin")), "the ledge stays empty")

@@ -81,8 +81,11 @@ AccessibilityBus::AccessibilityBus(Bus& session) : session_(session) {
     // A service that starts, or starts again, tells of changes only.
     session_.watch(nameOwnerRule(service),
                    [&bus = session_, enabled = enabled_](const BusSignal&) { (void)ask(bus, enabled); });
-    (void)ask(session_, enabled_).wait_for(statusTimeout);
+    firstAnswer_ = ask(session_, enabled_).share();
+    (void)firstAnswer_.wait_for(statusTimeout);
 }
+
+void AccessibilityBus::waitForAnswer() const { (void)firstAnswer_.wait_for(patience); }
 
 bool AccessibilityBus::enable() {
     const BusReply reply = session_.callAndWait({service,

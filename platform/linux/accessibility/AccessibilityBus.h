@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -23,6 +24,10 @@ public:
     /// wants to know, also while the bus is busy.
     [[nodiscard]] bool isEnabled() const { return *enabled_; }
 
+    /// Returns when the session has told of it at all, which a busy one may not have by the end of the constructor, or after
+    /// 25 s.
+    void waitForAnswer() const;
+
     /// Enables assistive programs for the session; false when the system refused.
     [[nodiscard]] bool enable();
 
@@ -36,6 +41,7 @@ private:
     Bus& session_;
     /// Shared with the handler of the bus, which may still run while the owner goes.
     std::shared_ptr<std::atomic<bool>> enabled_ = std::make_shared<std::atomic<bool>>(false);
+    std::shared_future<void> firstAnswer_;
     mutable std::mutex mutex_;
     mutable std::unique_ptr<Bus> bus_;
 };

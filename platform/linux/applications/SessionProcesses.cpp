@@ -11,6 +11,8 @@ namespace ovin {
 namespace {
 
 constexpr std::chrono::seconds patience{1};
+/// What a busy session knows is welcome whenever it comes: nobody asks again.
+constexpr std::chrono::hours untilAnswered{24};
 
 /// Unique names count up: ":1.9" connected before ":1.10".
 std::uint64_t connectionNumber(const std::string& uniqueName) {
@@ -73,8 +75,11 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
     const auto add = [&bus, state = state_](const std::string& name) {
         const std::uint64_t connection = connectionNumber(name);
         state->begin(connection);
-        bus.call(busDaemonCall("GetConnectionUnixProcessID", {name}), patience,
-                 [state, connection](const BusReply& reply) { state->resolve(connection, reply); });
+        bus.call(busDaemonCall("GetConnectionUnixProcessID", {name}), untilAnswered,
+                 [state, connection](const BusReply& reply) {
+                     state->resolve(connection, reply);
+                     state->notify();
+                 });
     };
 
     bus.watch(nameOwnerRule(), [state = state_, add](const BusSignal& signal) {
@@ -82,10 +87,11 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
         const std::string name = signal.values[0].string();
         if (!isUniqueName(name)) return;
         const bool hasGone = signal.values[2].string().empty();
-        hasGone ? state->remove(connectionNumber(name)) : add(name);
+        if (!hasGone) return add(name);
+        state->remove(connectionNumber(name));
         state->notify();
     });
-    bus.call(busDaemonCall("ListNames"), patience, [state = state_, add](const BusReply& reply) {
+    bus.call(busDaemonCall("ListNames"), untilAnswered, [state = state_, add](const BusReply& reply) {
         const BusValue names = reply.first();
         for (const BusValue& name : names.members()) {
             if (isUniqueName(name.string())) add(name.string());

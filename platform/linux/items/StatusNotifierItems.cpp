@@ -13,7 +13,9 @@ namespace ovin {
 namespace {
 
 constexpr std::chrono::seconds patience{1};
-/// A busy watcher's list is welcome whenever it comes.
+/// A thousand items take seconds to come on a busy machine; nobody keeps up a stream of them longer than this.
+constexpr std::chrono::seconds longestStream{10};
+/// The list of a busy watcher, and what a busy session knows of an item, are welcome whenever they come: nobody asks again.
 constexpr std::chrono::hours untilAnswered{24};
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
@@ -52,7 +54,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
             const std::lock_guard lock(mutex);
             pending.insert(item.address.joined());
         }
-        bus.call(busDaemonCall("GetConnectionUnixProcessID", {item.address.destination}), patience,
+        bus.call(busDaemonCall("GetConnectionUnixProcessID", {item.address.destination}), untilAnswered,
                  [self = shared_from_this(), item](const BusReply& reply) { self->resolve(item, reply); });
     }
 
@@ -131,8 +133,18 @@ void StatusNotifierItems::waitFor(const std::vector<std::string>& addresses) con
         const auto parsed = statusItemAddress(address, {});
         return parsed && state_->find(*parsed) != state_->items.end();
     };
+    const auto deadline = std::chrono::steady_clock::now() + longestStream;
     std::unique_lock lock(state_->mutex);
-    state_->changed.wait_for(lock, patience, [&] { return std::all_of(addresses.begin(), addresses.end(), isKnown); });
+    // They come in their order, so each is looked for from the one on that was missing last.
+    auto missing = addresses.begin();
+    const auto areKnown = [&] {
+        missing = std::find_if_not(missing, addresses.end(), isKnown);
+        return missing == addresses.end() && state_->isListed && state_->pending.empty();
+    };
+    while (!areKnown()) {
+        const auto until = std::min(deadline, std::chrono::steady_clock::now() + patience);
+        if (state_->changed.wait_until(lock, until) == std::cv_status::timeout) return;
+    }
 }
 
 std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) const {

@@ -31,7 +31,8 @@ public:
     /// Returns when the items that are there now are known, or after a second. `bus` must outlive this object.
     explicit StatusNotifierItems(Bus& bus);
 
-    /// Returns when all of these items, as the watcher lists them, are known here too, or after a second.
+    /// Returns when all items that the watcher has told of, and these, which it lists, are known. Gives up when none has
+    /// come for a second, and after ten.
     void waitFor(const std::vector<std::string>& addresses) const;
 
     /// The items of a process, in the order of their registration.
