@@ -11,8 +11,8 @@ void Updater::checkForUpdates() {
 
 UpdateFramework::Controller& Updater::controller() {
     if (!controller_) {
-        controller_ = platform_.updates.start(
-            {[this] { return feedURLString(); }, [] { return true; }, [this] { platform_.application.activate(); }});
+        controller_ =
+            platform_.updates.start({[this] { return feedURLString(); }, [this] { platform_.application.activate(); }});
     }
     return *controller_;
 }

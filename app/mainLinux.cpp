@@ -6,24 +6,23 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 #include "app/AppDelegate.h"
 #include "platform/linux/LinuxWorld.h"
 #include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/session/CommandLine.h"
 #include "platform/linux/session/SingleInstance.h"
+#include "platform/linux/system/BootClock.h"
 #include "platform/linux/system/LinuxProcessInfo.h"
 #include "platform/linux/system/TerminationSignal.h"
-#include "platform/linux/updates/LinuxUpdates.h"
+#include "platform/linux/updates/QtUpdateFeed.h"
 #include "updates/FeedUpdates.h"
 
 namespace ovin {
 namespace {
 
-/// Without one there is nothing by which an update could be known to be genuine, and the program is not even linked with
-/// what updates take.
-constexpr std::string_view updateKey = OVIN_UPDATE_KEY;
+/// A program that leaves updates to the system is not even linked with what they take.
+constexpr bool looksForUpdates = OVIN_UPDATES;
 
 /// How long another program that is Ovin already may take to answer, its own start included.
 constexpr std::chrono::seconds patience{5};
@@ -63,10 +62,11 @@ int run(TerminationSignal& signals) {
     world->application().endWith(signals);
     QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));
 
-    std::shared_ptr<UpdateServices> services;
-    if constexpr (!updateKey.empty()) services = openUpdateServices(updateKey);
+    BootClock wallClock;
+    std::unique_ptr<UpdateFeed> feed;
+    if constexpr (looksForUpdates) feed = std::make_unique<QtUpdateFeed>();
     std::optional<FeedUpdates> updates;
-    if (services) updates.emplace(world->platform(), *services);
+    if (feed) updates.emplace(world->platform(), *feed, wallClock);
     AppDelegate delegate(updates ? world->platform(*updates) : world->platform());
     world->application().onTerminate([&instance, &delegate] {
         instance.giveUp();

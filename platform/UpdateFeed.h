@@ -1,58 +1,56 @@
 #pragma once
 
-#include <chrono>
-#include <cstdint>
-#include <optional>
+#include <functional>
+#include <memory>
 #include <string>
-#include <string_view>
+#include <variant>
 #include <vector>
 
 namespace ovin {
 
-/// One version that a feed announces, as it is written there: texts are empty where the feed says nothing.
+/// One version that a feed announces for this system, as it is written there: texts are empty where the feed says nothing,
+/// and may be anything otherwise.
 struct FeedItem {
     /// What versions are compared by, and what people are shown.
     std::string version;
     std::string shortVersion;
-    std::string operatingSystem;
-    std::string minimumSystemVersion;
-    std::string maximumSystemVersion;
-    /// Items of a channel are for those alone who have asked for it.
-    std::string channel;
-
-    /// The package, and its length in bytes.
-    std::string url;
-    std::optional<std::uint64_t> length;
-    /// The package's Ed25519 signature in base64.
-    std::string edSignature;
-
-    /// HTML, unless they are plain.
-    std::string notes;
-    bool areNotesPlain = false;
-    /// A page with more of them.
-    std::string notesLink;
-
-    /// Since the beginning of 1970 in UTC.
-    std::optional<std::chrono::seconds> published;
-    /// After this time, each time, a further one of seven groups of users is told.
-    std::optional<std::chrono::seconds> phasedRolloutInterval;
-    /// Whether it is critical, and if it says so, for versions before which one only.
-    bool isCritical = false;
-    std::string criticalBefore;
+    /// A page to get it from.
+    std::string link;
 
     friend bool operator==(const FeedItem&, const FeedItem&) = default;
 };
 
-using Feed = std::vector<FeedItem>;
+enum class FeedFailure {
+    /// Nobody was reached: no network, an unknown host, a connection that fails or falls silent.
+    unreachable,
+    /// The address, or one that it redirects to, is one where others could alter what is sent, or who answered could not
+    /// prove to be the host.
+    insecure,
+    /// The server has answered, but not with a feed.
+    unusable,
+};
 
-/// Reads the feeds of the macOS update framework: RSS 2.0 with elements and attributes of that framework's namespace.
-class FeedReader {
+/// Reads feeds of the macOS update framework: RSS 2.0 with elements and attributes of that framework's namespace. By HTTPS,
+/// and by plain HTTP from this very machine alone. Main thread only.
+class UpdateFeed {
 public:
-    virtual ~FeedReader() = default;
+    using Answer = std::variant<std::vector<FeedItem>, FeedFailure>;
 
-    /// The items of a feed, in its order; nothing when the text is no feed, is cut off, is not well-formed, or declares
-    /// entities. Main thread only.
-    [[nodiscard]] virtual std::optional<Feed> read(std::string_view text) const = 0;
+    /// Destroying it gives up what has not finished, silently.
+    class Reading {
+    public:
+        Reading() = default;
+        Reading(const Reading&) = delete;
+        Reading& operator=(const Reading&) = delete;
+        virtual ~Reading() = default;
+    };
+
+    virtual ~UpdateFeed() = default;
+
+    /// Reads the items for this system, in the order of the feed and without those that only testers are to hear of.
+    /// `finished` is called once, within a minute and never within this call, and may destroy the reading. Whatever a server
+    /// sends, the main thread does not wait for it, and neither reads nor takes it apart. Never null.
+    [[nodiscard]] virtual std::unique_ptr<Reading> read(const std::string& url, std::function<void(Answer)> finished) = 0;
 };
 
 }  // namespace ovin

@@ -8,15 +8,14 @@
 namespace ovin {
 
 /// The system's way to keep an application up to date: it checks the application's feed as its settings say, shows what is
-/// new in windows of its own, and asks before it installs. Main thread only.
+/// new in windows of its own, and installs nothing unasked. News of an update that nobody asked for waits until it is a good
+/// moment. Main thread only.
 class UpdateFramework {
 public:
     /// What the framework asks the application. Called on the main thread.
     struct Delegate {
         /// The feed to read instead of the configured one, asked for before every check; nothing keeps the configured one.
         std::function<std::optional<std::string>()> feedURLString;
-        /// Whether the application can wait with news of an update that nobody asked for until it is a good moment.
-        std::function<bool()> supportsGentleScheduledUpdateReminders;
         /// A window with an update is about to be shown.
         std::function<void()> willHandleShowingUpdate;
     };

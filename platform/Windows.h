@@ -40,19 +40,8 @@ public:
     /// Puts the window away; it can be shown again.
     virtual void close() = 0;
 
-    [[nodiscard]] virtual bool isOpen() const = 0;
-
-    /// From now on `closed` is called when the user has put the window away by the system's own means, and not by a button
-    /// of the page; it may destroy the window.
-    virtual void onClose(std::function<void()> closed) = 0;
-
     /// Scrolls the page to its end.
     virtual void scrollToEnd() = 0;
-
-    /// Shows other content in the size that it takes, open or closed. The top left corner of an open window stays where it
-    /// is, and the button that has the keyboard keeps it: the one with the same tag. While the user holds a button down that
-    /// waits until it is let go, so that a click is one.
-    virtual void replace(const View& content) = 0;
 };
 
 /// A panel with a title bar and a close button that floats above the windows of all applications, on every space and beside

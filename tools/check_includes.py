@@ -53,7 +53,7 @@ ROOMS = {
     "windows": ["system", "drawing", "displays", "views"],
     "own_item": ["system", "drawing", "displays"],
     "session": ["system", "applications", "windows"],
-    "updates": ["system", "session"],
+    "updates": ["system"],
 }
 WORLDS_WITH_ROOMS = ["linux", "macos"]
 

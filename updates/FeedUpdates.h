@@ -1,25 +1,33 @@
 #pragma once
 
 #include <memory>
-#include <utility>
 
 #include "platform/Platform.h"
-#include "platform/UpdateServices.h"
+#include "platform/UpdateFeed.h"
+#include "platform/WallClock.h"
 
 namespace ovin {
 
-/// An update framework of Ovin's own, for a world without one. It has the manners of the macOS framework, whose feeds it
-/// reads: checks once a day, asks before it downloads, and installs only what the maker has signed. Main thread only.
+/// An update framework of Ovin's own, for a world without one. It tells of newer versions and leads to the page where they
+/// are to be had; installing them is the business of whoever installed this one. Main thread only.
+///
+/// What nobody asked for stays silent unless there is a newer version, of which a small panel tells. Whoever asks gets one
+/// answer, whatever it is.
 class FeedUpdates final : public UpdateFramework {
 public:
-    /// Everything behind both must outlive this object and its controllers. The platform's own update framework is not used.
-    FeedUpdates(const Platform& platform, const UpdateServices& services) : platform_(platform), services_(services) {}
+    /// All of these, and everything behind `platform`, must outlive this object and its controllers. The platform's own
+    /// update framework is not used.
+    FeedUpdates(const Platform& platform, UpdateFeed& feed, WallClock& clock)
+        : platform_(platform), feed_(feed), clock_(clock) {}
 
+    /// Begins the scheduled checks, after the current work of the main queue. Where no feed is configured and the delegate
+    /// has none either, there are none.
     [[nodiscard]] std::unique_ptr<Controller> start(Delegate delegate) override;
 
 private:
     const Platform platform_;
-    const UpdateServices services_;
+    UpdateFeed& feed_;
+    WallClock& clock_;
 };
 
 }  // namespace ovin

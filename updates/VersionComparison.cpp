@@ -58,16 +58,29 @@ std::weak_ordering compare(const Part& a, const Part& b) {
     return a.characters.compare(b.characters) <=> 0;
 }
 
-}  // namespace
-
-std::weak_ordering compareVersions(std::string_view a, std::string_view b) {
-    const std::vector<Part> first = partsOf(a);
-    const std::vector<Part> second = partsOf(b);
-    for (std::size_t i = 0; i < std::max(first.size(), second.size()); ++i) {
-        const auto order = compare(i < first.size() ? first[i] : zero, i < second.size() ? second[i] : zero);
+std::weak_ordering compare(const std::vector<Part>& a, const std::vector<Part>& b) {
+    for (std::size_t i = 0; i < std::max(a.size(), b.size()); ++i) {
+        const auto order = compare(i < a.size() ? a[i] : zero, i < b.size() ? b[i] : zero);
         if (order != 0) return order;
     }
     return std::weak_ordering::equivalent;
+}
+
+/// Takes what comes before the next opening parenthesis, which goes with it.
+std::string_view takeGroup(std::string_view& version) {
+    const std::string_view group = version.substr(0, version.find('('));
+    version.remove_prefix(std::min(group.size() + 1, version.size()));
+    return group;
+}
+
+}  // namespace
+
+std::weak_ordering compareVersions(std::string_view a, std::string_view b) {
+    a = a.substr(0, a.find('-'));
+    b = b.substr(0, b.find('-'));
+    auto order = std::weak_ordering::equivalent;
+    while (order == 0 && !(a.empty() && b.empty())) order = compare(partsOf(takeGroup(a)), partsOf(takeGroup(b)));
+    return order;
 }
 
 }  // namespace ovin

@@ -102,17 +102,10 @@ public:
         ++information.showCount;
     }
     void close() override { information.isOpen = false; }
-    [[nodiscard]] bool isOpen() const override { return information.isOpen; }
-    void onClose(std::function<void()> whenClosed) override { closed = std::move(whenClosed); }
     void scrollToEnd() override { information.isAtEnd = true; }
-    void replace(const View& content) override {
-        information.content = content;
-        information.size = windows_.fittingSize(content);
-    }
 
     Information information;
     const std::function<void(int tag)> clicked;
-    std::function<void()> closed;
 
 private:
     MemoryWindows& windows_;
@@ -180,16 +173,6 @@ void MemoryWindows::click(const std::string& title, int tag) {
         // The handler may destroy the window, and what holds the handler with it.
         const auto clicked = page->clicked;
         return clicked(tag);
-    }
-}
-
-void MemoryWindows::closeInformationWindow(const std::string& title) {
-    for (InformationPage* page : pages_) {
-        if (page->information.title != title) continue;
-        page->information.isOpen = false;
-        const auto closed = page->closed;
-        if (closed) closed();
-        return;
     }
 }
 

@@ -38,9 +38,6 @@ public:
     /// Clicks a button of the information window with this title.
     void click(const std::string& title, int tag);
 
-    /// The user closes it by the system's own means.
-    void closeInformationWindow(const std::string& title);
-
     struct Floating {
         std::string title;
         View content;

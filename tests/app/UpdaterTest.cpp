@@ -56,11 +56,6 @@ TEST_F(UpdaterTest, TheApplicationComesForwardBeforeAnUpdateIsShown) {
     EXPECT_EQ(world.application.activationCount, 1);
 }
 
-TEST_F(UpdaterTest, NewsOfAnUpdateCanWaitForAGoodMoment) {
-    updater.start();
-    EXPECT_TRUE(world.updates.delegate->supportsGentleScheduledUpdateReminders());
-}
-
 TEST_F(UpdaterTest, WithoutTheVariableTheConfiguredFeedIsUsed) {
     updater.start();
     EXPECT_EQ(world.updates.delegate->feedURLString(), std::nullopt);

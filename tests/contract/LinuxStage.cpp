@@ -96,7 +96,15 @@ bool LinuxStage::runUntil(const std::function<bool()>& condition, Duration limit
     return holds;
 }
 
-Downloads::Source LinuxStage::offer(const std::string& text) { return {server_.offer(text), true}; }
+std::string LinuxStage::announce(const std::vector<FeedItem>& items) {
+    std::string feed = "<rss xmlns:sparkle='http://www.andymatuschak.org/xml-namespaces/sparkle'><channel>";
+    for (const FeedItem& item : items) {
+        feed += "<item><link>" + item.link + "</link><sparkle:version>" + item.version +
+                "</sparkle:version><sparkle:shortVersionString>" + item.shortVersion +
+                "</sparkle:shortVersionString><enclosure url='' sparkle:os='linux'/></item>";
+    }
+    return server_.offer(feed + "</channel></rss>");
+}
 
 std::unique_ptr<StatusItemProgram> LinuxStage::launch(const StagedApplication& application) {
     return std::make_unique<LinuxStatusItems>(application);

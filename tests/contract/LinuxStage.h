@@ -9,7 +9,7 @@
 #include "platform/linux/system/BootClock.h"
 #include "platform/linux/system/FileUserDefaults.h"
 #include "platform/linux/system/StandardErrorLog.h"
-#include "platform/linux/updates/QtDownloads.h"
+#include "platform/linux/updates/QtUpdateFeed.h"
 #include "tests/contract/LoopbackServer.h"
 #include "tests/contract/SessionStage.h"
 #include "tests/support/TemporaryFolder.h"
@@ -54,8 +54,8 @@ public:
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;
     void switchElsewhere(const DisplayMode& mode) override;
-    [[nodiscard]] Downloads& downloads() override { return downloads_; }
-    Downloads::Source offer(const std::string& text) override;
+    [[nodiscard]] UpdateFeed& updateFeed() override { return updateFeed_; }
+    std::string announce(const std::vector<FeedItem>& items) override;
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:
@@ -71,7 +71,7 @@ private:
     AutostartEntry launchAtLogin_;
     StandardErrorLog log_;
     BootClock wallClock_;
-    QtDownloads downloads_{folder_.path() / "cache"};
+    QtUpdateFeed updateFeed_;
     LoopbackServer server_;
     DisplayMode firstMode_;
     bool hasSecondDisplay_ = false;

@@ -47,8 +47,8 @@ public:
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;
     void switchElsewhere(const DisplayMode& mode) override;
-    [[nodiscard]] Downloads& downloads() override;
-    Downloads::Source offer(const std::string& text) override;
+    [[nodiscard]] UpdateFeed& updateFeed() override;
+    std::string announce(const std::vector<FeedItem>& items) override;
     [[nodiscard]] std::vector<std::string> logLines() override;
 
 private:

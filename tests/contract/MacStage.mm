@@ -136,9 +136,9 @@ void MacStage::switchElsewhere(const DisplayMode& mode) {
     require(waitpid(pid, &status, 0) == pid && status == 0, "Another program cannot switch the display.");
 }
 
-Downloads& MacStage::downloads() { refuse("fetch anything"); }
+UpdateFeed& MacStage::updateFeed() { refuse("read a feed"); }
 
-Downloads::Source MacStage::offer(const std::string&) { refuse("offer anything"); }
+std::string MacStage::announce(const std::vector<FeedItem>&) { refuse("announce anything"); }
 
 std::vector<std::string> MacStage::logLines() { refuse("read the log"); }
 

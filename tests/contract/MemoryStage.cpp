@@ -84,10 +84,10 @@ void MemoryStage::switchElsewhere(const DisplayMode& mode) {
     world_.screens.change();
 }
 
-Downloads::Source MemoryStage::offer(const std::string& text) {
-    const std::string url = "http://localhost/" + std::to_string(downloads_.answers.size());
-    downloads_.answers[url] = text;
-    return {url, true};
+std::string MemoryStage::announce(const std::vector<FeedItem>& items) {
+    const std::string url = "http://localhost/" + std::to_string(updateFeed_.answers.size());
+    updateFeed_.answers[url] = items;
+    return url;
 }
 
 }  // namespace ovin

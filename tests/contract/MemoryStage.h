@@ -66,14 +66,14 @@ public:
     void unplugDisplay(DisplayID display) override;
     void mirror(DisplayID display) override;
     void switchElsewhere(const DisplayMode& mode) override;
-    [[nodiscard]] Downloads& downloads() override { return downloads_; }
-    Downloads::Source offer(const std::string& text) override;
+    [[nodiscard]] UpdateFeed& updateFeed() override { return updateFeed_; }
+    std::string announce(const std::vector<FeedItem>& items) override;
     [[nodiscard]] std::vector<std::string> logLines() override { return world_.log.lines(); }
 
 private:
     MemoryWorld world_;
     MemoryWallClock wallClock_{world_.time};
-    MemoryDownloads downloads_{world_.time};
+    MemoryUpdateFeed updateFeed_{world_.time};
     std::unique_ptr<MemoryUserDefaults> defaults_ = std::make_unique<MemoryUserDefaults>();
     MemoryApplications applications_{world_.accessibility, world_.workspace};
 };

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Downloads.h"
 #include "platform/Platform.h"
+#include "platform/UpdateFeed.h"
 #include "platform/WallClock.h"
 
 namespace ovin {
@@ -100,10 +100,10 @@ public:
     virtual void mirror(DisplayID display) = 0;
     /// Another program switches the main display to one of its modes.
     virtual void switchElsewhere(const DisplayMode& mode) = 0;
-    /// What a world fetches with that makes an update framework from it. [makeUpdates]
-    [[nodiscard]] virtual Downloads& downloads() = 0;
-    /// Offers a text on a server of this machine, and returns where. [makeUpdates]
-    virtual Downloads::Source offer(const std::string& text) = 0;
+    /// What a world reads feeds with that makes an update framework from it. [makeUpdates]
+    [[nodiscard]] virtual UpdateFeed& updateFeed() = 0;
+    /// Announces these versions in a feed on a server of this machine, and returns its address. [makeUpdates]
+    virtual std::string announce(const std::vector<FeedItem>& items) = 0;
 
     /// What was written to the log since the stage was made. [readLog]
     [[nodiscard]] virtual std::vector<std::string> logLines() = 0;

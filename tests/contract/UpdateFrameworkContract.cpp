@@ -22,10 +22,6 @@ protected:
                                              ++calls;
                                              return std::nullopt;
                                          },
-                                         [this] {
-                                             ++calls;
-                                             return true;
-                                         },
                                          [this] { ++calls; }});
     }
     void pass(Stage::Duration time) const {

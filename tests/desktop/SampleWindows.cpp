@@ -42,7 +42,6 @@ public:
         if (verb == "expand") return expandCard(words.size() > 1 ? name.toDouble() : 1);
         if (verb == "close") return pages_.at(name.toStdString())->close();
         if (verb == "end") return pages_.at(name.toStdString())->scrollToEnd();
-        if (verb == "open") return say(pages_.at(name.toStdString())->isOpen() ? "open" : "not open");
         if (verb == "drop") return drop(name.toStdString());
         if (verb == "alert") return alerts_.run({name.toStdString(), words.mid(2).join(' ').toStdString()});
         if (verb == "dark" || verb == "light") return QApplication::setPalette(palette(verb == "dark"));

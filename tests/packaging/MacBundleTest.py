@@ -153,9 +153,11 @@ class MacBundle(MacStage):
             "SUAllowsAutomaticUpdates": False, "SUAutomaticallyUpdate": False, "SUEnableAutomaticChecks": True,
             "SUFeedURL": FEED, "SUPublicEDKey": KEY, "SUScheduledCheckInterval": 86400})))
 
-    def testWithoutAKeyNothingIsSaidOfUpdates(self):
-        self.succeed(self.configure("macos", "-D", f"OVIN_SPARKLE={self.path('sparkle', 'Sparkle.framework')}"))
-        self.assertFalse([key for key in self.description() if key.startswith("SU")])
+    def testWithoutAKeyOrAFeedNothingIsSaidOfUpdates(self):
+        for option in f"OVIN_FEED_URL={FEED}", f"OVIN_UPDATE_KEY={KEY}":
+            self.succeed(self.configure("macos", "-D", f"OVIN_SPARKLE={self.path('sparkle', 'Sparkle.framework')}",
+                                        "-U", "OVIN_FEED_URL", "-D", option))
+            self.assertFalse([key for key in self.description() if key.startswith("SU")])
 
     def testWithoutUpdatesThereIsNoFrameworkAndAnIdentityIsHandedToTheSigning(self):
         identity = "Apple Development: Me (X)"

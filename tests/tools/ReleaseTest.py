@@ -19,8 +19,8 @@ class Release(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = folder.name
         self.key = self.path("key.pem")
-        self.package = self.path("ovin_2.0_all.deb")
-        self.write("ovin_2.0_all.deb", "a package")
+        self.package = self.path("Ovin-2.0.dmg")
+        self.write("Ovin-2.0.dmg", "a package")
 
     def path(self, name):
         return os.path.join(self.folder, name)
@@ -53,12 +53,12 @@ class Release(unittest.TestCase):
         signature = self.output("sign", self.key, self.package)
         self.assertEqual(len(base64.b64decode(signature)), 64)
         self.assertEqual(self.output("sign", self.key, self.package), signature)
-        self.write("ovin_2.0_all.deb", "b package")
+        self.write("Ovin-2.0.dmg", "b package")
         self.assertNotEqual(self.output("sign", self.key, self.package), signature)
 
     def test_a_feed_holds_what_was_said(self):
         self.write("notes.txt", "Faster & <nicer>\n")
-        self.write("item.xml", self.item("--notes", self.path("notes.txt"), "--minimum-system", "2.36", "--phased", "3600",
+        self.write("item.xml", self.item("--notes", self.path("notes.txt"), "--minimum-system", "13.0", "--phased", "3600",
                                          "--critical", "--date", "0"))
         root = ElementTree.fromstring(self.output("feed", "Ovin & Co", self.path("item.xml"), self.path("item.xml")))
         self.assertEqual(root.findtext("channel/title"), "Ovin & Co")
@@ -66,27 +66,24 @@ class Release(unittest.TestCase):
         self.assertEqual(len(items), 2)
         self.assertEqual({child.tag.replace(SPARKLE, "sparkle:"): child.text for child in items[0]},
                          {"title": "2.0", "pubDate": "Thu, 01 Jan 1970 00:00:00 -0000", "sparkle:version": "200",
-                          "sparkle:shortVersionString": "2.0", "sparkle:minimumSystemVersion": "2.36",
+                          "sparkle:shortVersionString": "2.0", "sparkle:minimumSystemVersion": "13.0",
                           "sparkle:phasedRolloutInterval": "3600", "sparkle:criticalUpdate": None,
                           "description": "Faster & <nicer>", "enclosure": None})
         self.assertEqual(items[0].find("description").get(SPARKLE + "format"), "plain-text")
         enclosure = items[0].find("enclosure")
         self.assertEqual(enclosure.get("url"), "https://ovin.example/a?b&c=\"d\"")
         self.assertEqual(enclosure.get("length"), "9")
-        self.assertEqual(enclosure.get(SPARKLE + "os"), "linux")
+        self.assertEqual(set(enclosure.keys()), {"url", "length", "type", SPARKLE + "edSignature"})
         self.assertEqual(enclosure.get(SPARKLE + "edSignature"), self.output("sign", self.key, self.package).strip())
 
-    def test_an_item_for_macos_names_no_system(self):
-        for name in "Ovin-2.0.dmg", "Ovin.ZIP":
-            self.write(name, "an image")
-            self.package = self.path(name)
-            self.write("item.xml", self.item("--minimum-system", "13.0"))
-            item = ElementTree.fromstring(self.output("feed", "Ovin", self.path("item.xml"))).find("channel/item")
-            self.assertEqual(item.findtext(SPARKLE + "minimumSystemVersion"), "13.0")
-            enclosure = item.find("enclosure")
-            self.assertEqual(set(enclosure.keys()), {"url", "length", "type", SPARKLE + "edSignature"})
-            self.assertEqual(enclosure.get("length"), "8")
-            self.assertEqual(enclosure.get(SPARKLE + "edSignature"), self.output("sign", self.key, self.package).strip())
+    def test_an_item_for_linux_says_where_to_get_it_and_is_none_for_macos(self):
+        self.write("item.xml", self.output("linux-item", "--version", "200", "--short-version", "2.0", "--link",
+                                           "https://ovin.example/a?b&c", "--date", "0"))
+        item = ElementTree.fromstring(self.output("feed", "Ovin", self.path("item.xml"))).find("channel/item")
+        self.assertEqual({child.tag.replace(SPARKLE, "sparkle:"): child.text for child in item},
+                         {"title": "2.0", "pubDate": "Thu, 01 Jan 1970 00:00:00 -0000", "sparkle:version": "200",
+                          "sparkle:shortVersionString": "2.0", "link": "https://ovin.example/a?b&c", "enclosure": None})
+        self.assertEqual(item.find("enclosure").get(SPARKLE + "os"), "linux")
 
     def test_mistakes_are_told(self):
         self.output("key", self.key)
@@ -95,7 +92,8 @@ class Release(unittest.TestCase):
         for arguments in (["sign", self.path("missing.pem"), self.package], ["sign", self.key, self.path("missing")],
                           ["sign", self.package, self.package], ["key", self.path("missing/key.pem")],
                           ["sign", self.path("other.pem"), self.package],
-                          ["item", self.key, self.package, *item, "--url", "http://ovin.example/a"]):
+                          ["item", self.key, self.package, *item, "--url", "http://ovin.example/a"],
+                          ["linux-item", *item, "--link", "file:///a"]):
             result = self.run_tool(*arguments)
             self.assertEqual((result.returncode, result.stdout), (1, ""), arguments)
             self.assertIn("tools/release: ", result.stderr)

@@ -42,7 +42,6 @@ TEST(VersionComparison, WhatComesBeforeAReleaseIsOlder) {
     expectNewer("1.0.1", "1.0b1");
     expectNewer("1.0b", "1.0a2");
     expectNewer("1.0b1", "1.0b");
-    expectNewer("1.0", "1.0-beta");
 }
 
 TEST(VersionComparison, ZerosAtTheEndDoNotCount) {
@@ -54,11 +53,34 @@ TEST(VersionComparison, ZerosAtTheEndDoNotCount) {
 }
 
 TEST(VersionComparison, SeparatorsOnlySeparate) {
-    expectSame("1.2", "1-2");
+    expectSame("1.2", "1_2");
     expectSame("1.0 b1", "1.0b1");
     expectSame(" 1..2. ", "1.2");
-    expectNewer("1.0-2", "1.0-1");
+}
+
+TEST(VersionComparison, WhatFollowsADashDoesNotCount) {
+    expectSame("1.5.5-335d3e2", "1.5.5-a655360");
+    expectSame("1.5-x", "1.5.0-x");
+    expectSame("1.0", "1.0-beta");
+    expectSame("1", "1-2");
+    expectSame("1.0 (3-4)", "1.0 (3)");
+    expectNewer("1.5.6-1", "1.5.5-2");
+    expectSame("-1", "");
+}
+
+TEST(VersionComparison, WhatIsInParenthesesCountsOnlyBetweenVersionsThatAreTheSame) {
+    expectNewer("3.3.1b1 (5902)", "3.3 (5847)");
+    expectSame("3.3 (5847)", "3.3.0 (5847)");
+    expectNewer("3.3.0 (5848)", "3.3 (5847)");
+    expectNewer("3.3.1 (1)", "3.3 (5847)");
+    expectNewer("3.3 (5847)", "3.3b1 (5902)");
+    expectNewer("3.3.0.1 (1)", "3.3 (2)");
     expectNewer("1.0 (10)", "1.0 (9)");
+    expectNewer("1.0 (10)", "1.0");
+    expectNewer("1.0", "1.0 (beta)");
+    expectSame("1.0 (0)", "1.0");
+    expectSame("1.0 ()", "1.0");
+    expectNewer("1 (2) (3)", "1 (2)");
 }
 
 TEST(VersionComparison, AnythingIsComparable) {
@@ -71,9 +93,10 @@ TEST(VersionComparison, AnythingIsComparable) {
 }
 
 TEST(VersionComparison, ItIsAnOrder) {
-    const std::vector<std::string> versions{"",     "0",     "1",     "1.0",     "1b",   "1.0b", "1.0b1", "1.b",  "1.0.1",
-                                            "1.1",  "1.10",  "1.9",   "b",       "b1",   "1b0",  "1.0.b", "1-1",  "1.0.0b1",
-                                            "0.0b", "00001", "1.0rc", "1.0.0.1", "1.1a", "a.1",  "1 b 2", "1b.1", "0.b.0.1"};
+    const std::vector<std::string> versions{
+        "",      "0",    "1",       "1.0",   "1b",    "1.0b",    "1.0b1", "1.b",   "1.0.1", "1.1",     "1.10",       "1.9",
+        "b",     "b1",   "1b0",     "1.0.b", "1-1",   "1.0.0b1", "0.0b",  "00001", "1.0rc", "1.0.0.1", "1.1a",       "a.1",
+        "1 b 2", "1b.1", "0.b.0.1", "1 (1)", "1 (b)", "1.0 (0)", "1-1",   "(1)",   "(",     "1 ((2)",  "1 (1.0) (b)"};
     for (const auto& a : versions) {
         EXPECT_TRUE(compareVersions(a, a) == 0);
         for (const auto& b : versions) {

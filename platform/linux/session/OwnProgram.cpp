@@ -18,12 +18,13 @@ bool liesBelow(const std::string& path, std::string folder) {
     return folder.size() > 1 && path.starts_with(folder);
 }
 
-}  // namespace
-
+/// Whether this user can run it.
 bool isExecutable(const std::filesystem::path& path) {
     std::error_code error;
     return std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
 }
+
+}  // namespace
 
 std::optional<std::filesystem::path> programToStart(const std::string& running, const Variables& variables) {
     // The variables may be those of another AppImage that has started this program.

@@ -19,7 +19,4 @@ using Variables = std::function<std::optional<std::string>(const std::string& na
 /// The same for this very process.
 [[nodiscard]] std::optional<std::filesystem::path> programToStart();
 
-/// Whether a path is that of a file that this user can run.
-[[nodiscard]] bool isExecutable(const std::filesystem::path& path);
-
 }  // namespace ovin

@@ -4,14 +4,13 @@
 
 namespace ovin {
 
-/// The date and the boot clock of the kernel, whose timers the event loop of the Qt program listens to. Where the process
-/// can open no more files, alarms do not go off.
+/// The date, and timers of the kernel by its boot clock, to which the event loop of the Qt program listens. Where the
+/// process can open no more files, they do not go off.
 class BootClock final : public WallClock {
 public:
     [[nodiscard]] std::chrono::seconds date() const override;
-    [[nodiscard]] std::chrono::seconds timeSinceBoot() const override;
-    [[nodiscard]] std::unique_ptr<Alarm> setAlarm(std::chrono::seconds time, std::function<void()> handler) override;
-    [[nodiscard]] std::unique_ptr<Alarm> observeDate(std::function<void()> handler) override;
+    [[nodiscard]] std::unique_ptr<MainQueue::Timer> after(std::chrono::seconds delay,
+                                                          std::function<void()> handler) override;
 };
 
 }  // namespace ovin

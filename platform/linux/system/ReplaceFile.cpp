@@ -15,7 +15,7 @@ namespace {
 // Each new file has a name of its own: another one at the same time could put this one in place before it is whole. It is
 // hidden, and has another ending than the file's, so that nobody takes it for one of its kind.
 constexpr std::string_view randomPart = "XXXXXX";
-constexpr std::string_view ending = unfinishedReplacementEnding;
+constexpr std::string_view ending = ".new";
 
 std::string prefixOf(const std::filesystem::path& path) { return "." + path.filename().string() + "."; }
 
@@ -26,8 +26,6 @@ void syncFolder(const std::filesystem::path& folder) {
     (void)fsync(descriptor);
     close(descriptor);
 }
-
-}  // namespace
 
 std::error_code lastSystemError() { return {errno, std::generic_category()}; }
 
@@ -41,13 +39,14 @@ std::error_code writeAll(int file, std::string_view bytes) {
     return {};
 }
 
-std::error_code replaceFile(const std::filesystem::path& path, mode_t permissions,
-                            const std::function<std::error_code(int file)>& write) {
+}  // namespace
+
+std::error_code replaceFile(const std::filesystem::path& path, std::string_view text, mode_t permissions) {
     std::string aside = path.parent_path() / prefixOf(path);
     aside.append(randomPart).append(ending);
     const int file = mkostemps(aside.data(), static_cast<int>(ending.size()), O_CLOEXEC);
     if (file < 0) return lastSystemError();
-    std::error_code error = write(file);
+    std::error_code error = writeAll(file, text);
     // Some file systems tell here only that they are full.
     if (!error && (fchmod(file, permissions) != 0 || fsync(file) != 0)) error = lastSystemError();
     if (close(file) != 0 && !error) error = lastSystemError();
@@ -58,10 +57,6 @@ std::error_code replaceFile(const std::filesystem::path& path, mode_t permission
     }
     syncFolder(path.parent_path());
     return {};
-}
-
-std::error_code replaceFile(const std::filesystem::path& path, std::string_view text, mode_t permissions) {
-    return replaceFile(path, permissions, [text](int file) { return writeAll(file, text); });
 }
 
 void removeUnfinishedReplacements(const std::filesystem::path& path) {

@@ -16,8 +16,6 @@
 namespace ovin {
 namespace {
 
-constexpr int firstBeyondOutput = STDERR_FILENO + 1;
-
 /// What an AppImage sets for the program inside and would keep others from finding their own libraries.
 constexpr std::array<std::string_view, 6> ofAppImage{
     "LD_LIBRARY_PATH=", "LD_PRELOAD=", "QT_PLUGIN_PATH=", "APPIMAGE=", "APPDIR=", "ARGV0="};
@@ -37,11 +35,10 @@ std::vector<char*> environmentForOthers() {
 
 class Spawning {
 public:
-    explicit Spawning(int kept) {
+    Spawning() {
         posix_spawn_file_actions_init(&actions_);
         posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        if (kept >= 0) posix_spawn_file_actions_adddup2(&actions_, kept, firstBeyondOutput);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, firstBeyondOutput + (kept >= 0 ? 1 : 0));
+        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
         posix_spawnattr_init(&attributes_);
         sigset_t signals;
         sigemptyset(&signals);
@@ -68,13 +65,13 @@ private:
 
 }  // namespace
 
-int startProgram(const std::string& program, std::vector<std::string> arguments, pid_t& pid, int kept) {
+int startProgram(const std::string& program, std::vector<std::string> arguments, pid_t& pid) {
     arguments.insert(arguments.begin(), program);
     std::vector<char*> words;
     words.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) words.push_back(argument.data());
     words.push_back(nullptr);
-    return Spawning(kept).start(program, words, pid);
+    return Spawning().start(program, words, pid);
 }
 
 int awaitEnd(pid_t pid) {

@@ -11,14 +11,14 @@ namespace ovin {
 
 QtInformationWindow::QtInformationWindow(const std::string& title, const View& content, std::function<void(int tag)> clicked)
     : window_(new ViewWindow(QString::fromStdString(title), Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint,
-                             {std::move(clicked), [this] { closedByUser(); }})) {
+                             {std::move(clicked), {}})) {
     window_->setView(content);
 }
 
 QtInformationWindow::~QtInformationWindow() { window_->dismiss(); }
 
 void QtInformationWindow::show() {
-    if (!isOpen()) place();
+    if (!window_->isVisible()) place();
     if (window_->isMinimized()) window_->showNormal();
     WindowManager::bringToFront(*window_);
 }
@@ -32,15 +32,7 @@ void QtInformationWindow::place() {
     window_->move(room.topLeft() + QPoint(std::max(0, spare.width()), std::max(0, spare.height())));
 }
 
-/// The handler may destroy this window, and itself with it.
-void QtInformationWindow::closedByUser() {
-    const auto closed = closed_;
-    if (closed) closed();
-}
-
 void QtInformationWindow::close() { window_->hide(); }
-
-bool QtInformationWindow::isOpen() const { return window_->isVisible(); }
 
 void QtInformationWindow::scrollToEnd() { window_->scrollToEnd(); }
 

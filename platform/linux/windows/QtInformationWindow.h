@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <utility>
 
 #include "platform/Windows.h"
 #include "platform/linux/windows/ViewWindow.h"
@@ -17,16 +16,10 @@ public:
 
     void show() override;
     void close() override;
-    [[nodiscard]] bool isOpen() const override;
-    void onClose(std::function<void()> closed) override { closed_ = std::move(closed); }
     void scrollToEnd() override;
-    void replace(const View& content) override { window_->setView(content); }
 
 private:
     void place();
-    void closedByUser();
-
-    std::function<void()> closed_;
 
     /// Deleted by the event loop: this window may go while a button deals with a click.
     ViewWindow* const window_;

@@ -37,10 +37,6 @@ ViewWindow::ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers han
 }
 
 void ViewWindow::setView(const View& view) {
-    if (awaitsRelease()) {
-        waiting_ = view;
-        return;
-    }
     QWidget* const previous = content_;
     // The handlers outlive the call, whatever it destroys.
     content_ = makeWidget(view, [weak = std::weak_ptr(handlers_)](int tag) {
@@ -54,21 +50,6 @@ void ViewWindow::setView(const View& view) {
     keepFocus(focusWidget());
     previous->hide();
     previous->deleteLater();
-}
-
-bool ViewWindow::awaitsRelease() {
-    // Whoever let go of a hidden window could not be seen doing it.
-    if (content_ == nullptr || !isVisible()) return false;
-    auto* const button = first<PressButton>(content_, [](const PressButton& one) { return one.isDown(); });
-    if (button == nullptr) return false;
-    // The release is told of before the click, which is delivered when the button has gone, too.
-    if (!waiting_) connect(button, &PressButton::released, this, &ViewWindow::showWaiting, Qt::QueuedConnection);
-    return true;
-}
-
-void ViewWindow::showWaiting() {
-    const auto waiting = std::exchange(waiting_, std::nullopt);
-    if (waiting) setView(*waiting);
 }
 
 void ViewWindow::keepFocus(const QWidget* previous) {
@@ -95,7 +76,6 @@ void ViewWindow::scrollToEnd() {
 
 void ViewWindow::dismiss() {
     handlers_.reset();
-    waiting_.reset();
     hide();
     deleteLater();
 }
@@ -125,7 +105,6 @@ void ViewWindow::showEvent(QShowEvent* event) {
 void ViewWindow::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     lastPosition_ = pos();
-    showWaiting();
 }
 
 }  // namespace ovin

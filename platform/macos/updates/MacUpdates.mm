@@ -54,9 +54,7 @@ NS_ASSUME_NONNULL_END
 }
 
 - (BOOL)supportsGentleScheduledUpdateReminders {
-    const bool supports =
-        _delegate.supportsGentleScheduledUpdateReminders && ovin::callBack(_delegate.supportsGentleScheduledUpdateReminders);
-    return supports ? YES : NO;
+    return YES;
 }
 
 - (void)standardUserDriverWillHandleShowingUpdate:(BOOL)handleShowingUpdate

@@ -43,13 +43,13 @@ class Handler(http.server.SimpleHTTPRequestHandler):
         self.begin(302, Location=url, Content_Length=0)
 
     def _redirect_to_plain(self):
-        self.redirect(f"http://localhost:{self.plain_port}/file")
+        self.redirect(f"http://localhost:{self.plain_port}/feed")
 
     def _redirect_to_remote(self):
-        self.redirect("http://ovin.example/file")
+        self.redirect("http://ovin.example/feed")
 
     def _redirect_well(self):
-        self.redirect("/file")
+        self.redirect("/feed")
 
     def _redirect_to_file(self):
         self.redirect("file:///etc/passwd")
@@ -173,10 +173,10 @@ class Handler(http.server.SimpleHTTPRequestHandler):
         self.redirect("https://[::")
 
     def _redirect_with_credentials(self):
-        self.redirect("http://127.0.0.1@ovin.example/file")
+        self.redirect("http://127.0.0.1@ovin.example/feed")
 
     def _redirect_to_tls(self):
-        self.redirect(f"https://localhost:{self.tls_port}/file")
+        self.redirect(f"https://localhost:{self.tls_port}/feed")
 
     def _slow_headers(self):
         self.raw(b"HTTP/1.1 200 OK\r\n")
@@ -191,10 +191,10 @@ class Handler(http.server.SimpleHTTPRequestHandler):
             time.sleep(0.2)
 
     def _asked_for(self):
-        """What the request says of itself."""
-        text = "".join(f"{name}: {value}\n" for name, value in self.headers.items()).encode()
-        self.begin(Content_Length=len(text), Set_Cookie="a=b")
-        self.wfile.write(text)
+        """Keeps what the request says of itself."""
+        with open(os.path.join(self.directory, "asked"), "w", encoding="ascii") as file:
+            file.writelines(f"{name}: {value}\n" for name, value in self.headers.items())
+        self.begin(Content_Length=0, Set_Cookie="a=b")
 
 
 def serve(folder):
