@@ -45,6 +45,8 @@ SidewaysScroller::SidewaysScroller(QWidget* content, Size size)
     connect(own, &QScrollBar::valueChanged, scroller_, &QScrollBar::setValue);
     connect(scroller_, &QScrollBar::valueChanged, own, &QScrollBar::setValue);
     setFixedSize(QSizeF(size.width, size.height).toSize());
+    // The toolkit takes it for one that makes use of any room.
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 decltype(View::content) SidewaysScroller::content() const {

@@ -53,6 +53,8 @@ UprightScroller::UprightScroller(QWidget* content, Size size) : size_(size), scr
     content->setAutoFillBackground(false);
     connectScroller();
     setFixedSize(QSizeF(size.width, size.height).toSize());
+    // The toolkit takes it for one that makes use of any room.
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 /// The area's own bar would take room from the page; this one lies over it and follows it.
