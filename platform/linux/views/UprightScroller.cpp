@@ -6,7 +6,6 @@
 #include <QScrollBar>
 #include <optional>
 
-#include "platform/linux/views/QtViews.h"
 #include "platform/linux/views/StackLayout.h"
 
 namespace ovin {
@@ -40,7 +39,7 @@ std::optional<QAbstractSlider::SliderAction> actionFor(const QKeyEvent& event) {
 
 }  // namespace
 
-UprightScroller::UprightScroller(QWidget* content, Size size) : size_(size), scroller_(new QScrollBar(Qt::Vertical, this)) {
+UprightScroller::UprightScroller(QWidget* content, Size size) : scroller_(new QScrollBar(Qt::Vertical, this)) {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -86,11 +85,6 @@ void UprightScroller::styleScroller() {
                                  .arg(text.green())
                                  .arg(text.blue())
                                  .arg(handleOpacity));
-}
-
-decltype(View::content) UprightScroller::content() const {
-    const Size shown{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
-    return ScrollView{shown, std::make_shared<const View>(readBack(*widget())), Stack::Orientation::vertical};
 }
 
 void UprightScroller::scrollToEnd() {

@@ -83,9 +83,7 @@ void ViewWindow::keepFocus(const QWidget* previous) {
 /// A page that scrolls gets the keyboard, so that its keys work at once; the window's own keys reach their buttons anyway.
 void ViewWindow::giveFirstFocus() {
     if (UprightScroller* const scroller = page(content_)) return scroller->setFocus(Qt::OtherFocusReason);
-    auto* const button = first<PushButtonWidget>(content_, [](const PushButtonWidget& one) {
-        return std::get<PushButton>(one.content()).keyEquivalent == KeyEquivalent::returnKey;
-    });
+    auto* const button = first<PushButtonWidget>(content_, [](const PushButtonWidget& one) { return one.isDefault(); });
     if (button != nullptr) button->setFocus(Qt::MouseFocusReason);
 }
 
