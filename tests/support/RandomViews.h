@@ -9,7 +9,7 @@
 #include "platform/Views.h"
 #include "tests/support/SamplePages.h"
 
-/// Views for worlds to show and to read back.
+/// Views for worlds to show, which tests then hold against what is shown.
 namespace ovin {
 
 inline std::shared_ptr<const View> shared(View view) { return std::make_shared<const View>(std::move(view)); }
