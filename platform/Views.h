@@ -11,8 +11,8 @@
 #include "platform/Geometry.h"
 #include "platform/Image.h"
 
-/// What windows show, as plain values: the logic describes it, a world draws it with its toolkit's own views and layout, and
-/// can read it back from them. Lengths are points.
+/// What windows show, as plain values: the logic describes it, a world draws it with its toolkit's own views and layout.
+/// Lengths are points.
 namespace ovin {
 
 /// The system font. Absent where the control's own font is meant.

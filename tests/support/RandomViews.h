@@ -9,7 +9,7 @@
 #include "platform/Views.h"
 #include "tests/support/SamplePages.h"
 
-/// Views for worlds to show and to read back.
+/// Views for worlds to show, which tests then hold against what is shown.
 namespace ovin {
 
 inline std::shared_ptr<const View> shared(View view) { return std::make_shared<const View>(std::move(view)); }
@@ -28,11 +28,19 @@ inline std::vector<View> oneOfEach(const Image& icon) {
     button.width = 80.5;
     button.height = 28.3;
     button.tag = -3;
+    Button withoutTitle = button;
+    withoutTitle.imagePosition = Button::ImagePosition::only;
+    withoutTitle.width = {};
+    Button withoutImage = button;
+    withoutImage.imagePosition = Button::ImagePosition::none;
+    withoutImage.height = {};
     return {{stack},
             {Label{{}, {}}},
             {Label{{{"One run", {}, {}}}, {}}},
             {Label{{{"", Font{9.1}, {}}, {"Two\nlines", Font{third}, Color{SRGB{1, 0, 0}, 0.5}, true}}, 99.6, 3.9}},
             {button},
+            {withoutTitle},
+            {withoutImage},
             {PushButton{"&Done <b>", Font{third, Font::Weight::bold}, KeyEquivalent::returnKey, true, 110.2, 4}},
             {PushButton{"Cancel", {}, KeyEquivalent::escape, false, {}, 5}},
             {DisclosureTriangle{false, {third}, "Details", 6}},

@@ -73,11 +73,4 @@ QString plainText(const AttributedText& text) {
     return plain;
 }
 
-AttributedText shownText(const AttributedText& described, const QString& shown) {
-    if (plainText(described) == shown) return described;
-    TextRun run = described.empty() ? TextRun{} : described.front();
-    run.text = shown.toStdString();
-    return {std::move(run)};
-}
-
 }  // namespace ovin

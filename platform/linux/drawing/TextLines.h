@@ -36,7 +36,4 @@ private:
 /// The text without its kinds.
 [[nodiscard]] QString plainText(const AttributedText& text);
 
-/// The text that a widget shows whose plain text may have been changed: the same kinds of text, unless it was.
-[[nodiscard]] AttributedText shownText(const AttributedText& described, const QString& shown);
-
 }  // namespace ovin

@@ -18,17 +18,14 @@ constexpr double ringRadius = 4;
 
 }  // namespace
 
-DisclosureWidget::DisclosureWidget(const DisclosureTriangle& triangle) : PressButton(triangle.tag), font_(triangle.font) {
+DisclosureWidget::DisclosureWidget(const DisclosureTriangle& triangle)
+    : PressButton(triangle.tag), fontSize_(triangle.font.size) {
     installViewAccessibles();
     setCheckable(true);
     setChecked(triangle.isOn);
     setAccessibleName(QString::fromStdString(triangle.accessibilityLabel));
-    setFont(qtFont(font_));
+    setFont(qtFont(triangle.font));
     setFixedSize(sizeHint());
-}
-
-decltype(View::content) DisclosureWidget::content() const {
-    return DisclosureTriangle{isChecked(), font_, accessibleName().toStdString(), tag()};
 }
 
 QSize DisclosureWidget::sizeHint() const {
@@ -42,7 +39,7 @@ void DisclosureWidget::paintEvent(QPaintEvent*) {
     if (showsFocus()) drawFocus(painter, rect(), ringRadius, palette());
     painter.translate(QRectF(rect()).center());
     if (isChecked()) painter.rotate(90);
-    const double size = font_.size;
+    const double size = fontSize_;
     QPainterPath path({-halfReach * size, -halfBase * size});
     path.lineTo(halfReach * size, 0);
     path.lineTo(-halfReach * size, halfBase * size);

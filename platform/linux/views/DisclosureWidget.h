@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Views.h"
 #include "platform/linux/views/PressButton.h"
 
 namespace ovin {
@@ -11,7 +12,6 @@ class DisclosureWidget final : public PressButton {
 public:
     explicit DisclosureWidget(const DisclosureTriangle& triangle);
 
-    [[nodiscard]] decltype(View::content) content() const override;
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -19,7 +19,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    const Font font_;
+    const double fontSize_;
 };
 
 }  // namespace ovin

@@ -10,15 +10,10 @@
 namespace ovin {
 
 ImageWidget::ImageWidget(const ImageView& image)
-    : image_(image.image), size_(image.size), cornerRadius_(image.cornerRadius), icon_(qtIcon(image.image)) {
+    : icon_(qtIcon(image.image)), size_(image.size.width, image.size.height), cornerRadius_(image.cornerRadius) {
     installViewAccessibles();
     setAccessibleName(QString::fromStdString(image.accessibilityLabel));
-    setFixedSize(QSizeF(image.size.width, image.size.height).toSize());
-}
-
-decltype(View::content) ImageWidget::content() const {
-    const Size size{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
-    return ImageView{image_, size, cornerRadius_, accessibleName().toStdString()};
+    setFixedSize(size_.toSize());
 }
 
 void ImageWidget::paintEvent(QPaintEvent*) {
@@ -26,7 +21,7 @@ void ImageWidget::paintEvent(QPaintEvent*) {
     if (picture.isNull()) return;
     // From here on pixels count: an icon without the exact size has an odd ratio.
     picture.setDevicePixelRatio(1);
-    QSizeF drawn = QSizeF(picture.size()).scaled(size_.width, size_.height, Qt::KeepAspectRatio);
+    QSizeF drawn = QSizeF(picture.size()).scaled(size_, Qt::KeepAspectRatio);
     // Sides that were rounded leave no gap beside the picture.
     if (std::abs(drawn.width() - width()) < 1 && std::abs(drawn.height() - height()) < 1) drawn = size();
     const QRectF place(QPointF((width() - drawn.width()) / 2, (height() - drawn.height()) / 2), drawn);

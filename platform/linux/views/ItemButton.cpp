@@ -19,7 +19,8 @@ constexpr double pressOpacity = 0.2;
 
 }  // namespace
 
-ItemButton::ItemButton(const Button& button) : described_(button) {
+ItemButton::ItemButton(const Button& button) : title_(button.title), imagePosition_(button.imagePosition) {
+    if (imagePosition_ != Button::ImagePosition::only) titleSize_ = title().size();
     setText(plainText(button.title));
     setShortcut({});
     if (button.image) {
@@ -33,39 +34,18 @@ ItemButton::ItemButton(const Button& button) : described_(button) {
     setFixedWidth(button.width ? qRound(*button.width) : contentWidth());
 }
 
-decltype(View::content) ItemButton::content() const {
-    Button button = described_;
-    button.title = shownText(described_.title, text());
-    if (button.image) {
-        const Size& asked = described_.image->size;
-        button.image->size = {readBackLength(asked.width, iconSize().width()),
-                              readBackLength(asked.height, iconSize().height())};
-    }
-    button.toolTip = accessibleName().toStdString();
-    if (button.width) button.width = readBackLength(*described_.width, width());
-    if (button.height) button.height = readBackLength(*described_.height, height());
-    return button;
-}
-
-TextLines ItemButton::title() const { return {shownText(described_.title, text()), defaults, palette()}; }
-
-/// Layouts ask for sizes again and again, and laying out a text costs more than all the rest of a button.
-QSize ItemButton::titleSize() const {
-    if (!measuredTitle_ || measuredTitle_->text != text()) measuredTitle_ = MeasuredTitle{text(), title().size()};
-    return measuredTitle_->size;
-}
+TextLines ItemButton::title() const { return {title_, defaults, palette()}; }
 
 QSize ItemButton::sizeHint() const {
-    if (described_.height) return {contentWidth(), qRound(*described_.height)};
-    return {contentWidth(), std::max(titleSize().height(), iconSize().height())};
+    const QSize content(contentWidth(), std::max(titleSize_.height(), iconSize().height()));
+    return content.expandedTo(minimumSize()).boundedTo(maximumSize());
 }
 
 int ItemButton::contentWidth() const {
-    const bool showsImage = described_.imagePosition != Button::ImagePosition::none;
-    const bool showsTitle = described_.imagePosition != Button::ImagePosition::only;
+    const bool showsImage = imagePosition_ != Button::ImagePosition::none;
+    const bool showsTitle = imagePosition_ != Button::ImagePosition::only;
     const int image = showsImage ? iconSize().width() : 0;
-    const int text = showsTitle ? titleSize().width() : 0;
-    return image + text + (showsImage && showsTitle ? imageGap : 0) + 2 * titlePadding;
+    return image + titleSize_.width() + (showsImage && showsTitle ? imageGap : 0) + 2 * titlePadding;
 }
 
 void ItemButton::paintEvent(QPaintEvent*) {
@@ -79,10 +59,10 @@ void ItemButton::paintEvent(QPaintEvent*) {
         painter.drawRoundedRect(rect(), highlightRadius, highlightRadius);
     }
 
-    const bool showsImage = described_.imagePosition != Button::ImagePosition::none;
+    const bool showsImage = imagePosition_ != Button::ImagePosition::none;
     QRect rest = rect();
     if (showsImage) {
-        const bool isAlone = described_.imagePosition == Button::ImagePosition::only;
+        const bool isAlone = imagePosition_ == Button::ImagePosition::only;
         QRect place(
             QPoint(isAlone ? (width() - iconSize().width()) / 2 : titlePadding, (height() - iconSize().height()) / 2),
             iconSize());
@@ -90,7 +70,7 @@ void ItemButton::paintEvent(QPaintEvent*) {
         rest.setLeft(place.right() + 1 + imageGap);
         rest.setRight(rest.right() - titlePadding);
     }
-    if (described_.imagePosition == Button::ImagePosition::only) return;
+    if (imagePosition_ == Button::ImagePosition::only) return;
     const TextLines lines = title();
     const QSize spare = rest.size() - lines.size();
     lines.draw(painter, rest.topLeft() + QPoint(showsImage ? 0 : spare.width() / 2, spare.height() / 2));

@@ -1,21 +1,19 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <optional>
 
+#include "platform/Views.h"
 #include "platform/linux/drawing/TextLines.h"
-#include "platform/linux/views/ViewWidget.h"
 
 namespace ovin {
 
 /// A button of the ledge: no border until the pointer is over it, an image, a title, or both beside one another.
-class ItemButton final : public QAbstractButton, public ViewWidget {
+class ItemButton final : public QAbstractButton {
     Q_OBJECT
 
 public:
     explicit ItemButton(const Button& button);
 
-    [[nodiscard]] decltype(View::content) content() const override;
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -25,17 +23,13 @@ protected:
 
 private:
     [[nodiscard]] int contentWidth() const;
-
     [[nodiscard]] TextLines title() const;
-    [[nodiscard]] QSize titleSize() const;
 
-    const Button described_;
-    /// The title that was measured last, and its size.
-    struct MeasuredTitle {
-        QString text;
-        QSize size;
-    };
-    mutable std::optional<MeasuredTitle> measuredTitle_;
+    const AttributedText title_;
+    const Button::ImagePosition imagePosition_;
+    /// Layouts ask for sizes again and again, and laying out a text costs more than all the rest of a button. Empty where no
+    /// title is shown.
+    QSize titleSize_;
 };
 
 }  // namespace ovin

@@ -7,7 +7,7 @@ constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor
 
 }  // namespace
 
-LabelWidget::LabelWidget(const Label& label) : described_(label) {
+LabelWidget::LabelWidget(const Label& label) : label_(label) {
     setTextFormat(Qt::PlainText);
     setText(plainText(label.text));
     if (!label.wrapWidth) return;
@@ -18,30 +18,20 @@ LabelWidget::LabelWidget(const Label& label) : described_(label) {
     setSizePolicy(policy);
 }
 
-decltype(View::content) LabelWidget::content() const {
-    return Label{shownText(described_.text, text()), shownWrapWidth(), described_.lineSpacing};
-}
-
-std::optional<double> LabelWidget::shownWrapWidth() const {
-    if (!wordWrap()) return std::nullopt;
-    return described_.wrapWidth ? readBackLength(*described_.wrapWidth, width()) : width();
-}
-
 TextLines LabelWidget::lines(std::optional<double> wrapWidth) const {
-    return {shownText(described_.text, text()), defaults, palette(), wrapWidth, described_.lineSpacing};
+    return {label_.text, defaults, palette(), wrapWidth, label_.lineSpacing};
 }
 
 QSize LabelWidget::sizeHint() const {
-    const auto wrapWidth = shownWrapWidth();
-    const QSize size = lines(wrapWidth).size();
-    return wrapWidth ? QSize(qRound(*wrapWidth), size.height()) : size;
+    const QSize size = lines(label_.wrapWidth).size();
+    return label_.wrapWidth ? QSize(qRound(*label_.wrapWidth), size.height()) : size;
 }
 
-int LabelWidget::heightForWidth(int width) const { return wordWrap() ? lines(width).size().height() : -1; }
+int LabelWidget::heightForWidth(int width) const { return label_.wrapWidth ? lines(width).size().height() : -1; }
 
 void LabelWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    lines(shownWrapWidth()).draw(painter, {0, 0});
+    lines(label_.wrapWidth).draw(painter, {0, 0});
 }
 
 }  // namespace ovin

@@ -2,18 +2,17 @@
 
 #include <QLabel>
 
+#include "platform/Views.h"
 #include "platform/linux/drawing/TextLines.h"
-#include "platform/linux/views/ViewWidget.h"
 
 namespace ovin {
 
 /// A line of text or a paragraph. The toolkit's label, so that assistive programs read it as one, with lines of its own:
 /// that label knows text of one kind only, or mark-up. Colours are looked up when it is painted, and so follow the palette.
-class LabelWidget final : public QLabel, public ViewWidget {
+class LabelWidget final : public QLabel {
 public:
     explicit LabelWidget(const Label& label);
 
-    [[nodiscard]] decltype(View::content) content() const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
     /// Meaningful where lines wrap.
@@ -24,9 +23,8 @@ protected:
 
 private:
     [[nodiscard]] TextLines lines(std::optional<double> wrapWidth) const;
-    [[nodiscard]] std::optional<double> shownWrapWidth() const;
 
-    const Label described_;
+    const Label label_;
 };
 
 }  // namespace ovin

@@ -7,7 +7,6 @@
 #include <cmath>
 
 #include "platform/linux/drawing/QtColors.h"
-#include "platform/linux/views/QtViews.h"
 
 namespace ovin {
 namespace {
@@ -37,15 +36,10 @@ QRegion roundedRegion(const QRect& rect, double cornerRadius, Coverage coverage)
     return region;
 }
 
-MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius)
-    : content_(content), cornerRadius_(cornerRadius) {
+MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius) : cornerRadius_(cornerRadius) {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(content);
-}
-
-decltype(View::content) MenuBackgroundWidget::content() const {
-    return MenuBackground{cornerRadius_, std::make_shared<const View>(readBack(*content_))};
 }
 
 /// The toolkit shares out the lines of a large shape among threads and waits for them, which takes longer than drawing, and

@@ -3,8 +3,6 @@
 #include <QRegion>
 #include <QWidget>
 
-#include "platform/linux/views/ViewWidget.h"
-
 namespace ovin {
 
 /// What a rectangle with rounded corners covers: the pixels whose middle lies within, or all that it touches.
@@ -13,12 +11,11 @@ enum class Coverage { middle, touch };
 
 /// The look of a menu behind one widget that fills it: the window's colour, a fine edge and rounded corners. In a window
 /// that does not let through what lies below it, what is outside of the corners has the edge's colour.
-class MenuBackgroundWidget final : public QWidget, public ViewWidget {
+class MenuBackgroundWidget final : public QWidget {
 public:
     MenuBackgroundWidget(QWidget* content, double cornerRadius);
 
     [[nodiscard]] double cornerRadius() const { return cornerRadius_; }
-    [[nodiscard]] decltype(View::content) content() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -27,7 +24,6 @@ private:
     /// The squares in which the outline is not straight.
     [[nodiscard]] QRegion corners() const;
 
-    QWidget* const content_;
     const double cornerRadius_;
 };
 

@@ -1,12 +1,9 @@
 #include "platform/linux/views/PressButton.h"
 
 #include <QKeyEvent>
-#include <QVariant>
 
 namespace ovin {
 namespace {
-
-const char* const toolTipProperty = "plainToolTip";
 
 bool isReturn(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -56,10 +53,7 @@ void PressButton::leaveEvent(QEvent* event) {
 
 void setPlainToolTip(QWidget& widget, const std::string& text) {
     const QString plain = QString::fromStdString(text);
-    widget.setProperty(toolTipProperty, plain);
     widget.setToolTip(plain.isEmpty() ? QString() : "<span>" + plain.toHtmlEscaped() + "</span>");
 }
-
-std::string plainToolTip(const QWidget& widget) { return widget.property(toolTipProperty).toString().toStdString(); }
 
 }  // namespace ovin

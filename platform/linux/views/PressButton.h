@@ -1,14 +1,13 @@
 #pragma once
 
 #include <QAbstractButton>
-
-#include "platform/linux/views/ViewWidget.h"
+#include <string>
 
 namespace ovin {
 
 /// What the buttons of a page have in common. They can be reached with Tab, which shows that they are reached, and pressed
 /// with Space and Return; all other keys are left to what they stand in, so that a page scrolls.
-class PressButton : public QAbstractButton, public ViewWidget {
+class PressButton : public QAbstractButton {
 public:
     /// Tells buttons apart; a click is delivered with it.
     [[nodiscard]] int tag() const { return tag_; }
@@ -32,6 +31,5 @@ private:
 
 /// A tool tip as it stands, whatever it holds: a name is not mark-up.
 void setPlainToolTip(QWidget& widget, const std::string& text);
-[[nodiscard]] std::string plainToolTip(const QWidget& widget);
 
 }  // namespace ovin

@@ -51,7 +51,10 @@ QList<Qt::Key> keys(KeyEquivalent equivalent) {
 
 }  // namespace
 
-PushButtonWidget::PushButtonWidget(const PushButton& button) : PressButton(button.tag), described_(button) {
+PushButtonWidget::PushButtonWidget(const PushButton& button)
+    : PressButton(button.tag),
+      isDefault_(button.keyEquivalent == KeyEquivalent::returnKey),
+      isProminent_(button.isProminent) {
     setText(QString::fromStdString(button.title));
     // An ampersand in the text has become a shortcut of the toolkit's own; only the description decides about keys.
     setShortcut({});
@@ -66,13 +69,6 @@ PushButtonWidget::PushButtonWidget(const PushButton& button) : PressButton(butto
     }
 }
 
-decltype(View::content) PushButtonWidget::content() const {
-    PushButton button = described_;
-    button.title = text().toStdString();
-    if (button.width) button.width = readBackLength(*described_.width, width());
-    return button;
-}
-
 QSize PushButtonWidget::sizeHint() const {
     const int width = fontMetrics().horizontalAdvance(text()) + 2 * sidePadding;
     return {std::max(width, leastWidth), std::max(fontMetrics().height() + 2 * textMargin, leastHeight)};
@@ -80,18 +76,18 @@ QSize PushButtonWidget::sizeHint() const {
 
 QColor PushButtonWidget::fill() const {
     const QColor accent = palette().color(QPalette::Highlight);
-    if (described_.isProminent) {
+    if (isProminent_) {
         const QColor body = behindText(accent);
         if (isDown()) return body.darker(pressedPercent);
         return underMouse() ? body.darker(hoverPercent) : body;
     }
-    if (isDown()) return withOpacity(isDefault() ? accent : palette().color(QPalette::WindowText), pressedOpacity * 1.5);
-    if (isDefault()) return withOpacity(accent, underMouse() ? pressedOpacity : defaultOpacity);
+    if (isDown()) return withOpacity(isDefault_ ? accent : palette().color(QPalette::WindowText), pressedOpacity * 1.5);
+    if (isDefault_) return withOpacity(accent, underMouse() ? pressedOpacity : defaultOpacity);
     return withOpacity(palette().color(QPalette::WindowText), underMouse() ? hoverOpacity : restingOpacity);
 }
 
 QColor PushButtonWidget::textColor() const {
-    if (described_.isProminent) return readableOn(palette().color(QPalette::Highlight));
+    if (isProminent_) return readableOn(palette().color(QPalette::Highlight));
     return palette().color(QPalette::WindowText);
 }
 
@@ -109,9 +105,9 @@ void PushButtonWidget::paintEvent(QPaintEvent*) {
     }
     painter.setBrush(fill());
     painter.setPen(Qt::NoPen);
-    if (!described_.isProminent) {
-        const QColor edge = isDefault() ? accent : qtColor({SystemColor::quaternaryLabel}, palette());
-        const double width = isDefault() ? 1.5 : 1;
+    if (!isProminent_) {
+        const QColor edge = isDefault_ ? accent : qtColor({SystemColor::quaternaryLabel}, palette());
+        const double width = isDefault_ ? 1.5 : 1;
         painter.setPen(QPen(edge, width));
         body.adjust(width / 2, width / 2, -width / 2, -width / 2);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Views.h"
 #include "platform/linux/views/PressButton.h"
 
 namespace ovin {
@@ -9,7 +10,8 @@ class PushButtonWidget final : public PressButton {
 public:
     explicit PushButtonWidget(const PushButton& button);
 
-    [[nodiscard]] decltype(View::content) content() const override;
+    /// Whether the Return key presses it.
+    [[nodiscard]] bool isDefault() const { return isDefault_; }
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -18,9 +20,9 @@ protected:
 private:
     [[nodiscard]] QColor fill() const;
     [[nodiscard]] QColor textColor() const;
-    [[nodiscard]] bool isDefault() const { return described_.keyEquivalent == KeyEquivalent::returnKey; }
 
-    const PushButton described_;
+    const bool isDefault_;
+    const bool isProminent_;
 };
 
 }  // namespace ovin

@@ -8,8 +8,9 @@
 #include "platform/linux/views/LabelWidget.h"
 #include "platform/linux/views/MenuBackgroundWidget.h"
 #include "platform/linux/views/PushButtonWidget.h"
+#include "platform/linux/views/SeparatorWidget.h"
 #include "platform/linux/views/SidewaysScroller.h"
-#include "platform/linux/views/SpacerWidgets.h"
+#include "platform/linux/views/StackLayout.h"
 #include "platform/linux/views/StackWidget.h"
 #include "platform/linux/views/TextButtonWidget.h"
 #include "platform/linux/views/UprightScroller.h"
@@ -37,8 +38,16 @@ struct Make {
     QWidget* operator()(const TextButton& button) const { return clickable(new TextButtonWidget(button), button.tag); }
     QWidget* operator()(const ImageView& image) const { return new ImageWidget(image); }
     QWidget* operator()(const Separator& separator) const { return new SeparatorWidget(separator); }
-    QWidget* operator()(const Spacer& spacer) const { return new SpacerWidget(spacer); }
-    QWidget* operator()(const FlexibleSpace&) const { return new FlexibleSpaceWidget; }
+    QWidget* operator()(const Spacer& spacer) const {
+        auto* const space = new QWidget;
+        space->setFixedSize(1, qRound(spacer.height));
+        return space;
+    }
+    QWidget* operator()(const FlexibleSpace&) const {
+        auto* const space = new QWidget;
+        space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        return space;
+    }
     QWidget* operator()(const ScrollView& scroll) const {
         QWidget* const content = makeWidget(*scroll.content, clicked, existing);
         if (scroll.orientation == Stack::Orientation::vertical) return new UprightScroller(content, scroll.size);
@@ -67,10 +76,6 @@ QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicke
     setSpacingAfter(*widget, view.spacingAfter);
     if (view.isHidden) widget->hide();
     return widget;
-}
-
-View readBack(const QWidget& widget) {
-    return {dynamic_cast<const ViewWidget&>(widget).content(), isHiddenOnPurpose(widget), spacingAfter(widget)};
 }
 
 }  // namespace ovin

@@ -16,7 +16,4 @@ using ExistingWidget = std::function<QWidget*(const View& view)>;
 [[nodiscard]] QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked,
                                   const ExistingWidget& existing = {});
 
-/// The view that widgets of `makeWidget` show, read from the widgets themselves.
-[[nodiscard]] View readBack(const QWidget& widget);
-
 }  // namespace ovin

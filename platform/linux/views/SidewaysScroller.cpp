@@ -3,9 +3,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <cstdlib>
-#include <memory>
 
-#include "platform/linux/views/QtViews.h"
 #include "platform/linux/views/StackLayout.h"
 
 namespace ovin {
@@ -23,8 +21,7 @@ const char* const scrollerStyle =
 
 }  // namespace
 
-SidewaysScroller::SidewaysScroller(QWidget* content, Size size)
-    : size_(size), scroller_(new QScrollBar(Qt::Horizontal, this)) {
+SidewaysScroller::SidewaysScroller(QWidget* content, Size size) : scroller_(new QScrollBar(Qt::Horizontal, this)) {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -45,11 +42,8 @@ SidewaysScroller::SidewaysScroller(QWidget* content, Size size)
     connect(own, &QScrollBar::valueChanged, scroller_, &QScrollBar::setValue);
     connect(scroller_, &QScrollBar::valueChanged, own, &QScrollBar::setValue);
     setFixedSize(QSizeF(size.width, size.height).toSize());
-}
-
-decltype(View::content) SidewaysScroller::content() const {
-    const Size shown{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
-    return ScrollView{shown, std::make_shared<const View>(readBack(*widget()))};
+    // The toolkit takes it for one that makes use of any room.
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void SidewaysScroller::wheelEvent(QWheelEvent* event) {

@@ -37,8 +37,8 @@ std::vector<StackLayout::Shown> StackLayout::shown() const {
     for (const auto& item : items_) {
         QWidget* const widget = item->widget();
         if (widget == nullptr || isHiddenOnPurpose(*widget)) continue;
-        const auto own = spacingAfter(*widget);
-        result.push_back({widget, naturalSize(*widget), own ? qRound(*own) : spacing()});
+        const QVariant own = widget->property(spacingProperty);
+        result.push_back({widget, naturalSize(*widget), own.isValid() ? qRound(own.toDouble()) : spacing()});
     }
     return result;
 }
@@ -110,11 +110,6 @@ bool isHiddenOnPurpose(const QWidget& widget) {
 
 void setSpacingAfter(QWidget& widget, std::optional<double> spacing) {
     widget.setProperty(spacingProperty, spacing ? QVariant(*spacing) : QVariant());
-}
-
-std::optional<double> spacingAfter(const QWidget& widget) {
-    const QVariant spacing = widget.property(spacingProperty);
-    return spacing.isValid() ? std::optional(spacing.toDouble()) : std::nullopt;
 }
 
 bool takesSpareWidth(const QWidget& widget) { return widget.sizePolicy().horizontalPolicy() == QSizePolicy::Expanding; }

@@ -17,9 +17,6 @@ public:
         : orientation_(orientation), alignment_(alignment) {}
     ~StackLayout() override;
 
-    [[nodiscard]] Stack::Orientation orientation() const { return orientation_; }
-    [[nodiscard]] Stack::Alignment alignment() const { return alignment_; }
-
     void addItem(QLayoutItem* item) override;
     [[nodiscard]] int count() const override { return static_cast<int>(items_.size()); }
     [[nodiscard]] QLayoutItem* itemAt(int index) const override;
@@ -52,7 +49,6 @@ private:
 
 /// What a widget asks of the stack that it will stand in: the spacing between it and the next widget, in points.
 void setSpacingAfter(QWidget& widget, std::optional<double> spacing);
-[[nodiscard]] std::optional<double> spacingAfter(const QWidget& widget);
 
 /// Whether a widget makes use of more width than it needs: a row with a flexible space in it.
 [[nodiscard]] bool takesSpareWidth(const QWidget& widget);

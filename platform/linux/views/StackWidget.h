@@ -1,30 +1,24 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 #include <vector>
 
-#include "platform/linux/views/StackLayout.h"
-#include "platform/linux/views/ViewWidget.h"
+#include "platform/Views.h"
 
 namespace ovin {
 
 /// Views one after the other, in front of a box where there is one.
-class StackWidget final : public QWidget, public ViewWidget {
+class StackWidget final : public QWidget {
 public:
     /// `views` are the widgets of the stack's views, in the same order.
     StackWidget(const Stack& stack, const std::vector<QWidget*>& views);
-
-    [[nodiscard]] decltype(View::content) content() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    [[nodiscard]] Insets insets() const;
-
-    StackLayout* const layout_;
-    /// All but the views.
-    const Stack described_;
+    const std::optional<Box> box_;
 };
 
 }  // namespace ovin

@@ -22,11 +22,7 @@ TextButtonWidget::TextButtonWidget(const TextButton& button) : PressButton(butto
     setPlainToolTip(*this, button.toolTip);
 }
 
-decltype(View::content) TextButtonWidget::content() const {
-    return TextButton{shownText(title_, text()), plainToolTip(*this), isLink(), tag()};
-}
-
-TextLines TextButtonWidget::lines() const { return {shownText(title_, text()), defaults, palette()}; }
+TextLines TextButtonWidget::lines() const { return {title_, defaults, palette()}; }
 
 QSize TextButtonWidget::sizeHint() const { return lines().size(); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Views.h"
 #include "platform/linux/drawing/TextLines.h"
 #include "platform/linux/views/PressButton.h"
 
@@ -12,7 +13,6 @@ class TextButtonWidget final : public PressButton {
 public:
     explicit TextButtonWidget(const TextButton& button);
 
-    [[nodiscard]] decltype(View::content) content() const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] bool isLink() const { return cursor().shape() == Qt::PointingHandCursor; }
 

@@ -6,7 +6,6 @@
 #include <QScrollBar>
 #include <optional>
 
-#include "platform/linux/views/QtViews.h"
 #include "platform/linux/views/StackLayout.h"
 
 namespace ovin {
@@ -40,7 +39,7 @@ std::optional<QAbstractSlider::SliderAction> actionFor(const QKeyEvent& event) {
 
 }  // namespace
 
-UprightScroller::UprightScroller(QWidget* content, Size size) : size_(size), scroller_(new QScrollBar(Qt::Vertical, this)) {
+UprightScroller::UprightScroller(QWidget* content, Size size) : scroller_(new QScrollBar(Qt::Vertical, this)) {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -53,6 +52,8 @@ UprightScroller::UprightScroller(QWidget* content, Size size) : size_(size), scr
     content->setAutoFillBackground(false);
     connectScroller();
     setFixedSize(QSizeF(size.width, size.height).toSize());
+    // The toolkit takes it for one that makes use of any room.
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 /// The area's own bar would take room from the page; this one lies over it and follows it.
@@ -84,11 +85,6 @@ void UprightScroller::styleScroller() {
                                  .arg(text.green())
                                  .arg(text.blue())
                                  .arg(handleOpacity));
-}
-
-decltype(View::content) UprightScroller::content() const {
-    const Size shown{readBackLength(size_.width, width()), readBackLength(size_.height, height())};
-    return ScrollView{shown, std::make_shared<const View>(readBack(*widget())), Stack::Orientation::vertical};
 }
 
 void UprightScroller::scrollToEnd() {

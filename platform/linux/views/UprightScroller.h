@@ -2,17 +2,15 @@
 
 #include <QScrollArea>
 
-#include "platform/linux/views/ViewWidget.h"
+#include "platform/Geometry.h"
 
 namespace ovin {
 
 /// Shows a part of a page that is too long, and scrolls it: by its scroller, which lies over the page and hides when all of
 /// it is seen, by a wheel, and by the keys that scroll pages.
-class UprightScroller final : public QScrollArea, public ViewWidget {
+class UprightScroller final : public QScrollArea {
 public:
     UprightScroller(QWidget* content, Size size);
-
-    [[nodiscard]] decltype(View::content) content() const override;
 
     void scrollToEnd();
 
@@ -29,7 +27,6 @@ private:
     void connectScroller();
     void styleScroller();
 
-    const Size size_;
     QScrollBar* const scroller_;
     bool endsWhenShown_ = false;
 };

@@ -37,6 +37,10 @@ ViewWindow::ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers han
 }
 
 void ViewWindow::setView(const View& view) {
+    if (awaitsRelease()) {
+        waiting_ = view;
+        return;
+    }
     QWidget* const previous = content_;
     // The handlers outlive the call, whatever it destroys.
     content_ = makeWidget(view, [weak = std::weak_ptr(handlers_)](int tag) {
@@ -52,6 +56,21 @@ void ViewWindow::setView(const View& view) {
     previous->deleteLater();
 }
 
+bool ViewWindow::awaitsRelease() {
+    // Whoever let go of a hidden window could not be seen doing it.
+    if (content_ == nullptr || !isVisible()) return false;
+    auto* const button = first<PressButton>(content_, [](const PressButton& one) { return one.isDown(); });
+    if (button == nullptr) return false;
+    // The release is told of before the click, which is delivered when the button has gone, too.
+    if (!waiting_) connect(button, &PressButton::released, this, &ViewWindow::showWaiting, Qt::QueuedConnection);
+    return true;
+}
+
+void ViewWindow::showWaiting() {
+    const auto waiting = std::exchange(waiting_, std::nullopt);
+    if (waiting) setView(*waiting);
+}
+
 void ViewWindow::keepFocus(const QWidget* previous) {
     const auto* const button = dynamic_cast<const PressButton*>(previous);
     if (button == nullptr) return giveFirstFocus();
@@ -64,9 +83,7 @@ void ViewWindow::keepFocus(const QWidget* previous) {
 /// A page that scrolls gets the keyboard, so that its keys work at once; the window's own keys reach their buttons anyway.
 void ViewWindow::giveFirstFocus() {
     if (UprightScroller* const scroller = page(content_)) return scroller->setFocus(Qt::OtherFocusReason);
-    auto* const button = first<PushButtonWidget>(content_, [](const PushButtonWidget& one) {
-        return std::get<PushButton>(one.content()).keyEquivalent == KeyEquivalent::returnKey;
-    });
+    auto* const button = first<PushButtonWidget>(content_, [](const PushButtonWidget& one) { return one.isDefault(); });
     if (button != nullptr) button->setFocus(Qt::MouseFocusReason);
 }
 
@@ -76,6 +93,7 @@ void ViewWindow::scrollToEnd() {
 
 void ViewWindow::dismiss() {
     handlers_.reset();
+    waiting_.reset();
     hide();
     deleteLater();
 }
@@ -105,6 +123,7 @@ void ViewWindow::showEvent(QShowEvent* event) {
 void ViewWindow::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     lastPosition_ = pos();
+    showWaiting();
 }
 
 }  // namespace ovin

@@ -22,7 +22,7 @@ public:
     ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers handlers);
 
     /// Shows another view, in the size that it takes. The button that has the keyboard keeps it, as the one with the same
-    /// tag.
+    /// tag. One that is held down is let go first.
     void setView(const View& view);
 
     void scrollToEnd();
@@ -40,11 +40,15 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    /// Whether a button of the content is held down; what waits is shown once it is not.
+    [[nodiscard]] bool awaitsRelease();
+    void showWaiting();
     void giveFirstFocus();
     void keepFocus(const QWidget* previous);
 
     std::shared_ptr<const Handlers> handlers_;
     QWidget* content_ = nullptr;
+    std::optional<View> waiting_;
     std::optional<QPoint> lastPosition_;
 };
 

@@ -20,11 +20,4 @@ NSFontWeight nativeWeight(Font::Weight weight) {
 }  // namespace
 
 NSFont* nativeFont(const Font& font) { return [NSFont systemFontOfSize:font.size weight:nativeWeight(font.weight)]; }
-
-std::optional<Font> readBackFont(NSFont* shown, const std::optional<Font>& asked) {
-    // Without a font of its own a control has whatever the system gives it.
-    if (!asked || shown == nil || [shown isEqual:nativeFont(*asked)]) return asked;
-    return Font{shown.pointSize, asked->weight};
-}
-
 }  // namespace ovin

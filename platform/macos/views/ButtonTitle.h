@@ -13,9 +13,6 @@ namespace ovin {
 /// AppKit colours such titles by the state of the button; as an attributed one otherwise.
 void setTitle(NSButton* button, const AttributedText& title);
 
-/// The title that a button shows.
-AttributedText readBackTitle(NSButton* button, const AttributedText& asked);
-
 }  // namespace ovin
 
 NS_ASSUME_NONNULL_END

@@ -16,12 +16,6 @@ TextDefaults defaults() {
     return {[NSFont systemFontOfSize:NSFont.systemFontSize], 0, NSLineBreakByClipping, NSTextAlignmentCenter};
 }
 
-AttributedText readBackPlain(NSButton* button, const AttributedText& asked) {
-    AttributedText title = readBackText(button.title, asked);
-    if (!title.empty()) title.front().font = readBackFont(button.font, title.front().font);
-    return title;
-}
-
 }  // namespace
 
 void setTitle(NSButton* button, const AttributedText& title) {
@@ -32,10 +26,6 @@ void setTitle(NSButton* button, const AttributedText& title) {
     } else if (!title.empty() && title.front().font) {
         button.font = nativeFont(*title.front().font);
     }
-}
-
-AttributedText readBackTitle(NSButton* button, const AttributedText& asked) {
-    return isPlain(asked) ? readBackPlain(button, asked) : readBackText(button.attributedTitle, asked, defaults());
 }
 
 }  // namespace ovin

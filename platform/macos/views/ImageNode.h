@@ -3,12 +3,12 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/views/ViewNode.h"
+#include "platform/Views.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
 /// A picture at a size, with its corners cut off round by its layer. Without a name it is nothing to assistive programs.
-@interface OvinImageNode : NSImageView <OvinViewNode>
+@interface OvinImageNode : NSImageView
 
 + (instancetype)nodeWithImage:(const ovin::ImageView&)image;
 

@@ -3,12 +3,12 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/views/ViewNode.h"
+#include "platform/Views.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
 /// A line of text or a paragraph, which cannot be selected: the editor that would come up drops the kinds of text.
-@interface OvinLabelNode : NSTextField <OvinViewNode>
+@interface OvinLabelNode : NSTextField
 
 + (instancetype)nodeWithLabel:(const ovin::Label&)label;
 

@@ -14,35 +14,17 @@ TextDefaults defaults(const Label& label) {
     return {font, label.lineSpacing, breaking, NSTextAlignmentNatural};
 }
 
-double readBackLineSpacing(NSAttributedString* text, double asked) {
-    if (text.length == 0) return asked;
-    NSParagraphStyle* style = [text attribute:NSParagraphStyleAttributeName atIndex:0 effectiveRange:nullptr];
-    return style.lineSpacing;
-}
-
 }  // namespace
 
-@implementation OvinLabelNode {
-    Label _asked;
-    NSLayoutConstraint* _width;
-}
-
-@synthesize spacingAfter = _spacingAfter;
+@implementation OvinLabelNode
 
 + (instancetype)nodeWithLabel:(const Label&)label {
     OvinLabelNode* node = label.wrapWidth ? [self wrappingLabelWithString:@""] : [self labelWithString:@""];
-    node->_asked = label;
     node.selectable = NO;
     node.attributedStringValue = ovin::nativeText(label.text, defaults(label));
     if (label.wrapWidth) node.preferredMaxLayoutWidth = *label.wrapWidth;
-    node->_width = ovin::fixLength(node.widthAnchor, label.wrapWidth);
+    ovin::fixLength(node.widthAnchor, label.wrapWidth);
     return node;
-}
-
-- (ovin::ViewContent)shownContent {
-    NSAttributedString* text = self.attributedStringValue;
-    return Label{ovin::readBackText(text, _asked.text, defaults(_asked)), ovin::fixedLength(_width),
-                 readBackLineSpacing(text, _asked.lineSpacing)};
 }
 
 @end

@@ -3,15 +3,15 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/views/ViewNode.h"
+#include "platform/Views.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
 /// The material of menus behind a view that fills it, which `view` shows. It looks active always, since its program never
 /// is.
-@interface OvinMenuBackgroundNode : NSVisualEffectView <OvinViewNode>
+@interface OvinMenuBackgroundNode : NSVisualEffectView
 
-+ (instancetype)nodeWithBackground:(const ovin::MenuBackground&)background view:(ovin::NativeView*)view;
++ (instancetype)nodeWithBackground:(const ovin::MenuBackground&)background view:(NSView*)view;
 
 @end
 

@@ -2,21 +2,13 @@
 
 #import <QuartzCore/QuartzCore.h>
 
-#include <memory>
-
-#include "platform/macos/views/NativeViews.h"
 #include "platform/macos/views/Pinning.h"
 
 using ovin::MenuBackground;
-using ovin::NativeView;
 
-@implementation OvinMenuBackgroundNode {
-    NativeView* _view;
-}
+@implementation OvinMenuBackgroundNode
 
-@synthesize spacingAfter = _spacingAfter;
-
-+ (instancetype)nodeWithBackground:(const MenuBackground&)background view:(NativeView*)view {
++ (instancetype)nodeWithBackground:(const MenuBackground&)background view:(NSView*)view {
     OvinMenuBackgroundNode* node = [[self alloc] initWithFrame:NSZeroRect];
     node.material = NSVisualEffectMaterialMenu;
     node.blendingMode = NSVisualEffectBlendingModeBehindWindow;
@@ -25,12 +17,7 @@ using ovin::NativeView;
     node.layer.cornerRadius = background.cornerRadius;
     node.layer.masksToBounds = YES;
     ovin::fill(node, view);
-    node->_view = view;
     return node;
-}
-
-- (ovin::ViewContent)shownContent {
-    return MenuBackground{self.layer.cornerRadius, std::make_shared<const ovin::View>(ovin::readBack(_view))};
 }
 
 @end

@@ -19,46 +19,39 @@ namespace {
 struct Make {
     OvinClickTarget* target;
 
-    NativeView* operator()(const Stack& stack) const {
-        NSMutableArray<NativeView*>* views = [NSMutableArray array];
+    NSView* operator()(const Stack& stack) const {
+        NSMutableArray<NSView*>* views = [NSMutableArray array];
         for (const View& view : stack.views) [views addObject:makeNativeView(view, target)];
         return [OvinStackNode nodeWithStack:stack views:views];
     }
-    NativeView* operator()(const Label& label) const { return [OvinLabelNode nodeWithLabel:label]; }
-    NativeView* operator()(const Button& button) const { return [OvinButtonNode nodeWithButton:button target:target]; }
-    NativeView* operator()(const PushButton& button) const {
-        return [OvinPushButtonNode nodeWithButton:button target:target];
-    }
-    NativeView* operator()(const DisclosureTriangle& triangle) const {
+    NSView* operator()(const Label& label) const { return [OvinLabelNode nodeWithLabel:label]; }
+    NSView* operator()(const Button& button) const { return [OvinButtonNode nodeWithButton:button target:target]; }
+    NSView* operator()(const PushButton& button) const { return [OvinPushButtonNode nodeWithButton:button target:target]; }
+    NSView* operator()(const DisclosureTriangle& triangle) const {
         return [OvinDisclosureNode nodeWithTriangle:triangle target:target];
     }
-    NativeView* operator()(const TextButton& button) const {
-        return [OvinTextButtonNode nodeWithButton:button target:target];
-    }
-    NativeView* operator()(const ImageView& image) const { return [OvinImageNode nodeWithImage:image]; }
-    NativeView* operator()(const Separator& separator) const { return [OvinSeparatorNode nodeWithSeparator:separator]; }
-    NativeView* operator()(const Spacer& spacer) const { return [OvinSpacerNode nodeWithSpacer:spacer]; }
-    NativeView* operator()(const FlexibleSpace&) const { return [OvinFlexibleSpaceNode node]; }
-    NativeView* operator()(const ScrollView& scroll) const {
+    NSView* operator()(const TextButton& button) const { return [OvinTextButtonNode nodeWithButton:button target:target]; }
+    NSView* operator()(const ImageView& image) const { return [OvinImageNode nodeWithImage:image]; }
+    NSView* operator()(const Separator& separator) const { return [OvinSeparatorNode nodeWithSeparator:separator]; }
+    NSView* operator()(const Spacer& spacer) const { return [OvinSpacerNode nodeWithSpacer:spacer]; }
+    NSView* operator()(const FlexibleSpace&) const { return [OvinFlexibleSpaceNode node]; }
+    NSView* operator()(const ScrollView& scroll) const {
         return [OvinScrollNode nodeWithScroll:scroll view:makeNativeView(*scroll.content, target)];
     }
-    NativeView* operator()(const MenuBackground& background) const {
+    NSView* operator()(const MenuBackground& background) const {
         return [OvinMenuBackgroundNode nodeWithBackground:background view:makeNativeView(*background.content, target)];
     }
 };
 
 }  // namespace
 
-NativeView* makeNativeView(const View& view, OvinClickTarget* target) {
-    NativeView* result = std::visit(Make{target}, view.content);
+NSView* makeNativeView(const View& view, OvinClickTarget* target) {
+    NSView* result = std::visit(Make{target}, view.content);
     result.hidden = view.isHidden;
-    result.spacingAfter = view.spacingAfter;
     return result;
 }
 
-View readBack(NativeView* view) { return {[view shownContent], static_cast<bool>(view.hidden), view.spacingAfter}; }
-
-Size fittingSize(NativeView* view) {
+Size fittingSize(NSView* view) {
     [view layoutSubtreeIfNeeded];
     const NSSize size = view.fittingSize;
     return {size.width, size.height};

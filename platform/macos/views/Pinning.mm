@@ -2,22 +2,8 @@
 
 namespace ovin {
 
-NSLayoutConstraint* fixLength(NSLayoutDimension* dimension, double length) {
-    NSLayoutConstraint* constraint = [dimension constraintEqualToConstant:length];
-    constraint.active = YES;
-    return constraint;
-}
-
-NSLayoutConstraint* fixLength(NSLayoutDimension* dimension, const std::optional<double>& length) {
-    return length ? fixLength(dimension, *length) : nil;
-}
-
-std::optional<double> fixedLength(NSLayoutConstraint* constraint) {
-    return constraint.active ? std::optional<double>(constraint.constant) : std::nullopt;
-}
-
-double fixedLengthOr(NSLayoutConstraint* constraint, double otherwise) {
-    return fixedLength(constraint).value_or(otherwise);
+void fixLength(NSLayoutDimension* dimension, const std::optional<double>& length) {
+    if (length) [dimension constraintEqualToConstant:*length].active = YES;
 }
 
 void fill(NSView* container, NSView* view) {

@@ -3,14 +3,14 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/Views.h"
 #include "platform/macos/views/ClickTarget.h"
-#include "platform/macos/views/ViewNode.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
 /// A large button with rounded ends. AppKit presses it by its key wherever the keyboard is in its window, and paints the one
 /// for the Return key as the default button.
-@interface OvinPushButtonNode : NSButton <OvinViewNode>
+@interface OvinPushButtonNode : NSButton
 
 + (instancetype)nodeWithButton:(const ovin::PushButton&)button target:(nullable OvinClickTarget*)target;
 

@@ -1,11 +1,7 @@
 #include "platform/macos/views/ScrollNode.h"
 
-#include <memory>
-
-#include "platform/macos/views/NativeViews.h"
 #include "platform/macos/views/Pinning.h"
 
-using ovin::NativeView;
 using ovin::ScrollView;
 using ovin::Stack;
 
@@ -24,24 +20,18 @@ using ovin::Stack;
 @interface OvinScrollNode ()
 
 - (void)showScrollersFor:(Stack::Orientation)orientation;
-- (void)holdNode:(NativeView*)view;
+- (void)holdNode:(NSView*)view;
 
 @end
 
-@implementation OvinScrollNode {
-    NativeView* _view;
-    NSLayoutConstraint* _width;
-    NSLayoutConstraint* _height;
-}
+@implementation OvinScrollNode
 
-@synthesize spacingAfter = _spacingAfter;
-
-+ (instancetype)nodeWithScroll:(const ScrollView&)scroll view:(NativeView*)view {
++ (instancetype)nodeWithScroll:(const ScrollView&)scroll view:(NSView*)view {
     OvinScrollNode* node = [[self alloc] initWithFrame:NSZeroRect];
     [node showScrollersFor:scroll.orientation];
     [node holdNode:view];
-    node->_width = ovin::fixLength(node.widthAnchor, scroll.size.width);
-    node->_height = ovin::fixLength(node.heightAnchor, scroll.size.height);
+    ovin::fixLength(node.widthAnchor, scroll.size.width);
+    ovin::fixLength(node.heightAnchor, scroll.size.height);
     return node;
 }
 
@@ -66,8 +56,7 @@ using ovin::Stack;
 }
 
 /// A page is as wide as what shows it and as high as it needs to be, a row the other way round.
-- (void)holdNode:(NativeView*)view {
-    _view = view;
+- (void)holdNode:(NSView*)view {
     OvinFlippedView* document = [[OvinFlippedView alloc] initWithFrame:NSZeroRect];
     ovin::fill(document, view);
     document.translatesAutoresizingMaskIntoConstraints = NO;
@@ -88,12 +77,6 @@ using ovin::Stack;
 - (void)scrollToEnd {
     NSView* document = self.documentView;
     [document scrollPoint:NSMakePoint(0, NSMaxY(document.bounds))];
-}
-
-- (ovin::ViewContent)shownContent {
-    return ScrollView{{ovin::fixedLengthOr(_width, 0), ovin::fixedLengthOr(_height, 0)},
-                      std::make_shared<const ovin::View>(ovin::readBack(_view)),
-                      self.isUpright ? Stack::Orientation::vertical : Stack::Orientation::horizontal};
 }
 
 @end

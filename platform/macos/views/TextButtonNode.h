@@ -3,13 +3,13 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/Views.h"
 #include "platform/macos/views/ClickTarget.h"
-#include "platform/macos/views/ViewNode.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
 /// Text that can be clicked. As a link it has the pointing hand over all of it, and is a link to assistive programs too.
-@interface OvinTextButtonNode : NSButton <OvinViewNode>
+@interface OvinTextButtonNode : NSButton
 
 + (instancetype)nodeWithButton:(const ovin::TextButton&)button target:(nullable OvinClickTarget*)target;
 

@@ -2,19 +2,16 @@
 
 #include "platform/macos/system/Strings.h"
 #include "platform/macos/views/ButtonTitle.h"
-#include "platform/macos/views/NativeText.h"
 
 using ovin::TextButton;
 
 @implementation OvinTextButtonNode {
-    TextButton _asked;
+    BOOL _isLink;
 }
-
-@synthesize spacingAfter = _spacingAfter;
 
 + (instancetype)nodeWithButton:(const TextButton&)button target:(OvinClickTarget*)target {
     OvinTextButtonNode* node = [[self alloc] initWithFrame:NSZeroRect];
-    node->_asked = button;
+    node->_isLink = button.isLink;
     node.tag = button.tag;
     [node setButtonType:NSButtonTypeMomentaryChange];
     node.bordered = NO;
@@ -27,17 +24,8 @@ using ovin::TextButton;
 }
 
 - (void)resetCursorRects {
-    if (!_asked.isLink) return [super resetCursorRects];
+    if (!_isLink) return [super resetCursorRects];
     [self addCursorRect:self.bounds cursor:NSCursor.pointingHandCursor];
-}
-
-- (ovin::ViewContent)shownContent {
-    TextButton button = _asked;
-    button.title = ovin::readBackTitle(self, _asked.title);
-    button.toolTip = ovin::readBackString(self.toolTip, _asked.toolTip);
-    button.isLink = [self.accessibilityRole isEqualToString:NSAccessibilityLinkRole];
-    button.tag = static_cast<int>(self.tag);
-    return button;
 }
 
 @end

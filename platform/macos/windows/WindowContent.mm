@@ -53,7 +53,7 @@ void setContent(NSWindow* window, NSView* view) {
 }
 
 Size fitContent(NSWindow* window, const View& view, OvinClickTarget* target) {
-    NativeView* native = makeNativeView(view, target);
+    NSView* native = makeNativeView(view, target);
     const Size size = fittingSize(native);
     setContent(window, native);
     [window setContentSize:NSMakeSize(size.width, size.height)];

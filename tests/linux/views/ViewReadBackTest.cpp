@@ -1,74 +1,103 @@
 #include <gtest/gtest.h>
 
-#include <QScrollBar>
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLayout>
+#include <QScrollArea>
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/linux/drawing/NamedIcon.h"
-#include "platform/linux/views/DisclosureWidget.h"
-#include "platform/linux/views/ImageWidget.h"
-#include "platform/linux/views/LabelWidget.h"
-#include "platform/linux/views/PushButtonWidget.h"
+#include "platform/linux/drawing/ItemIcon.h"
 #include "platform/linux/views/QtViews.h"
-#include "platform/linux/views/SpacerWidgets.h"
-#include "platform/linux/views/StackWidget.h"
-#include "platform/linux/views/TextButtonWidget.h"
-#include "platform/linux/views/UprightScroller.h"
+#include "tests/linux/views/ViewDifference.h"
 #include "tests/support/RandomViews.h"
 #include "tests/support/SamplePages.h"
+#include "tests/support/ViewSearch.h"
 
 namespace ovin {
 namespace {
 
+using Differences = std::vector<std::string>;
+
+/// A picture with sides and pixels of its own.
 const Image& icon() {
-    static const Image image(std::make_shared<NamedIcon>("text-x-generic"));
+    static const Image image = [] {
+        constexpr int width = 40;
+        constexpr int height = 20;
+        BusValue::Bytes bytes;
+        for (int pixel = 0; pixel < width * height; ++pixel) {
+            for (const int part : {255, pixel % 200, pixel % 90, 7}) bytes.push_back(static_cast<std::uint8_t>(part));
+        }
+        return Image(std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{width, height, std::move(bytes)}));
+    }();
     return image;
 }
 
-View readBackAfter(const View& view, const std::function<void(QWidget&)>& change) {
+Differences differencesAfter(const View& view, const std::function<void(QWidget&)>& change) {
     const std::unique_ptr<QWidget> widget(makeWidget(view, {}));
     change(*widget);
-    return readBack(*widget);
+    return differences(*widget, view);
 }
 
-View readBackUnchanged(const View& view) {
-    return readBackAfter(view, [](QWidget&) {});
+void collectTags(const View& view, std::vector<int>& tags) {
+    std::visit(
+        [&](const auto& content) {
+            if constexpr (requires { content.tag; }) tags.push_back(content.tag);
+            if constexpr (requires { content.content; }) collectTags(*content.content, tags);
+            if constexpr (requires { content.views; }) {
+                for (const View& one : content.views) collectTags(one, tags);
+            }
+        },
+        view.content);
+}
+
+/// Of the widgets as they were made; and that each button delivers its tag.
+Differences differencesOf(const View& view) {
+    std::vector<int> clicks;
+    const std::unique_ptr<QWidget> widget(makeWidget(view, [&](int tag) { clicks.push_back(tag); }));
+    Differences found = differences(*widget, view);
+    if (auto* const itself = dynamic_cast<QAbstractButton*>(widget.get())) itself->click();
+    for (auto* const button : widget->findChildren<QAbstractButton*>()) button->click();
+    QCoreApplication::processEvents();
+    std::vector<int> tags;
+    collectTags(view, tags);
+    if (clicks != tags) found.emplace_back("tags");
+    return found;
 }
 
 TEST(ViewReadBack, EveryKindReadsBackAsItWasMade) {
     for (View view : oneOfEach(icon())) {
-        EXPECT_TRUE(readBackUnchanged(view) == view) << view.content.index();
+        EXPECT_EQ(differencesOf(view), Differences());
         view.isHidden = true;
         view.spacingAfter = 3.3;
-        EXPECT_TRUE(readBackUnchanged(view) == view) << view.content.index();
+        EXPECT_EQ(differencesOf(view), Differences());
     }
 }
 
 TEST(ViewReadBack, EveryKindReadsBackInsideEveryContainer) {
     for (const View& view : oneOfEach(icon())) {
-        for (const View& container : inEveryContainer(view)) {
-            EXPECT_TRUE(readBackUnchanged(container) == container) << view.content.index();
-        }
+        for (const View& container : inEveryContainer(view)) EXPECT_EQ(differencesOf(container), Differences());
     }
 }
 
 TEST(ViewReadBack, WindowsOfEveryKindReadBackWhileTheyAreShown) {
     for (const View& view : {SamplePages::guide(icon(), 300), SamplePages::about(icon()), SamplePages::card(1, true),
                              SamplePages::card(1.3, false), SamplePages::everything(icon())}) {
-        EXPECT_TRUE(readBackAfter(view, [](QWidget& widget) { widget.show(); }) == view);
+        EXPECT_EQ(differencesAfter(view, [](QWidget& widget) { widget.show(); }), Differences());
     }
 }
 
 TEST(ViewReadBack, RandomTreesReadBackAsTheyWereMade) {
     for (unsigned seed = 0; seed < 600; ++seed) {
         const View view = RandomViews(seed, oneOfEach(icon())).view(4);
-        EXPECT_TRUE(readBackUnchanged(view) == view) << seed;
+        EXPECT_EQ(differencesOf(view), Differences()) << seed;
         if (seed % 20 != 0) continue;
         const auto shownIfItMay = [&](QWidget& widget) { widget.setVisible(!view.isHidden); };
-        EXPECT_TRUE(readBackAfter(view, shownIfItMay) == view) << seed;
+        EXPECT_EQ(differencesAfter(view, shownIfItMay), Differences()) << seed;
     }
 }
 
@@ -91,31 +120,30 @@ TEST(ViewReadBack, AChangedWidgetReadsBackDifferently) {
     const View image{ImageView{icon(), {20, 20}, 0, "Icon"}};
     const View scroll{ScrollView{{50, 50}, shared({Spacer{9}}), Stack::Orientation::vertical}};
     const std::vector<Change> changes{
-        {{label}, in<LabelWidget>([](LabelWidget& widget) { widget.setText("One three"); })},
-        {{label}, in<LabelWidget>([](LabelWidget& widget) { widget.setFixedWidth(101); })},
-        {{label}, in<LabelWidget>([](LabelWidget& widget) { widget.setWordWrap(false); })},
+        {{label}, in<QLabel>([](QLabel& widget) { widget.setText("One three"); })},
+        {{label}, in<QWidget>([](QWidget& widget) { widget.setFixedWidth(101); })},
+        {{label}, in<QLabel>([](QLabel& widget) { widget.setWordWrap(false); })},
         {{label}, in<QWidget>([](QWidget& widget) { widget.hide(); })},
         {column, in<QWidget>([](QWidget& widget) { widget.layout()->setSpacing(6); })},
         {column, in<QWidget>([](QWidget& widget) { widget.layout()->setContentsMargins(0, 1, 0, 0); })},
         {column, in<QWidget>([](QWidget& widget) { widget.layout()->itemAt(1)->widget()->hide(); })},
         {column, in<QWidget>([](QWidget& widget) { widget.layout()->itemAt(1)->widget()->setFixedHeight(5); })},
         {column, in<QWidget>([](QWidget& widget) { delete widget.layout()->itemAt(0)->widget(); })},
-        {column, in<QWidget>([](QWidget& widget) { setSpacingAfter(*widget.layout()->itemAt(0)->widget(), 1); })},
-        {pushButton, in<PushButtonWidget>([](PushButtonWidget& widget) { widget.setText("Other"); })},
-        {pushButton, in<PushButtonWidget>([](PushButtonWidget& widget) { widget.setFixedWidth(91); })},
-        {textButton, in<TextButtonWidget>([](TextButtonWidget& widget) { widget.setText("Other"); })},
-        {textButton, in<TextButtonWidget>([](TextButtonWidget& widget) { widget.setCursor(Qt::PointingHandCursor); })},
-        {textButton, in<QWidget>([](QWidget& widget) { setPlainToolTip(widget, "Other"); })},
-        {triangle, in<DisclosureWidget>([](DisclosureWidget& widget) { widget.setChecked(true); })},
-        {triangle, in<DisclosureWidget>([](DisclosureWidget& widget) { widget.setAccessibleName("Other"); })},
-        {image, in<ImageWidget>([](ImageWidget& widget) { widget.setFixedSize(20, 21); })},
+        {pushButton, in<QAbstractButton>([](QAbstractButton& widget) { widget.setText("Other"); })},
+        {pushButton, in<QWidget>([](QWidget& widget) { widget.setFixedWidth(91); })},
+        {textButton, in<QAbstractButton>([](QAbstractButton& widget) { widget.setText("Other"); })},
+        {textButton, in<QWidget>([](QWidget& widget) { widget.setCursor(Qt::PointingHandCursor); })},
+        {textButton, in<QWidget>([](QWidget& widget) { widget.setToolTip("Other"); })},
+        {triangle, in<QAbstractButton>([](QAbstractButton& widget) { widget.setChecked(true); })},
+        {triangle, in<QWidget>([](QWidget& widget) { widget.setAccessibleName("Other"); })},
+        {image, in<QWidget>([](QWidget& widget) { widget.setFixedSize(20, 21); })},
         {{Separator{10}}, in<QWidget>([](QWidget& widget) { widget.setFixedWidth(11); })},
         {{Spacer{10.4}}, in<QWidget>([](QWidget& widget) { widget.setFixedHeight(11); })},
-        {scroll, in<UprightScroller>([](UprightScroller& widget) { widget.setFixedHeight(51); })},
-        {scroll, in<UprightScroller>([](UprightScroller& widget) { widget.widget()->setFixedHeight(8); })}};
+        {scroll, in<QWidget>([](QWidget& widget) { widget.setFixedHeight(51); })},
+        {scroll, in<QScrollArea>([](QScrollArea& widget) { widget.widget()->setFixedHeight(8); })}};
     for (std::size_t i = 0; i < changes.size(); ++i) {
-        EXPECT_TRUE(readBackUnchanged(changes[i].view) == changes[i].view) << i;
-        EXPECT_FALSE(readBackAfter(changes[i].view, changes[i].change) == changes[i].view) << i;
+        EXPECT_EQ(differencesOf(changes[i].view), Differences());
+        EXPECT_NE(differencesAfter(changes[i].view, changes[i].change), Differences()) << i;
     }
 }
 

@@ -26,6 +26,7 @@
 #include "platform/linux/views/TextButtonWidget.h"
 #include "platform/linux/views/UprightScroller.h"
 #include "platform/linux/windows/QtWindows.h"
+#include "tests/linux/views/ViewDifference.h"
 #include "tests/support/SamplePages.h"
 
 namespace ovin {
@@ -181,7 +182,7 @@ TEST(ViewWidgets, ATriangleIsTurnedByItsDescriptionAndNotByTheClick) {
     const View view{DisclosureTriangle{false, {13}, "Details", 1}};
     const auto widget = shown(view);
     dynamic_cast<QAbstractButton&>(*widget).click();
-    EXPECT_TRUE(readBack(*widget) == view);
+    EXPECT_EQ(differences(*widget, view), std::vector<std::string>());
 }
 
 TEST(ViewWidgets, APageScrollsByItsKeysFromWhereverTheKeyboardIs) {

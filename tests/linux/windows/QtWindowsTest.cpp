@@ -19,6 +19,7 @@
 #include "platform/linux/windows/LedgeWindow.h"
 #include "platform/linux/windows/QtAlerts.h"
 #include "platform/linux/windows/ViewWindow.h"
+#include "tests/linux/views/ViewDifference.h"
 #include "tests/support/SamplePages.h"
 
 namespace ovin {
@@ -78,8 +79,8 @@ TEST_F(QtWindowsTest, AWindowShowsItsViewInTheFittingSize) {
         handleEvents();
         const auto shown = page(view);
         shown->show();
-        const auto* content = window().findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        EXPECT_TRUE(readBack(*content) == view);
+        auto* const content = window().findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        EXPECT_EQ(differences(*content, view), std::vector<std::string>());
         EXPECT_EQ(content->geometry(), window().rect());
         EXPECT_EQ(content->size(), content->sizeHint());
     }
@@ -208,9 +209,9 @@ TEST_F(QtWindowsTest, TheLedgeShowsTheWidgetsThatWereMeasuredForIt) {
         const View content = scrolls ? scrolling(view) : view;
         ledge->show(content, {{100, 30}, size});
         EXPECT_EQ(ledgeButton(), measured);
-        const QWidget* shown = scrolls ? measured->window()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly)
+        QWidget* const shown = scrolls ? measured->window()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly)
                                        : measured->parentWidget();
-        EXPECT_TRUE(readBack(*shown) == content);
+        EXPECT_EQ(differences(*shown, content), std::vector<std::string>());
         ledgeButton()->click();
         handleEvents();
         EXPECT_EQ(clicks, std::vector<int>{7});
@@ -415,6 +416,47 @@ TEST_F(QtWindowsTest, AClickOnContentThatIsReplacedMeanwhileIsDelivered) {
     panel->replace(view);
     handleEvents();
     EXPECT_EQ(clicked, SamplePages::disclose);
+}
+
+void sendMouse(QWidget& widget, QEvent::Type type, Qt::MouseButtons buttons) {
+    const QPointF place = QRectF(widget.rect()).center();
+    QMouseEvent event(type, place, widget.mapToGlobal(place), Qt::LeftButton, buttons, {});
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+/// A card changes by itself when items still do not fit.
+TEST_F(QtWindowsTest, AButtonThatIsHeldDownWhileThePanelChangesIsClicked) {
+    std::vector<int> clicks;
+    auto panel = windows.makeFloatingPanel(
+        "Card", [&](int tag) { clicks.push_back(tag); }, [] {});
+    panel->show(SamplePages::card(1, false), {});
+    const QPointer<DisclosureWidget> button = find<DisclosureWidget>(window(), SamplePages::disclose);
+    sendMouse(*button, QEvent::MouseButtonPress, Qt::LeftButton);
+    for (const double scale : {1.1, 1.2}) {
+        panel->replace(SamplePages::card(scale, true));
+        handleEvents();
+        ASSERT_FALSE(button.isNull()) << "it is taken from under the finger";
+    }
+    sendMouse(*button, QEvent::MouseButtonRelease, Qt::NoButton);
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<int>{SamplePages::disclose});
+    auto* const content = window().findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    EXPECT_EQ(differences(*content, SamplePages::card(1.2, true)), std::vector<std::string>())
+        << "the last content is not shown";
+}
+
+TEST_F(QtWindowsTest, AHandlerMayDestroyItsPanelWhileContentWaits) {
+    std::unique_ptr<FloatingPanel> panel;
+    panel = windows.makeFloatingPanel(
+        "Card", [&](int) { panel.reset(); }, [] {});
+    panel->show(SamplePages::card(1, false), {});
+    auto* const button = find<DisclosureWidget>(window(), SamplePages::disclose);
+    sendMouse(*button, QEvent::MouseButtonPress, Qt::LeftButton);
+    panel->replace(SamplePages::card(1, true));
+    sendMouse(*button, QEvent::MouseButtonRelease, Qt::NoButton);
+    handleEvents();
+    EXPECT_EQ(panel, nullptr);
+    EXPECT_TRUE(existing().empty());
 }
 
 std::vector<QMessageBox*> boxes() {

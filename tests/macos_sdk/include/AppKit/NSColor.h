@@ -15,6 +15,7 @@ typedef NSString* NSColorName;
                        green:(CGFloat)green
                         blue:(CGFloat)blue
                        alpha:(CGFloat)alpha API_AVAILABLE(macos(10.7));
++ (nullable NSColor*)colorWithCGColor:(CGColorRef)cgColor API_AVAILABLE(macos(10.8));
 + (NSColor*)colorWithName:(nullable NSColorName)colorName
           dynamicProvider:(NSColor* (^)(NSAppearance* appearance))dynamicProvider API_AVAILABLE(macos(10.15));
 @property(class, strong, readonly) NSColor* blackColor;

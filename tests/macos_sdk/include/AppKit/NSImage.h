@@ -43,6 +43,7 @@ API_AVAILABLE(macos(11.0))
                drawingHandler:(BOOL (^)(NSRect dstRect))drawingHandler API_AVAILABLE(macos(10.8));
 @property NSSize size;
 @property(readonly, getter=isValid) BOOL valid;
+@property(nullable, readonly, copy) NSData* TIFFRepresentation;
 @property NSImageCacheMode cacheMode;
 @property(nullable, copy) NSString* accessibilityDescription API_AVAILABLE(macos(10.6));
 // A property `template`, which C++ has taken the name of: only its two methods can be written.

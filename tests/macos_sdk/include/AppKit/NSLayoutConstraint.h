@@ -15,6 +15,12 @@ typedef NS_ENUM(NSInteger, NSLayoutConstraintOrientation) {
     NSLayoutConstraintOrientationVertical = 1
 };
 
+typedef NS_ENUM(NSInteger, NSLayoutRelation) {
+    NSLayoutRelationLessThanOrEqual = -1,
+    NSLayoutRelationEqual = 0,
+    NSLayoutRelationGreaterThanOrEqual = 1
+};
+
 typedef NS_ENUM(NSInteger, NSLayoutAttribute) {
     NSLayoutAttributeLeft = 1,
     NSLayoutAttributeRight = 2,
@@ -34,7 +40,10 @@ typedef NS_ENUM(NSInteger, NSLayoutAttribute) {
 API_AVAILABLE(macos(10.7))
 @interface NSLayoutConstraint : NSObject
 @property NSLayoutPriority priority;
+@property(nullable, readonly, unsafe_unretained) id firstItem;
+@property(nullable, readonly, unsafe_unretained) id secondItem;
 @property(readonly) NSLayoutAttribute firstAttribute;
+@property(readonly) NSLayoutRelation relation;
 @property CGFloat constant;
 @property(getter=isActive) BOOL active API_AVAILABLE(macos(10.10));
 + (void)activateConstraints:(NSArray<NSLayoutConstraint*>*)constraints API_AVAILABLE(macos(10.10));

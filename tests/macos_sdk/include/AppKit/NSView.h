@@ -86,6 +86,8 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @interface NSView (NSConstraintBasedLayoutLayering)
 @property(readonly) NSSize intrinsicContentSize API_AVAILABLE(macos(10.7));
 - (void)invalidateIntrinsicContentSize API_AVAILABLE(macos(10.7));
+- (NSLayoutPriority)contentHuggingPriorityForOrientation:(NSLayoutConstraintOrientation)orientation
+    API_AVAILABLE(macos(10.7));
 - (void)setContentHuggingPriority:(NSLayoutPriority)priority
                    forOrientation:(NSLayoutConstraintOrientation)orientation API_AVAILABLE(macos(10.7));
 - (void)setContentCompressionResistancePriority:(NSLayoutPriority)priority
