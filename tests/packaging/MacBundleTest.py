@@ -71,8 +71,7 @@ class MacBundle(MacStage):
 
     def compiled(self, source):
         """The arguments with which a source was compiled."""
-        folder, name = os.path.split(source)
-        [path] = glob.glob(os.path.join(self.build, folder, "CMakeFiles", "*.dir", name + ".o"))
+        [path] = glob.glob(os.path.join(self.build, "**", "*.dir", "**", os.path.basename(source) + ".o"), recursive=True)
         with open(path, encoding="utf-8") as file:
             return file.read().splitlines()
 
