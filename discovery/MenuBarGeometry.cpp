@@ -9,7 +9,7 @@
 #include <iterator>
 #include <utility>
 
-#include "discovery/AccessibilityReaders.h"
+#include "discovery/AccessibilityReader.h"
 
 namespace ovin::MenuBarGeometry {
 namespace {
@@ -34,9 +34,10 @@ std::optional<ProcessID> findAgent(const Workspace& workspace) {
 }
 
 /// The area of a window that can be seen on the display. A window that is there but has no height still counts by its width.
-double visibleArea(const Accessibility& accessibility, const AccessibilityElement& window, const Rect& display) {
+double visibleArea(const Accessibility& accessibility, AccessibilityReader& reader, const AccessibilityElement& window,
+                   const Rect& display) {
     accessibility.setMessagingTimeout(window, messagingTimeout);
-    const auto windowFrame = AccessibilityReaders::frame(accessibility, window);
+    const auto windowFrame = reader.frame(window);
     if (!windowFrame) return 0;
     const auto visible = intersection(*windowFrame, display);
     if (!visible) return 0;
@@ -45,13 +46,13 @@ double visibleArea(const Accessibility& accessibility, const AccessibilityElemen
 
 /// The agent keeps one window per display: the menu bar to look at is the one that shows most on the main display. Equal
 /// ones keep the earlier. Both are measured at each comparison, at one moment, because windows move while displays change.
-const AccessibilityElement& menuBarWindow(const Platform& platform, const Elements& windows) {
+const AccessibilityElement& menuBarWindow(const Platform& platform, AccessibilityReader& reader, const Elements& windows) {
     if (windows.size() == 1) return windows.front();
     const Rect display = platform.displays.bounds(platform.displays.mainDisplay());
     const AccessibilityElement* best = &windows.front();
     for (std::size_t i = 1; i < windows.size(); ++i) {
-        const double bestArea = visibleArea(platform.accessibility, *best, display);
-        const double area = visibleArea(platform.accessibility, windows[i], display);
+        const double bestArea = visibleArea(platform.accessibility, reader, *best, display);
+        const double area = visibleArea(platform.accessibility, reader, windows[i], display);
         if (bestArea < area) best = &windows[i];
     }
     return *best;
@@ -63,36 +64,36 @@ struct OwnedElement {
 };
 
 /// The first element at or under `element`, depth first, that belongs to another process than the agent.
-std::optional<OwnedElement> foreignElement(const Accessibility& accessibility, const AccessibilityElement& element,
-                                           ProcessID agentPID, int depth) {
+std::optional<OwnedElement> foreignElement(const Accessibility& accessibility, AccessibilityReader& reader,
+                                           const AccessibilityElement& element, ProcessID agentPID, int depth) {
     const ProcessIDAnswer owner = accessibility.processIdentifier(element);
     if (owner.error == AccessibilityError::success && owner.pid != agentPID) return OwnedElement{owner.pid, element};
     if (depth == 0) return std::nullopt;
 
-    const auto children = AccessibilityReaders::elements(accessibility, element, "AXChildren");
+    const auto children = reader.elements(element, "AXChildren");
     if (!children) return std::nullopt;
     for (const AccessibilityElement& child : *children) {
-        if (auto found = foreignElement(accessibility, child, agentPID, depth - 1)) return found;
+        if (auto found = foreignElement(accessibility, reader, child, agentPID, depth - 1)) return found;
     }
     return std::nullopt;
 }
 
-std::string itemTitle(const Accessibility& accessibility, const AccessibilityElement& element) {
-    if (auto description = AccessibilityReaders::string(accessibility, element, "AXDescription"))
-        return *std::move(description);
-    return AccessibilityReaders::string(accessibility, element, "AXTitle").value_or("");
+std::string itemTitle(AccessibilityReader& reader, const AccessibilityElement& element) {
+    if (auto description = reader.string(element, "AXDescription")) return *std::move(description);
+    return reader.string(element, "AXTitle").value_or("");
 }
 
 /// The slot as an entry of which only `title` and `isDrawn` are not known yet; nothing for a slot without a frame or a
 /// width.
-std::optional<Entry> readSlot(const Accessibility& accessibility, const AccessibilityElement& slot, ProcessID agentPID) {
+std::optional<Entry> readSlot(const Accessibility& accessibility, AccessibilityReader& reader,
+                              const AccessibilityElement& slot, ProcessID agentPID) {
     accessibility.setMessagingTimeout(slot, messagingTimeout);
-    const auto slotFrame = AccessibilityReaders::frame(accessibility, slot);
+    const auto slotFrame = reader.frame(slot);
     if (!slotFrame || !(slotFrame->size.width > 0)) return std::nullopt;
 
     Entry entry;
     entry.frame = *slotFrame;
-    if (auto found = foreignElement(accessibility, slot, agentPID, ownerSearchDepth)) {
+    if (auto found = foreignElement(accessibility, reader, slot, agentPID, ownerSearchDepth)) {
         entry.owner = found->pid;
         entry.element = std::move(found->element);
     }
@@ -177,37 +178,34 @@ std::optional<Snapshot> snapshot(const Platform& platform) {
     const auto agentPID = findAgent(platform.workspace);
     if (!agentPID) return std::nullopt;
 
+    AccessibilityReader reader(accessibility);
     const AccessibilityElement agent = accessibility.applicationElement(*agentPID);
     accessibility.setMessagingTimeout(agent, messagingTimeout);
-    const auto windows = AccessibilityReaders::elements(accessibility, agent, "AXWindows");
+    const auto windows = reader.elements(agent, "AXWindows");
     if (!windows || windows->empty()) return std::nullopt;
 
-    const AccessibilityElement& window = menuBarWindow(platform, *windows);
+    const AccessibilityElement& window = menuBarWindow(platform, reader, *windows);
     accessibility.setMessagingTimeout(window, messagingTimeout);
-    const auto slots = AccessibilityReaders::elements(accessibility, window, "AXChildren");
+    const auto slots = reader.elements(window, "AXChildren");
     if (!slots) return std::nullopt;
 
     Snapshot result{{}, platform.process.processIdentifier()};
     for (const AccessibilityElement& slot : *slots) {
-        const auto start = platform.clock.now();
-        auto entry = readSlot(accessibility, slot, *agentPID);
-        // An agent that has stopped answering has no frames for the other slots either: not even waiting for them gives the
-        // same snapshot.
-        if (!entry && platform.clock.now() - start >= messagingTimeout) break;
-        if (entry) result.entries.push_back(*std::move(entry));
+        if (auto entry = readSlot(accessibility, reader, slot, *agentPID)) result.entries.push_back(*std::move(entry));
     }
+    // What is missing then is more than a slot: items that are drawn would count as undrawn.
+    if (reader.hasFallenSilent()) return std::nullopt;
     if (platform.process.environment("OVIN_DEBUG_FRAMES")) logFrames(platform, result.entries);
     for (std::size_t i = 0; i < result.entries.size(); ++i) result.entries[i].isDrawn = !isOverlapped(result.entries, i);
     return result;
 }
 
-void readDrawnTitles(const Platform& platform, Snapshot& snapshot, std::set<ProcessID> owners) {
+void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners) {
+    std::map<ProcessID, AccessibilityReader> readers;
     for (Entry& entry : snapshot.entries) {
         if (!entry.isDrawn || !entry.owner || !owners.contains(*entry.owner)) continue;
-        const auto start = platform.clock.now();
-        entry.title = itemTitle(platform.accessibility, *entry.element);
-        // One that has stopped answering is not asked again.
-        if (platform.clock.now() - start >= messagingTimeout) owners.erase(*entry.owner);
+        AccessibilityReader& reader = readers.try_emplace(*entry.owner, platform.accessibility).first->second;
+        entry.title = itemTitle(reader, *entry.element);
     }
 }
 

@@ -58,12 +58,13 @@ struct Snapshot {
 /// Reads the slots once, without titles; nothing is cached between calls. Absent when the geometry cannot be had: no trust,
 /// no menu bar agent, or an agent whose window cannot be read. A snapshot may hold no entries.
 ///
-/// Any thread, several at once. Blocks for as long as the requests take, up to 0.5 s for each; an agent that stops answering
-/// is not asked for the other slots, which are then missing.
+/// Any thread, several at once. Blocks for as long as the requests take, up to 0.5 s for each. A single
+/// request that finds no answer in time leaves out its slot, or the slot's owner; an agent that leaves two in a row
+/// unanswered counts as one whose window cannot be read, a second after the first of them.
 [[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform);
 
 /// Reads the titles of the drawn entries of `owners`, whom alone it asks. Any thread; blocks for as long as the requests
-/// take, up to 0.5 s for each and for one item of an owner that has stopped answering.
-void readDrawnTitles(const Platform& platform, Snapshot& snapshot, std::set<ProcessID> owners);
+/// take, up to 0.5 s for each and for two of an owner that has stopped answering.
+void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners);
 
 }  // namespace ovin::MenuBarGeometry

@@ -447,16 +447,47 @@ TEST_F(MenuBarGeometryTest, TheOnlyWindowHasATimeoutOfItsOwn) {
     EXPECT_TRUE(wasGivenTimeout);
 }
 
-TEST_F(MenuBarGeometryTest, AnAgentThatStopsAnsweringCostsHalfASecondMoreAndLeavesTheSlotsReadSoFar) {
+TEST_F(MenuBarGeometryTest, AnAgentThatStopsAnsweringIsNoGeometryAndCostsASecondMore) {
     for (int i = 0; i < 40; ++i) scene.addSlot(i * 30, 30).fail("AXChildren", AccessibilityError::noValue);
     int reads = 0;
     accessibility.observeRequests([&](const MemoryRequest& request) {
         if (request.name == "AXPosition" && ++reads == 3) accessibility.setHung(MenuBarScene::agentPID, true);
     });
+    EXPECT_FALSE(scene.snapshot());
+    EXPECT_EQ(scene.world.time.now(), 1s);
+}
+
+TEST_F(MenuBarGeometryTest, AnAgentThatStopsAnsweringWhileItsWindowsAreComparedCostsASecondMore) {
+    std::vector<MemoryElement> windows;
+    for (int i = 0; i < 4; ++i) windows.push_back(windowWithSlot(1, Rect{{0, 0}, {100, 24}}));
+    scene.setWindows(windows);
+    accessibility.observeRequests([&](const MemoryRequest& request) {
+        if (request.name == "AXPosition") accessibility.setHung(MenuBarScene::agentPID, true);
+    });
+    EXPECT_FALSE(scene.snapshot());
+    EXPECT_EQ(scene.world.time.now(), 1s);
+}
+
+TEST_F(MenuBarGeometryTest, OneLostAnswerLeavesOutOneSlot) {
+    for (int i = 0; i < 6; ++i) {
+        const auto slot = scene.addSlot(i * 30, 30);
+        if (i == 1) slot.answer("AXPosition", {{}, AccessibilityError::success, 0ms, true});
+    }
     const auto snapshot = scene.snapshot();
     ASSERT_TRUE(snapshot);
-    EXPECT_EQ(snapshot->entries.size(), 2u);
+    EXPECT_EQ(snapshot->entries.size(), 5u);
+    EXPECT_EQ(snapshot->totalItemsWidth(), 150);
     EXPECT_EQ(scene.world.time.now(), 500ms);
+}
+
+TEST_F(MenuBarGeometryTest, AnAgentThatAnswersSlowlyIsHeardToTheEnd) {
+    scene.addSlot(0, 0);
+    for (int i = 1; i < 5; ++i) scene.addSlot(i * 30, 30);
+    for (const auto latency : {250ms, 499ms}) {
+        accessibility.setLatency(MenuBarScene::agentPID, latency);
+        ASSERT_TRUE(scene.snapshot());
+        EXPECT_EQ(scene.snapshot()->entries.size(), 4u) << latency.count();
+    }
 }
 
 TEST_F(MenuBarGeometryTest, ASlotWithoutAFrameDoesNotEndTheReading) {

@@ -1,4 +1,4 @@
-#include "discovery/AccessibilityReaders.h"
+#include "discovery/AccessibilityReader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,46 +18,46 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Optional;
 
-class AccessibilityReadersTest : public testing::Test {
+class AccessibilityReaderTest : public testing::Test {
 protected:
     MemoryWorld world;
     MemoryElement root = world.accessibility.launch(7);
     MemoryElement child = world.accessibility.makeElement(7);
 
     std::optional<std::vector<AccessibilityElement>> readElements() {
-        return AccessibilityReaders::elements(world.accessibility, root.element(), "AXChildren");
+        return AccessibilityReader(world.accessibility).elements(root.element(), "AXChildren");
     }
-    std::optional<Rect> readFrame() { return AccessibilityReaders::frame(world.accessibility, root.element()); }
+    std::optional<Rect> readFrame() { return AccessibilityReader(world.accessibility).frame(root.element()); }
     std::optional<std::string> readTitle() {
-        return AccessibilityReaders::string(world.accessibility, root.element(), "AXTitle");
+        return AccessibilityReader(world.accessibility).string(root.element(), "AXTitle");
     }
 };
 
-TEST_F(AccessibilityReadersTest, AnArrayOfElementsIsReadInOrder) {
+TEST_F(AccessibilityReaderTest, AnArrayOfElementsIsReadInOrder) {
     root.setChildren({child, root});
     EXPECT_THAT(readElements(), Optional(ElementsAre(child.element(), root.element())));
 }
 
-TEST_F(AccessibilityReadersTest, AnEmptyArrayIsPresent) {
+TEST_F(AccessibilityReaderTest, AnEmptyArrayIsPresent) {
     root.setChildren({});
     EXPECT_THAT(readElements(), Optional(IsEmpty()));
 }
 
-TEST_F(AccessibilityReadersTest, AnArrayWithOneMemberOfAnotherTypeIsAbsent) {
+TEST_F(AccessibilityReaderTest, AnArrayWithOneMemberOfAnotherTypeIsAbsent) {
     root.set("AXChildren", {AttributeValue::Array{{child.element()}, {std::string("text")}}});
     EXPECT_EQ(readElements(), std::nullopt);
     root.set("AXChildren", {AttributeValue::Array{{AttributeValue::Null{}}}});
     EXPECT_EQ(readElements(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, AValueThatIsNoArrayIsAbsent) {
+TEST_F(AccessibilityReaderTest, AValueThatIsNoArrayIsAbsent) {
     root.set("AXChildren", {child.element()});
     EXPECT_EQ(readElements(), std::nullopt);
     root.set("AXChildren", {std::string("text")});
     EXPECT_EQ(readElements(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, SuccessWithoutAValueIsAbsent) {
+TEST_F(AccessibilityReaderTest, SuccessWithoutAValueIsAbsent) {
     for (const char* attribute : {"AXChildren", "AXPosition", "AXSize", "AXTitle"}) {
         root.set(attribute, {AttributeValue::Null{}});
     }
@@ -66,7 +66,7 @@ TEST_F(AccessibilityReadersTest, SuccessWithoutAValueIsAbsent) {
     EXPECT_EQ(readTitle(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, EveryErrorCodeIsAbsentEvenWithAValue) {
+TEST_F(AccessibilityReaderTest, EveryErrorCodeIsAbsentEvenWithAValue) {
     for (const auto error :
          {AccessibilityError::cannotComplete, AccessibilityError::noValue, AccessibilityError::apiDisabled,
           AccessibilityError::attributeUnsupported, AccessibilityError{1}}) {
@@ -83,27 +83,27 @@ TEST_F(AccessibilityReadersTest, EveryErrorCodeIsAbsentEvenWithAValue) {
     }
 }
 
-TEST_F(AccessibilityReadersTest, AFrameIsPositionAndSizeUnchanged) {
+TEST_F(AccessibilityReaderTest, AFrameIsPositionAndSizeUnchanged) {
     root.setFrame({{-3.5, 0.25}, {-10, 24.75}});
     EXPECT_THAT(readFrame(), Optional(Rect{{-3.5, 0.25}, {-10, 24.75}}));
 }
 
-TEST_F(AccessibilityReadersTest, AZeroSizedElementHasAFrame) {
+TEST_F(AccessibilityReaderTest, AZeroSizedElementHasAFrame) {
     root.setFrame({{1, 2}, {0, 0}});
     EXPECT_THAT(readFrame(), Optional(Rect{{1, 2}, {0, 0}}));
 }
 
-TEST_F(AccessibilityReadersTest, APositionWithoutASizeIsNoFrame) {
+TEST_F(AccessibilityReaderTest, APositionWithoutASizeIsNoFrame) {
     root.set("AXPosition", {Point{1, 2}});
     EXPECT_EQ(readFrame(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, ASizeWithoutAPositionIsNoFrame) {
+TEST_F(AccessibilityReaderTest, ASizeWithoutAPositionIsNoFrame) {
     root.set("AXSize", {Size{1, 2}});
     EXPECT_EQ(readFrame(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, APositionOrSizeOfAnotherTypeIsNoFrame) {
+TEST_F(AccessibilityReaderTest, APositionOrSizeOfAnotherTypeIsNoFrame) {
     root.set("AXPosition", {Size{1, 2}});
     root.set("AXSize", {Size{1, 2}});
     EXPECT_EQ(readFrame(), std::nullopt);
@@ -114,14 +114,14 @@ TEST_F(AccessibilityReadersTest, APositionOrSizeOfAnotherTypeIsNoFrame) {
     EXPECT_EQ(readFrame(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, TheSizeIsNotAskedForOnceThePositionFailed) {
+TEST_F(AccessibilityReaderTest, TheSizeIsNotAskedForOnceThePositionFailed) {
     std::vector<std::string> asked;
     world.accessibility.observeRequests([&](const MemoryRequest& request) { asked.push_back(request.name); });
     EXPECT_EQ(readFrame(), std::nullopt);
     EXPECT_THAT(asked, ElementsAre("AXPosition"));
 }
 
-TEST_F(AccessibilityReadersTest, APositionOfAnotherTypeIsNoticedAfterTheSizeWasAskedFor) {
+TEST_F(AccessibilityReaderTest, APositionOfAnotherTypeIsNoticedAfterTheSizeWasAskedFor) {
     root.set("AXPosition", {std::string("text")});
     std::vector<std::string> asked;
     world.accessibility.observeRequests([&](const MemoryRequest& request) { asked.push_back(request.name); });
@@ -129,25 +129,52 @@ TEST_F(AccessibilityReadersTest, APositionOfAnotherTypeIsNoticedAfterTheSizeWasA
     EXPECT_THAT(asked, ElementsAre("AXPosition", "AXSize"));
 }
 
-TEST_F(AccessibilityReadersTest, AnEmptyTitleIsTheSameAsNoTitle) {
+TEST_F(AccessibilityReaderTest, AnEmptyTitleIsTheSameAsNoTitle) {
     EXPECT_EQ(readTitle(), std::nullopt);
     root.set("AXTitle", {std::string()});
     EXPECT_EQ(readTitle(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, AStringOfWhiteSpaceOrANulIsAString) {
+TEST_F(AccessibilityReaderTest, AStringOfWhiteSpaceOrANulIsAString) {
     root.set("AXTitle", {std::string(" ")});
     EXPECT_THAT(readTitle(), Optional(std::string(" ")));
     root.set("AXTitle", {std::string(1, '\0')});
     EXPECT_THAT(readTitle(), Optional(std::string(1, '\0')));
 }
 
-TEST_F(AccessibilityReadersTest, AValueThatIsNoStringIsAbsent) {
+TEST_F(AccessibilityReaderTest, AValueThatIsNoStringIsAbsent) {
     root.set("AXTitle", {Point{}});
     EXPECT_EQ(readTitle(), std::nullopt);
 }
 
-TEST_F(AccessibilityReadersTest, WithoutTrustEveryReaderIsAbsentWithoutBlocking) {
+TEST_F(AccessibilityReaderTest, AProgramThatLeavesTwoRequestsInARowUnansweredIsAskedNothingMore) {
+    world.accessibility.setHung(7, true);
+    AccessibilityReader reader(world.accessibility);
+    int requests = 0;
+    world.accessibility.observeRequests([&](const MemoryRequest&) { ++requests; });
+    (void)reader.string(root.element(), "AXTitle");
+    EXPECT_FALSE(reader.hasFallenSilent());
+    (void)reader.frame(root.element());
+    EXPECT_TRUE(reader.hasFallenSilent());
+    world.accessibility.setHung(7, false);
+    root.set("AXTitle", {std::string("title")});
+    EXPECT_EQ(reader.string(root.element(), "AXTitle"), std::nullopt);
+    EXPECT_EQ(requests, 2);
+}
+
+TEST_F(AccessibilityReaderTest, AnyAnswerInBetweenAlsoARefusalIsASignOfLife) {
+    AccessibilityReader reader(world.accessibility);
+    root.fail("AXDescription", AccessibilityError::noValue);
+    for (int i = 0; i < 3; ++i) {
+        world.accessibility.setHung(7, true);
+        (void)reader.string(root.element(), "AXTitle");
+        world.accessibility.setHung(7, false);
+        (void)reader.string(root.element(), "AXDescription");
+    }
+    EXPECT_FALSE(reader.hasFallenSilent());
+}
+
+TEST_F(AccessibilityReaderTest, WithoutTrustEveryReaderIsAbsentWithoutBlocking) {
     root.setChildren({child});
     root.setFrame({{1, 2}, {3, 4}});
     root.set("AXTitle", {std::string("text")});
@@ -161,7 +188,7 @@ TEST_F(AccessibilityReadersTest, WithoutTrustEveryReaderIsAbsentWithoutBlocking)
     EXPECT_EQ(world.time.now(), 0s);
 }
 
-TEST_F(AccessibilityReadersTest, TrustIsAskedAfreshEachTime) {
+TEST_F(AccessibilityReaderTest, TrustIsAskedAfreshEachTime) {
     world.accessibility.setTrusted(false);
     EXPECT_FALSE(ItemProvider::isTrusted(world.platform()));
     ItemProvider::requestTrust(world.platform());
