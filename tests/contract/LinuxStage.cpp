@@ -130,6 +130,11 @@ void LinuxStage::setTrusted(bool trusted) {
 
 void LinuxStage::reopenDefaults() { defaults_ = std::make_unique<FileUserDefaults>(defaultsPath()); }
 
+void LinuxStage::changeDefaultsElsewhere(const std::string& key, const std::optional<UserDefaults::Value>& value) {
+    FileUserDefaults other(defaultsPath());
+    require(value ? other.set(key, *value) : other.remove(key), "Another program cannot change the settings.");
+}
+
 /// Whoever runs as root may write to any folder, but nobody writes a file where a folder is that is not empty.
 void LinuxStage::setRefusesChanges(bool refuses) {
     const std::filesystem::path obstacle = defaultsPath().string() + ".new";

@@ -47,6 +47,7 @@ public:
     void setTrusted(bool trusted) override;
 
     void reopenDefaults() override;
+    void changeDefaultsElsewhere(const std::string& key, const std::optional<UserDefaults::Value>& value) override;
     void setRefusesChanges(bool refuses) override;
     void switchOffLaunchAtLogin() override;
     void setRefusesLaunchAtLogin(bool refuses) override;

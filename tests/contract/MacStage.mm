@@ -118,6 +118,11 @@ void MacStage::setTrusted(bool) { refuse("give trust"); }
 
 void MacStage::reopenDefaults() { defaults_ = makeMacUserDefaults(suite); }
 
+void MacStage::changeDefaultsElsewhere(const std::string& key, const std::optional<UserDefaults::Value>& value) {
+    const auto other = makeMacUserDefaults(suite);
+    require(value ? other->set(key, *value) : other->remove(key), "Another program cannot change the settings.");
+}
+
 void MacStage::setRefusesChanges(bool) { refuse("keep the preferences from changing"); }
 
 void MacStage::switchOffLaunchAtLogin() { refuse("switch off a login item"); }

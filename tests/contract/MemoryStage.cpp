@@ -59,6 +59,14 @@ void MemoryStage::reopenDefaults() {
     defaults_ = std::move(reopened);
 }
 
+void MemoryStage::changeDefaultsElsewhere(const std::string& key, const std::optional<UserDefaults::Value>& value) {
+    if (value) {
+        defaults_->values.insert_or_assign(key, *value);
+    } else {
+        defaults_->values.erase(key);
+    }
+}
+
 DisplayID MemoryStage::plugDisplay() {
     const DisplayID id = world_.displays.displays.back().id + 1;
     const DisplayMode mode{1, 1920, 1080, 1920, true};

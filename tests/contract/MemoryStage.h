@@ -54,6 +54,7 @@ public:
     void setTrusted(bool trusted) override { world_.accessibility.setTrusted(trusted); }
 
     void reopenDefaults() override;
+    void changeDefaultsElsewhere(const std::string& key, const std::optional<UserDefaults::Value>& value) override;
     void setRefusesChanges(bool refuses) override { defaults_->refusesChanges = refuses; }
     void setEnvironment(const std::string& name, const std::optional<std::string>& value) override {
         world_.process.setEnvironment(name, value);

@@ -85,6 +85,8 @@ public:
 
     /// Opens the user defaults again, as the program does when it is launched the next time.
     virtual void reopenDefaults() = 0;
+    /// Another program of this user changes a setting, or removes it.
+    virtual void changeDefaultsElsewhere(const std::string& key, const std::optional<UserDefaults::Value>& value) = 0;
     /// Lets the store refuse to change, as on a full disk. [refuseChanges]
     virtual void setRefusesChanges(bool refuses) = 0;
     /// [setEnvironment]

@@ -85,6 +85,27 @@ TEST_P(UserDefaultsContract, ARemovedValueIsGoneForGood) {
 
 TEST_P(UserDefaultsContract, RemovingAnAbsentValueSucceeds) { EXPECT_TRUE(defaults().remove("nobody set this")); }
 
+TEST_P(UserDefaultsContract, WhatAnotherProgramChangesIsSeenAndKept) {
+    ASSERT_TRUE(defaults().set("own", std::int64_t{1}));
+    stage().changeDefaultsElsewhere("others", true);
+    EXPECT_EQ(defaults().object("others"), Value(true));
+    ASSERT_TRUE(defaults().set("own", std::int64_t{2}));
+    EXPECT_EQ(defaults().object("others"), Value(true));
+    stage().reopenDefaults();
+    EXPECT_EQ(defaults().object("own"), Value(std::int64_t{2}));
+    EXPECT_EQ(defaults().object("others"), Value(true));
+}
+
+TEST_P(UserDefaultsContract, WhatAnotherProgramRemovesDoesNotComeBack) {
+    ASSERT_TRUE(defaults().set("record", std::int64_t{1}));
+    EXPECT_EQ(defaults().object("record"), Value(std::int64_t{1}));
+    stage().changeDefaultsElsewhere("record", std::nullopt);
+    EXPECT_EQ(defaults().object("record"), std::nullopt);
+    ASSERT_TRUE(defaults().set("own", true));
+    stage().reopenDefaults();
+    EXPECT_EQ(defaults().object("record"), std::nullopt);
+}
+
 TEST_P(UserDefaultsContract, KeysThatLookAlikeAreToldApart) {
     const std::vector<std::string> keys{"key", "Key", "key ", "k.e.y", "key=1", "group/key", "key\u00E9", "[key]", "# key"};
     for (std::size_t i = 0; i < keys.size(); ++i) ASSERT_TRUE(defaults().set(keys[i], static_cast<std::int64_t>(i)));

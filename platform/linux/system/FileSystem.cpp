@@ -1,10 +1,13 @@
 #include "platform/linux/system/FileSystem.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 namespace ovin {
 namespace {
@@ -25,6 +28,11 @@ public:
     int rename(const std::string& from, const std::string& to) override { return ::rename(from.c_str(), to.c_str()); }
     int unlink(const std::string& path) override { return ::unlink(path.c_str()); }
     int mkdir(const std::string& path, mode_t permissions) override { return ::mkdir(path.c_str(), permissions); }
+    int lock(int file) override { return ::flock(file, LOCK_EX | LOCK_NB); }
+    std::string linkTarget(const std::string& path) override {
+        std::error_code error;
+        return std::filesystem::read_symlink(path, error).string();
+    }
 };
 
 }  // namespace

@@ -25,6 +25,10 @@ public:
     [[nodiscard]] virtual int rename(const std::string& from, const std::string& to) = 0;
     [[nodiscard]] virtual int unlink(const std::string& path) = 0;
     [[nodiscard]] virtual int mkdir(const std::string& path, mode_t permissions) = 0;
+    /// Locks what is open for this program alone, until it is closed, and does not wait for others (EWOULDBLOCK).
+    [[nodiscard]] virtual int lock(int file) = 0;
+    /// Where a symbolic link leads, as it says itself; empty for anything else.
+    [[nodiscard]] virtual std::string linkTarget(const std::string& path) = 0;
 
     /// The kernel's own.
     [[nodiscard]] static FileSystem& real();

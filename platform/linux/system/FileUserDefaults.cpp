@@ -1,7 +1,9 @@
 #include "platform/linux/system/FileUserDefaults.h"
 
 #include <charconv>
+#include <functional>
 #include <iterator>
+#include <map>
 #include <sstream>
 #include <system_error>
 #include <utility>
@@ -100,36 +102,35 @@ std::string textOf(const Values& values) {
 
 }  // namespace
 
-FileUserDefaults::FileUserDefaults(std::filesystem::path path, FileSystem& fileSystem) : file_(std::move(path), fileSystem) {
-    const auto text = file_.read();
-    isReadable_ = text.has_value();
-    if (text) values_ = valuesIn(*text);
-}
+FileUserDefaults::FileUserDefaults(std::filesystem::path path, FileSystem& fileSystem)
+    : file_(std::move(path), fileSystem) {}
+
+bool FileUserDefaults::isReadable() const { return file_.read().has_value(); }
 
 std::optional<Value> FileUserDefaults::object(std::string_view key) const {
-    const auto found = values_.find(key);
-    if (found == values_.end()) return std::nullopt;
+    // What could be read once is not forgotten because a disk fails: something may be owed.
+    if (auto content = file_.read()) lastContent_ = *std::move(content);
+    const Values values = valuesIn(lastContent_);
+    const auto found = values.find(key);
+    if (found == values.end()) return std::nullopt;
     return found->second;
 }
 
 bool FileUserDefaults::set(std::string_view key, const Value& value) {
-    Values values = values_;
-    values.insert_or_assign(std::string(key), value);
-    return replace(std::move(values));
+    return file_.update([&](const std::string& content) {
+        Values values = valuesIn(content);
+        values.insert_or_assign(std::string(key), value);
+        return textOf(values);
+    });
 }
 
 bool FileUserDefaults::remove(std::string_view key) {
-    if (!values_.contains(key)) return isReadable_;
-    Values values = values_;
-    values.erase(values.find(key));
-    return replace(std::move(values));
-}
-
-bool FileUserDefaults::replace(Values values) {
-    // What is not known would be lost.
-    if (!isReadable_ || !file_.replace(textOf(values_), textOf(values))) return false;
-    values_ = std::move(values);
-    return true;
+    if (!object(key)) return isReadable();
+    return file_.update([&](const std::string& content) {
+        Values values = valuesIn(content);
+        values.erase(std::string(key));
+        return textOf(values);
+    });
 }
 
 std::string FileUserDefaults::place() const { return file_.path().string(); }
