@@ -8,13 +8,14 @@
 
 namespace ovin {
 
-/// Names a display for as long as it stays connected, also to a later run of this program in the same session; a display
-/// that is plugged in again may get another id.
+/// Names a display for as long as it stays connected, also to a later run of this program; a display that is plugged in again
+/// may get another id. No two displays of a session have one id, and no display of a later session has that of another
+/// one.
 using DisplayID = std::uint32_t;
 
 /// A way in which a display can run.
 struct DisplayMode {
-    /// Names the mode among those of its display, also to a later run of this program in the same session.
+    /// Names the mode among those of its display, also to a later run of this program, in a later session too.
     std::int32_t id = 0;
     /// In points.
     int width = 0;

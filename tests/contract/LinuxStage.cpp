@@ -194,7 +194,7 @@ void LinuxStage::mirror(DisplayID) { runTool("xrandr --output DUMMY1 --same-as D
 
 void LinuxStage::switchElsewhere(const DisplayMode& mode) {
     std::ostringstream command;
-    command << "xrandr --output DUMMY0 --mode 0x" << std::hex << mode.id;
+    command << "xrandr --output DUMMY0 --mode " << mode.pixelWidth << 'x' << mode.height * mode.pixelWidth / mode.width;
     runTool(command.str());
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/linux/displays/LastingIDs.h"
 #include "platform/linux/displays/RandrSwitch.h"
 #include "platform/linux/displays/XcbRandr.h"
 
@@ -39,32 +40,42 @@ const QScreen* screenNamed(const std::string& name) {
     return found == screens.end() ? nullptr : *found;
 }
 
+/// Null when the display is gone.
+const RandrOutput* outputOf(const RandrState& state, DisplayID display) {
+    const auto found = std::find_if(state.outputs.begin(), state.outputs.end(),
+                                    [display](const RandrOutput& output) { return lastingID(output) == display; });
+    return found == state.outputs.end() ? nullptr : &*found;
+}
+
+/// What drives the display; null when it is off or gone.
+const RandrCrtc* crtcOf(const RandrState& state, DisplayID display) {
+    const RandrOutput* output = outputOf(state, display);
+    return output == nullptr ? nullptr : state.crtcOf(output->id);
+}
+
 /// The toolkit has one screen for all outputs that show the very same part, with the name of one of them.
-const QScreen* screenOf(const RandrState& state, DisplayID display) {
-    const RandrCrtc* crtc = state.crtcOf(display);
+const QScreen* screenOf(const RandrState& state, const RandrOutput& output) {
+    const RandrCrtc* crtc = state.crtcOf(output.id);
     if (crtc == nullptr) return nullptr;
-    if (const QScreen* own = screenNamed(state.output(display)->name)) return own;
+    if (const QScreen* own = screenNamed(output.name)) return own;
     for (const std::uint32_t other : crtc->outputs) {
-        const RandrOutput* output = state.output(other);
-        const QScreen* screen = output == nullptr ? nullptr : screenNamed(output->name);
+        const RandrOutput* same = state.output(other);
+        const QScreen* screen = same == nullptr ? nullptr : screenNamed(same->name);
         if (screen != nullptr) return screen;
     }
     return nullptr;
 }
 
-/// X servers give no such ids. It is made of the name, so that it is the same in every run.
 DisplayID idWithoutOutput(const QScreen& screen) {
-    std::uint32_t hash = 2166136261U;
-    for (const char character : screen.name().toStdString()) {
-        hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
-    }
-    return hash | 0x80000000U;
+    RandrOutput output;
+    output.name = screen.name().toStdString();
+    return lastingID(output);
 }
 
 Areas areas(const RandrState& state) {
     Areas result;
     for (const RandrOutput& output : state.outputs) {
-        if (const QScreen* screen = screenOf(state, output.id)) result[output.id] = areaOf(*screen);
+        if (const QScreen* screen = screenOf(state, output)) result[lastingID(output)] = areaOf(*screen);
     }
     if (!result.empty()) return result;
     for (const QScreen* screen : QGuiApplication::screens()) result[idWithoutOutput(*screen)] = areaOf(*screen);
@@ -72,27 +83,44 @@ Areas areas(const RandrState& state) {
 }
 
 DisplayID mainOf(const Areas& areas, const RandrState& state) {
-    if (areas.contains(state.primary)) return state.primary;
+    const RandrOutput* primary = state.output(state.primary);
+    if (primary != nullptr && areas.contains(lastingID(*primary))) return lastingID(*primary);
     const auto isAtOrigin = [](const auto& area) { return area.second.origin == Point{}; };
     const auto found = std::find_if(areas.begin(), areas.end(), isAtOrigin);
     if (found != areas.end()) return found->first;
     return areas.empty() ? 0 : areas.begin()->first;
 }
 
-double scaleOf(const RandrState& state, DisplayID display) {
-    const QScreen* screen = screenOf(state, display);
+double scaleOf(const RandrState& state, const RandrOutput& output) {
+    const QScreen* screen = screenOf(state, output);
     if (screen == nullptr) screen = QGuiApplication::primaryScreen();
     const double scale = screen == nullptr ? 1 : screen->devicePixelRatio();
     return scale > 0 ? scale : 1;
 }
 
 /// In the rotation in which the display runs.
-DisplayMode describe(const RandrState& state, const RandrMode& mode, const RandrCrtc& crtc, double scale) {
+DisplayMode describe(const RandrState& state, const RandrMode& mode, std::int32_t id, const RandrCrtc& crtc, double scale) {
     const Extent size = turned(mode.size, crtc.rotation);
     const Extent most = state.screen.largest;
     const auto points = [scale](int pixels) { return static_cast<int>(std::lround(pixels / scale)); };
-    return {static_cast<std::int32_t>(mode.id), points(size.width), points(size.height), size.width,
+    return {id, points(size.width), points(size.height), size.width,
             mode.isPlain && size.width <= most.width && size.height <= most.height};
+}
+
+/// The modes of an output that shows something, each with what it is called. A server may list the preferred mode first and
+/// again at its place.
+std::vector<std::pair<const RandrMode*, DisplayMode>> modesOf(const RandrState& state, const RandrOutput& output) {
+    const RandrCrtc& crtc = *state.crtcOf(output.id);
+    const double scale = scaleOf(state, output);
+    const std::vector<std::int32_t> ids = lastingModeIDs(state, output);
+    std::vector<std::pair<const RandrMode*, DisplayMode>> result;
+    std::set<std::uint32_t> seen;
+    for (std::size_t i = 0; i < output.modes.size(); ++i) {
+        const RandrMode* mode = state.mode(output.modes[i]);
+        if (mode == nullptr || !seen.insert(mode->id).second) continue;
+        result.emplace_back(mode, describe(state, *mode, ids[i], crtc, scale));
+    }
+    return result;
 }
 
 }  // namespace
@@ -121,34 +149,40 @@ Rect QtDisplays::bounds(DisplayID display) const {
     return found == bounds_.end() ? Rect{} : found->second;
 }
 
-bool QtDisplays::isInMirrorSet(DisplayID display) const { return isMirrored(currentState(), display); }
+bool QtDisplays::isInMirrorSet(DisplayID display) const {
+    const RandrState state = currentState();
+    const RandrOutput* output = outputOf(state, display);
+    return output != nullptr && isMirrored(state, output->id);
+}
 
 std::optional<DisplayMode> QtDisplays::currentMode(DisplayID display) const {
     const RandrState state = currentState();
-    const RandrCrtc* crtc = state.crtcOf(display);
-    const RandrMode* mode = crtc == nullptr ? nullptr : state.mode(crtc->mode);
-    if (mode == nullptr) return std::nullopt;
-    return describe(state, *mode, *crtc, scaleOf(state, display));
+    const RandrCrtc* crtc = crtcOf(state, display);
+    if (crtc == nullptr) return std::nullopt;
+    for (const auto& [mode, known] : modesOf(state, *outputOf(state, display))) {
+        if (mode->id == crtc->mode) return known;
+    }
+    return std::nullopt;
 }
 
 std::vector<DisplayMode> QtDisplays::modes(DisplayID display) const {
     const RandrState state = currentState();
-    const RandrCrtc* crtc = state.crtcOf(display);
-    if (crtc == nullptr) return {};
-    const double scale = scaleOf(state, display);
     std::vector<DisplayMode> result;
-    std::set<std::uint32_t> seen;
-    for (const std::uint32_t id : state.output(display)->modes) {
-        const RandrMode* mode = state.mode(id);
-        // A server may list the preferred mode first and again at its place.
-        if (mode != nullptr && seen.insert(id).second) result.push_back(describe(state, *mode, *crtc, scale));
-    }
+    if (crtcOf(state, display) == nullptr) return result;
+    for (const auto& [mode, known] : modesOf(state, *outputOf(state, display))) result.push_back(known);
     return result;
 }
 
 bool QtDisplays::apply(std::int32_t mode, DisplayID display) {
     const auto server = openServer();
-    return server && switchMode(*server, display, static_cast<std::uint32_t>(mode));
+    if (!server) return false;
+    const RandrState state = server->read().value_or(RandrState{});
+    if (crtcOf(state, display) == nullptr) return false;
+    const RandrOutput& output = *outputOf(state, display);
+    for (const auto& [own, known] : modesOf(state, output)) {
+        if (known.id == mode) return switchMode(*server, output.id, own->id);
+    }
+    return false;
 }
 
 void QtDisplays::watch(QScreen* screen) { QObject::connect(screen, &QScreen::geometryChanged, this, &QtDisplays::refresh); }

@@ -14,7 +14,7 @@ namespace ovin {
 
 /// The displays of a Qt program. Areas are in its own points, made and kept up to date on the main thread; read on any.
 /// Modes are those of the RandR extension, asked of the X server each time; so are displays: each is an output that shows
-/// something, and its id is the server's, which no other output gets as long as the server runs.
+/// something. The ids of both outlast the server (LastingIDs.h).
 ///
 /// On X11 one factor turns pixels into points, that of the toolkit's screen (QT_SCALE_FACTOR and its like, not the
 /// server's). It stays the same whatever the mode: a mode has as many points as it has pixels, divided by it.

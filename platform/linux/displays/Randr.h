@@ -15,12 +15,17 @@ struct Extent {
     friend bool operator==(const Extent&, const Extent&) = default;
 };
 
-/// What the RandR extension knows, with its own identifiers: all of them hold until the X server ends.
+/// What the RandR extension knows, with its own identifiers: all of them hold until the X server ends (LastingIDs.h has
+/// others).
 struct RandrMode {
     std::uint32_t id = 0;
     Extent size;
     /// Neither interlaced nor scanned twice.
     bool isPlain = true;
+    /// How often a second the whole picture is drawn, times 1000.
+    std::uint32_t millihertz = 0;
+    /// The mode's flags: polarities, interlacing and the like, as the extension encodes them.
+    std::uint32_t scan = 0;
 };
 
 /// A socket for a display.
@@ -31,6 +36,8 @@ struct RandrOutput {
     std::uint32_t crtc = 0;
     /// By their ids, in the server's order.
     std::vector<std::uint32_t> modes;
+    /// What the monitor says of itself (the first block of its EDID); empty where there is none, or none that speaks.
+    std::string monitor = {};
 };
 
 /// A part of the X screen that one output shows, or several.

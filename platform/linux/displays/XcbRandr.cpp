@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,6 +15,9 @@ namespace {
 
 constexpr std::uint32_t majorVersion = 1;
 constexpr std::uint32_t minorVersion = 3;
+
+/// The bytes of a block in which a monitor describes itself: the first names its maker, its model and its number.
+constexpr std::uint32_t monitorBlock = 128;
 
 template <typename Element, typename Length>
 std::span<const Element> spanOf(const Element* elements, Length length) {
@@ -36,18 +41,30 @@ bool speaksRandr(xcb_connection_t* connection) {
 
 RandrMode modeOf(const xcb_randr_mode_info_t& info) {
     constexpr std::uint32_t notPlain = XCB_RANDR_MODE_FLAG_INTERLACE | XCB_RANDR_MODE_FLAG_DOUBLE_SCAN;
-    return {info.id, {info.width, info.height}, (info.mode_flags & notPlain) == 0};
+    const std::uint64_t pixels = std::uint64_t{info.htotal} * info.vtotal;
+    const auto millihertz = pixels == 0 ? 0 : std::uint64_t{info.dot_clock} * 1000 / pixels;
+    return {info.id,
+            {info.width, info.height},
+            (info.mode_flags & notPlain) == 0,
+            static_cast<std::uint32_t>(millihertz),
+            info.mode_flags};
 }
 
 RandrOutput outputOf(std::uint32_t id, const xcb_randr_get_output_info_reply_t& info) {
     const auto name = spanOf(xcb_randr_get_output_info_name(&info), xcb_randr_get_output_info_name_length(&info));
     const auto modes = spanOf(xcb_randr_get_output_info_modes(&info), xcb_randr_get_output_info_modes_length(&info));
-    return {id, {name.begin(), name.end()}, info.crtc, {modes.begin(), modes.end()}};
+    return {id, {name.begin(), name.end()}, info.crtc, {modes.begin(), modes.end()}, {}};
 }
 
 RandrCrtc crtcOf(std::uint32_t id, const xcb_randr_get_crtc_info_reply_t& info) {
     const auto outputs = spanOf(xcb_randr_get_crtc_info_outputs(&info), xcb_randr_get_crtc_info_outputs_length(&info));
     return {id, info.x, info.y, {info.width, info.height}, info.mode, info.rotation, {outputs.begin(), outputs.end()}};
+}
+
+std::string textOf(const xcb_randr_get_output_property_reply_t& property) {
+    const auto bytes =
+        spanOf(xcb_randr_get_output_property_data(&property), xcb_randr_get_output_property_data_length(&property));
+    return {bytes.begin(), bytes.end()};
 }
 
 /// Each number with the cookie of the question about it.
@@ -91,13 +108,17 @@ std::optional<RandrScreen> XcbRandr::readScreen() {
 
 std::optional<RandrState> XcbRandr::read() {
     xcb_connection_t* connection = connection_.get();
+    constexpr std::string_view monitorProperty = "EDID";
+    const auto atomAsked =
+        xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(monitorProperty.size()), monitorProperty.data());
     const auto screen = readScreen();
     // What the server knows already: to look for displays anew would take it a long time.
     const FromXcb<xcb_randr_get_screen_resources_current_reply_t> resources{xcb_randr_get_screen_resources_current_reply(
         connection, xcb_randr_get_screen_resources_current(connection, screen_.root), nullptr)};
     const FromXcb<xcb_randr_get_output_primary_reply_t> primary{
         xcb_randr_get_output_primary_reply(connection, xcb_randr_get_output_primary(connection, screen_.root), nullptr)};
-    if (!screen || !resources || !primary) return std::nullopt;
+    const FromXcb<xcb_intern_atom_reply_t> atom{xcb_intern_atom_reply(connection, atomAsked, nullptr)};
+    if (!screen || !resources || !primary || !atom) return std::nullopt;
 
     RandrState state;
     state.configTime = resources->config_timestamp;
@@ -114,11 +135,22 @@ std::optional<RandrState> XcbRandr::read() {
     // All questions before the first answer: a server with dozens of outputs costs one wait then, and not one for each.
     const auto outputsAsked =
         askEach(outputs, [&](auto id) { return xcb_randr_get_output_info(connection, id, state.configTime); });
+    const auto monitorsAsked = askEach(outputs, [&](auto id) {
+        return xcb_randr_get_output_property(connection, id, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, monitorBlock / 4, 0,
+                                             0);
+    });
     const auto crtcsAsked =
         askEach(crtcs, [&](auto id) { return xcb_randr_get_crtc_info(connection, id, state.configTime); });
     for (const auto& [id, asked] : outputsAsked) {
         const FromXcb<xcb_randr_get_output_info_reply_t> info{xcb_randr_get_output_info_reply(connection, asked, nullptr)};
         if (info && info->status == XCB_RANDR_SET_CONFIG_SUCCESS) state.outputs.push_back(outputOf(id, *info));
+    }
+    for (const auto& [id, asked] : monitorsAsked) {
+        const FromXcb<xcb_randr_get_output_property_reply_t> property{
+            xcb_randr_get_output_property_reply(connection, asked, nullptr)};
+        const auto output = std::find_if(state.outputs.begin(), state.outputs.end(),
+                                         [id = id](const RandrOutput& known) { return known.id == id; });
+        if (property && output != state.outputs.end()) output->monitor = textOf(*property);
     }
     for (const auto& [id, asked] : crtcsAsked) {
         const FromXcb<xcb_randr_get_crtc_info_reply_t> info{xcb_randr_get_crtc_info_reply(connection, asked, nullptr)};
