@@ -8,8 +8,8 @@
 
 namespace ovin {
 
-/// Names a display for as long as it stays connected, also to a later run of this program; a display that is plugged in again
-/// may get another id. No two displays of a session have one id, and no display of a later session has that of another
+/// Names a display for as long as it stays connected, also to a later run of this program; a display that is plugged in
+/// again may get another id. No two displays of a session have one id, and no display of a later session has that of another
 /// one.
 using DisplayID = std::uint32_t;
 

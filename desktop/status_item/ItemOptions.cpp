@@ -34,6 +34,8 @@ A status item (StatusNotifierItem) that does what it is told and prints what hap
   --commands           obey the lines of the standard input: "title N TITLE" gives item N another title
 
 Misbehaviour:
+  --menu-fault KIND    missing, empty or silent: the menu that --menu asks for is named, but is not there, has no entries
+                       or does not answer
   --stop-answering     answer no call, but stay connected
   --answer-after MS    answer every call that much later
   --garbage            properties of wrong types, and pictures whose sizes do not match their bytes
@@ -70,6 +72,7 @@ enum Option : int {
     Register,
     ReadyFd,
     Commands,
+    MenuFaultKind,
     StopAnswering,
     AnswerAfter,
     Garbage,
@@ -84,7 +87,7 @@ enum Option : int {
     Help
 };
 
-constexpr std::array<option, 28> longOptions{{{"id", required_argument, nullptr, Id},
+constexpr std::array<option, 29> longOptions{{{"id", required_argument, nullptr, Id},
                                               {"title", required_argument, nullptr, Title},
                                               {"icon", required_argument, nullptr, Icon},
                                               {"pixmap", required_argument, nullptr, Pixmap},
@@ -99,6 +102,7 @@ constexpr std::array<option, 28> longOptions{{{"id", required_argument, nullptr,
                                               {"register-by", required_argument, nullptr, Register},
                                               {"ready-fd", required_argument, nullptr, ReadyFd},
                                               {"commands", no_argument, nullptr, Commands},
+                                              {"menu-fault", required_argument, nullptr, MenuFaultKind},
                                               {"stop-answering", no_argument, nullptr, StopAnswering},
                                               {"answer-after", required_argument, nullptr, AnswerAfter},
                                               {"garbage", no_argument, nullptr, Garbage},
@@ -171,6 +175,13 @@ bool readRegisterBy(std::string_view text, RegisterBy& registerBy) {
     return false;
 }
 
+bool readMenuFault(std::string_view text, MenuFault& fault) {
+    if (text == "missing") return fault = MenuFault::Missing, true;
+    if (text == "empty") return fault = MenuFault::Empty, true;
+    if (text == "silent") return fault = MenuFault::Silent, true;
+    return false;
+}
+
 bool readVanishAfter(std::string_view text, std::optional<std::uint64_t>& vanishAfter) {
     return readNumber<std::uint64_t>(text, vanishAfter.emplace(), 0, 3'600'000);
 }
@@ -214,6 +225,8 @@ bool take(int which, std::string_view value, ItemOptions& options) {
             return readNumber(value, options.readyDescriptor, 0, 1'000'000);
         case Commands:
             return options.takesCommands = true;
+        case MenuFaultKind:
+            return readMenuFault(value, options.menuFault);
         case StopAnswering:
             return options.stopAnswering = true;
         case AnswerAfter:

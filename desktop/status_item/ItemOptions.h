@@ -11,6 +11,9 @@ namespace ovin {
 /// How the argument of RegisterStatusNotifierItem names the item.
 enum class RegisterBy { Path, Name, Both, WellKnown };
 
+/// What becomes of the menu that an item names.
+enum class MenuFault { None, Missing, Empty, Silent };
+
 /// What the command line asks the program to show, and in which ways to misbehave.
 struct ItemOptions {
     std::string id = "status-item";
@@ -29,6 +32,7 @@ struct ItemOptions {
     int readyDescriptor = -1;
     bool takesCommands = false;
 
+    MenuFault menuFault = MenuFault::None;
     bool stopAnswering = false;
     std::uint64_t answerAfterMilliseconds = 0;
     bool garbage = false;

@@ -29,7 +29,9 @@ int explain(const char* what, int error) {
 }  // namespace
 
 ItemServer::ItemServer(ItemOptions options)
-    : options_(std::move(options)), menu_(options_.menu, [this](const std::string& label) { print("menu " + label, ""); }) {
+    : options_(std::move(options)),
+      menu_(options_.menuFault == MenuFault::Empty ? std::vector<std::string>{} : options_.menu,
+            [this](const std::string& label) { print("menu " + label, ""); }) {
     items_.reserve(options_.items);
     registrations_.reserve(options_.items);
     for (std::size_t item = 0; item < options_.items; ++item) {
@@ -163,7 +165,9 @@ int ItemServer::dispatch(sd_bus_message* call) {
     int result = 0;
     if (const auto found = itemByPath_.find(path); found != itemByPath_.end()) {
         result = items_[found->second].answer(call);
-    } else if (!options_.menu.empty() && std::strcmp(path, MenuObject::path) == 0) {
+    } else if (!options_.menu.empty() && options_.menuFault != MenuFault::Missing &&
+               std::strcmp(path, MenuObject::path) == 0) {
+        if (options_.menuFault == MenuFault::Silent) return 1;
         result = menu_.answer(call);
     } else {
         return 0;

@@ -149,6 +149,19 @@ class Pressing(DesktopTestCase):
         self.press("Pressed")
         self.assertEvents(item, ["context-menu"])
 
+    def testAMenuThatIsMissingEmptyOrSilentLeadsToTheNextRequest(self):
+        for fault in ("missing", "empty", "silent"):
+            with self.subTest(fault):
+                item = self.startItem("--title", fault, "--menu", "One", "--menu-fault", fault)
+                self.press(fault)
+                self.assertTrue(becomes(lambda: item.events() == ["activate"]), item.events())
+
+    def testAMenuThatIsMissingEmptyOrSilentIsARefusalWhereThereIsNothingElse(self):
+        for fault in ("missing", "empty", "silent"):
+            with self.subTest(fault):
+                self.startItem("--name", "App", "--title", fault, "--menu", "One", "--menu-fault", fault, "--no-activate")
+                self.assertIn(f"Ovin: App — {fault} rejected AXPress and AXShowMenu", self.press(fault, expectedStatus=1))
+
     def testTheOtherInterfaceIsPressedUnderItsName(self):
         item = self.startPressable("--interface", "freedesktop")
         self.press("Pressed")

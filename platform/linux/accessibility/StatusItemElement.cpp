@@ -67,7 +67,8 @@ AccessibilityError StatusItemElement::request(const ItemProperties& properties, 
     const auto menu = properties.menu();
     switch (request) {
         case StatusItemRequest::menu:
-            if (menu && desktop_->menus.show(item_.address.destination, *menu)) return AccessibilityError::success;
+            if (menu && desktop_->menus.show(item_.address.destination, *menu, deadline - std::chrono::steady_clock::now()))
+                return AccessibilityError::success;
             return AccessibilityError::actionUnsupported;
         case StatusItemRequest::activate:
             return callAtPosition(properties, "Activate", deadline);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "platform/Geometry.h"
@@ -11,9 +12,11 @@ class ItemMenus {
 public:
     virtual ~ItemMenus() = default;
 
-    /// Shows the menu that a program describes at `path` of its connection `destination`, and returns at once; false when
-    /// no menus can be shown here.
-    [[nodiscard]] virtual bool show(const std::string& destination, const std::string& path) = 0;
+    /// Shows the menu that a program describes at `path` of its connection `destination`, and returns when it opens. False
+    /// when there is none to open: it is missing, has no entries, or its program has not described it within half a
+    /// second. True, too, when that is not known after `limit`. Not on the main thread.
+    [[nodiscard]] virtual bool show(const std::string& destination, const std::string& path,
+                                    std::chrono::nanoseconds limit) = 0;
 
     /// Where a window that a program opens by itself should appear, in screen coordinates.
     [[nodiscard]] virtual Point position() = 0;

@@ -4,7 +4,7 @@
 #include <QMenu>
 #include <QThread>
 #include <chrono>
-#include <future>
+#include <utility>
 
 #include "platform/linux/items/DBusMenu.h"
 #include "platform/linux/items/MenuAnchor.h"
@@ -19,11 +19,15 @@ constexpr std::chrono::milliseconds longestQuestion{200};
 
 QtItemMenus::QtItemMenus() = default;
 
-QtItemMenus::~QtItemMenus() = default;
+QtItemMenus::~QtItemMenus() { answer(false); }
 
-bool QtItemMenus::show(const std::string& destination, const std::string& path) {
-    queue_.async([this, destination, path] { open(QString::fromStdString(destination), QString::fromStdString(path)); });
-    return true;
+bool QtItemMenus::show(const std::string& destination, const std::string& path, std::chrono::nanoseconds limit) {
+    const auto answer = std::make_shared<Answer>();
+    auto opens = answer->get_future();
+    queue_.async([this, destination, path, answer] {
+        open(QString::fromStdString(destination), QString::fromStdString(path), answer);
+    });
+    return opens.wait_for(limit) != std::future_status::ready || opens.get();
 }
 
 Point QtItemMenus::position() {
@@ -40,21 +44,32 @@ Point QtItemMenus::position() {
     return position.wait_for(longestQuestion) == std::future_status::ready ? position.get() : Point{};
 }
 
-void QtItemMenus::open(const QString& destination, const QString& path) {
+void QtItemMenus::open(const QString& destination, const QString& path, std::shared_ptr<Answer> answer) {
+    this->answer(false);
+    awaited_ = std::move(answer);
     anchor_.reset();
     menu_ = std::make_unique<DBusMenu>(QDBusConnection::sessionBus(), destination, path);
     menu_->prepare([this](bool isUsable) {
-        if (!isUsable) return close();
+        this->answer(isUsable);
+        if (!isUsable) return discard();
         connect(&menu_->menu(), &QMenu::aboutToHide, this, &QtItemMenus::close, Qt::QueuedConnection);
         anchor_ = std::make_unique<MenuAnchor>(menu_->menu(), "Menu of a status item");
         menu_->menu().popup(QCursor::pos());
     });
 }
 
-void QtItemMenus::close() {
+void QtItemMenus::answer(bool opens) {
+    if (awaited_) std::exchange(awaited_, nullptr)->set_value(opens);
+}
+
+void QtItemMenus::discard() {
     anchor_.reset();
     // A menu reports the click after it has begun to hide.
     if (menu_) menu_.release()->deleteLater();
+}
+
+void QtItemMenus::close() {
+    discard();
     Q_EMIT closed();
 }
 

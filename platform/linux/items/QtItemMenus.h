@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <future>
 #include <memory>
 
 #include "platform/linux/items/ItemMenus.h"
@@ -20,20 +21,28 @@ public:
     QtItemMenus();
     ~QtItemMenus() override;
 
-    [[nodiscard]] bool show(const std::string& destination, const std::string& path) override;
+    [[nodiscard]] bool show(const std::string& destination, const std::string& path,
+                            std::chrono::nanoseconds limit) override;
     [[nodiscard]] Point position() override;
 
     /// Whether a menu is open or about to open. Main thread only.
     [[nodiscard]] bool isShowing() const { return menu_ != nullptr; }
 
 Q_SIGNALS:
-    /// The menu has closed, or there was nothing to show.
+    /// The menu has closed.
     void closed();
 
 private:
-    void open(const QString& destination, const QString& path);
+    /// Whether a menu opens, for whoever waits to hear of it.
+    using Answer = std::promise<bool>;
+
+    void open(const QString& destination, const QString& path, std::shared_ptr<Answer> answer);
+    void answer(bool opens);
+    void discard();
     void close();
 
+    /// While the menu is about to open.
+    std::shared_ptr<Answer> awaited_;
     std::unique_ptr<DBusMenu> menu_;
     /// Of the menu, while it is open.
     std::unique_ptr<MenuAnchor> anchor_;
