@@ -61,12 +61,20 @@ class InstalledFiles(unittest.TestCase):
         said = run("appstreamcli", "validate", "--no-net", self.path("share", "metainfo", "org.ovin.Ovin.metainfo.xml"))
         self.assertEqual(said.returncode, 0, said.stdout)
 
+    def readPage(self, program):
+        return run("man", "--warnings", "--local-file", "--troff-device=utf8",
+                   self.path("share", "man", "man1", program + ".1.gz"), env={**os.environ, "MANROFFSEQ": "", "LC_ALL": "C.UTF-8"})
+
     def testTheManualPagesAreReadWithoutAWarning(self):
         for program in PROGRAMS:
-            said = run("man", "--warnings", "--local-file", "--troff-device=utf8",
-                       self.path("share", "man", "man1", program + ".1.gz"), env={**os.environ, "MANROFFSEQ": "", "LC_ALL": "C.UTF-8"})
+            said = self.readPage(program)
             self.assertEqual((said.returncode, said.stderr), (0, ""), program)
             self.assertIn(program.upper(), said.stdout)
+
+    def testTheManualPageCallsEntriesOfTheMenuByTheirNames(self):
+        page = self.readPage("ovin").stdout
+        for title in ("Organize Menu Bar…", "Launch at Login"):
+            self.assertRegex(page, rf"(?m)^ +{title}$")
 
     def testTheManualPagesNameEveryOptionThatTheProgramsHaveAndNoOther(self):
         for program in PROGRAMS:
