@@ -16,6 +16,8 @@ namespace {
 constexpr const char* modeKey = "OvinOriginalDisplayModeID";
 /// Says nothing by itself.
 constexpr const char* displayKey = "OvinOriginalDisplayID";
+/// Whose display it is, where a user may have several sessions at the same time. Says nothing by itself either.
+constexpr const char* serverKey = "OvinOriginalDisplayServer";
 
 /// The program ends here at every launch until a person has put an end to it, so the line says how.
 [[noreturn]] void endForRecord(const Platform& platform, const char* key, std::int64_t number) {
@@ -63,6 +65,10 @@ WidenResult DisplayWidener::widen(double toFit) {
 
 bool DisplayWidener::restore() {
     if (!owesRestore()) return true;
+    if (isOfAnotherSession()) {
+        platform_.log.write("Ovin: a display of another session is widened; that session will restore it");
+        return true;
+    }
     const Record record = readRecord();
     if (!isInForce(record)) {
         const std::vector<DisplayMode> modes = platform_.displays.modes(record.display);
@@ -97,10 +103,12 @@ bool DisplayWidener::writeRecord(const Record& record) {
     UserDefaults& defaults = platform_.defaults;
     // The mode comes last because it makes the record: whatever happens in between, no mode is ever on record without its
     // display, which the mode would then be missed on or, worse, be put on another one.
-    if (defaults.set(displayKey, std::int64_t{record.display}) && defaults.set(modeKey, std::int64_t{record.modeID})) {
+    if (writeServer() && defaults.set(displayKey, std::int64_t{record.display}) &&
+        defaults.set(modeKey, std::int64_t{record.modeID})) {
         return true;
     }
     (void)defaults.remove(displayKey);
+    forgetServer();
     platform_.log.write("Ovin: could not record the display mode; the display stays as it is");
     return false;
 }
@@ -115,9 +123,28 @@ void DisplayWidener::removeRecord() {
     isRecordSettled_ = !platform_.defaults.remove(modeKey);
     if (!isRecordSettled_) {
         (void)platform_.defaults.remove(displayKey);
+        forgetServer();
     } else {
         platform_.log.write("Ovin: could not remove the record of the display mode; will retry");
     }
+}
+
+bool DisplayWidener::writeServer() {
+    const auto name = platform_.displays.serverName();
+    if (name) return platform_.defaults.set(serverKey, *name);
+    forgetServer();
+    return true;
+}
+
+void DisplayWidener::forgetServer() {
+    if (platform_.defaults.object(serverKey)) (void)platform_.defaults.remove(serverKey);
+}
+
+/// Of one that runs: what is left of a session that has ended is paid by the next one that has the display.
+bool DisplayWidener::isOfAnotherSession() const {
+    const auto server = platform_.defaults.object(serverKey);
+    const auto* name = server ? std::get_if<std::string>(&*server) : nullptr;
+    return name != nullptr && platform_.displays.isAnotherServer(*name);
 }
 
 bool DisplayWidener::isInForce(const Record& record) const {

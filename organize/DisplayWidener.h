@@ -35,7 +35,8 @@ public:
     /// Switches to the narrowest mode that is at least `toFit` points wide, or else to the widest.
     [[nodiscard]] WidenResult widen(double toFit);
 
-    /// Puts the recorded mode back. True when nothing remains to be undone; false when the display is away or the system
+    /// Puts the recorded mode back. True when nothing remains to be undone, or when another session of this user, which has
+    /// displays of its own, owes it; false when the display is away or the system
     /// refused, and it has to be tried again later. Ends the program when the record holds what cannot be an id.
     [[nodiscard]] bool restore();
 
@@ -56,6 +57,9 @@ private:
     [[nodiscard]] bool writeRecord(const Record& record);
     [[nodiscard]] Record readRecord() const;
     void removeRecord();
+    [[nodiscard]] bool writeServer();
+    void forgetServer();
+    [[nodiscard]] bool isOfAnotherSession() const;
     [[nodiscard]] bool isInForce(const Record& record) const;
 
     const Platform platform_;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -51,6 +52,14 @@ public:
     /// when it has no such mode or the system refused, and then nothing has changed. True is the system's word only: it may
     /// say so and change nothing.
     [[nodiscard]] virtual bool apply(std::int32_t mode, DisplayID display) = 0;
+
+    /// What the display server of this session is called among all that have run or run on this computer; nothing where a
+    /// user has one at a time, as on macOS. Main thread only.
+    [[nodiscard]] virtual std::optional<std::string> serverName() const { return std::nullopt; }
+
+    /// Whether a display server of that name, and not this session's, still runs. Its displays may have the ids of this
+    /// session's and are others all the same. Main thread only.
+    [[nodiscard]] virtual bool isAnotherServer(const std::string& /*name*/) const { return false; }
 };
 
 }  // namespace ovin

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "platform/DisplayServices.h"
@@ -33,8 +36,14 @@ public:
         {1, {{0, 0}, {1512, 982}}, {{1, 1512, 982, 3024, true}}, {{1, 1512, 982, 3024, true}}, false}};
     Answer answer = Answer::switches;
     int applyCount = 0;
+    std::optional<std::string> server;
+    /// The servers of other sessions that run.
+    std::set<std::string> otherServers;
     /// Called around every mode that is applied, also one that is refused.
     EffectHook onEffect;
+
+    [[nodiscard]] std::optional<std::string> serverName() const override { return server; }
+    [[nodiscard]] bool isAnotherServer(const std::string& name) const override { return otherServers.contains(name); }
 
     [[nodiscard]] DisplayID mainDisplay() const override { return displays.empty() ? 0 : displays.front().id; }
 

@@ -20,6 +20,7 @@ using Value = UserDefaults::Value;
 
 constexpr const char* modeKey = "OvinOriginalDisplayModeID";
 constexpr const char* displayKey = "OvinOriginalDisplayID";
+constexpr const char* serverKey = "OvinOriginalDisplayServer";
 
 class DisplayWidenerTest : public testing::Test {
 protected:
@@ -492,6 +493,65 @@ TEST(DisplayWidenerDeathTest, ADisplayThatIsNoUnsigned32BitNumberEndsTheProgram)
 TEST(DisplayWidenerDeathTest, TheEndsOfTheRangesAreInside) {
     restoreFrom(std::int64_t{2147483647}, std::int64_t{4294967295});
     restoreFrom(std::int64_t{-2147483648}, std::int64_t{0});
+}
+
+// Several sessions of one user, each with a display server of its own
+
+TEST_F(DisplayWidenerTest, TheRecordSaysWhoseDisplayItIs) {
+    displays.server = "own";
+    ASSERT_EQ(widener.widen(1700), WidenResult::widened);
+    expectRecord();
+    EXPECT_EQ(world.defaults.object(serverKey), Value("own"));
+    EXPECT_TRUE(widener.restore());
+    EXPECT_EQ(modeInForce(), 11);
+    EXPECT_THAT(world.defaults.values, IsEmpty());
+}
+
+TEST_F(DisplayWidenerTest, WhereThereIsOneServerTheRecordNamesNone) {
+    world.defaults.values.insert_or_assign(serverKey, "of an earlier record");
+    ASSERT_EQ(widener.widen(1700), WidenResult::widened);
+    EXPECT_EQ(world.defaults.object(serverKey), std::nullopt);
+}
+
+TEST_F(DisplayWidenerTest, WhatAnotherSessionOwesIsLeftToIt) {
+    displays.server = "own";
+    displays.otherServers = {"other"};
+    record(std::int64_t{11}, std::int64_t{7});
+    world.defaults.values.insert_or_assign(serverKey, "other");
+    for (const DisplayMode& mode : {usual, wide}) {
+        display().current = mode;
+        EXPECT_TRUE(widener.restore());
+        EXPECT_EQ(display().current, mode);
+        EXPECT_EQ(widener.widen(2000), WidenResult::failed);
+        expectRecord();
+        EXPECT_EQ(world.defaults.object(serverKey), Value("other"));
+    }
+    EXPECT_THAT(world.log.lines(),
+                testing::Each("Ovin: a display of another session is widened; that session will restore it"));
+    EXPECT_EQ(displays.applyCount, 0);
+}
+
+TEST_F(DisplayWidenerTest, WhatASessionOwedThatHasEndedIsPaidByTheNextOne) {
+    displays.server = "own";
+    record(std::int64_t{11}, std::int64_t{7});
+    world.defaults.values.insert_or_assign(serverKey, "ended");
+    display().current = wide;
+    EXPECT_TRUE(widener.restore());
+    EXPECT_EQ(modeInForce(), 11);
+    EXPECT_THAT(world.defaults.values, IsEmpty());
+}
+
+TEST_F(DisplayWidenerTest, WithoutAPlaceForTheServersNameTheDisplayIsNotTouched) {
+    displays.server = "own";
+    for (int change = 1; change <= 3; ++change) {
+        refuseChangesFrom(change);
+        EXPECT_EQ(widener.widen(1700), WidenResult::failed) << change;
+        EXPECT_FALSE(widener.isWidened());
+        acceptChanges();
+    }
+    EXPECT_EQ(displays.applyCount, 0);
+    EXPECT_EQ(widener.widen(1700), WidenResult::widened);
+    EXPECT_EQ(world.defaults.object(serverKey), Value("own"));
 }
 
 }  // namespace

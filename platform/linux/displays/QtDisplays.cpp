@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/linux/displays/DisplayServer.h"
 #include "platform/linux/displays/LastingIDs.h"
 #include "platform/linux/displays/RandrSwitch.h"
 #include "platform/linux/displays/XcbRandr.h"
@@ -183,6 +184,15 @@ bool QtDisplays::apply(std::int32_t mode, DisplayID display) {
         if (known.id == mode) return switchMode(*server, output.id, own->id);
     }
     return false;
+}
+
+std::optional<std::string> QtDisplays::serverName() const {
+    const auto server = openServer();
+    return server ? displayServerName(server->socket()) : std::nullopt;
+}
+
+bool QtDisplays::isAnotherServer(const std::string& name) const {
+    return name != serverName() && isDisplayServerRunning(name);
 }
 
 void QtDisplays::watch(QScreen* screen) { QObject::connect(screen, &QScreen::geometryChanged, this, &QtDisplays::refresh); }

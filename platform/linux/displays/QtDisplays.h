@@ -36,6 +36,9 @@ public:
     /// Displays beside and below it move along. `bounds` follows when the event loop has run.
     [[nodiscard]] bool apply(std::int32_t mode, DisplayID display) override;
 
+    [[nodiscard]] std::optional<std::string> serverName() const override;
+    [[nodiscard]] bool isAnotherServer(const std::string& name) const override;
+
 private:
     void watch(QScreen* screen);
     void refresh();

@@ -16,6 +16,9 @@ public:
     /// Null without an X server at `display`, the environment's when null, and with one that does not speak RandR 1.3.
     [[nodiscard]] static std::unique_ptr<XcbRandr> connect(const char* display = nullptr);
 
+    /// The connection's; local where the server is.
+    [[nodiscard]] int socket() const { return xcb_get_file_descriptor(connection_.get()); }
+
     [[nodiscard]] std::optional<RandrState> read() override;
     void setGrabbed(bool grabbed) override;
     [[nodiscard]] Answer setCrtc(const RandrCrtc& crtc, std::uint32_t configTime) override;

@@ -1,0 +1,50 @@
+#include "platform/linux/displays/DisplayServer.h"
+
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string_view>
+
+namespace ovin {
+namespace {
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// When the process began, in the kernel's ticks since the computer's start, so that another one with its number is told
+/// apart from it; empty when there is none. See proc(5): after the name, in parentheses, it is the 20th word.
+std::string beginningOf(pid_t pid) {
+    const std::string status = contentOf("/proc/" + std::to_string(pid) + "/stat");
+    std::istringstream words(status.substr(std::min(status.size(), status.rfind(')') + 1)));
+    std::string word;
+    for (int i = 0; i < 20; ++i) words >> word;
+    return words ? word : "";
+}
+
+}  // namespace
+
+std::optional<std::string> displayServerName(int socket) {
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    if (getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0 || peer.pid <= 0) return std::nullopt;
+    const std::string beginning = beginningOf(peer.pid);
+    const std::string boot = contentOf("/proc/sys/kernel/random/boot_id");
+    if (beginning.empty() || boot.empty()) return std::nullopt;
+    return std::to_string(peer.pid) + " " + beginning + " " + boot.substr(0, boot.find('\n'));
+}
+
+bool isDisplayServerRunning(const std::string& name) {
+    std::istringstream words(name);
+    pid_t pid = 0;
+    std::string beginning;
+    std::string boot;
+    if (!(words >> pid >> beginning >> boot) || beginningOf(pid) != beginning) return false;
+    return contentOf("/proc/sys/kernel/random/boot_id") == boot + "\n";
+}
+
+}  // namespace ovin
