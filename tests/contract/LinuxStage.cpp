@@ -185,6 +185,13 @@ DisplayID LinuxStage::plugDisplay() {
     return second;
 }
 
+/// It has two connections, one after the other.
+void LinuxStage::runCommand() {
+    for (int i = 0; i < 2; ++i) {
+        runTool("dbus-send --session --print-reply --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId >/dev/null");
+    }
+}
+
 void LinuxStage::unplugDisplay(DisplayID) {
     runTool("xrandr --output DUMMY1 --off");
     hasSecondDisplay_ = false;

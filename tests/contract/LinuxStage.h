@@ -46,6 +46,7 @@ public:
     [[nodiscard]] ProcessID unusedProcessID() override;
     void setTrusted(bool trusted) override;
 
+    void runCommand() override;
     void reopenDefaults() override;
     void changeDefaultsElsewhere(const std::string& key, const std::optional<UserDefaults::Value>& value) override;
     void setRefusesChanges(bool refuses) override;

@@ -114,6 +114,8 @@ std::unique_ptr<StatusItemProgram> MacStage::launch(const StagedApplication& app
 /// The system gives no process a number of six digits.
 ProcessID MacStage::unusedProcessID() { return 999999; }
 
+void MacStage::runCommand() { waitpid(startProgram({"/usr/bin/true"}, -1, -1), nullptr, 0); }
+
 void MacStage::setTrusted(bool) { refuse("give trust"); }
 
 void MacStage::reopenDefaults() { defaults_ = makeMacUserDefaults(suite); }

@@ -44,6 +44,7 @@ public:
     [[nodiscard]] Duration margin() const override { return Duration::zero(); }
 
     ProcessID start(const StagedApplication& application) override { return applications_.start(application); }
+    void runCommand() override {}
     void quit(ProcessID pid) override { applications_.quit(pid); }
     [[nodiscard]] ProcessID unusedProcessID() override { return 99999; }
     void setHung(ProcessID pid, bool hung) override { world_.accessibility.setHung(pid, hung); }

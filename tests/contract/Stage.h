@@ -70,6 +70,8 @@ public:
     virtual ProcessID start(const StagedApplication& application) = 0;
     /// Ends an application and returns when it is gone.
     virtual void quit(ProcessID pid) = 0;
+    /// Runs a program to its end that is no application: a command of some script.
+    virtual void runCommand() = 0;
     /// A process id that no process has and that none gets soon.
     [[nodiscard]] virtual ProcessID unusedProcessID() = 0;
     /// Lets an application stop answering, or answer again. [hangApplications]

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <optional>
 #include <set>
 #include <string>
@@ -9,6 +10,9 @@
 
 namespace ovin {
 namespace {
+
+/// For news that would be wrong to come.
+constexpr std::chrono::milliseconds longEnough{1500};
 
 class WorkspaceContract : public ContractTest {
 protected:
@@ -62,6 +66,24 @@ TEST_P(WorkspaceContract, TheOrderIsStableWhileNothingStartsOrEnds) {
     const auto first = pids();
     EXPECT_EQ(pids(), first);
     EXPECT_EQ(pids(), first);
+}
+
+TEST_P(WorkspaceContract, AnApplicationThatStartsOrEndsIsToldOnce) {
+    int told = 0;
+    workspace().observeApplications([&told] { ++told; });
+    const ProcessID pid = startAndWait("App");
+    EXPECT_TRUE(stage().runUntil([&told] { return told > 0; }, longTime));
+    EXPECT_FALSE(stage().runUntil([&told] { return told > 1; }, longEnough)) << told;
+    stage().quit(pid);
+    EXPECT_TRUE(stage().runUntil([&told] { return told > 1; }, longTime));
+    EXPECT_FALSE(stage().runUntil([&told] { return told > 2; }, longEnough)) << told;
+}
+
+TEST_P(WorkspaceContract, CommandsOfScriptsAreNotTold) {
+    int told = 0;
+    workspace().observeApplications([&told] { ++told; });
+    for (int i = 0; i < 5; ++i) stage().runCommand();
+    EXPECT_FALSE(stage().runUntil([&told] { return told > 0; }, longEnough)) << told;
 }
 
 TEST_P(WorkspaceContract, AnApplicationHasANameAndAnAbsolutePathIfAny) {

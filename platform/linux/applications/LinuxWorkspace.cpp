@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <filesystem>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -14,6 +16,10 @@
 
 namespace ovin {
 namespace {
+
+/// A process that stays for so long is an application. Scripts talk over the bus as well, some of them every second, with
+/// programs that are gone in no time; none of them is news to anybody.
+constexpr std::chrono::seconds settlingTime{1};
 
 /// The kernel keeps this many characters of a process's name.
 constexpr std::size_t longestKernelName = 15;
@@ -49,9 +55,25 @@ std::string nameOf(ProcessID pid, const std::string& executable) {
 
 }  // namespace
 
+/// What the bus's thread reaches the main queue through, for as long as there is a workspace.
 struct LinuxWorkspace::Outlet {
     std::mutex mutex;
-    MainQueue* queue;
+    /// Null once it has gone. Main thread, or with the mutex.
+    LinuxWorkspace* workspace = nullptr;
+    bool isLookAwaited = false;
+
+    /// Any thread. However much happens until the main thread is there, it looks once.
+    static void lookSoon(const std::shared_ptr<Outlet>& outlet) {
+        const std::lock_guard lock(outlet->mutex);
+        if (outlet->workspace == nullptr || std::exchange(outlet->isLookAwaited, true)) return;
+        outlet->workspace->mainQueue_.async([outlet] {
+            {
+                const std::lock_guard again(outlet->mutex);
+                outlet->isLookAwaited = false;
+            }
+            if (outlet->workspace != nullptr) outlet->workspace->look();
+        });
+    }
 };
 
 LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items,
@@ -59,23 +81,50 @@ LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifier
     : processes_(processes),
       items_(items),
       ownBundleIdentifier_(std::move(ownBundleIdentifier)),
+      mainQueue_(mainQueue),
       outlet_(std::make_shared<Outlet>()),
       urls_(log) {
-    outlet_->queue = &mainQueue;
+    outlet_->workspace = this;
 }
 
 /// The bus tells of connections until the very end, those that this program closes included.
 LinuxWorkspace::~LinuxWorkspace() {
     const std::lock_guard lock(outlet_->mutex);
-    outlet_->queue = nullptr;
+    outlet_->workspace = nullptr;
 }
 
 void LinuxWorkspace::observeApplications(std::function<void()> handler) {
-    const auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
-    processes_.observe([outlet = outlet_, shared] {
-        const std::lock_guard lock(outlet->mutex);
-        if (outlet->queue != nullptr) outlet->queue->async([shared] { (*shared)(); });
-    });
+    handlers_.push_back(std::move(handler));
+    if (handlers_.size() > 1) return;
+    const auto longAgo = std::chrono::steady_clock::now() - settlingTime;
+    for (const ProcessID pid : processes_.processes()) since_.emplace(pid, longAgo);
+    look();
+    processes_.observe([outlet = outlet_] { Outlet::lookSoon(outlet); });
+}
+
+/// Tells of the applications that have come and gone, and looks again when the next one will have settled.
+void LinuxWorkspace::look() {
+    const auto now = std::chrono::steady_clock::now();
+    std::map<ProcessID, std::chrono::steady_clock::time_point> since;
+    std::set<ProcessID> settled;
+    std::optional<std::chrono::nanoseconds> untilNext;
+    for (const ProcessID pid : processes_.processes()) {
+        const auto known = since_.find(pid);
+        const auto first = since[pid] = known == since_.end() ? now : known->second;
+        const auto left = settlingTime - (now - first);
+        if (left <= std::chrono::nanoseconds::zero()) {
+            settled.insert(pid);
+        } else {
+            untilNext = std::min<std::chrono::nanoseconds>(left, untilNext.value_or(left));
+        }
+    }
+    since_ = std::move(since);
+    nextLook_ = untilNext ? mainQueue_.after(*untilNext, [this] { look(); }) : nullptr;
+    const bool isNews = isObserved_ && settled != told_;
+    isObserved_ = true;
+    told_ = std::move(settled);
+    if (!isNews) return;
+    for (const auto& handler : std::vector(handlers_)) handler();
 }
 
 std::vector<RunningApplication> LinuxWorkspace::runningApplications() const {

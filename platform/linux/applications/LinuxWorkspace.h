@@ -1,6 +1,10 @@
 #pragma once
 
+#include <chrono>
+#include <functional>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -15,7 +19,7 @@ namespace ovin {
 
 /// The running applications of a Linux session: the processes on the session bus. Names and icons are those of the desktop
 /// entry that runs the same executable; without one, the name is the process's own and the icon that of its first status
-/// item, if it has one. There are no bundles.
+/// item, if it has one. There are no bundles. Observers are told of processes that stay for a second, and of their end.
 class LinuxWorkspace final : public Workspace {
 public:
     /// `processes`, `items`, `mainQueue` and `log` must outlive this object. `ownBundleIdentifier` is that of this very
@@ -33,8 +37,9 @@ public:
     void open(const std::string& url) override { urls_.open(url); }
 
 private:
-    /// What the bus's thread reaches the main queue through, for as long as there is one.
     struct Outlet;
+
+    void look();
 
     [[nodiscard]] RunningApplication describe(ProcessID pid, const DesktopEntries::ByExecutable& entries) const;
 
@@ -42,6 +47,13 @@ private:
     const StatusNotifierItems& items_;
     const DesktopEntries entries_{dataFolders()};
     const std::string ownBundleIdentifier_;
+    MainQueue& mainQueue_;
+    std::vector<std::function<void()>> handlers_;
+    /// When each process was seen first, and those that count as applications, as the handlers were told last.
+    std::map<ProcessID, std::chrono::steady_clock::time_point> since_;
+    std::set<ProcessID> told_;
+    bool isObserved_ = false;
+    std::unique_ptr<MainQueue::Timer> nextLook_;
     const std::shared_ptr<Outlet> outlet_;
     UrlOpener urls_;
 };

@@ -49,19 +49,27 @@ struct SessionProcesses::State {
         pending.insert(connection);
     }
 
-    /// A connection that went while it was asked for is no longer pending.
-    void resolve(std::uint64_t connection, const BusReply& reply) {
-        const std::lock_guard lock(mutex);
-        if (pending.erase(connection) > 0 && !reply.isError()) {
-            pids[connection] = static_cast<ProcessID>(reply.first().integer());
-        }
-        changed.notify_all();
+    [[nodiscard]] bool isConnected(ProcessID pid) const {
+        return std::any_of(pids.begin(), pids.end(), [pid](const auto& known) { return known.second == pid; });
     }
 
-    void remove(std::uint64_t connection) {
+    /// Whether that makes a process known. A connection that went while it was asked for is no longer pending.
+    bool resolve(std::uint64_t connection, const BusReply& reply) {
+        const std::lock_guard lock(mutex);
+        changed.notify_all();
+        if (pending.erase(connection) == 0 || reply.isError()) return false;
+        const auto pid = static_cast<ProcessID>(reply.first().integer());
+        const bool isNew = !isConnected(pid);
+        pids[connection] = pid;
+        return isNew;
+    }
+
+    /// Whether that was the last connection of a process.
+    bool remove(std::uint64_t connection) {
         const std::lock_guard lock(mutex);
         pending.erase(connection);
-        pids.erase(connection);
+        const auto gone = pids.extract(connection);
+        return !gone.empty() && !isConnected(gone.mapped());
     }
 
     void setListed() {
@@ -77,8 +85,7 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
         state->begin(connection);
         bus.call(busDaemonCall("GetConnectionUnixProcessID", {name}), untilAnswered,
                  [state, connection](const BusReply& reply) {
-                     state->resolve(connection, reply);
-                     state->notify();
+                     if (state->resolve(connection, reply)) state->notify();
                  });
     };
 
@@ -88,8 +95,7 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
         if (!isUniqueName(name)) return;
         const bool hasGone = signal.values[2].string().empty();
         if (!hasGone) return add(name);
-        state->remove(connectionNumber(name));
-        state->notify();
+        if (state->remove(connectionNumber(name))) state->notify();
     });
     bus.call(busDaemonCall("ListNames"), untilAnswered, [state = state_, add](const BusReply& reply) {
         const BusValue names = reply.first();

@@ -16,8 +16,8 @@ public:
     /// Returns when the processes that are there now are known, or after a second. `bus` must outlive this object.
     explicit SessionProcesses(Bus& bus);
 
-    /// Calls `handler` on the bus's thread whenever the process of a connection has become known, or the connection has
-    /// gone, for as long as the bus is connected.
+    /// Calls `handler` on the bus's thread whenever a process has become known, or has closed its last connection,
+    /// for as long as the bus is connected.
     void observe(std::function<void()> handler);
 
     /// In the order in which they connected, each once.
