@@ -14,6 +14,8 @@
 #include <sstream>
 #include <utility>
 
+#include "platform/linux/displays/LastingIDs.h"
+
 namespace ovin {
 namespace {
 
@@ -173,15 +175,10 @@ DisplayID LinuxStage::plugDisplay() {
     const DisplayServices& displays = platform().displays;
     runTool("xrandr >/dev/null && xrandr --addmode DUMMY1 1920x1080");
     runTool("xrandr --output DUMMY1 --mode 1920x1080 --right-of DUMMY0");
-    DisplayID second = 0;
-    // Ids are small, so that the new one is to be found without knowing how.
-    const auto isThere = [&] {
-        for (DisplayID id = 1; id < 4096 && second == 0; ++id) {
-            if (id != displays.mainDisplay() && displays.bounds(id) != Rect{}) second = id;
-        }
-        return second != 0;
-    };
-    require(runUntil(isThere, longTime), "The second display does not come.");
+    RandrOutput output;
+    output.name = "DUMMY1";
+    const DisplayID second = lastingID(output);
+    require(runUntil([&] { return displays.bounds(second) != Rect{}; }, longTime), "The second display does not come.");
     return second;
 }
 

@@ -9,7 +9,7 @@ import subprocess
 import time
 import unittest
 
-from Organizing import (COUNT, DISPLAY_KEY, MODE_KEY, ORGANIZE, REFUSED, TITLE, USUAL, OrganizeTestCase, clickOn,
+from Organizing import (COUNT, DISPLAY_KEY, MODE_KEY, ORGANIZE, REFUSED, SERVER_KEY, TITLE, USUAL, OrganizeTestCase, clickOn,
                         dragWithSuper, drawn, isOnRecord, mode, place, readDefaults, show, slots, width)
 from OvinTest import BOUND, GUIDE_WAS_SHOWN, SETTINGS, awaited, becomes, buttonsOf, click, main, run, writeSettings
 
@@ -20,7 +20,7 @@ class TheSession(OrganizeTestCase):
         self.assertLess(len(drawn()), COUNT + 1, "the bar has room for everything")
         self.organize()
         self.assertTrue(becomes(lambda: len(drawn()) == COUNT + 1), drawn())
-        self.assertEqual(sorted(readDefaults()), ["OvinHasShownGuide", DISPLAY_KEY, MODE_KEY])
+        self.assertEqual(sorted(readDefaults()), ["OvinHasShownGuide", DISPLAY_KEY, MODE_KEY, SERVER_KEY])
 
     def testDoneEndsIt(self):
         self.organizing()

@@ -15,6 +15,7 @@ from OvinTest import (BOUND, GUIDE_WAS_SHOWN, OVIN, SETTINGS, ApplicationTestCas
 USUAL = "1440x900"
 COUNT = 56
 MODE_KEY, DISPLAY_KEY = "OvinOriginalDisplayModeID", "OvinOriginalDisplayID"
+SERVER_KEY = "OvinOriginalDisplayServer"
 ORDER = os.path.join(os.path.dirname(SETTINGS), "menu-bar-order")  # the bar's own
 ORGANIZE = "Organize Menu Bar…"
 TITLE = "Organize your menu bar"

@@ -72,7 +72,7 @@ class InstalledFiles(unittest.TestCase):
             self.assertIn(program.upper(), said.stdout)
 
     def testTheManualPageCallsEntriesOfTheMenuByTheirNames(self):
-        page = self.readPage("ovin").stdout
+        page = re.sub(".\b", "", self.readPage("ovin").stdout)  # letters are bold by being typed twice
         for title in ("Organize Menu Bar…", "Launch at Login"):
             self.assertRegex(page, rf"(?m)^ +{title}$")
 
