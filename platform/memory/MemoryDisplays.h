@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
@@ -31,7 +32,7 @@ public:
         pretends,
     };
 
-    /// Set before anybody reads; not guarded.
+    /// Changed by the test only while nobody reads: what other threads may ask is guarded against `apply` alone.
     std::vector<Display> displays{
         {1, {{0, 0}, {1512, 982}}, {{1, 1512, 982, 3024, true}}, {{1, 1512, 982, 3024, true}}, false}};
     Answer answer = Answer::switches;
@@ -45,9 +46,13 @@ public:
     [[nodiscard]] std::optional<std::string> serverName() const override { return server; }
     [[nodiscard]] bool isAnotherServer(const std::string& name) const override { return otherServers.contains(name); }
 
-    [[nodiscard]] DisplayID mainDisplay() const override { return displays.empty() ? 0 : displays.front().id; }
+    [[nodiscard]] DisplayID mainDisplay() const override {
+        const std::lock_guard lock(mutex_);
+        return displays.empty() ? 0 : displays.front().id;
+    }
 
     [[nodiscard]] Rect bounds(DisplayID display) const override {
+        const std::lock_guard lock(mutex_);
         const Display* found = find(display);
         return found == nullptr ? Rect{} : found->bounds;
     }
@@ -78,6 +83,7 @@ public:
 
 private:
     [[nodiscard]] bool answerTo(std::int32_t id, DisplayID display) {
+        const std::lock_guard lock(mutex_);
         const auto found = std::find_if(displays.begin(), displays.end(), [&](const Display& d) { return d.id == display; });
         if (found == displays.end() || answer == Answer::refuses) return false;
         const auto& modes = found->modes;
@@ -94,6 +100,8 @@ private:
         const auto found = std::find_if(displays.begin(), displays.end(), [&](const Display& d) { return d.id == id; });
         return found == displays.end() ? nullptr : &*found;
     }
+
+    mutable std::mutex mutex_;
 };
 
 }  // namespace ovin
