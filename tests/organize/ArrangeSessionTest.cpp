@@ -327,6 +327,16 @@ TEST_F(ArrangeSessionTest, ACancelledStartStaysInTheWayUntilItHasReturned) {
     EXPECT_EQ(outcomes().back(), Outcome::started);
 }
 
+TEST_F(ArrangeSessionTest, ASupersededBeginDoesNotGetTheReportOfTheOneInItsWay) {
+    scene.hide(items);
+    begin();
+    std::vector<BeginResult> later;
+    session->begin([&](const BeginResult& result) { later.push_back(result); });
+    world.time.runUntilIdle();
+    EXPECT_THAT(outcomes(), ElementsAre(Outcome::started));
+    EXPECT_THAT(later, ElementsAre(BeginResult{Outcome::superseded}));
+}
+
 // Ending
 
 TEST_F(ArrangeSessionTest, AnEndBeforeTheReportRestoresTheDisplayAndNothingIsReported) {
@@ -466,6 +476,21 @@ TEST_F(ArrangeSessionTest, WhileARestoreIsAwaitedABeginCannotWiden) {
     EXPECT_FALSE(session->isActive());
 }
 
+TEST_F(ArrangeSessionTest, ABeginLeavesTheRestoreThatIsAwaitedToTheScreens) {
+    scene.hide(items);
+    beginAndStart();
+    world.displays.answer = MemoryDisplays::Answer::refuses;
+    session->end();
+    world.displays.answer = MemoryDisplays::Answer::switches;
+    begin();
+    world.time.runUntilIdle();
+    EXPECT_EQ(results.back(), (BeginResult{Outcome::unavailable, refusedText}));
+    EXPECT_EQ(display().current, wide);
+    EXPECT_EQ(world.displays.applyCount, 2);
+    world.screens.change();
+    EXPECT_EQ(display().current, usual);
+}
+
 TEST_F(ArrangeSessionTest, WhileARestoreIsAwaitedABeginMayNotBeNeeded) {
     scene.draw({items[0]});
     beginAndStart();
@@ -556,6 +581,23 @@ TEST_F(ArrangeSessionTest, ASessionThatEndsDuringItsCheckTellsNothing) {
     world.time.runUntilIdle();
     EXPECT_EQ(discoveryCount(), 1u);
     EXPECT_EQ(warnings, 0);
+}
+
+TEST_F(ArrangeSessionTest, TheCheckOfAnEndedSessionTellsNothingAboutTheNextOne) {
+    scene.hide(items);
+    world.accessibility.setLatency(512, 100ms);
+    beginAndStart();
+    world.time.happen(1550ms, [this] {
+        session->end();
+        begin();
+    });
+    world.time.advance(2000ms);
+    EXPECT_EQ(discoveryCount(), 1u);
+    EXPECT_TRUE(session->isActive());
+    EXPECT_EQ(warnings, 0);
+    world.time.runUntilIdle();
+    EXPECT_EQ(discoveryCount(), 2u);
+    EXPECT_EQ(warnings, 1);
 }
 
 TEST_F(ArrangeSessionTest, WithoutAHandlerNobodyIsTold) {

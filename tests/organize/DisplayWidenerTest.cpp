@@ -335,6 +335,17 @@ TEST_F(DisplayWidenerTest, AModeThatTheUserHasPutBackByHandIsLeftAlone) {
     EXPECT_THAT(world.log.lines(), ElementsAre("Ovin: widened display to 1800x1169 for arranging"));
 }
 
+TEST_F(DisplayWidenerTest, AModeAsWideAsThePreviousOneIsNotThePreviousOne) {
+    const DisplayMode belowTheHousing{14, 1512, 945, 3024, true};
+    display().modes = {usual, belowTheHousing};
+    ASSERT_EQ(widener.widen(1700), WidenResult::widened);
+    ASSERT_EQ(display().current, belowTheHousing);
+    EXPECT_EQ(widener.scale(), 1.0);
+    EXPECT_TRUE(widener.restore());
+    EXPECT_EQ(display().current, usual);
+    EXPECT_FALSE(hasRecord());
+}
+
 TEST_F(DisplayWidenerTest, AModeInForceNeedNotBeListed) {
     ASSERT_EQ(widener.widen(1700), WidenResult::widened);
     display().current = usual;
