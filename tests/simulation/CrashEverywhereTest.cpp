@@ -30,6 +30,13 @@ struct Life {
     Fault fault = {};
 };
 
+enum class Displays {
+    one,
+    two,
+    /// Before each launch but the first the user makes the other one the main one.
+    twoInTurns,
+};
+
 void organize(SimulatedComputer& computer) {
     computer.begin();
     computer.passUntilIdle();
@@ -49,7 +56,8 @@ struct End {
 /// The first run is a whole session, the others are what a launch does by itself.
 class History {
 public:
-    explicit History(std::vector<Life> runs) : runs_(std::move(runs)) {}
+    explicit History(std::vector<Life> runs, Displays displays = Displays::one)
+        : computer(displays == Displays::one ? 1 : 2), runs_(std::move(runs)), displays_(displays) {}
 
     [[nodiscard]] End play() {
         End result;
@@ -61,12 +69,15 @@ public:
         return result;
     }
 
-    /// Whatever happened: when everything works, the next launch pays what is owed.
+    /// Whatever happened: when everything works, the next launch pays what is owed, and organizing goes on.
     void recover() {
         computer.crashPoint.reset();
         computer.faults = nullptr;
-        computer.launch();
+        launchAgain();
         computer.passUntilIdle();
+        computer.checkNothingIsOwed();
+        computer.checkOrganizingIsPossible();
+        computer.end();
         computer.checkNothingIsOwed();
     }
 
@@ -78,8 +89,12 @@ private:
         try {
             computer.crashPoint = run.crash;
             computer.faults = [run](int effect) { return effect == run.faultyEffect ? run.fault : Fault{}; };
-            computer.launch();
-            if (isSession) organize(computer);
+            if (isSession) {
+                computer.launch();
+                organize(computer);
+            } else {
+                launchAgain();
+            }
             computer.passUntilIdle();
             computer.check();
             return true;
@@ -89,7 +104,13 @@ private:
         }
     }
 
+    void launchAgain() {
+        if (displays_ == Displays::twoInTurns) computer.makeMain(1);
+        computer.launch();
+    }
+
     std::vector<Life> runs_;
+    Displays displays_;
 };
 
 struct Totals {
@@ -112,9 +133,9 @@ std::string nameOf(const std::vector<Life>& runs) {
 }
 
 /// Plays the history, lets it recover, and appends to `next` every history that is longer by a crash of the last run.
-void explore(const std::vector<Life>& runs, std::deque<std::vector<Life>>& next, Totals& totals) {
+void explore(Displays displays, const std::vector<Life>& runs, std::deque<std::vector<Life>>& next, Totals& totals) {
     const auto play = [&](const std::vector<Life>& played) {
-        History history(played);
+        History history(played, displays);
         const End end = history.play();
         history.recover();
         ++totals.histories;
@@ -146,7 +167,13 @@ void explore(const std::vector<Life>& runs, std::deque<std::vector<Life>>& next,
     }
 }
 
-Totals exploreAll(const std::vector<Life>& firstRuns) {
+Totals exploreAll(Displays displays) {
+    std::vector<Life> firstRuns{Life{}};
+    // Also where one effect of the session goes wrong.
+    for (int effect = 0; effect < 6; ++effect) {
+        firstRuns.push_back({{}, effect, {true, Answer::refuses}});
+        firstRuns.push_back({{}, effect, {false, Answer::pretends}});
+    }
     Totals totals;
     std::deque<std::vector<Life>> next;
     for (const Life& run : firstRuns) next.push_back({run});
@@ -154,7 +181,7 @@ Totals exploreAll(const std::vector<Life>& firstRuns) {
         const std::vector<Life> runs = next.front();
         next.pop_front();
         try {
-            explore(runs, next, totals);
+            explore(displays, runs, next, totals);
         } catch (const Violation& violation) {
             ADD_FAILURE() << violation.what << " in: " << nameOf(runs);
         }
@@ -169,18 +196,39 @@ TEST(CrashEverywhere, AWholeSessionHasEffectsToDieAt) {
     history.recover();
 }
 
-TEST(CrashEverywhere, WhereverTheProgramDiesTheDisplayComesBack) {
-    std::vector<Life> sessions{Life{}};
-    // Also where one effect of the session goes wrong.
-    for (int effect = 0; effect < 6; ++effect) {
-        sessions.push_back({{}, effect, {true, Answer::refuses}});
-        sessions.push_back({{}, effect, {false, Answer::pretends}});
+TEST(RefusedSettings, WhatTheUserChoosesStaysForAsLongAsTheProgramRunsThoughTheRecordCannotBeRemoved) {
+    // From the removal of the record on, or from something before it.
+    for (int firstRefused = 0; firstRefused <= 6; ++firstRefused) {
+        for (std::size_t mode = 0; mode < 4; ++mode) {
+            History history({Life{}});
+            SimulatedComputer& computer = history.computer;
+            computer.faults = [=](int effect) { return Fault{effect >= firstRefused, Answer::switches}; };
+            computer.launch();
+            organize(computer);
+            computer.chooseMode(0, mode);
+            organize(computer);
+            computer.die();
+            history.recover();
+        }
     }
-    const Totals totals = exploreAll(sessions);
+}
+
+void exploreAndTell(Displays displays) {
+    const Totals totals = exploreAll(displays);
     EXPECT_GT(totals.states.size(), 2u);
     EXPECT_GT(totals.crashes, 50);
     std::printf("%ld histories, %ld crashes, %zu states in which the program dies, up to %zu times in a row\n",
                 totals.histories, totals.crashes, totals.states.size(), totals.deepest);
+}
+
+TEST(CrashEverywhere, WhereverTheProgramDiesTheDisplayComesBack) { exploreAndTell(Displays::one); }
+
+TEST(CrashEverywhere, WhereverTheProgramDiesBesideAnotherDisplayTheOneThatIsWidenedComesBack) {
+    exploreAndTell(Displays::two);
+}
+
+TEST(CrashEverywhere, WhereverTheProgramDiesTheDisplayComesBackAlsoWhenItIsNotTheMainOneAnyMore) {
+    exploreAndTell(Displays::twoInTurns);
 }
 
 }  // namespace

@@ -11,10 +11,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <optional>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "tests/simulation/SimulatedComputer.h"
 
@@ -48,6 +48,8 @@ class RandomHistory {
 public:
     RandomHistory(std::uint64_t seed, bool isTraced) : random_(seed), isTraced_(isTraced), computer_(1 + random_.below(2)) {
         computer_.faults = [this](int) { return fault(); };
+        computer_.noticeDelay = [this] { return oneOf({0ms, 0ms, 200ms, 700ms, 2500ms}); };
+        computer_.latency = oneOf({0ms, 0ms, 200ms});
         computer_.setItems(randomItems());
     }
 
@@ -94,7 +96,7 @@ private:
 
     void step() {
         if (!computer_.isRunning() && !random_.oneIn(4)) return launch();
-        switch (random_.below(16)) {
+        switch (random_.below(17)) {
             case 0:
             case 1:
             case 2:
@@ -119,10 +121,15 @@ private:
             case 13:
                 return plugIn();
             case 14:
+            case 15:
                 return changeScreens();
             default:
                 return changeItems();
         }
+    }
+
+    [[nodiscard]] std::chrono::milliseconds oneOf(std::initializer_list<std::chrono::milliseconds> times) {
+        return times.begin()[random_.below(static_cast<int>(times.size()))];
     }
 
     void launch() {
@@ -148,8 +155,7 @@ private:
 
     void pass() {
         if (!computer_.isRunning()) return;
-        static const std::vector<std::chrono::milliseconds> times{0ms, 0ms, 300ms, 400ms, 1500ms, 3000ms};
-        const auto time = times[static_cast<std::size_t>(random_.below(static_cast<int>(times.size())))];
+        const auto time = oneOf({0ms, 0ms, 300ms, 400ms, 1500ms, 3000ms});
         trace("pass ", time.count(), " ms");
         computer_.pass(time);
     }
@@ -197,6 +203,10 @@ private:
             return computer_.setMirrored(isMirrored_);
         }
         const auto display = static_cast<std::size_t>(random_.below(static_cast<int>(computer_.displayCount())));
+        if (display > 0 && random_.oneIn(2)) {
+            trace("make display number ", display + 1, " the main one");
+            return computer_.makeMain(display);
+        }
         const auto mode = static_cast<std::size_t>(random_.below(4));
         trace("choose mode ", mode + 1, " of display number ", display + 1);
         computer_.chooseMode(display, mode);
@@ -214,15 +224,19 @@ private:
     }
 
     /// Everything works again: whatever has happened, the display that is widened comes back with the next launch, or with
-    /// the next change of the screens.
+    /// the next change of the screens, and organizing goes on.
     void finish() {
         trace("everything works again");
         misbehaviour_ = 0;
         computer_.crashPoint.reset();
-        if (computer_.isRunning() && !computer_.isActive() && random_.oneIn(2)) {
+        if (computer_.isRunning() && random_.oneIn(2)) {
             computer_.plugEverythingIn();
             computer_.passUntilIdle();
+            if (computer_.isActive()) end();
             computer_.check();
+            traceState();
+            trace("organize");
+            computer_.checkOrganizingIsPossible();
             traceState();
         }
         if (computer_.isRunning()) computer_.die();
@@ -238,7 +252,7 @@ private:
     bool isTraced_;
     std::string trace_;
     SimulatedComputer computer_;
-    int misbehaviour_ = 0;
+    int misbehaviour_ = random_.oneIn(4) ? 1 + random_.below(3) : 0;
     bool isMirrored_ = false;
     Items items_ = Items::withoutMenuBar;
 };

@@ -10,10 +10,15 @@ namespace {
 using namespace std::chrono_literals;
 using Outcome = BeginResult::Outcome;
 
-const std::vector<DisplayMode> modes{
-    {1, 1512, 982, 3024, true}, {2, 1800, 1169, 3600, true}, {3, 2048, 1330, 2048, true}, {4, 1512, 945, 3024, true}};
+/// Of each display; the first is the one that it begins in.
+const std::vector<std::vector<DisplayMode>> modesOfDisplays{
+    {{1, 1512, 982, 3024, true}, {2, 1800, 1169, 3600, true}, {3, 2048, 1330, 2048, true}, {4, 1512, 945, 3024, true}},
+    {{5, 1680, 1050, 1680, true}, {2, 2560, 1440, 2560, true}, {3, 1920, 1200, 1920, true}, {6, 1280, 800, 2560, true}}};
 
+/// Wider than what any display begins in, and not wider than what two items make the program choose.
 constexpr int roomyWidth = 1700;
+constexpr double itemWidth = 600;
+constexpr auto timeUntilWarning = 1500ms;
 
 void require(bool holds, const char* what) {
     if (!holds) throw Violation{what};
@@ -22,7 +27,8 @@ void require(bool holds, const char* what) {
 }  // namespace
 
 SimulatedComputer::SimulatedComputer(int displayCount) {
-    for (; displayCount > 0; --displayCount) {
+    for (int i = 0; i < displayCount; ++i) {
+        const auto& modes = modesOfDisplays.at(static_cast<std::size_t>(i));
         hardware_.connected.push_back({nextID_, {}, modes, modes.front(), false});
         wishes_[nextID_++] = {modes.front().id, false};
     }
@@ -41,36 +47,52 @@ void SimulatedComputer::launch() {
     world.displays.onEffect = [this](EffectMoment moment) { effect(moment, false); };
     program_ = std::move(program);
     effectCount_ = 0;
-    hasRefused_ = false;
     buildMenuBar();
-    program_->session->onItemsStillDoNotFit = [this] { require(isActive(), "a warning without an active session"); };
+    program_->session->onItemsStillDoNotFit = [this] {
+        require(isActive(), "a warning without an active session");
+        require(startTime_ && program_->scene.world.time.now() >= *startTime_ + timeUntilWarning,
+                "a warning that is not of this session, or a second one");
+        startTime_.reset();
+    };
     end();
 }
 
 void SimulatedComputer::begin() {
+    const bool isInTheWay = isActive() || isStarting_;
     const bool mightWidenBefore = std::exchange(mayWiden_, true);
     const auto reports = std::make_shared<int>(0);
     const auto isWithinCall = std::make_shared<bool>(true);
     program_->session->begin(
-        [this, reports, isWithinCall, mightWidenBefore, expected = endCount_](const BeginResult& result) {
+        [this, reports, isWithinCall, isInTheWay, mightWidenBefore, expected = endCount_](const BeginResult& result) {
             require(++*reports == 1, "a second report");
             if (*isWithinCall) {
                 require(result.outcome == Outcome::superseded, "a result within the call");
+                require(isInTheWay, "superseded, and nothing was in the way");
                 mayWiden_ = mightWidenBefore;
                 return;
             }
+            isStarting_ = false;
             require((result.outcome == Outcome::superseded) == (expected != endCount_), "a report of what has been ended");
             require(result.outcome != Outcome::started || isActive(), "a start without a session");
-            counts.starts += result.outcome == Outcome::started ? 1 : 0;
             if (expected == endCount_) mayWiden_ = false;
+            if (result.outcome != Outcome::started) return;
+            ++counts.starts;
+            startTime_ = program_->scene.world.time.now();
         });
     *isWithinCall = false;
+    require(*reports == 1 || !isInTheWay, "two sessions at once");
+    isStarting_ = isStarting_ || *reports == 0;
 }
 
 void SimulatedComputer::end() {
     ++endCount_;
     mayWiden_ = false;
+    startTime_.reset();
+    // Of a session that is ended before its report, nobody hears any more.
+    if (isActive()) isStarting_ = false;
+    mayRestore_ = true;
     program_->session->end();
+    mayRestore_ = false;
     require(!isActive(), "an active session after its end");
 }
 
@@ -89,6 +111,21 @@ void SimulatedComputer::die() {
     program_.reset();
     ++endCount_;
     mayWiden_ = false;
+    mayRestore_ = false;
+    isStarting_ = false;
+    startTime_.reset();
+    if (std::exchange(isSettled_, false)) unsettle();
+}
+
+/// The next run of the program cannot know that nothing is owed for what is on record.
+void SimulatedComputer::unsettle() {
+    const auto record = recordIn(settings());
+    for (const auto* displays : {&connected(), &hardware_.unplugged}) {
+        for (const Display& display : *displays) {
+            if (!record || display.id != record->display) continue;
+            wishes_[display.id] = {record->mode, display.current->id != record->mode};
+        }
+    }
 }
 
 // Effects
@@ -118,7 +155,6 @@ void SimulatedComputer::beginEffect() {
     modesBefore_.clear();
     for (const Display& display : connected()) modesBefore_.push_back(display.current);
     const Fault fault = faults ? faults(effectCount_) : Fault{};
-    hasRefused_ = hasRefused_ || fault.settingsRefuse;
     program_->scene.world.defaults.refusesChanges = fault.settingsRefuse;
     program_->scene.world.displays.answer = fault.answer;
     crashAt(CrashPhase::before, true);
@@ -136,13 +172,27 @@ void SimulatedComputer::crashAt(CrashPhase phase, bool isSetting) {
 }
 
 void SimulatedComputer::checkSettingChange() {
-    const bool hadRecord = settingsBefore_.contains(modeKey);
-    if (hadRecord && hasRecord()) require(settingsBefore_ == settings(), "a record is overwritten");
-    if (hadRecord || !hasRecord()) return;
+    const auto before = recordIn(settingsBefore_);
+    const auto now = recordIn(settings());
+    if (before && now) require(settingsBefore_ == settings(), "a record is overwritten");
+    if (before) return checkRemoval(*before);
+    if (now) checkNewRecord(*now);
+}
+
+void SimulatedComputer::checkNewRecord(const Record& record) {
     require(mayWiden_, "a record without a session that may widen");
     require(!connected().empty() && connected().front().current, "a record without a display");
     const Display& main = connected().front();
-    require(isOnRecord(main.id, main.current->id), "a record of something else than the mode in force");
+    require(record.display == main.id && record.mode == main.current->id,
+            "a record of something else than the mode in force");
+    isSettled_ = false;
+}
+
+void SimulatedComputer::checkRemoval(const Record& record) {
+    const Display* display = find(record.display);
+    require(isSettled_ || (display != nullptr && display->current->id == record.mode),
+            "a record is removed although its mode is not in force");
+    isSettled_ = true;
 }
 
 void SimulatedComputer::checkModeChange() {
@@ -151,7 +201,11 @@ void SimulatedComputer::checkModeChange() {
         if (display.current == modesBefore_[i]) continue;
         tellOfChange();
         layOut();
-        if (isOnRecord(display.id, display.current->id)) continue;
+        if (isOnRecord(display.id, display.current->id)) {
+            require(mayRestore_, "a mode is put back that nobody has asked for");
+            require(!isSettled_, "a mode is put back that is not owed any more");
+            continue;
+        }
         // It is a widening then, and the session that wanted it has what it wanted.
         require(std::exchange(mayWiden_, false), "a mode that no session wants any more");
         require(isOnRecord(display.id, modesBefore_[i]->id), "a mode is changed that is not on record");
@@ -167,15 +221,23 @@ void SimulatedComputer::unplugMainDisplay() {
     tellOfChange();
 }
 
+void SimulatedComputer::makeMain(std::size_t display) {
+    const auto chosen = connected().begin() + static_cast<std::ptrdiff_t>(display);
+    std::rotate(connected().begin(), chosen, chosen + 1);
+    tellOfChange();
+    if (isRunning()) layOut();
+}
+
 void SimulatedComputer::plugIn(bool inItsOwnMode, bool underAnotherID) {
     if (hardware_.unplugged.empty()) return;
     Display display = hardware_.unplugged.front();
     hardware_.unplugged.erase(hardware_.unplugged.begin());
     Wish& wish = wishes_[display.id];
+    if (underAnotherID) lost_[display.id] = {nextID_, *display.current};
     // Under another id it is another display to the system, which does not know of the mode that was only for a session.
-    if (underAnotherID && !isRight(display)) lostWhileWidened_.insert(display.id);
     if (inItsOwnMode || underAnotherID) {
-        display.current = *std::find_if(modes.begin(), modes.end(), [&](const DisplayMode& m) { return m.id == wish.mode; });
+        display.current = *std::find_if(display.modes.begin(), display.modes.end(),
+                                        [&](const DisplayMode& mode) { return mode.id == wish.mode; });
         wish.isChangedByHand = false;
     }
     if (underAnotherID) {
@@ -188,16 +250,16 @@ void SimulatedComputer::plugIn(bool inItsOwnMode, bool underAnotherID) {
 
 void SimulatedComputer::plugEverythingIn() {
     while (!hardware_.unplugged.empty()) plugIn(false, false);
-    if (!hasRecord()) return;
-    const auto id = static_cast<DisplayID>(std::get<std::int64_t>(settings().at(displayKey)));
-    const auto mode = static_cast<std::int32_t>(std::get<std::int64_t>(settings().at(modeKey)));
-    const auto hasID = [id](const Display& display) { return display.id == id; };
-    if (std::any_of(connected().begin(), connected().end(), hasID)) return;
+    const auto record = recordIn(settings());
+    if (!record || find(record->display) != nullptr) return;
     // It has lost its id, and gets it back along with the mode that it had.
-    connected().front().id = id;
-    connected().front().current =
-        lostWhileWidened_.contains(id) ? modes.at(2) : modes.at(static_cast<std::size_t>(mode - 1));
-    wishes_[id] = {mode, false};
+    const Loss& loss = lost_.at(record->display);
+    DisplayID id = loss.newID;
+    while (lost_.contains(id)) id = lost_.at(id).newID;
+    Display& display = *find(id);
+    display.id = record->display;
+    display.current = loss.mode;
+    wishes_[display.id] = {isSettled_ ? loss.mode.id : record->mode, false};
     tellOfChange();
 }
 
@@ -208,9 +270,9 @@ void SimulatedComputer::setMirrored(bool isMirrored) {
 
 void SimulatedComputer::chooseMode(std::size_t display, std::size_t mode) {
     Display& chosen = connected().at(display);
-    chosen.current = modes.at(mode);
+    chosen.current = chosen.modes.at(mode);
     Wish& wish = wishes_[chosen.id];
-    if (isOnRecord(chosen.id, wish.mode)) {
+    if (isOnRecord(chosen.id, wish.mode) && !isSettled_) {
         wish.isChangedByHand = chosen.current->id != wish.mode;
     } else {
         wish = {chosen.current->id, false};
@@ -230,8 +292,9 @@ void SimulatedComputer::buildMenuBar() {
     if (items_ == Items::withoutMenuBar) return;
     scene.launchAgent();
     for (const MemoryElement& item : scene.launchWithItems(512, "App", {"one", "two"})) {
-        program_->slots.push_back(scene.addSlot(1000, 30, item));
+        program_->slots.push_back(scene.addSlot(1000, itemWidth, item));
     }
+    scene.world.accessibility.setLatency(512, latency);
     layOut();
 }
 
@@ -241,15 +304,18 @@ void SimulatedComputer::layOut() {
     const bool isDrawn = items_ == Items::allDrawn || (items_ == Items::needRoom && hasRoom);
     double x = 1000;
     for (const MemoryElement& slot : program_->slots) {
-        slot.setFrame({{x, 0}, {30, 24}});
-        if (isDrawn) x += 30;
+        slot.setFrame({{x, 0}, {itemWidth, 24}});
+        if (isDrawn) x += itemWidth;
     }
 }
 
 void SimulatedComputer::tellOfChange() {
     if (!isRunning()) return;
-    MemoryWorld& world = program_->scene.world;
-    world.time.happen(0ms, [&world] { world.screens.change(); });
+    program_->scene.world.time.happen(noticeDelay ? noticeDelay() : 0ms, [this] {
+        mayRestore_ = true;
+        program_->scene.world.screens.change();
+        mayRestore_ = false;
+    });
 }
 
 // What is looked at
@@ -260,12 +326,13 @@ void SimulatedComputer::check() {
     if (!isRunning()) return;
     const auto observers = program_->scene.world.screens.observerCount();
     require(observers <= 1, "more than one observer of the screens");
+    require(observers == 0 || (hasRecord() && !isActive() && !isSettled_), "somebody waits for what is not owed");
     require(!isActive() || hasRecord(), "an active session without a record");
     const auto isWrong = [this](const Display& display) { return !isRight(display); };
     const bool isOwed = std::any_of(connected().begin(), connected().end(), isWrong) ||
                         std::any_of(hardware_.unplugged.begin(), hardware_.unplugged.end(), isWrong);
     require(!isOwed || isActive() || observers == 1, "nobody waits for what is owed");
-    require(!hasRecord() || isActive() || observers == 1 || hasRefused_, "a record that nobody waits for");
+    require(!hasRecord() || isActive() || observers == 1 || isSettled_, "a record that nobody waits for");
 }
 
 void SimulatedComputer::checkOwed() {
@@ -285,6 +352,20 @@ void SimulatedComputer::checkNothingIsOwed() {
     check();
     require(!hasRecord(), "a record is left");
     for (const Display& display : connected()) require(isRight(display), "a display is not in its own mode");
+}
+
+void SimulatedComputer::checkOrganizingIsPossible() {
+    setMirrored(false);
+    setItems(Items::neverAllDrawn);
+    chooseMode(0, 0);
+    passUntilIdle();
+    check();
+    const long startsBefore = counts.starts;
+    begin();
+    passUntilIdle();
+    require(counts.starts == startsBefore + 1 && isActive(), "organizing is not possible any more");
+    require(program_->slots.empty() || !startTime_, "nobody is told that items are still missing");
+    check();
 }
 
 void SimulatedComputer::forgetChangesByHand() {
@@ -314,12 +395,24 @@ SimulatedComputer::Values& SimulatedComputer::settings() {
     return program_ ? program_->scene.world.defaults.values : hardware_.settings;
 }
 
+std::optional<SimulatedComputer::Record> SimulatedComputer::recordIn(const Values& values) {
+    const auto mode = values.find(modeKey);
+    if (mode == values.end()) return std::nullopt;
+    const auto display = values.find(displayKey);
+    require(display != values.end(), "a mode is on record without its display");
+    return Record{static_cast<DisplayID>(std::get<std::int64_t>(display->second)),
+                  static_cast<std::int32_t>(std::get<std::int64_t>(mode->second))};
+}
+
 bool SimulatedComputer::isOnRecord(DisplayID display, std::int32_t mode) {
-    const auto holds = [this](const char* key, std::int64_t number) {
-        const auto found = settings().find(key);
-        return found != settings().end() && found->second == UserDefaults::Value(number);
-    };
-    return holds(modeKey, mode) && holds(displayKey, std::int64_t{display});
+    const auto record = recordIn(settings());
+    return record && record->display == display && record->mode == mode;
+}
+
+SimulatedComputer::Display* SimulatedComputer::find(DisplayID id) {
+    const auto found =
+        std::find_if(connected().begin(), connected().end(), [id](const Display& display) { return display.id == id; });
+    return found == connected().end() ? nullptr : &*found;
 }
 
 bool SimulatedComputer::isRight(const Display& display) const {

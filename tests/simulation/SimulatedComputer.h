@@ -7,7 +7,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -37,7 +36,7 @@ struct Violation {
 };
 
 /// A computer with displays, settings and a user, on which the program is launched, used, quit, and crashes. It knows in
-/// which mode each display ought to be, and watches every effect that the program has.
+/// which mode each display ought to be and what the program may do by now, and watches every effect that it has.
 class SimulatedComputer {
 public:
     using Display = MemoryDisplays::Display;
@@ -68,10 +67,15 @@ public:
         long starts = 0;
     };
 
+    /// Of two displays, each has modes and ids of its own; some ids mean one mode on the one and another on the other.
     explicit SimulatedComputer(int displayCount = 1);
 
     /// Faults of the effect with this number; none by default.
     std::function<Fault(int effect)> faults;
+    /// After how long the program hears of the change of the screens that is happening; at once by default.
+    std::function<std::chrono::milliseconds()> noticeDelay;
+    /// How long each question to an application takes, in the runs of the program that are launched from now on.
+    std::chrono::milliseconds latency{0};
     /// Where the program is to die; nowhere by default. Cleared by the crash.
     std::optional<CrashPoint> crashPoint;
     Counts counts;
@@ -89,9 +93,10 @@ public:
     [[nodiscard]] bool isActive() const { return isRunning() && program_->session->isActive(); }
     [[nodiscard]] int effectCount() const { return effectCount_; }
 
-    // The user and the hardware. The program is told when time passes next.
+    // The user and the hardware. The program is told when time passes, `noticeDelay` later.
 
     void unplugMainDisplay();
+    void makeMain(std::size_t display);
     /// Plugs in the display that has been away longest: in the mode that it had or in its own, under its id or another one.
     void plugIn(bool inItsOwnMode, bool underAnotherID);
     void setMirrored(bool isMirrored);
@@ -108,6 +113,9 @@ public:
     void check();
     /// What must hold when everything has worked since the last launch.
     void checkNothingIsOwed();
+    /// When everything works and every display is plugged in, a session starts, and tells what is still missing, whatever
+    /// has happened before. It is active in the end.
+    void checkOrganizingIsPossible();
     [[nodiscard]] bool hasRecord() { return settings().contains(modeKey); }
     /// One line that tells the state; equal for equal states of what outlives the program.
     [[nodiscard]] std::string description();
@@ -122,18 +130,32 @@ private:
         std::shared_ptr<ArrangeSession> session = ArrangeSession::create(scene.world.platform(), widener);
         std::vector<MemoryElement> slots;
     };
+    struct Record {
+        DisplayID display = 0;
+        std::int32_t mode = 0;
+    };
     /// What the user wants of a display.
     struct Wish {
         std::int32_t mode = 0;
         /// The user has chosen another mode while the display was widened. Either mode is right then.
         bool isChangedByHand = false;
     };
+    /// What has become of a display that has lost its id.
+    struct Loss {
+        DisplayID newID = 0;
+        /// The mode that it was in.
+        DisplayMode mode;
+    };
 
     [[nodiscard]] std::vector<Display>& connected();
     [[nodiscard]] Values& settings();
+    [[nodiscard]] static std::optional<Record> recordIn(const Values& values);
     [[nodiscard]] bool isOnRecord(DisplayID display, std::int32_t mode);
+    /// None when no display that is connected has this id.
+    [[nodiscard]] Display* find(DisplayID id);
     [[nodiscard]] bool isRight(const Display& display) const;
 
+    void unsettle();
     void buildMenuBar();
     void layOut();
     void tellOfChange();
@@ -141,27 +163,35 @@ private:
     void beginEffect();
     void crashAt(CrashPhase phase, bool isSetting);
     void checkSettingChange();
+    void checkNewRecord(const Record& record);
+    void checkRemoval(const Record& record);
     void checkModeChange();
     void checkOwed();
     void forgetChangesByHand();
 
     Hardware hardware_;
     std::map<DisplayID, Wish> wishes_;
-    /// Displays that were widened when they lost these ids.
-    std::set<DisplayID> lostWhileWidened_;
+    /// By the ids that were lost.
+    std::map<DisplayID, Loss> lost_;
     DisplayID nextID_ = 1;
     Items items_ = Items::needRoom;
     std::unique_ptr<Program> program_;
 
     int effectCount_ = 0;
-    /// This run of the program could not change a setting, and so may have been unable to remove its record.
-    bool hasRefused_ = false;
+    /// Nothing is owed for what is on record: this run of the program was right to remove it, and could not.
+    bool isSettled_ = false;
     Values settingsBefore_;
     std::vector<std::optional<DisplayMode>> modesBefore_;
     /// Counts the ends: what a begin before an end leads to is not allowed any more.
     int endCount_ = 0;
     /// A begin has been accepted and neither been ended nor led to anything yet.
     bool mayWiden_ = false;
+    /// The program is being told to end its session, or that the screens have changed. Nothing else lets it put a mode back.
+    bool mayRestore_ = false;
+    /// A begin has been accepted, and what it has to find out has not been found out yet.
+    bool isStarting_ = false;
+    /// When the session was reported, until it has ended or warned.
+    std::optional<std::chrono::nanoseconds> startTime_;
 };
 
 }  // namespace ovin
