@@ -125,8 +125,8 @@ private:
         const Size size = windows_.fittingSize(row);
         lap(measured_);
         const LedgeContent content = ledgeContent(std::move(row), size, widestLedge);
-        auto panel = windows_.makeLedgePanel([](int) {});
-        panel->show(content.view, {{20, 34}, content.size});
+        auto panel = windows_.makeLedgePanel();
+        panel->show(content.view, {{20, 34}, content.size}, [](int) {});
         lap(shown_);
         application_.awaitPaint();
         lap(painted_);

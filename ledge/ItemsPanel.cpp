@@ -76,10 +76,9 @@ void ItemsPanel::invalidate() { scheduleWarmRefresh(); }
 void ItemsPanel::present() {
     if (!screen_) return;
     displayedIdentities_ = identities(cachedItems_);
-    displayedItems_ = cachedItems_;
 
     View row =
-        ledgeRow(platform_.text, displayedItems_, hasRefreshedOnce_ ? EmptyLedge::everythingFits : EmptyLedge::stillLoading);
+        ledgeRow(platform_.text, cachedItems_, hasRefreshedOnce_ ? EmptyLedge::everythingFits : EmptyLedge::stillLoading);
     const double maximumWidth = screen_->visibleFrame.size.width - sideMargin;
     const Size fittingSize = platform_.windows.fittingSize(row);
     const LedgeContent content = ledgeContent(std::move(row), fittingSize, maximumWidth);
@@ -87,15 +86,17 @@ void ItemsPanel::present() {
 }
 
 void ItemsPanel::host(const View& content, Size size) {
-    if (!panel_) {
-        panel_ = platform_.windows.makeLedgePanel([weak = weak_from_this()](int tag) {
-            if (const auto self = weak.lock()) self->itemClicked(tag);
-        });
-    }
+    if (!panel_) panel_ = platform_.windows.makeLedgePanel();
     const Rect& screen = screen_->frame;
     const double right = screen.origin.x + screen.size.width - distanceFromRight;
     const double top = screen_->visibleFrame.origin.y + distanceFromMenuBar;
-    panel_->show(content, {{right - size.width, top}, size});
+    // A click is for the item that its button showed, also when the list has changed before the click is told of.
+    panel_->show(content, {{right - size.width, top}, size}, [weak = weak_from_this(), shown = cachedItems_](int tag) {
+        const auto self = weak.lock();
+        if (self && tag >= 0 && static_cast<std::size_t>(tag) < shown.size()) {
+            self->itemClicked(shown[static_cast<std::size_t>(tag)]);
+        }
+    });
     if (!clickMonitor_) installClickMonitor();
 }
 
@@ -114,12 +115,10 @@ void ItemsPanel::clickedOutside() {
     close();
 }
 
-void ItemsPanel::itemClicked(int tag) {
-    if (tag < 0 || static_cast<std::size_t>(tag) >= displayedItems_.size()) return;
-    const DiscoveredItem item = displayedItems_[static_cast<std::size_t>(tag)];
+void ItemsPanel::itemClicked(DiscoveredItem item) {
     // The item's menu opens with the ledge gone.
     close();
-    platform_.tasks.start(Tasks::Priority::userInitiated, [platform = platform_, item] {
+    platform_.tasks.start(Tasks::Priority::userInitiated, [platform = platform_, item = std::move(item)] {
         if (ItemProvider::activate(platform, item)) return;
         platform.mainQueue.async([&application = platform.application] { application.beep(); });
     });

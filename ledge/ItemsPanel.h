@@ -50,7 +50,7 @@ private:
     void host(const View& content, Size size);
     void installClickMonitor();
     void clickedOutside();
-    void itemClicked(int tag);
+    void itemClicked(DiscoveredItem item);
 
     void refresh();
     void startDiscovery();
@@ -71,8 +71,6 @@ private:
     bool refreshQueued_ = false;
     std::optional<Screen> screen_;
     std::unique_ptr<MainQueue::Timer> warmTimer_;
-    /// The items behind the buttons, by their tags.
-    Items displayedItems_;
     std::optional<std::chrono::nanoseconds> closedByOutsideClickAt_;
 };
 

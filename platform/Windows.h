@@ -19,9 +19,10 @@ public:
     LedgePanel& operator=(const LedgePanel&) = delete;
     virtual ~LedgePanel() = default;
 
-    /// Shows `content`, in place of what was shown before, at `frame` in global coordinates. A click on what was shown
-    /// before is forgotten if it has not been told of yet: its tag may mean something else now.
-    virtual void show(const View& content, const Rect& frame) = 0;
+    /// Shows `content`, in place of what was shown before, at `frame` in global coordinates. `clicked` is told of the clicks
+    /// on the buttons of this content, by their tags, also of one that is still on its way when other content has taken its
+    /// place. Nobody is told of a click after the panel has been destroyed.
+    virtual void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) = 0;
 };
 
 /// A window with a title bar that shows neither title nor buttons: a page to read and to put away. Hidden until it is shown;
@@ -74,7 +75,7 @@ public:
     [[nodiscard]] virtual Size fittingSize(const View& view) const = 0;
 
     /// A panel that is not shown yet.
-    [[nodiscard]] virtual std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) = 0;
+    [[nodiscard]] virtual std::unique_ptr<LedgePanel> makeLedgePanel() = 0;
 
     /// A window in the size that `content` takes. `title` is what the system calls the window in lists of windows.
     [[nodiscard]] virtual std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title,

@@ -75,18 +75,19 @@ struct Measure {
 class MemoryWindows::Panel final : public LedgePanel {
 public:
     explicit Panel(MemoryWindows& windows) : windows_(windows) {}
-    ~Panel() override {
-        windows_.ledge_.reset();
-        windows_.clicked_ = nullptr;
-    }
+    ~Panel() override { windows_.ledge_.reset(); }
 
-    void show(const View& content, const Rect& frame) override {
-        windows_.ledge_ = Ledge{content, frame};
+    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override {
+        const auto deliver = [alive = std::weak_ptr(alive_), clicked = std::move(clicked)](int tag) {
+            if (!alive.expired()) clicked(tag);
+        };
+        windows_.ledge_ = Ledge{content, frame, deliver};
         ++windows_.layoutCount_;
     }
 
 private:
     MemoryWindows& windows_;
+    const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 
 class MemoryWindows::InformationPage final : public InformationWindow {
@@ -148,16 +149,16 @@ private:
 };
 
 void MemoryWindows::click(int tag) {
+    if (!ledge_) return;
     // The handler may destroy the panel, and what holds the handler with it.
-    const auto clicked = clicked_;
-    if (clicked) clicked(tag);
+    const auto clicked = ledge_->clicked;
+    clicked(tag);
 }
 
 Size MemoryWindows::fittingSize(const View& view) const { return std::visit(Measure{}, view.content); }
 
-std::unique_ptr<LedgePanel> MemoryWindows::makeLedgePanel(std::function<void(int tag)> clicked) {
+std::unique_ptr<LedgePanel> MemoryWindows::makeLedgePanel() {
     ++panelCount_;
-    clicked_ = std::move(clicked);
     return std::make_unique<Panel>(*this);
 }
 

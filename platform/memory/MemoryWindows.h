@@ -14,6 +14,8 @@ public:
     struct Ledge {
         View content;
         Rect frame;
+        /// A copy that a test keeps is a click on its way while other content takes the place of this.
+        std::function<void(int tag)> clicked;
     };
 
     /// The ledge that is shown now.
@@ -58,7 +60,7 @@ public:
 
     /// Every character is seven points wide and every line sixteen high.
     [[nodiscard]] Size fittingSize(const View& view) const override;
-    [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) override;
+    [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel() override;
     [[nodiscard]] std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title, const View& content,
                                                                            std::function<void(int tag)> clicked) override;
     [[nodiscard]] std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,
@@ -71,7 +73,6 @@ private:
     class FloatingCard;
 
     std::optional<Ledge> ledge_;
-    std::function<void(int tag)> clicked_;
     std::vector<InformationPage*> pages_;
     FloatingCard* card_ = nullptr;
     bool hadTwoCards_ = false;

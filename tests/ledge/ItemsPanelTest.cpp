@@ -345,6 +345,29 @@ TEST_F(ItemsPanelTest, AnItemWhoseProgramDiedBetweenDrawingAndClickBeeps) {
     EXPECT_EQ(world.application.beepCount, 1);
 }
 
+TEST_F(ItemsPanelTest, AClickThatIsOnItsWayWhenTheListChangesIsForTheItemThatWasShown) {
+    std::vector<std::string> pressed;
+    const auto launch = [&](ProcessID pid, const std::string& name) {
+        scene.launchWithItems(pid, name, {"a"})[0].answerWith("AXPress", [&pressed, name]() -> MemoryAnswer {
+            pressed.push_back(name);
+            return {};
+        });
+    };
+    launch(512, "Net");
+    world.time.runUntilIdle();
+    open();
+    const auto before = *world.windows.ledge();
+    launch(513, "Battery");
+    world.time.runUntilIdle();
+    ASSERT_THAT(shown(), ElementsAre("Battery — a", "Net — a"));
+    before.clicked(0);
+    world.time.runUntilIdle();
+    EXPECT_THAT(pressed, ElementsAre("Net"));
+    before.clicked(0);
+    world.time.runUntilIdle();
+    EXPECT_THAT(pressed, ElementsAre("Net")) << "the ledge is closed";
+}
+
 TEST_F(ItemsPanelTest, AClickWithATagOutOfRangeIsIgnored) {
     scene.launchWithItems(512, "Net", {"a"});
     world.time.runUntilIdle();

@@ -15,10 +15,8 @@ std::unique_ptr<LedgeWindow> windowFrom(LedgeReserve& reserve) {
 
 }  // namespace
 
-QtLedgePanel::QtLedgePanel(std::function<void(int tag)> clicked, std::shared_ptr<LedgeReserve> reserve)
-    : clicked_(std::make_shared<const std::function<void(int tag)>>(std::move(clicked))),
-      reserve_(std::move(reserve)),
-      window_(windowFrom(*reserve_)) {}
+QtLedgePanel::QtLedgePanel(std::shared_ptr<LedgeReserve> reserve)
+    : reserve_(std::move(reserve)), window_(windowFrom(*reserve_)) {}
 
 QtLedgePanel::~QtLedgePanel() {
     window_->dismiss();
@@ -30,10 +28,9 @@ QtLedgePanel::~QtLedgePanel() {
     reserve_->window = std::move(window_);
 }
 
-void QtLedgePanel::show(const View& content, const Rect& frame) {
-    // The handler outlives the call, whatever it destroys.
-    const auto deliver = [weak = std::weak_ptr(clicked_)](int tag) {
-        if (const auto clicked = weak.lock()) (*clicked)(tag);
+void QtLedgePanel::show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) {
+    const auto deliver = [alive = std::weak_ptr(alive_), clicked = std::move(clicked)](int tag) {
+        if (!alive.expired()) clicked(tag);
     };
     QWidget* const widget =
         makeWidget(content, deliver, [&](const View& view) { return reserve_->measured.take(view, deliver); });

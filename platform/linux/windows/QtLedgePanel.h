@@ -21,14 +21,14 @@ struct LedgeReserve {
 /// The ledge's window.
 class QtLedgePanel final : public LedgePanel {
 public:
-    QtLedgePanel(std::function<void(int tag)> clicked, std::shared_ptr<LedgeReserve> reserve);
+    explicit QtLedgePanel(std::shared_ptr<LedgeReserve> reserve);
     ~QtLedgePanel() override;
 
-    void show(const View& content, const Rect& frame) override;
+    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override;
 
 private:
     /// Goes with this panel: a click that is still on its way then means nothing any more.
-    const std::shared_ptr<const std::function<void(int tag)>> clicked_;
+    const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
     const std::shared_ptr<LedgeReserve> reserve_;
     std::unique_ptr<LedgeWindow> window_;
 };

@@ -12,9 +12,7 @@ Size QtWindows::fittingSize(const View& view) const {
     return {static_cast<double>(size.width()), static_cast<double>(size.height())};
 }
 
-std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel(std::function<void(int tag)> clicked) {
-    return std::make_unique<QtLedgePanel>(std::move(clicked), reserve_);
-}
+std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel() { return std::make_unique<QtLedgePanel>(reserve_); }
 
 std::unique_ptr<InformationWindow> QtWindows::makeInformationWindow(const std::string& title, const View& content,
                                                                     std::function<void(int tag)> clicked) {

@@ -11,7 +11,7 @@ namespace ovin {
 class QtWindows final : public Windows {
 public:
     [[nodiscard]] Size fittingSize(const View& view) const override;
-    [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) override;
+    [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel() override;
     [[nodiscard]] std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title, const View& content,
                                                                            std::function<void(int tag)> clicked) override;
     [[nodiscard]] std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,

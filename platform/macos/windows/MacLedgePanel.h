@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "platform/Windows.h"
@@ -8,6 +7,6 @@
 namespace ovin {
 
 /// The ledge as a panel without a title bar, which can therefore never have the keyboard.
-[[nodiscard]] std::unique_ptr<LedgePanel> makeMacLedgePanel(std::function<void(int tag)> clicked);
+[[nodiscard]] std::unique_ptr<LedgePanel> makeMacLedgePanel();
 
 }  // namespace ovin

@@ -28,14 +28,10 @@ NSPanel* makePanel() {
 
 class MacLedgePanel final : public LedgePanel {
 public:
-    explicit MacLedgePanel(ClickHandler clicked)
-        : clicked_(std::make_shared<const ClickHandler>(std::move(clicked))), panel_(makePanel()) {}
-
     ~MacLedgePanel() override { dismiss(panel_); }
 
-    void show(const View& content, const Rect& frame) override {
-        // What was shown before has buttons with the same tags and other meanings.
-        clicked_ = std::make_shared<const ClickHandler>(*clicked_);
+    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override {
+        clickedBefore_ = std::exchange(clicked_, std::make_shared<const ClickHandler>(std::move(clicked)));
         target_ = [[OvinClickTarget alloc] initWithHandler:clicked_];
         setContent(panel_, makeNativeView(content, target_));
         [panel_ setFrame:toNative(frame) display:YES];
@@ -45,16 +41,15 @@ public:
     }
 
 private:
-    /// Goes with what is shown: a click that is still on its way then means nothing any more.
     std::shared_ptr<const ClickHandler> clicked_;
+    /// Of what was shown before: a click on it may still be on its way.
+    std::shared_ptr<const ClickHandler> clickedBefore_;
     OvinClickTarget* target_ = nil;
-    NSPanel* const panel_;
+    NSPanel* const panel_ = makePanel();
 };
 
 }  // namespace
 
-std::unique_ptr<LedgePanel> makeMacLedgePanel(std::function<void(int tag)> clicked) {
-    return std::make_unique<MacLedgePanel>(std::move(clicked));
-}
+std::unique_ptr<LedgePanel> makeMacLedgePanel() { return std::make_unique<MacLedgePanel>(); }
 
 }  // namespace ovin

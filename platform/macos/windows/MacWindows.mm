@@ -17,9 +17,7 @@ public:
         return ovin::fittingSize(makeNativeView(view, nil));
     }
 
-    [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel(std::function<void(int tag)> clicked) override {
-        return makeMacLedgePanel(std::move(clicked));
-    }
+    [[nodiscard]] std::unique_ptr<LedgePanel> makeLedgePanel() override { return makeMacLedgePanel(); }
 
     [[nodiscard]] std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title, const View& content,
                                                                            std::function<void(int tag)> clicked) override {

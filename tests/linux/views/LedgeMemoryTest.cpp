@@ -67,8 +67,8 @@ void open(QtWindows& windows, const std::vector<DiscoveredItem>& items) {
     View row = ledgeRow(IcuText(), items, EmptyLedge::everythingFits);
     const Size size = windows.fittingSize(row);
     const LedgeContent content = ledgeContent(std::move(row), size, widestLedge);
-    auto panel = windows.makeLedgePanel([](int) {});
-    panel->show(content.view, {{20, 34}, content.size});
+    auto panel = windows.makeLedgePanel();
+    panel->show(content.view, {{20, 34}, content.size}, [](int) {});
     QCoreApplication::processEvents();
     panel.reset();
     QCoreApplication::processEvents();

@@ -172,14 +172,14 @@ ItemButton* ledgeButton() {
 TEST_F(QtWindowsTest, OfTwoQuickClicksOnTheLedgeOnlyTheOneThatClosesItCounts) {
     std::vector<int> clicks;
     std::unique_ptr<LedgePanel> ledge;
-    ledge = windows.makeLedgePanel([&](int tag) {
-        clicks.push_back(tag);
-        ledge.reset();
-    });
+    ledge = windows.makeLedgePanel();
     Button button;
     button.title = {{"Item", {}, {}}};
     button.tag = 7;
-    ledge->show({button}, {{100, 30}, {80, 28}});
+    ledge->show({button}, {{100, 30}, {80, 28}}, [&](int tag) {
+        clicks.push_back(tag);
+        ledge.reset();
+    });
     ASSERT_NE(ledgeButton(), nullptr);
     ledgeButton()->click();
     ledgeButton()->click();
@@ -201,13 +201,13 @@ TEST_F(QtWindowsTest, TheLedgeShowsTheWidgetsThatWereMeasuredForIt) {
     for (const bool scrolls : {false, true}) {
         handleEvents();  // the ledge before is gone then
         std::vector<int> clicks;
-        const auto ledge = windows.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+        const auto ledge = windows.makeLedgePanel();
         const View view = SamplePages::row({itemButton("Item", 7)});
         const Size size = windows.fittingSize(view);
         const ItemButton* const measured = ledgeButton();
         ASSERT_NE(measured, nullptr);
         const View content = scrolls ? scrolling(view) : view;
-        ledge->show(content, {{100, 30}, size});
+        ledge->show(content, {{100, 30}, size}, [&](int tag) { clicks.push_back(tag); });
         EXPECT_EQ(ledgeButton(), measured);
         QWidget* const shown = scrolls ? measured->window()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly)
                                        : measured->parentWidget();
@@ -218,11 +218,28 @@ TEST_F(QtWindowsTest, TheLedgeShowsTheWidgetsThatWereMeasuredForIt) {
     }
 }
 
+TEST_F(QtWindowsTest, AClickIsForTheContentThatTheButtonBelongsTo) {
+    std::vector<std::string> clicks;
+    const auto ledge = windows.makeLedgePanel();
+    const auto show = [&](const std::string& content) {
+        ledge->show(itemButton(content, 7), {{100, 30}, {80, 28}},
+                    [&clicks, content](int tag) { clicks.push_back(content + " " + std::to_string(tag)); });
+    };
+    show("First");
+    ledgeButton()->click();
+    show("Second");
+    handleEvents();
+    EXPECT_EQ(clicks, std::vector<std::string>{"First 7"});
+    ledgeButton()->click();
+    handleEvents();
+    EXPECT_EQ(clicks.back(), "Second 7");
+}
+
 TEST_F(QtWindowsTest, TheLedgeShowsNothingThatWasMeasuredForSomethingElse) {
     std::vector<int> clicks;
-    const auto ledge = windows.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+    const auto ledge = windows.makeLedgePanel();
     (void)windows.fittingSize(itemButton("Item", 7));
-    ledge->show(itemButton("Item", 8), {{100, 30}, {80, 28}});
+    ledge->show(itemButton("Item", 8), {{100, 30}, {80, 28}}, [&](int tag) { clicks.push_back(tag); });
     handleEvents();
     ASSERT_NE(ledgeButton(), nullptr);
     ledgeButton()->click();
@@ -247,8 +264,8 @@ std::vector<QWidget*> ledgeWindows() {
 TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTheOneBefore) {
     std::vector<int> clicks;
     const auto open = [&](const std::string& title, int tag) {
-        auto ledge = windows.makeLedgePanel([&](int clicked) { clicks.push_back(clicked); });
-        ledge->show(itemButton(title, tag), {{100, 30}, {80, 28}});
+        auto ledge = windows.makeLedgePanel();
+        ledge->show(itemButton(title, tag), {{100, 30}, {80, 28}}, [&](int clicked) { clicks.push_back(clicked); });
         return ledge;
     };
     auto ledge = open("First", 7);
@@ -273,14 +290,14 @@ TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTh
 }
 
 TEST_F(QtWindowsTest, AnOpenLedgeThatShowsOtherItemsHasPaintedThemAtOnce) {
-    const auto ledge = windows.makeLedgePanel([](int) {});
+    const auto ledge = windows.makeLedgePanel();
     for (const bool isMeasured : {false, true}) {
-        ledge->show(itemButton("First", 1), {{100, 30}, {80, 28}});
+        ledge->show(itemButton("First", 1), {{100, 30}, {80, 28}}, [](int) {});
         handleEvents();
         const View row = SamplePages::row({itemButton("Second", 2), itemButton("Third", 3)});
         const Size size = windows.fittingSize(row);
         if (!isMeasured) handleEvents();
-        ledge->show(row, {{100, 30}, size});
+        ledge->show(row, {{100, 30}, size}, [](int) {});
         QWidget& window = *ledgeWindows().at(0);
         int shown = 0;
         for (QWidget* const child : window.findChildren<QWidget*>()) {
@@ -300,28 +317,28 @@ TEST_F(QtWindowsTest, ALedgeWithFewerItemsIsSmallerThanTheOneBefore) {
     const View few = menu(SamplePages::row({itemButton("Only", 4)}));
     const auto show = [&](LedgePanel& ledge, const View& view) {
         const Size size = windows.fittingSize(view);
-        ledge.show(view, {{100, 30}, size});
+        ledge.show(view, {{100, 30}, size}, [](int) {});
         const QWidget* window = ledgeWindows().at(0);
         EXPECT_EQ(window->geometry(), QRectF(100, 30, size.width, size.height).toRect());
         EXPECT_EQ(window->mask().boundingRect(), window->rect());
     };
-    auto ledge = windows.makeLedgePanel([](int) {});
+    auto ledge = windows.makeLedgePanel();
     show(*ledge, many);
     handleEvents();
     show(*ledge, few);
     show(*ledge, many);
     ledge.reset();
     handleEvents();
-    ledge = windows.makeLedgePanel([](int) {});
+    ledge = windows.makeLedgePanel();
     show(*ledge, few);
     EXPECT_EQ(ledgeWindows().size(), 1U);
 }
 
 TEST_F(QtWindowsTest, TwoLedgesHaveAWindowEachAndOneOfThemIsKept) {
-    auto first = windows.makeLedgePanel([](int) {});
-    auto second = windows.makeLedgePanel([](int) {});
-    first->show(itemButton("First", 1), {{100, 30}, {80, 28}});
-    second->show(itemButton("Second", 2), {{300, 30}, {80, 28}});
+    auto first = windows.makeLedgePanel();
+    auto second = windows.makeLedgePanel();
+    first->show(itemButton("First", 1), {{100, 30}, {80, 28}}, [](int) {});
+    second->show(itemButton("Second", 2), {{300, 30}, {80, 28}}, [](int) {});
     EXPECT_EQ(ledgeWindows().size(), 2U);
     first.reset();
     second.reset();
@@ -334,9 +351,9 @@ TEST_F(QtWindowsTest, ALedgeMayOutliveTheWindowsThatMadeIt) {
     std::unique_ptr<LedgePanel> ledge;
     {
         QtWindows others;
-        ledge = others.makeLedgePanel([&](int tag) { clicks.push_back(tag); });
+        ledge = others.makeLedgePanel();
     }
-    ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}});
+    ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}}, [&](int tag) { clicks.push_back(tag); });
     ledgeButton()->click();
     handleEvents();
     EXPECT_EQ(clicks, std::vector<int>{7});

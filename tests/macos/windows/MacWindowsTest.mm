@@ -93,11 +93,11 @@ TEST_F(MacWindowsTest, AHandlerMayDestroyItsWindow) {
 
 TEST_F(MacWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
     int clicks = 0;
-    std::unique_ptr<LedgePanel> ledge = windows->makeLedgePanel([&](int) { ++clicks; });
+    std::unique_ptr<LedgePanel> ledge = windows->makeLedgePanel();
     Button item;
     item.title = {{"Item", {}, {}}};
     item.tag = 7;
-    ledge->show({item}, {{100, 100}, {80, 28}});
+    ledge->show({item}, {{100, 100}, {80, 28}}, [&](int) { ++clicks; });
     // The press runs the event loop for a moment, in another mode.
     NSButton* pressed = button(7);
     [pressed sendAction:pressed.action to:pressed.target];
@@ -107,34 +107,38 @@ TEST_F(MacWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
     EXPECT_EQ(window(), nil);
 }
 
-TEST_F(MacWindowsTest, AClickOnWhatTheLedgeShowedBeforeIsForgotten) {
-    int clicks = 0;
-    const auto ledge = windows->makeLedgePanel([&](int) { ++clicks; });
-    Button item;
-    item.title = {{"Item", {}, {}}};
-    item.tag = 7;
-    ledge->show({item}, {{100, 100}, {80, 28}});
+TEST_F(MacWindowsTest, AClickIsForTheContentThatTheButtonBelongsTo) {
+    std::vector<std::string> clicks;
+    const auto ledge = windows->makeLedgePanel();
+    const auto show = [&](const std::string& content) {
+        Button item;
+        item.title = {{content, {}, {}}};
+        item.tag = 7;
+        ledge->show({item}, {{100, 100}, {80, 28}},
+                    [&clicks, content](int tag) { clicks.push_back(content + " " + std::to_string(tag)); });
+    };
+    show("First");
     NSButton* pressed = button(7);
     id target = pressed.target;
     [pressed sendAction:pressed.action to:target];
-    ledge->show({item}, {{100, 100}, {80, 28}});
+    show("Second");
     // A press that began before and ends now.
     [pressed sendAction:pressed.action to:target];
     turnRunLoop();
-    EXPECT_EQ(clicks, 0);
+    EXPECT_EQ(clicks, (std::vector<std::string>{"First 7", "First 7"}));
     NSButton* shown = button(7);
     [shown sendAction:shown.action to:shown.target];
     turnRunLoop();
-    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(clicks.back(), "Second 7");
 }
 
 TEST_F(MacWindowsTest, TheLedgeStandsWhereItWasToldToAndTakesNoFocus) {
-    const auto ledge = windows->makeLedgePanel([](int) {});
+    const auto ledge = windows->makeLedgePanel();
     const Rect frame{{100, 120}, {80, 28}};
     Button item;
     item.width = frame.size.width;
     item.height = frame.size.height;
-    ledge->show({item}, frame);
+    ledge->show({item}, frame, [](int) {});
     EXPECT_TRUE(fromNative(window().frame) == frame);
     EXPECT_FALSE(window().canBecomeKeyWindow);
 }
