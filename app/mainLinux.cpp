@@ -53,11 +53,13 @@ std::optional<int> giveWay(SingleInstance& instance) {
 
 int run(TerminationSignal& signals) {
     SingleInstance instance("org.ovin.Ovin");
-    // Programs that show one window for a look at it, and nothing else, stand beside the real one.
-    if (!AppDelegate::isPreview(LinuxProcessInfo())) {
+    // Programs that show one window for a look at it, and nothing else, stand beside the real one and leave its place and
+    // other programs' items alone.
+    const bool isPreview = AppDelegate::isPreview(LinuxProcessInfo());
+    if (!isPreview) {
         if (const auto status = giveWay(instance)) return *status;
     }
-    const auto world = LinuxWorld::open();
+    const auto world = LinuxWorld::open(isPreview ? LinuxWorld::Watcher::never : LinuxWorld::Watcher::ifThereIsNone);
     if (!world) return fail("there is no session bus");
     world->application().endWith(signals);
     QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));

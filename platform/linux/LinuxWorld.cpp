@@ -19,21 +19,21 @@ constexpr std::chrono::seconds longestWait{10};
 
 }  // namespace
 
-std::unique_ptr<LinuxWorld> LinuxWorld::open() {
+std::unique_ptr<LinuxWorld> LinuxWorld::open(Watcher watcher) {
     auto session = Bus::connect();
     if (!session) return nullptr;
-    return std::unique_ptr<LinuxWorld>(new LinuxWorld(std::move(session)));
+    return std::unique_ptr<LinuxWorld>(new LinuxWorld(std::move(session), watcher));
 }
 
-LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session)
+LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher)
     : session_(std::move(session)),
       processes_(*session_),
       items_(*session_),
       accessibilityBus_(*session_),
-      watcher_(QDBusConnection::sessionBus()),
       workspace_(processes_, items_, process_.bundleIdentifier(), mainQueue_, log_),
       defaults_(userDefaultsPath()),
       accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {
+    if (watcher == Watcher::ifThereIsNone) watcher_.emplace(QDBusConnection::sessionBus());
     if (!defaults_.isReadable())
         log_.write("Ovin: the settings cannot be read, and are left as they are: " + defaults_.place());
 }
@@ -42,10 +42,11 @@ LinuxWorld::~LinuxWorld() = default;
 
 void LinuxWorld::waitForAnswers() {
     accessibilityBus_.waitForAnswer();
-    if (watcher_.ownership() == StatusNotifierWatcher::Ownership::owner) waitForQuiet();
+    if (!watcher_) return;
+    if (watcher_->ownership() == StatusNotifierWatcher::Ownership::owner) waitForQuiet();
 
     std::vector<std::string> entries;
-    for (const QString& entry : watcher_.registeredItems()) entries.push_back(entry.toStdString());
+    for (const QString& entry : watcher_->registeredItems()) entries.push_back(entry.toStdString());
     items_.waitFor(entries);
 }
 
@@ -54,7 +55,7 @@ void LinuxWorld::waitForQuiet() {
     QTimer quiet;
     quiet.setSingleShot(true);
     QObject::connect(&quiet, &QTimer::timeout, &loop, &QEventLoop::quit);
-    QObject::connect(&watcher_, &StatusNotifierWatcher::StatusNotifierItemRegistered, &quiet,
+    QObject::connect(&*watcher_, &StatusNotifierWatcher::StatusNotifierItemRegistered, &quiet,
                      [&quiet] { quiet.start(quietTime); });
     quiet.start(quietTime);
     QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);

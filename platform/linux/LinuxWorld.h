@@ -38,8 +38,11 @@ namespace ovin {
 /// uses its platform. The last members use the first ones, and so do tasks: they are waited for first.
 class LinuxWorld {
 public:
+    /// Whether status items may register with this program where no other takes them.
+    enum class Watcher { ifThereIsNone, never };
+
     /// Null without a session bus.
-    [[nodiscard]] static std::unique_ptr<LinuxWorld> open();
+    [[nodiscard]] static std::unique_ptr<LinuxWorld> open(Watcher watcher = Watcher::ifThereIsNone);
 
     LinuxWorld(const LinuxWorld&) = delete;
     LinuxWorld& operator=(const LinuxWorld&) = delete;
@@ -58,7 +61,7 @@ public:
     void waitForAnswers();
 
 private:
-    explicit LinuxWorld(std::unique_ptr<Bus> session);
+    LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher);
     void waitForQuiet();
 
     std::unique_ptr<Bus> session_;
@@ -68,7 +71,7 @@ private:
     AccessibilityBus accessibilityBus_;
     /// Serves only while no other program does. It answers on the main thread, so whoever waits there for the watcher's
     /// answer, as the items do while they are made, must not find this one.
-    StatusNotifierWatcher watcher_;
+    std::optional<StatusNotifierWatcher> watcher_;
     LinuxProcessInfo process_;
     QtMainQueue mainQueue_;
     StandardErrorLog log_;

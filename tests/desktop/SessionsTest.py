@@ -25,9 +25,9 @@ QUESTION = "How does this work?"
 LEFT_ALONE = "Ovin: a display of another session is widened; that session will restore it"
 
 
-def isNamed():
+def isNamed(name="org.ovin.Ovin"):
     return "true" in run("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path", "/", "--method",
-                         "org.freedesktop.DBus.NameHasOwner", "org.ovin.Ovin").stdout
+                         "org.freedesktop.DBus.NameHasOwner", name).stdout
 
 
 def beside():
@@ -109,6 +109,7 @@ class Sessions(ApplicationTestCase):
 
         preview = self.startOvin(OVIN_TEST_ARRANGE_WINDOW="1")
         toggle(preview)
+        self.assertFalse(isNamed("org.kde.StatusNotifierWatcher"), "a preview takes other programs' items")
         preview.send_signal(signal.SIGSTOP)  # two cards could not be told apart
         ovin = self.organize()
         record = {key: value for key, value in readDefaults().items() if key.startswith("OvinOriginal")}
