@@ -71,7 +71,11 @@ struct QtStatusItem::Registration {
 };
 
 QtStatusItem::QtStatusItem(const QtScreens& screens) : screens_(screens), object_("Ovin") {
-    object_.activated = [this](int x, int y) { clicked(StatusItemClick::leftMouseUp, x, y); };
+    // Bars tell of the button alone. With the Control key held the left one is the secondary one, as on macOS.
+    object_.activated = [this](int x, int y) {
+        const bool isSecondary = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
+        clicked(isSecondary ? StatusItemClick::rightMouseUp : StatusItemClick::leftMouseUp, x, y);
+    };
     object_.contextMenuRequested = [this](int x, int y) { clicked(StatusItemClick::rightMouseUp, x, y); };
     release_.setSingleShot(true);
     connect(&release_, &QTimer::timeout, this, &QtStatusItem::deliverClicks);

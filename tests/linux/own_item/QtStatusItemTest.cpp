@@ -7,6 +7,7 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QThread>
 #include <memory>
 #include <string>
@@ -141,6 +142,18 @@ TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
     press("ContextMenu");
     EXPECT_TRUE(becomes([this] { return clicks.size() == 2; }));
     EXPECT_EQ(clicks, (std::vector{StatusItemClick::leftMouseUp, StatusItemClick::rightMouseUp}));
+}
+
+TEST_F(QtStatusItemTest, AClickWithTheControlKeyHeldIsASecondaryOne) {
+    QtStatusItem item(screens);
+    item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
+    ASSERT_EQ(QProcess::execute("xdotool", {"keydown", "Control_L"}), 0);
+    press("Activate");
+    EXPECT_TRUE(becomes([this] { return !clicks.empty(); }));
+    ASSERT_EQ(QProcess::execute("xdotool", {"keyup", "Control_L"}), 0);
+    press("Activate");
+    EXPECT_TRUE(becomes([this] { return clicks.size() == 2; }));
+    EXPECT_EQ(clicks, (std::vector{StatusItemClick::rightMouseUp, StatusItemClick::leftMouseUp}));
 }
 
 TEST_F(QtStatusItemTest, ClicksThatComeAtOnceAreDeliveredOneByOneAndAMenuOnlyForTheLast) {
