@@ -6,6 +6,8 @@
 #include <variant>
 #include <vector>
 
+#include "platform/Handle.h"
+
 namespace ovin {
 
 /// One version that a feed announces for this system, as it is written there: texts are empty where the feed says nothing,
@@ -37,13 +39,7 @@ public:
     using Answer = std::variant<std::vector<FeedItem>, FeedFailure>;
 
     /// Destroying it gives up what has not finished, silently.
-    class Reading {
-    public:
-        Reading() = default;
-        Reading(const Reading&) = delete;
-        Reading& operator=(const Reading&) = delete;
-        virtual ~Reading() = default;
-    };
+    using Reading = Handle;
 
     virtual ~UpdateFeed() = default;
 
