@@ -13,8 +13,8 @@ namespace ovin {
 /// nothing: a request that found no answer, a missing attribute and a value of the wrong type look alike to the caller.
 ///
 /// A program that leaves two requests in a row unanswered (`AccessibilityError::cannotComplete`) has fallen silent. From
-/// then on it is asked nothing, and every value is missing: one that hangs delays its reader by two messaging timeouts,
-/// however much there would be to read. A single lost answer costs the one value.
+/// then on it is asked nothing, and every value is missing. So a program that hangs delays its reader by two messaging
+/// timeouts, however much there would be to read. A single lost answer costs only its own value.
 ///
 /// Each request blocks for up to the element's messaging timeout. One thread at a time.
 class AccessibilityReader {

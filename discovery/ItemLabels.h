@@ -7,8 +7,8 @@
 
 namespace ovin {
 
-/// Gives a short label, made from the title, to each item of an application that has several in `items`. An item that is
-/// alone needs none: its application's icon tells it.
+/// Gives a short label, made from the title, to each item of an application that has several in `items`. The only item of an
+/// application needs no label, because the application's icon identifies it.
 void addLabels(const Text& text, std::vector<DiscoveredItem>& items);
 
 }  // namespace ovin

@@ -10,7 +10,7 @@ namespace {
 
 using MenuBarGeometry::Entry;
 
-/// The numbers are those of one menu bar, some tens: comparing all pairs needs no index.
+/// One menu bar has some tens of items, so comparing all pairs needs no index.
 bool standsUnder(const DiscoveredItem& item, const std::vector<Entry>& entries) {
     return std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.element == item.element; });
 }

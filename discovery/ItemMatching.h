@@ -17,8 +17,8 @@ enum class MatchingMode { element, perAppCount };
                                         const std::vector<MenuBarGeometry::Entry>& foreign);
 
 /// Removes from `items` those that the snapshot shows as drawn; the others keep their order. Items that match no slot stay.
-/// By count, all items of an application go when as many are drawn as were found; when only some are, those go whose title
-/// is that of a drawn one, even where two share it: which of the two is drawn cannot be told.
+/// By count, all items of an application go when as many are drawn as were found. When only some are drawn, those go that
+/// have the title of a drawn item, even if two share it, because nothing tells which of the two is drawn.
 void removeDrawn(std::vector<DiscoveredItem>& items, const MenuBarGeometry::Snapshot& snapshot, MatchingMode mode);
 
 }  // namespace ovin

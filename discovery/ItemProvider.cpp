@@ -42,7 +42,7 @@ void logDebug(const Platform& platform, const Line& line) {
     if (platform.process.environment("OVIN_DEBUG")) platform.log.write(line());
 }
 
-/// Tells, for a bug report, whether the Accessibility interface works at all: everybody has a Finder.
+/// Tells, for a bug report, whether the Accessibility interface works at all: every Mac has a Finder to ask.
 std::int32_t probeFinder(const Platform& platform) {
     for (const RunningApplication& application : platform.workspace.runningApplications()) {
         if (application.bundleIdentifier != "com.apple.finder") continue;
@@ -89,8 +89,8 @@ void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& ite
 
     const auto foreign = snapshot->foreign();
     const MatchingMode mode = matchingMode(items, foreign);
-    // Only of applications that have answered: asking every owner in the bar would take longer than all the rest, and
-    // seconds where one of them hangs.
+    // Only of applications that have answered: asking every owner in the bar would take longer than the rest of the
+    // discovery, and seconds where one owner hangs.
     if (mode == MatchingMode::perAppCount) MenuBarGeometry::readDrawnTitles(platform, *snapshot, owners(items));
     removeDrawn(items, *snapshot, mode);
     logDebug(platform, [&] {

@@ -30,10 +30,10 @@ void requestTrust(const Platform& platform);
 /// when the menu bar's geometry is not available; there are none without trust.
 ///
 /// Blocks until every application has answered or let its time run out, so it is called within a task. All applications
-/// are asked at once: those that do not answer cost 0.25 s, however many they are; one that stops answering in the middle
-/// costs 0.5 s, and a menu bar agent that does costs another second. Owners that stop answering after their items were found
-/// cost a second each where titles decide what is drawn. An application that answers slowly, but within 0.25 s each time, is
-/// heard to the end.
+/// are asked at once: those that do not answer cost 0.25 s, however many they are. An application that stops answering in
+/// the middle costs 0.5 s; a menu bar agent that stops costs another second. Owners that stop answering after their items
+/// were found cost a second each where titles decide what is drawn. An application that answers slowly, but within 0.25 s
+/// each time, is heard to the end.
 [[nodiscard]] std::vector<DiscoveredItem> discoverItems(const Platform& platform, const std::vector<AppInfo>& apps);
 
 /// Opens an item's menu, as a click on the item itself would; false, and a line in the log, when the item refused. A request

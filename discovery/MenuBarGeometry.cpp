@@ -44,8 +44,9 @@ double visibleArea(const Accessibility& accessibility, AccessibilityReader& read
     return visible->size.width * std::max(visible->size.height, 1.0);
 }
 
-/// The agent keeps one window per display: the menu bar to look at is the one that shows most on the main display. Equal
-/// ones keep the earlier. Both are measured at each comparison, at one moment, because windows move while displays change.
+/// The agent keeps one window per display. The menu bar to look at is the window with the largest visible area on the main
+/// display; of equal windows, the earlier. Each comparison measures both windows anew, because they move while displays
+/// change.
 const AccessibilityElement& menuBarWindow(const Platform& platform, AccessibilityReader& reader, const Elements& windows) {
     if (windows.size() == 1) return windows.front();
     const Rect display = platform.displays.bounds(platform.displays.mainDisplay());
@@ -100,14 +101,14 @@ std::optional<Entry> readSlot(const Accessibility& accessibility, AccessibilityR
     return entry;
 }
 
-/// Toward zero. What no integer holds, because an agent may say anything, becomes a large one.
+/// Rounds toward zero. A number that no integer holds, as an agent may say anything, becomes a large integer.
 std::int64_t truncated(double value) {
     constexpr double limit = 0x1p62;
     return static_cast<std::int64_t>(std::fmax(-limit, std::fmin(value, limit)));
 }
 
 void logFrames(const Platform& platform, std::vector<Entry> entries) {
-    // The numbers' own comparison is no ordering where one of them is not a number.
+    // `<` is no ordering where a value is not a number.
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& a, const Entry& b) { return std::weak_order(a.frame.origin.x, b.frame.origin.x) < 0; });
 
@@ -193,7 +194,7 @@ std::optional<Snapshot> snapshot(const Platform& platform) {
     for (const AccessibilityElement& slot : *slots) {
         if (auto entry = readSlot(accessibility, reader, slot, *agentPID)) result.entries.push_back(*std::move(entry));
     }
-    // What is missing then is more than a slot: items that are drawn would count as undrawn.
+    // An agent that fell silent leaves out more than a slot: drawn items would count as undrawn.
     if (reader.hasFallenSilent()) return std::nullopt;
     if (platform.process.environment("OVIN_DEBUG_FRAMES")) logFrames(platform, result.entries);
     for (std::size_t i = 0; i < result.entries.size(); ++i) result.entries[i].isDrawn = !isOverlapped(result.entries, i);

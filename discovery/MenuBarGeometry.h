@@ -39,7 +39,7 @@ struct Entry {
 struct Snapshot {
     /// In the order of the agent window's children.
     std::vector<Entry> entries;
-    /// The process id of this program, whose own status item is nobody's business.
+    /// The process id of this program, whose own status item does not count.
     ProcessID ownPID = 0;
 
     /// The entries that another process owns, in order.
@@ -63,8 +63,8 @@ struct Snapshot {
 /// unanswered counts as one whose window cannot be read, a second after the first of them.
 [[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform);
 
-/// Reads the titles of the drawn entries of `owners`, whom alone it asks. Any thread; blocks for as long as the requests
-/// take, up to 0.5 s for each and for two of an owner that has stopped answering.
+/// Reads the titles of the drawn entries of `owners`, and asks no other process. Any thread; blocks for as long as the
+/// requests take: up to 0.5 s for each, and for two requests of an owner that has stopped answering.
 void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners);
 
 }  // namespace ovin::MenuBarGeometry
