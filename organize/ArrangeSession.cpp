@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The system takes that long to lay out the menu bar of a display that has just changed its mode.
+/// How long the system takes to lay out the menu bar after a display has changed its mode.
 constexpr auto settleDelay = 400ms;
 constexpr auto fitCheckDelay = 1500ms;
 
@@ -100,13 +100,13 @@ void ArrangeSession::settle() {
 }
 
 void ArrangeSession::reportStart() {
-    // Before the report, which may end the session.
+    // Set before the report, because the report may end the session.
     timer_ = platform_.mainQueue.after(fitCheckDelay, unlessEnded(&ArrangeSession::startFitCheck));
     report({BeginResult::Outcome::started});
 }
 
 void ArrangeSession::report(const BeginResult& result) {
-    // The completion may begin anew.
+    // Taken away first, because the completion may begin a new session.
     const auto completion = std::exchange(completion_, nullptr);
     completion(result);
 }
@@ -121,12 +121,12 @@ void ArrangeSession::startFitCheck() {
 
 void ArrangeSession::finishFitCheck(bool everythingFits) {
     if (everythingFits) return;
-    // The handler may set another one.
+    // A copy, because the handler may set another one.
     if (const auto handler = onItemsStillDoNotFit) handler();
 }
 
 void ArrangeSession::end() {
-    // Without another number a step of an ended session could not be told from one of the next.
+    // After an overflow a step of an ended session could pass for one of the next.
     if (++generation_ == 0) std::terminate();
     isActive_ = false;
     if (widener_.restore()) {

@@ -93,12 +93,11 @@ private:
     DisplayWidener& widener_;
     bool isActive_ = false;
     bool isStarting_ = false;
-    /// Counts the ends. A step that finds another number than when it was scheduled is of a session that is over.
+    /// Counts the ends. If a step finds another number than when it was scheduled, its session is over.
     std::uint64_t generation_ = 0;
-    /// There while a failed restore waits for the screens to change.
+    /// Present while a failed restore waits for the screens to change.
     std::unique_ptr<Screens::Observation> restoreObservation_;
-    /// Of the latest begin, until it has been called. Kept here and not in the task, which must not be the one to destroy
-    /// it.
+    /// Of the latest begin, until it has been called. Kept here and not in the task, because the task must not destroy it.
     Completion completion_;
     /// Of the step that comes next.
     std::unique_ptr<MainQueue::Timer> timer_;

@@ -68,13 +68,13 @@ void ArrangeWindow::clicked(int tag) {
 void ArrangeWindow::toggleCard() {
     if (!panel_) return;
     content_.isCardExpanded = !content_.isCardExpanded;
-    // A taste that could not be kept is asked for again; nothing else is lost.
+    // If the choice cannot be stored, only the choice is lost.
     (void)platform_.defaults.set(collapsedKey, !content_.isCardExpanded);
     describeAgain();
 }
 
 void ArrangeWindow::doneClicked() {
-    // It may destroy this object, and with it the function that is being called.
+    // A copy, because the call may destroy this object, and with it the function.
     const auto onDone = onDone_;
     onDone();
 }

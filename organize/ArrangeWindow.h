@@ -8,8 +8,8 @@
 
 namespace ovin {
 
-/// The card that floats above everything while the display is widened: it tells the user what to do, and its Done button
-/// and its close button end it. It grows with the display, and so keeps about its usual size to the eye.
+/// The card that floats above everything while the display is widened: it tells the user what to do, and its Done button and
+/// its close button end organizing. The card grows with the display, and so keeps about its usual size to the eye.
 ///
 /// Main thread only.
 class ArrangeWindow {

@@ -8,7 +8,7 @@ namespace ovin {
 namespace {
 
 constexpr double shape16By10 = 0.625;
-/// Modes have a whole number of points, and so rarely the exact shape.
+/// Modes have whole numbers of points, so few have exactly the shape 16:10.
 constexpr double shapeTolerance = 0.005;
 
 bool is16By10(const DisplayMode& mode) {

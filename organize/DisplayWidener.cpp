@@ -16,10 +16,10 @@ namespace {
 constexpr const char* modeKey = "OvinOriginalDisplayModeID";
 /// Says nothing by itself.
 constexpr const char* displayKey = "OvinOriginalDisplayID";
-/// Whose display it is, where a user may have several sessions at the same time. Says nothing by itself either.
+/// The display server, where a user may have several sessions at the same time. Says nothing by itself either.
 constexpr const char* serverKey = "OvinOriginalDisplayServer";
 
-/// The program ends here at every launch until a person has put an end to it, so the line says how.
+/// The program ends here at every launch until a person removes the record, so the line says how.
 [[noreturn]] void endForRecord(const Platform& platform, const char* key, std::int64_t number) {
     const std::string place = platform.defaults.place();
     platform.log.write(std::string("Ovin: fatal: ") + key + " is out of range: " + std::to_string(number) +
@@ -78,7 +78,7 @@ bool DisplayWidener::restore() {
             platform_.log.write("Ovin: the widened display is unavailable; will retry restoring it");
             return false;
         }
-        // The system's word that it has switched is not enough to forget the mode.
+        // That the system says it has switched is not enough to forget the mode.
         if (!platform_.displays.apply(record.modeID, record.display) || !isInForce(record)) {
             platform_.log.write("Ovin: could not restore the display mode yet; will retry");
             return false;
@@ -92,8 +92,8 @@ bool DisplayWidener::restore() {
 
 bool DisplayWidener::isWidened() const { return platform_.defaults.object(modeKey).has_value(); }
 
-/// Whether a widening is still to be undone. What is on record of one that is undone goes, if it can be removed by now: a
-/// mode that the user has chosen since must not be undone along with it.
+/// Whether a widening is still to be undone. Tries once more to remove the record of one that has been undone, because that
+/// record would undo a mode that the user has chosen since.
 bool DisplayWidener::owesRestore() {
     if (isRecordSettled_) removeRecord();
     return isWidened() && !isRecordSettled_;
@@ -101,8 +101,8 @@ bool DisplayWidener::owesRestore() {
 
 bool DisplayWidener::writeRecord(const Record& record) {
     UserDefaults& defaults = platform_.defaults;
-    // The mode comes last because it makes the record: whatever happens in between, no mode is ever on record without its
-    // display, which the mode would then be missed on or, worse, be put on another one.
+    // The mode comes last because it makes the record. Whatever happens in between, no mode is ever on record without its
+    // display: it would never be put back or, worse, be put on another display.
     if (writeServer() && defaults.set(displayKey, std::int64_t{record.display}) &&
         defaults.set(modeKey, std::int64_t{record.modeID})) {
         return true;
@@ -118,8 +118,8 @@ DisplayWidener::Record DisplayWidener::readRecord() const {
 }
 
 void DisplayWidener::removeRecord() {
-    // The other way round for the same reason. A record that cannot be removed is found in force by the next launch; until
-    // then this run remembers that it is settled.
+    // The other way round for the same reason. If the record cannot be removed, the next launch finds its mode in force;
+    // until then this run remembers that the record is settled.
     isRecordSettled_ = !platform_.defaults.remove(modeKey);
     if (!isRecordSettled_) {
         (void)platform_.defaults.remove(displayKey);
@@ -140,7 +140,7 @@ void DisplayWidener::forgetServer() {
     if (platform_.defaults.object(serverKey)) (void)platform_.defaults.remove(serverKey);
 }
 
-/// Of one that runs: what is left of a session that has ended is paid by the next one that has the display.
+/// Only if that session still runs: the record of an ended session is paid by the next session that has the display.
 bool DisplayWidener::isOfAnotherSession() const {
     const auto server = platform_.defaults.object(serverKey);
     const auto* name = server ? std::get_if<std::string>(&*server) : nullptr;

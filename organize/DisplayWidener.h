@@ -35,12 +35,12 @@ public:
     /// Switches to the narrowest mode that is at least `toFit` points wide, or else to the widest.
     [[nodiscard]] WidenResult widen(double toFit);
 
-    /// Puts the recorded mode back. True when nothing remains to be undone, or when another session of this user, which has
-    /// displays of its own, owes it; false when the display is away or the system
-    /// refused, and it has to be tried again later. Ends the program when the record holds what cannot be an id.
+    /// Puts the recorded mode back. True when nothing remains to be undone, or when the record is that of another running
+    /// session of this user, which has displays of its own; false when the display is away or the system refused: then it
+    /// has to be tried again later. Ends the program when the record holds what cannot be an id.
     [[nodiscard]] bool restore();
 
-    /// Whether a widening is on record, by this run of the program or an earlier one.
+    /// Whether a widening is on record, by this run of the program, an earlier one or another session's.
     [[nodiscard]] bool isWidened() const;
 
     /// How many times wider the main display is than before. 1 while it is not widened, and after a relaunch.
