@@ -16,7 +16,7 @@ constexpr std::string_view lastCheckKey = "OvinLastUpdateCheck";
 std::chrono::seconds CheckSchedule::untilFirst() {
     const auto stored = defaults_.object(lastCheckKey);
     const auto* const last = stored ? std::get_if<std::int64_t>(&*stored) : nullptr;
-    // Whoever put another type there has not checked either; and a date before 1970 is none.
+    // A value of another type, or a date before 1970, tells of no check.
     if (last == nullptr || *last < 0) return std::chrono::seconds(0);
     const std::int64_t now = clock_.date().count();
     if (*last > now) {
@@ -33,7 +33,7 @@ bool CheckSchedule::begin() {
 }
 
 std::chrono::seconds CheckSchedule::reachedNobody() {
-    // A program that is started again before the next attempt makes it at its start.
+    // If the program is started again before the next attempt, it checks at its start.
     if (stampBefore_) {
         (void)defaults_.set(lastCheckKey, *stampBefore_);
     } else {

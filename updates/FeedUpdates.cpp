@@ -101,7 +101,7 @@ private:
         reminder_.reset();
         offer_.reset();
         if (tag == UpdatePages::open) platform_.workspace.open(pageOf(item_));
-        // One that cannot be remembered is told of again, which does no harm.
+        // If the skipped version cannot be stored, the user is told of it again, which does no harm.
         if (tag == UpdatePages::skip) (void)platform_.defaults.set(skippedKey, item_.version);
     }
 

@@ -18,7 +18,7 @@ inline constexpr double width = 480;
 /// There is a newer version, and where to get it.
 [[nodiscard]] View offer(const std::string& version, const std::string& installed, const Resources& resources);
 
-/// The small panel that tells of a newer version that nobody asked for.
+/// The small panel that tells of a newer version which a scheduled check has found.
 [[nodiscard]] View reminder(const std::string& version, const Resources& resources);
 
 [[nodiscard]] Alert upToDate(const std::string& installed);

@@ -66,7 +66,7 @@ std::weak_ordering compare(const std::vector<Part>& a, const std::vector<Part>& 
     return std::weak_ordering::equivalent;
 }
 
-/// Takes what comes before the next opening parenthesis, which goes with it.
+/// Takes the text up to the next opening parenthesis, and drops that parenthesis.
 std::string_view takeGroup(std::string_view& version) {
     const std::string_view group = version.substr(0, version.find('('));
     version.remove_prefix(std::min(group.size() + 1, version.size()));
