@@ -80,7 +80,7 @@ void AppDelegate::previewArrangeWindow() {
 void AppDelegate::removeEarlierSettings() {
     for (const std::string_view key : {"OvinEngineState", "OvinVisibleSet", "OvinConcealMargin", "OvinRevealMargin",
                                        "OvinPendingTierReset", "OvinSpacerRotation", "OvinWidenDisplayWhileArranging"}) {
-        // They are never read: one that cannot be removed does no harm.
+        // These settings are never read, so one that cannot be removed does no harm.
         (void)platform_.defaults.remove(key);
     }
 }
@@ -96,7 +96,7 @@ void AppDelegate::beginFirstTask() {
     if (isSet("OVIN_TEST_UPDATE")) return updater_->checkForUpdates();
     if (isSet("OVIN_TEST_ORGANIZE")) return control_->startOrganizing();
     if (platform_.defaults.boolean(hasShownGuideKey)) return;
-    // Before it is shown, so that a guide that crashes the program does not do so at every launch.
+    // Recorded before the guide is shown, so that a guide that crashes the program does so only once.
     (void)platform_.defaults.set(hasShownGuideKey, true);
     control_->showGuide();
 }

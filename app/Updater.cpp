@@ -17,7 +17,7 @@ UpdateFramework::Controller& Updater::controller() {
     return *controller_;
 }
 
-/// Whoever sets the environment may only point to this machine, so that nobody is led to a foreign feed.
+/// The environment may name only a feed on this machine, so that nobody is led to a foreign one.
 std::optional<std::string> Updater::feedURLString() const {
     auto feed = platform_.process.environment("OVIN_TEST_FEED");
     if (feed && !leadsToThisMachine(*feed)) feed.reset();

@@ -21,10 +21,10 @@
 namespace ovin {
 namespace {
 
-/// A program that leaves updates to the system is not even linked with what they take.
+/// A program that leaves updates to the system is not even linked with the libraries for them.
 constexpr bool looksForUpdates = OVIN_UPDATES;
 
-/// How long another program that is Ovin already may take to answer, its own start included.
+/// How long an Ovin that runs already may take to answer, its own start included.
 constexpr std::chrono::seconds patience{5};
 
 int fail(const char* problem) {
@@ -32,8 +32,8 @@ int fail(const char* problem) {
     return 1;
 }
 
-/// In KiB: some hundred icons of the ledge's size. What other programs draw themselves is new to the toolkit each time that
-/// the ledge opens, so that more would only keep pictures that nobody asks for again.
+/// In KiB: room for some hundred icons of the ledge's size. More would only keep pictures that nobody asks for again,
+/// because icons that other programs draw are new to the toolkit each time that the ledge opens.
 constexpr int pictureCache = 2048;
 
 /// The exit status when this program is not to run.
@@ -89,7 +89,7 @@ int main(int argumentCount, char** arguments) {
     QCoreApplication::setApplicationVersion(OVIN_VERSION);
     if (const auto status = ovin::readCommandLine()) return *status;
     QGuiApplication::setDesktopFileName("org.ovin.Ovin");
-    // It lives in the menu bar: closing a window is not quitting.
+    // Ovin lives in the menu bar, so closing its last window does not end it.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QPixmapCache::setCacheLimit(ovin::pictureCache);
     return ovin::run(signals);

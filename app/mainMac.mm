@@ -13,7 +13,7 @@ namespace {
 void run() {
     const auto process = makeMacProcessInfo();
     const std::string identifier = process->bundleIdentifier();
-    // Programs that show one window for a look at it, and nothing else, stand beside the real one.
+    // A program that only previews one window may run beside the real one.
     const bool isPreview = AppDelegate::isPreview(*process);
     if (!isPreview && FirstInstance::askAnother(identifier)) return;
 

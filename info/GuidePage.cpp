@@ -36,7 +36,7 @@ View paragraph(std::string_view text, double size = textSize, SystemColor color 
     return {Label{markedText(text, size, color), textWidth, lineSpacing}};
 }
 
-/// The page's views in the making.
+/// Collects the page's views.
 class Page {
 public:
     explicit Page(const Resources& resources) : resources_(resources) {}
@@ -56,7 +56,7 @@ public:
         const auto picture = resources_.picture(name);
         if (picture && picture->size.width > 0) {
             const double height = textWidth * picture->size.height / picture->size.width;
-            // The caption says what it shows.
+            // The caption says what the picture shows.
             views_.push_back({ImageView{picture->image, {textWidth, height}, pictureCornerRadius, {}}});
         }
         views_.push_back(paragraph(caption, captionSize, SystemColor::secondaryLabel));

@@ -9,7 +9,7 @@ namespace ovin {
 namespace {
 
 constexpr double highestScroll = 620;
-/// What header, buttons and insets take of a screen, and what is to stay free around the window.
+/// The height of header, buttons and insets, and of the space to keep free around the window.
 constexpr double aroundScroll = 190;
 constexpr double aroundWindow = 80;
 constexpr double scrollWithoutScreen = 530;

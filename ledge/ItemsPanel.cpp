@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 /// A burst of launches and quits leads to one discovery, this long after the last of them.
 constexpr auto warmRefreshDelay = 2s;
-/// A press outside that closed the ledge and the click that it ends in are not further apart.
+/// A click that follows a closing press outside within this time belongs to that press.
 constexpr auto clickDuration = 500ms;
 
 /// What stays free of the visible width beside the widest ledge.
@@ -109,14 +109,14 @@ void ItemsPanel::installClickMonitor() {
 }
 
 void ItemsPanel::clickedOutside() {
-    // It may have closed between the press and now.
+    // The ledge may have closed since the press.
     if (!isOpen_) return;
     closedByOutsideClickAt_ = platform_.clock.now();
     close();
 }
 
 void ItemsPanel::itemClicked(DiscoveredItem item) {
-    // The item's menu opens with the ledge gone.
+    // Before the press, so that the item's menu opens without the ledge.
     close();
     platform_.tasks.start(Tasks::Priority::userInitiated, [platform = platform_, item = std::move(item)] {
         if (ItemProvider::activate(platform, item)) return;

@@ -30,7 +30,8 @@ public:
     /// closed it as a press outside.
     void toggle(const std::optional<Screen>& screen);
 
-    /// Opens the ledge on `screen`, or on the main one when none is given. Without trust it only lets the system ask for it.
+    /// Opens the ledge on `screen`, or on the main one when none is given. Without trust it only lets the system ask the
+    /// user for trust.
     void open(const std::optional<Screen>& screen);
 
     void close();
@@ -62,7 +63,7 @@ private:
     std::unique_ptr<EventMonitor::Token> clickMonitor_;
     /// The result of the latest discovery.
     Items cachedItems_;
-    /// Of the items last laid out, in order; empty while the ledge is closed.
+    /// Of the items on the open ledge, in order; empty while the ledge is closed.
     std::vector<std::string> displayedIdentities_;
     bool hasRefreshedOnce_ = false;
     bool isOpen_ = false;

@@ -16,7 +16,7 @@ constexpr double iconButtonWidth = 28;
 constexpr Size iconSize{22, 22};
 constexpr Font labelFont{10, Font::Weight::regular};
 constexpr double cornerRadius = 10;
-/// So many characters of its name stand for an application without an icon.
+/// How many characters of its name an application without an icon is shown by.
 constexpr std::size_t initials = 2;
 
 std::string toolTip(const DiscoveredItem& item) {
