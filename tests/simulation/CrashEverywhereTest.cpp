@@ -1,5 +1,5 @@
-// Lets the program die at every effect of a session, before, in and after it, and at every effect of each recovery from
-// that, until no state is left that has not been looked at.
+// Lets the program die before, in and after every effect of a session, and of each recovery from such a crash, until no
+// state is left that has not been looked at.
 
 #include <gtest/gtest.h>
 
@@ -151,7 +151,7 @@ void explore(Displays displays, const std::vector<Life>& runs, std::deque<std::v
             ASSERT_TRUE(end.isDead) << nameOf(crashing);
             const bool isNew = totals.states.insert(end.state).second;
             totals.deepest = std::max(totals.deepest, crashing.size());
-            // From a state that has been seen, nothing follows that has not been seen. Short histories do not rely on that.
+            // A state that was seen before leads to nothing new. Short histories are played all the same.
             const std::size_t literalDepth = runs.front().faultyEffect < 0 ? 3 : 1;
             if (!isNew && crashing.size() >= literalDepth) continue;
             auto longer = crashing;
@@ -169,7 +169,7 @@ void explore(Displays displays, const std::vector<Life>& runs, std::deque<std::v
 
 Totals exploreAll(Displays displays) {
     std::vector<Life> firstRuns{Life{}};
-    // Also where one effect of the session goes wrong.
+    // And the same where one effect of the session goes wrong.
     for (int effect = 0; effect < 6; ++effect) {
         firstRuns.push_back({{}, effect, {true, Answer::refuses}});
         firstRuns.push_back({{}, effect, {false, Answer::pretends}});

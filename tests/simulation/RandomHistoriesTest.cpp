@@ -26,7 +26,7 @@ using Answer = MemoryDisplays::Answer;
 using Fault = SimulatedComputer::Fault;
 using Items = SimulatedComputer::Items;
 
-/// Equal numbers for equal seeds with every library, and cheap to begin.
+/// Gives equal numbers for equal seeds with every library, and is cheap to begin.
 class Random {
 public:
     explicit Random(std::uint64_t seed) : state_(seed) {}
@@ -143,7 +143,7 @@ private:
         if (random_.oneIn(3)) armCrash();
         trace("begin");
         computer_.begin();
-        // An end may come while it starts.
+        // An end may come while the session starts.
         if (!random_.oneIn(4)) pass();
     }
 
@@ -295,7 +295,7 @@ TEST(RandomHistories, NoModeOfADisplayIsEverLost) {
     std::printf("%ld histories: %ld launches, %ld started sessions, %ld effects, %ld crashes, %ld recoveries; %.1f s\n",
                 played, all.launches, all.starts, all.effects, all.crashes, all.recoveries, seconds.count());
     if (count < 1000) return;
-    // That the histories are worth playing.
+    // Checks that the histories are worth playing.
     EXPECT_GT(all.crashes, static_cast<long>(count) / 20);
     EXPECT_GT(all.recoveries, static_cast<long>(count) / 20);
     EXPECT_GT(all.starts, static_cast<long>(count) / 20);

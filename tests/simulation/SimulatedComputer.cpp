@@ -103,7 +103,7 @@ void SimulatedComputer::passUntilIdle() { program_->scene.world.time.runUntilIdl
 void SimulatedComputer::die() {
     hardware_.connected = std::move(connected());
     hardware_.settings = std::move(settings());
-    // What is destroyed has no effect any more.
+    // The destructors must have no effect.
     MemoryWorld& world = program_->scene.world;
     const auto noEffect = [](EffectMoment) { throw Violation{"an effect of a dead program"}; };
     world.defaults.onEffect = noEffect;
@@ -206,7 +206,7 @@ void SimulatedComputer::checkModeChange() {
             require(!isSettled_, "a mode is put back that is not owed any more");
             continue;
         }
-        // It is a widening then, and the session that wanted it has what it wanted.
+        // The mode is a widening then, and the session has what it wanted.
         require(std::exchange(mayWiden_, false), "a mode that no session wants any more");
         require(isOnRecord(display.id, modesBefore_[i]->id), "a mode is changed that is not on record");
     }
@@ -234,7 +234,7 @@ void SimulatedComputer::plugIn(bool inItsOwnMode, bool underAnotherID) {
     hardware_.unplugged.erase(hardware_.unplugged.begin());
     Wish& wish = wishes_[display.id];
     if (underAnotherID) lost_[display.id] = {nextID_, *display.current};
-    // Under another id it is another display to the system, which does not know of the mode that was only for a session.
+    // To the system a display under another id is another display, which never had the mode that was only for a session.
     if (inItsOwnMode || underAnotherID) {
         display.current = *std::find_if(display.modes.begin(), display.modes.end(),
                                         [&](const DisplayMode& mode) { return mode.id == wish.mode; });
@@ -252,7 +252,7 @@ void SimulatedComputer::plugEverythingIn() {
     while (!hardware_.unplugged.empty()) plugIn(false, false);
     const auto record = recordIn(settings());
     if (!record || find(record->display) != nullptr) return;
-    // It has lost its id, and gets it back along with the mode that it had.
+    // The display has lost its id, and gets it back along with the mode that it had.
     const Loss& loss = lost_.at(record->display);
     DisplayID id = loss.newID;
     while (lost_.contains(id)) id = lost_.at(id).newID;
@@ -288,7 +288,7 @@ void SimulatedComputer::setItems(Items items) {
 
 void SimulatedComputer::buildMenuBar() {
     MenuBarScene& scene = program_->scene;
-    // A menu bar costs more than all the rest, so it comes only where something depends on it.
+    // A menu bar costs more time than all the rest, so it is built only where something depends on it.
     if (items_ == Items::withoutMenuBar) return;
     scene.launchAgent();
     for (const MemoryElement& item : scene.launchWithItems(512, "App", {"one", "two"})) {

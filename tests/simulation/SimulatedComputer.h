@@ -16,7 +16,7 @@
 
 namespace ovin {
 
-/// Where within an effect the program dies. A mode that is being applied has been applied in both of the middle cases.
+/// Where within an effect the program dies. In both of the middle cases a mode that was being applied is in force.
 enum class CrashPhase { before, duringAndTheOldSurvives, duringAndTheNewSurvives, after };
 inline constexpr CrashPhase crashPhases[] = {CrashPhase::before, CrashPhase::duringAndTheOldSurvives,
                                              CrashPhase::duringAndTheNewSurvives, CrashPhase::after};
@@ -80,9 +80,9 @@ public:
     std::optional<CrashPoint> crashPoint;
     Counts counts;
 
-    // The program. Whatever calls it may throw `Crash`, after which `die` is due.
+    // The program. Each of these calls may throw `Crash`; then `die` must follow.
 
-    /// A new run of the program, which ends whatever session it finds.
+    /// Starts the program, which ends any session that an earlier run left.
     void launch();
     void begin();
     void end();
@@ -97,14 +97,15 @@ public:
 
     void unplugMainDisplay();
     void makeMain(std::size_t display);
-    /// Plugs in the display that has been away longest: in the mode that it had or in its own, under its id or another one.
+    /// Plugs in the display that has been away longest: in the mode that it had last or in its usual one, under its old id
+    /// or another one.
     void plugIn(bool inItsOwnMode, bool underAnotherID);
     void setMirrored(bool isMirrored);
     void chooseMode(std::size_t display, std::size_t mode);
     void setItems(Items items);
     [[nodiscard]] std::size_t displayCount() { return connected().size(); }
     [[nodiscard]] std::size_t unpluggedCount() const { return hardware_.unplugged.size(); }
-    /// Plugs everything in, also a display that is on record under an id that it has lost.
+    /// Plugs everything in, also a display that is on record under its lost id.
     void plugEverythingIn();
 
     // What is looked at.
@@ -117,7 +118,7 @@ public:
     /// has happened before. It is active in the end.
     void checkOrganizingIsPossible();
     [[nodiscard]] bool hasRecord() { return settings().contains(modeKey); }
-    /// One line that tells the state; equal for equal states of what outlives the program.
+    /// The state of what outlives the program, in one line; equal for equal states.
     [[nodiscard]] std::string description();
 
 private:
@@ -137,7 +138,7 @@ private:
     /// What the user wants of a display.
     struct Wish {
         std::int32_t mode = 0;
-        /// The user has chosen another mode while the display was widened. Either mode is right then.
+        /// The user has chosen another mode while the display was widened: then either mode is right.
         bool isChangedByHand = false;
     };
     /// What has become of a display that has lost its id.
@@ -182,9 +183,9 @@ private:
     bool isSettled_ = false;
     Values settingsBefore_;
     std::vector<std::optional<DisplayMode>> modesBefore_;
-    /// Counts the ends: what a begin before an end leads to is not allowed any more.
+    /// Counts the ends: a begin before an end must not lead to anything after it.
     int endCount_ = 0;
-    /// A begin has been accepted and neither been ended nor led to anything yet.
+    /// A begin has been accepted, has not been ended, and has led to nothing yet.
     bool mayWiden_ = false;
     /// The program is being told to end its session, or that the screens have changed. Nothing else lets it put a mode back.
     bool mayRestore_ = false;
