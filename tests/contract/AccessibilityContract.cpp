@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Long against what the machine's other work costs, short for whoever waits for the tests.
+/// Long compared with delays by the machine's other work, short for whoever waits for the tests.
 constexpr auto timeout = 150ms;
 
 class AccessibilityContract : public ContractTest {
@@ -66,7 +66,7 @@ protected:
         return result;
     }
 
-    /// That nothing is to be had from an element any more, and that finding out is quick.
+    /// Checks that an element answers nothing any more, and says so quickly.
     void expectDead(const AccessibilityElement& element) const {
         for (const char* attribute : {"AXTitle", "AXChildren", "AXExtrasMenuBar", "AXPosition"}) {
             EXPECT_NE(read(element, attribute).error, AccessibilityError::success) << attribute;
@@ -229,7 +229,7 @@ TEST_P(AccessibilityContract, AHungApplicationCostsOneTimeoutAndCannotComplete) 
     accessibility().setMessagingTimeout(item, timeout);
     AttributeAnswer answer;
     const auto elapsed = duration([&] { answer = read(root, "AXExtrasMenuBar"); });
-    // The system may know by itself which items there are; whoever has to ask finds out that nobody answers.
+    // The system may know the items by itself; a world that has to ask for them finds that nobody answers.
     if (answer.error != AccessibilityError::success) {
         expectTook(timeout, elapsed);
         EXPECT_EQ(answer.error, AccessibilityError::cannotComplete);

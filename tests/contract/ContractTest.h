@@ -32,7 +32,7 @@ protected:
         });
         if (stage().runUntil([&] { return hasEnded.load(); }, longTime)) return;
         ADD_FAILURE() << "A task does not end.";
-        std::abort();  // It would go on with what this test is about to destroy.
+        std::abort();  // The task would go on with what this test is about to destroy.
     }
 
     /// How long something takes by the world's clock.
@@ -42,7 +42,7 @@ protected:
         return platform().clock.now() - start;
     }
 
-    /// That something took as long as expected, and not longer than the machine's other work explains.
+    /// Checks that something took as long as expected, and not longer than the machine's other work explains.
     void expectTook(Stage::Duration expected, Stage::Duration actual) const {
         EXPECT_GE(actual, expected - earliness) << actual.count() << " ns instead of " << expected.count();
         EXPECT_LE(actual, expected + stage().margin()) << actual.count() << " ns instead of " << expected.count();
@@ -55,7 +55,7 @@ private:
     const std::unique_ptr<Stage> stage_ = GetParam().make();
 };
 
-/// How a failure shows a world. Here and not beside it, for a stage need not know of streams.
+/// How a failure shows a world. Here and not beside the stage, because a stage need not know of streams.
 inline void PrintTo(const NamedStageFactory& factory, std::ostream* stream) { *stream << factory.name; }
 
 inline std::string stageName(const testing::TestParamInfo<NamedStageFactory>& stage) { return stage.param.name; }

@@ -7,7 +7,7 @@ using Status = LaunchAtLogin::Status;
 
 class LaunchAtLoginContract : public ContractTest {
 protected:
-    /// Not even a registration is to be tried where nobody can undo what the user would see of it.
+    /// Where a stage cannot undo a registration, which the user would see, the test must not even try one.
     void SetUp() override { OVIN_NEEDS(changeLoginItems); }
 
     [[nodiscard]] LaunchAtLogin& login() const { return platform().launchAtLogin; }

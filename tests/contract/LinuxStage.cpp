@@ -81,7 +81,7 @@ Platform LinuxStage::platform() {
         world.statusBar,     world.alerts,    launchAtLogin_, world.resources,   world.updates};
 }
 
-/// Nothing tells that a condition has come to hold, so the loop is left to look at it again and again.
+/// Nothing tells when a condition begins to hold, so this leaves the loop to look at it again and again.
 bool LinuxStage::runUntil(const std::function<bool()>& condition, Duration limit) {
     const auto end = std::chrono::steady_clock::now() + limit;
     bool holds = condition();
@@ -125,7 +125,7 @@ void LinuxStage::setTrusted(bool trusted) {
     const QDBusMessage answer = QDBusConnection::sessionBus().call(call);
     require(answer.type() == QDBusMessage::ReplyMessage, "Accessibility cannot be switched.");
     if (!world_) return;
-    // The session tells everybody, one after the other.
+    // The session tells its programs one after the other.
     Accessibility& accessibility = world_->platform().accessibility;
     require(runUntil([&] { return accessibility.isProcessTrusted() == trusted; }, 5s), "Nothing tells of the switch.");
 }
@@ -137,7 +137,7 @@ void LinuxStage::changeDefaultsElsewhere(const std::string& key, const std::opti
     require(value ? other.set(key, *value) : other.remove(key), "Another program cannot change the settings.");
 }
 
-/// Whoever runs as root may write to any folder, but nobody writes a file where a folder is that is not empty.
+/// Root may write to any folder, but even root cannot put a file in the place of a folder that is not empty.
 void LinuxStage::setRefusesChanges(bool refuses) {
     const std::filesystem::path obstacle = defaultsPath().string() + ".new";
     refuses ? void(std::filesystem::create_directories(obstacle / "obstacle")) : void(std::filesystem::remove_all(obstacle));
@@ -182,7 +182,7 @@ DisplayID LinuxStage::plugDisplay() {
     return second;
 }
 
-/// It has two connections, one after the other.
+/// A command with two connections, one after the other.
 void LinuxStage::runCommand() {
     for (int i = 0; i < 2; ++i) {
         runTool("dbus-send --session --print-reply --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId >/dev/null");

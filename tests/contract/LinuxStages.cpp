@@ -12,7 +12,7 @@ std::vector<NamedStageFactory> contractStages() {
 
 }  // namespace ovin
 
-/// The world needs a toolkit, and its event loop is what the main queue runs on.
+/// The world needs the toolkit, and the main queue runs on the toolkit's event loop.
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
     const QApplication application(argumentCount, arguments);

@@ -106,7 +106,7 @@ bool MacStage::runUntil(const std::function<bool()>& condition, Duration limit) 
 
 WallClock& MacStage::wallClock() { refuse("set an alarm"); }
 
-/// The system names the program after its file, whatever the test would like.
+/// The system names the program after its file, so the test cannot choose the name.
 std::unique_ptr<StatusItemProgram> MacStage::launch(const StagedApplication& application) {
     return std::make_unique<MacStatusItems>(application.itemTitles);
 }

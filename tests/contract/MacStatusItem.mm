@@ -1,7 +1,7 @@
 // A program with status items, for the contract tests on a Mac.
 //
 // `mac-status-item TITLE...` shows one item for each title, in this order from left to right. It prints the index of an item
-// when it is pressed, and gives it another title for each line "INDEX TITLE" that it reads. It ends with its input.
+// when it is pressed, and gives it another title for each line "INDEX TITLE" that it reads. It ends when its input ends.
 //
 // `mac-status-item --switch ID` switches the main display to its mode of this id, and ends.
 

@@ -9,7 +9,7 @@ namespace ovin {
 
 void SessionStage::wait(Duration duration) { std::this_thread::sleep_for(duration); }
 
-/// The machine may be busy with a compiler; many waiting threads start one after the other then.
+/// On a machine that is busy with a compiler, many waiting threads start one after the other.
 Stage::Duration SessionStage::margin() const { return std::chrono::milliseconds(900); }
 
 bool SessionStage::isRunning(ProcessID pid) {

@@ -59,9 +59,9 @@ public:
     virtual bool runUntil(const std::function<bool()>& condition, Duration limit) = 0;
     /// Blocks the calling thread or task for so long and lets nothing of the main queue run. Any thread.
     virtual void wait(Duration duration) = 0;
-    /// The date and what outlasts sleep, for a world that makes an update framework from them. [makeUpdates]
+    /// The date and timers that outlast sleep, for a world that makes an update framework from them. [makeUpdates]
     [[nodiscard]] virtual WallClock& wallClock() = 0;
-    /// How much later than due things may be in this world, because the machine has other things to do.
+    /// How late things may be in this world, because the machine has other things to do.
     [[nodiscard]] virtual Duration margin() const = 0;
 
     // Applications
@@ -70,7 +70,7 @@ public:
     virtual ProcessID start(const StagedApplication& application) = 0;
     /// Ends an application and returns when it is gone.
     virtual void quit(ProcessID pid) = 0;
-    /// Runs a program to its end that is no application: a command of some script.
+    /// Runs a program that is no application to its end, as a script does.
     virtual void runCommand() = 0;
     /// A process id that no process has and that none gets soon.
     [[nodiscard]] virtual ProcessID unusedProcessID() = 0;
@@ -104,7 +104,7 @@ public:
     virtual void mirror(DisplayID display) = 0;
     /// Another program switches the main display to one of its modes.
     virtual void switchElsewhere(const DisplayMode& mode) = 0;
-    /// What a world reads feeds with that makes an update framework from it. [makeUpdates]
+    /// Reads feeds, for a world that makes an update framework from this. [makeUpdates]
     [[nodiscard]] virtual UpdateFeed& updateFeed() = 0;
     /// Announces these versions in a feed on a server of this machine, and returns its address. [makeUpdates]
     virtual std::string announce(const std::vector<FeedItem>& items) = 0;

@@ -16,7 +16,7 @@ extern char** environ;
 namespace ovin {
 namespace {
 
-/// For this program alone. Nothing else is started meanwhile that could take the ends along.
+/// A pipe for this program alone: nothing else is started meanwhile that could inherit its ends.
 std::array<int, 2> makePipe() {
     std::array<int, 2> ends{};
     require(pipe(ends.data()) == 0, "There are no pipes.");
@@ -65,7 +65,7 @@ StatusItemProgram::~StatusItemProgram() {
 
 void StatusItemProgram::setStopped(bool stopped) {
     kill(pid_, stopped ? SIGSTOP : SIGCONT);
-    // The system tells once of a program that stops, and never again of one that has.
+    // The system tells of a stop only once, so later calls would wait for ever.
     if (stopped == std::exchange(isStopped_, stopped) || !stopped) return;
     int status = 0;
     require(waitpid(pid_, &status, WUNTRACED) == pid_ && WIFSTOPPED(status), "A program of status items has ended.");

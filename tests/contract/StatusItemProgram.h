@@ -8,13 +8,13 @@
 
 namespace ovin {
 
-/// Fails a test whose surroundings are not what they have to be.
+/// Fails a test whose surroundings are not as the test needs them.
 void require(bool holds, const std::string& what);
 
-/// Starts a program, with the given ends of pipes where it reads and writes; -1 leaves it those of this program.
+/// Starts a program with the given ends of pipes as its input and output; for -1 it shares this program's own.
 ProcessID startProgram(std::vector<std::string> words, int input, int output);
 
-/// A running program with status items, and what it has printed. Each world has one of its own, with a language of its own.
+/// A running program with status items, and what it has printed. Each world has its own program, with its own commands.
 class StatusItemProgram {
 public:
     StatusItemProgram(const StatusItemProgram&) = delete;
@@ -23,11 +23,11 @@ public:
     virtual ~StatusItemProgram();
 
     [[nodiscard]] ProcessID pid() const { return pid_; }
-    /// Returns when it has stopped, or is to go on.
+    /// Returns when the program has stopped, or has been told to go on.
     void setStopped(bool stopped);
-    /// `title` is of one line.
+    /// `title` has one line.
     virtual void rename(std::size_t item, const std::string& title) = 0;
-    /// Whether it says that all its items are there, if it says anything of them.
+    /// Whether the program says that all its items are there, if it says anything of them.
     [[nodiscard]] virtual bool hasItsItems() { return true; }
     /// The items that were pressed so far, by their index.
     [[nodiscard]] const std::vector<std::size_t>& presses();
@@ -37,12 +37,12 @@ protected:
     explicit StatusItemProgram(std::vector<std::string> words);
 
     void command(const std::string& line) const;
-    /// Takes what it has printed since the last time.
+    /// Takes what the program has printed since the last time.
     void readOutput();
     void addPress(std::size_t item) { presses_.push_back(item); }
 
 private:
-    /// A line that it has printed, without its end.
+    /// A line that the program has printed, without its line end.
     virtual void take(const std::string& line) = 0;
 
     ProcessID pid_ = 0;

@@ -13,7 +13,7 @@ class SystemLogContract : public ContractTest {
 protected:
     [[nodiscard]] SystemLog& log() const { return platform().log; }
 
-    /// Whether these lines, and no others, come to be in the log.
+    /// Whether the log comes to hold these lines and no others.
     [[nodiscard]] bool arrive(const std::vector<std::string>& lines) const {
         return stage().runUntil([&] { return stage().logLines() == lines; }, longTime);
     }

@@ -7,8 +7,8 @@
 namespace ovin {
 namespace {
 
-/// The processes of the in-memory world, read by real threads in real time. It has no main queue of its own, so the
-/// contracts of what needs one do not run here.
+/// The processes of the in-memory world, read by real threads in real time. This stage has no main queue, so contracts of
+/// interfaces that need one do not run here.
 class ThreadStage final : public MemoryStage {
 public:
     [[nodiscard]] Platform platform() override {

@@ -14,7 +14,7 @@ protected:
     /// Elsewhere an alert would wait for somebody.
     void SetUp() override { OVIN_NEEDS(makeUpdates); }
 
-    /// What of the delegate was called.
+    /// Which functions of the delegate were called.
     int calls = 0;
 
     [[nodiscard]] std::unique_ptr<UpdateFramework::Controller> start() {

@@ -11,7 +11,7 @@
 namespace ovin {
 namespace {
 
-/// For news that would be wrong to come.
+/// How long to wait for news that must not come.
 constexpr std::chrono::milliseconds longEnough{1500};
 
 class WorkspaceContract : public ContractTest {
