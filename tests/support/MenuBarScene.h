@@ -61,7 +61,7 @@ public:
         agent_->set("AXWindows", {std::move(array)});
     }
 
-    /// A slot of the agent's window at `x`, showing an item, or nothing of anybody.
+    /// A slot of the agent's window at `x`, which shows an item or is empty.
     MemoryElement addSlot(double x, double width, const std::optional<MemoryElement>& shown = std::nullopt) {
         return addSlot(Rect{{x, 0}, {width, 24}}, shown);
     }
@@ -83,7 +83,7 @@ public:
         }
     }
 
-    /// Piles the items up at one place, as the menu bar does with those that it does not draw.
+    /// Piles the items up at one place, as the menu bar does with items that it does not draw.
     void hide(const std::vector<MemoryElement>& items) {
         for (const MemoryElement& item : items) addSlot(-100, 30, item);
         if (items.size() == 1) addSlot(-100, 30);

@@ -9,7 +9,7 @@
 #include "platform/Views.h"
 #include "tests/support/SamplePages.h"
 
-/// Views for worlds to show, which tests then hold against what is shown.
+/// Views for worlds to show, which tests compare with what is shown.
 namespace ovin {
 
 inline std::shared_ptr<const View> shared(View view) { return std::make_shared<const View>(std::move(view)); }
@@ -66,7 +66,7 @@ inline std::vector<View> inEveryContainer(const View& view) {
             {MenuBackground{4, shared(view)}}};
 }
 
-/// Views in which a few decisions come from a random number; the rest follows from the kinds above.
+/// Views made from the kinds above, in which a random number decides a few things.
 class RandomViews {
 public:
     RandomViews(unsigned seed, std::vector<View> leaves) : random_(seed), leaves_(std::move(leaves)) {}

@@ -9,7 +9,7 @@
 
 namespace ovin {
 
-/// A folder that goes with this object.
+/// A folder that is removed with this object.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
