@@ -33,7 +33,7 @@ protected:
         delegate = std::make_unique<AppDelegate>(world.platform());
         delegate->applicationDidFinishLaunching();
     }
-    /// Nothing but one window exists.
+    /// Checks that nothing but one window exists.
     void expectPreviewAlone() const {
         EXPECT_EQ(world.statusBar.itemCount, 0);
         EXPECT_EQ(world.updates.startCount, 0);

@@ -17,7 +17,7 @@
 #include "platform/linux/LinuxWorld.h"
 
 #ifdef OVIN_SANITIZED
-/// What has been freed is kept for a while, to catch late uses of it: by default far more than is looked for here.
+/// The sanitizer keeps freed memory for a while, to catch late uses of it: by default far more than this test looks for.
 extern "C" const char* __asan_default_options();
 extern "C" const char* __asan_default_options() { return "quarantine_size_mb=8"; }
 #endif
@@ -26,8 +26,8 @@ namespace {
 
 constexpr int roundsBefore = 100;
 constexpr int rounds = 1000;
-/// An allocator keeps what it has been given back as it likes; a leak of a single item's title in each round would be more.
-/// Sanitizers need memory of their own, and that of addresses finds leaks by itself when the program ends.
+/// An allocator keeps some freed memory; a leak of a single item's title in each round would be more than this. Sanitizers
+/// need memory of their own, and the address sanitizer finds leaks by itself when the program ends.
 #ifdef OVIN_SANITIZED
 constexpr long mostKilobytes = 64'000;
 #else

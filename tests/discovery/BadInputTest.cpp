@@ -1,5 +1,5 @@
 // Other programs' element trees may hold anything. Whatever they hold, a discovery follows the rules, ends within its bound
-// and takes nothing down.
+// and crashes nothing.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -405,7 +405,7 @@ TEST_F(MenuBarGeometryTest, EveryRequestOfASnapshotRunsUnderHalfASecond) {
     EXPECT_GT(requests.size(), 10u);
     for (const MemoryRequest& request : requests) {
         EXPECT_EQ(request.timeout, 500ms) << request.name;
-        // The search for an owner and its titles run under the timeout of the slot; everything else has one of its own.
+        // The search for an owner and its titles run under the timeout of the slot; everything else has its own timeout.
         const bool isBelowSlot = request.element == group || request.element == items[0];
         EXPECT_EQ(request.wasGivenTimeout, !isBelowSlot) << request.name;
     }

@@ -26,7 +26,7 @@ class Random {
 public:
     explicit Random(unsigned seed) : engine_(seed) {}
 
-    /// At least `lowest` and at most `highest`. Not one of the library's distributions, which differ between libraries.
+    /// At least `lowest` and at most `highest`. Not a distribution of the library, because those differ between libraries.
     int between(int lowest, int highest) {
         return lowest + static_cast<int>(engine_() % static_cast<unsigned>(highest - lowest + 1));
     }
@@ -72,7 +72,7 @@ struct RandomBar {
 
 private:
     void addSlot(Random& random, const std::optional<MemoryElement>& item) {
-        // Halves make overlaps of exactly a point, and just above and below it, frequent.
+        // With halves, overlaps of exactly a point, and of just more or less, are frequent.
         const Rect frame{{random.between(0, 400) / 2.0, random.between(0, 3) * 12.0},
                          {random.between(-2, 60) / 2.0, random.between(0, 24) * 1.0}};
         slotFrames.push_back(frame);
@@ -124,7 +124,7 @@ TEST(RandomBars, EverySlotIsDrawnExactlyWhenThePlainRuleSaysSo) {
     EXPECT_GT(undrawnCount, 1000);
 }
 
-/// The items that a discovery must return, in any order and unlabelled: each rule written out for one item at a time.
+/// The items that a discovery must return, in any order and without labels, by each rule written out for one item at a time.
 std::multiset<std::string> undrawnPlainly(const std::vector<DiscoveredItem>& found, const std::vector<Entry>& entries,
                                           ProcessID own, bool& byElement) {
     std::vector<Entry> foreign;
@@ -215,7 +215,7 @@ TEST(RandomBars, SortingIsStableWhateverTheItems) {
         for (std::size_t i = 1; i < items.size(); ++i) {
             for (std::size_t j = 0; j < i; ++j) {
                 // Among applications whose names sort as the same, titles move items only within their own application's
-                // places: what keeps its order is the items of one application whose titles sort as the same.
+                // places. Items of one application whose titles sort as the same keep their order.
                 if (items[j].appName != items[i].appName) continue;
                 if (world.text.compareIgnoringCase(items[j].title, items[i].title) != 0) continue;
                 ASSERT_LT(items[j].element.hash(), items[i].element.hash());

@@ -1,4 +1,4 @@
-// Feeds: whatever is read, nothing that must not be told of is told of.
+// Feeds: whatever the text is, the reader passes on nothing that it must not.
 
 #include <cstddef>
 #include <cstdint>

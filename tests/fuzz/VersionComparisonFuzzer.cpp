@@ -1,4 +1,4 @@
-// Three versions, separated by line ends: whatever they are, they have to be in an order.
+// Three versions, separated by line ends: whatever they are, comparing them has to give an order.
 
 #include <cstddef>
 #include <cstdint>

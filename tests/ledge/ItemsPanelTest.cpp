@@ -125,7 +125,7 @@ TEST_F(ItemsPanelTest, AfterADiscoveryThatFoundNothingEverythingFits) {
 TEST_F(ItemsPanelTest, AnOpenLedgeGoesOnLoadingUntilTheListChanges) {
     open();
     world.time.advance(1s);
-    // The rule is to lay out again only when the list differs, and an empty list is an empty list.
+    // The ledge is laid out again only when the list differs, and the list is still empty.
     EXPECT_THAT(shown(), ElementsAre("Loading…"));
 }
 

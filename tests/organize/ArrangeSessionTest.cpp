@@ -29,7 +29,7 @@ constexpr const char* noWiderText =
     "apps, makes room.";
 constexpr const char* refusedText = "macOS refused the resolution change. Nothing was altered.";
 
-/// Tasks that keep how soon their results were asked for.
+/// Tasks that remember with which priority each was started.
 class RecordingTasks final : public Tasks {
 public:
     explicit RecordingTasks(Tasks& tasks) : tasks_(tasks) {}
@@ -97,7 +97,7 @@ protected:
         for (const std::string& line : world.log.lines()) count += line.starts_with("Ovin DEBUG AX") ? 1U : 0U;
         return count;
     }
-    /// The width of the mode that was chosen where there is one for every width around `expected`.
+    /// The width of the chosen mode, among modes of every width around `expected`.
     int widthChosenAround(int expected) {
         std::vector<DisplayMode> modes{usual};
         for (int id = 2, width = expected - 3; width <= expected + 3; ++width, ++id) {

@@ -241,7 +241,7 @@ TEST(IcuTextPrefix, ALongTextCostsNoMoreThanAShortOne) {
     const std::string shortText(1000, 'x');
     const std::string longText(1000 * 1000, 'x');
     (void)cost(shortText);
-    // Were the whole text looked at, it would cost a thousand times as much.
+    // Looking at the whole text would cost a thousand times as much.
     EXPECT_LT(cost(longText), 100 * cost(shortText));
 }
 

@@ -45,7 +45,7 @@ TEST(ThreadTasks, ChildrenAreReportedInTheOrderInWhichTheyReturn) {
     for (int i = 0; i < 8; ++i) mayReturn.push_back(std::make_unique<std::latch>(1));
     mayReturn.back()->count_down();
     std::vector<std::size_t> order;
-    // Each report lets the child before it go, so that the last comes first.
+    // Each report releases the child before it, so that the last child is done first.
     tasks.forEach(
         8, [&](std::size_t i) { mayReturn[i]->wait(); },
         [&](std::size_t i) {

@@ -91,7 +91,7 @@ TEST(Utf8, ALengthIsCountedInUtf16Units) {
     EXPECT_EQ(utf8Length(text, 100), 9U);
 }
 
-/// What a library that counts in UTF-16 would say, by the rules of the one that the other worlds use.
+/// What a library that counts in UTF-16 would say, by the rules of the library of the other worlds.
 std::size_t endInUtf16(const std::string& text, std::size_t count) {
     const IcuText library("root");
     std::size_t units = 0;

@@ -49,7 +49,7 @@ protected:
         controller->checkForUpdates();
         world.time.advance(2s);
     }
-    /// Started a while ago, and has looked.
+    /// Starts right after a check.
     void startChecked() {
         world.defaults.values["OvinLastUpdateCheck"] = std::int64_t{clock.date().count()};
         start();

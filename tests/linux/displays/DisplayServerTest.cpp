@@ -15,7 +15,7 @@
 namespace ovin {
 namespace {
 
-/// Another process that listens as a server does, and this one's connection to it.
+/// Another process that listens as a server does, and this process's connection to it.
 class Server {
 public:
     explicit Server(const std::string& path) {

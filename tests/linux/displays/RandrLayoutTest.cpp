@@ -173,7 +173,7 @@ TEST(RandrLayout, WhatTouchesADisplayIsBackWhereItWasWithTheFormerMode) {
     }
 }
 
-/// Where nothing overlapped before nothing does afterwards, and the screen holds it all.
+/// If nothing overlapped before, nothing does afterwards, and the screen holds all displays.
 TEST(RandrLayout, NoDisplayComesToLieOverAnother) {
     std::mt19937 random(7);
     const std::vector<std::uint32_t> modes{small, medium, large};

@@ -41,7 +41,7 @@ int sideOf(const BusValue::Dictionary& properties) {
 /// What the ledge draws for an item.
 QIcon shown(const BusValue::Dictionary& properties) { return qtIcon(Image(itemIcon(properties))); }
 
-/// A theme without a generic icon, so that one that falls back to it shows nothing.
+/// A theme without a generic icon, so that an icon that falls back to the generic one shows nothing.
 bool isGeneric(const QIcon& icon) {
     return icon.pixmap(28).toImage() ==
            qtIcon(Image(std::make_shared<ItemIcon>("no-such-icon", "", ItemIcon::Pixels{}))).pixmap(28).toImage();

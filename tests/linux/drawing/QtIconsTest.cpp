@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-/// Puts an index in the place of the one before. It is believed as long as it is no older than the folders.
+/// Replaces the theme's index. The toolkit believes an index that is no older than the folders.
 void writeIndex(const fs::path& theme, const std::string& bytes, std::chrono::seconds ahead) {
     std::ofstream(theme / "new", std::ios::binary) << bytes;
     fs::last_write_time(theme / "new", fs::file_time_type::clock::now() + ahead);

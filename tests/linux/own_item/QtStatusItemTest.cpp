@@ -62,7 +62,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    /// The item finds them all when it looks next.
+    /// Makes calls that the item finds all at once when it looks next.
     void pressAtOnce(const std::vector<StatusItemClick>& presses) {
         const QString item = service();
         for (const StatusItemClick press : presses) {

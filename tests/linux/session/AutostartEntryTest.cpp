@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 class AutostartEntryTest : public testing::Test {
 protected:
     AutostartEntryTest() {
-        // What refuses one user a folder refuses nothing to root.
+        // Permissions that keep a user out of a folder do not stop root.
         fs::permissions(folder_.path(), fs::perms::all);
         fs::create_directories(system());
         useProgram("bin/ovin");
@@ -70,12 +70,12 @@ protected:
         return DesktopEntryFile::read(file()).value().value(key);
     }
 
-    /// The tool of those who wrote the rules for entries has no objection.
+    /// Whether the tool of those who wrote the rules for entries accepts this one.
     [[nodiscard]] bool isValid() const {
         return std::system(("desktop-file-validate --no-hints --warn-kde '" + file().string() + "' >&2").c_str()) == 0;
     }
 
-    /// Nothing that was written aside is left.
+    /// How many files there are, so that a file left from writing aside shows.
     [[nodiscard]] std::size_t fileCount() const {
         return static_cast<std::size_t>(std::distance(fs::directory_iterator(places.userFolder), {}));
     }
@@ -350,7 +350,7 @@ TEST_F(AutostartEntryTest, AnEntryForAllUsersCountsUntilItIsHidden) {
     EXPECT_EQ(entry().unregisterApplication(), std::nullopt);
     EXPECT_EQ(value("Hidden"), "true");
     EXPECT_TRUE(isValid()) << text();
-    // Not the user's settings but Ovin has hidden it, and so Ovin may show it again.
+    // Ovin has hidden it, not the user's settings, and so Ovin may show it again.
     EXPECT_EQ(entry().status(), Status::notRegistered);
     EXPECT_EQ(entry().registerApplication(), std::nullopt);
     EXPECT_EQ(entry().status(), Status::enabled);

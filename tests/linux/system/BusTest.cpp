@@ -29,7 +29,7 @@ protected:
 
     [[nodiscard]] std::string address() const { return "unix:path=" + path_; }
 
-    /// This process opens so many files more at most.
+    /// Lets this process open at most so many more files.
     void leaveRoomFor(rlim_t files) {
         const int next = dup(listener_);
         ASSERT_EQ(close(next), 0);
@@ -46,7 +46,7 @@ private:
 };
 
 TEST_F(BusTest, AConnectionTakesFewFiles) {
-    // Two itself; and sanitizers look through a pipe at what a thread is made of.
+    // The bus itself needs two; sanitizers use a pipe to look at a thread.
     leaveRoomFor(4);
     EXPECT_NE(Bus::connect(address()), nullptr);
 }

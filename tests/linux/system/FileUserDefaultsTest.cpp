@@ -38,7 +38,7 @@ protected:
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    /// Whatever lies there is left alone, and nothing is stored.
+    /// Checks that whatever lies there is left alone, and nothing is stored.
     void expectRefusal() const {
         FileUserDefaults defaults(path());
         EXPECT_FALSE(defaults.isReadable());
@@ -156,7 +156,7 @@ TEST_F(FileUserDefaultsTest, ProgramsThatChangeItAtTheSameTimeLoseNothing) {
         const pid_t child = fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
-            // A busy machine may not let this one have its turn in time; then it asks again, as a person would.
+            // On a busy machine this program may not get the lock in time; then it tries again, as a person would.
             const auto until = [](const auto& isDone) {
                 while (!isDone()) continue;
             };

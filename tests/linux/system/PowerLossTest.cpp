@@ -213,7 +213,7 @@ TEST(PowerLoss, AnInterruptedCallIsMadeAgain) {
         refusals += isSet ? 0 : 1;
         EXPECT_EQ(storedOn(disk), isSet ? after : before) << "call " << call;
     }
-    // To ask what a file is, and to rename it, are no calls that a kernel interrupts.
+    // The kernel does not interrupt calls that ask what a file is or rename it.
     EXPECT_EQ(refusals, 2);
     EXPECT_GT(call, 20);
 }

@@ -15,9 +15,9 @@
 
 namespace ovin {
 
-/// A disk behind a cache, which promises no more than POSIX does: what a file holds is on the disk once the file was
-/// synchronised, and a name once its folder was; until then either may be lost, in any order, and what was being written may
-/// be torn. Renaming is one step. Any call can be made to fail, to do half of its work, or to be the last one.
+/// A disk behind a cache, which promises no more than POSIX does: a file's content is on the disk once the file was
+/// synchronised, and a name once its folder was. Until then either may be lost, in any order, and content may be torn.
+/// Renaming is one step. Any call can be made to fail, to do half of its work, or to be the last one.
 class SimulatedDisk final : public FileSystem {
 public:
     /// What a file or a folder is at one moment.
@@ -44,7 +44,7 @@ public:
     int calls = 0;
     /// From this call on nothing happens any more: the program is dead.
     int diesAt = -1;
-    /// These fail with `error`.
+    /// Calls that fail with `error`.
     std::set<int> failing;
     int error = EIO;
     /// All calls to write take so many bytes at most.
@@ -108,7 +108,7 @@ public:
         if (const int status = step(); status < 0) return status;
         const int id = open_[file].node;
         durable_[id] = nodes_[id];
-        // What a name leads to may not have reached the disk: then it is an empty file there.
+        // If the file of a name has not reached the disk, the name leads to an empty file there.
         for (const auto& [name, node] : nodes_[id].names) durable_.try_emplace(node, Node{nodes_[node].isFolder, {}, {}});
         dirty_.erase(id);
         changes_.erase(id);
@@ -219,7 +219,7 @@ private:
         }
     }
 
-    /// A name that has reached the disk may lead to what has not.
+    /// A name that has reached the disk may lead to content that has not.
     void keep(std::map<int, Node>& disk, int folder, const Change& change) const {
         make(disk.try_emplace(folder, Node{true, {}, {}}).first->second, change);
         if (!change.added.empty()) disk.try_emplace(change.node, Node{nodes_.at(change.node).isFolder, {}, {}});

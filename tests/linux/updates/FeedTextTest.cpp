@@ -60,7 +60,7 @@ TEST(FeedText, ItemsForOtherSystemsAndForTestersAreLeftOut) {
     EXPECT_EQ(count(feedOf("<item><enclosure os='linux'/></item>")), 0) << "another namespace";
     EXPECT_EQ(count(feedOf(item("<sparkle:channel>beta</sparkle:channel>"))), 0);
     EXPECT_EQ(count(feedOf(item("<sparkle:channel> </sparkle:channel>"))), 1);
-    // What changes from one version to the next is no version of its own.
+    // A change from one version to the next (a delta) is no version of its own.
     const std::string delta = "<item><sparkle:deltas>" + enclosure + "</sparkle:deltas></item>";
     EXPECT_EQ(count(feedOf(delta)), 0);
 }
@@ -129,7 +129,7 @@ std::string attributes(std::size_t length, const std::string& prefix) {
     return text;
 }
 
-/// Of 4 MiB each. Readers exist that take minutes for one of them, or all memory.
+/// Texts of 4 MiB. Some readers take minutes for one of them, or all memory.
 TEST(FeedText, WhateverAFeedContainsItIsReadOrRefusedInTime) {
     constexpr std::size_t most = std::size_t{4} << 20;
     const std::pair<const char*, std::string> hostile[] = {

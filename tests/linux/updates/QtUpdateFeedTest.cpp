@@ -92,7 +92,7 @@ protected:
     void expectFailure(const std::string& url, FeedFailure failure) {
         EXPECT_EQ(read(url), UpdateFeed::Answer(failure)) << url;
     }
-    /// What the server has sent of something that never ends, in megabytes.
+    /// How much the server has sent of an answer that never ends, in megabytes.
     int sent() {
         const auto file = folder_.path() / "sent";
         EXPECT_TRUE(becomes([&] { return std::filesystem::exists(file) && std::filesystem::file_size(file) > 0; }));
@@ -201,8 +201,7 @@ TEST_F(QtUpdateFeedTest, AReadingThatIsDestroyedEndsAtOnceAndSilently) {
     QCoreApplication::processEvents();
 }
 
-/// The time that passes for this thread, but for that in which it could run and had no processor to run on, because others
-/// on this machine had them.
+/// The time that passes for this thread, without the time in which it could run but other programs had the processors.
 std::chrono::nanoseconds timeOfThread() {
     const auto waited = [] {
         std::int64_t times[2] = {0, 0};

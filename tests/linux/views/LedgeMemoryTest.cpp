@@ -29,12 +29,12 @@ namespace {
 constexpr double widestLedge = 760;
 constexpr int openingsBefore = 30;
 constexpr int openings = 200;
-/// 100 bytes for each time that one of the twenty buttons in sight is painted would be more.
+/// A leak of 100 bytes each time that one of the twenty buttons in sight is painted would exceed this.
 constexpr std::size_t mostBytes = 400'000;
-/// In KiB. Full before anything is measured, whatever the toolkit keeps there.
+/// In KiB: so small that the toolkit's cache is full before anything is measured.
 constexpr int pictureCache = 256;
 
-/// The toolkit's stand-in for a screen tells at each opening what it cannot do.
+/// Drops the messages in which the toolkit's stand-in for a screen tells at each opening what it cannot do.
 class Silence {
 public:
     Silence() : before_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}

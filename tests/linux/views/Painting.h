@@ -40,7 +40,7 @@ struct Painting {
     std::vector<Picture> pictures;
 };
 
-/// Has a widget painted. It need not be shown, but has been laid out.
+/// Has a widget painted. The widget need not be shown, but must have been laid out.
 [[nodiscard]] Painting paintingOf(QWidget& widget);
 
 }  // namespace ovin

@@ -80,7 +80,7 @@ bool isPicture(const QImage& shown, const Image& asked) {
     return shown.convertToFormat(QImage::Format_ARGB32) == expected.convertToFormat(QImage::Format_ARGB32);
 }
 
-/// A letter and what it looks like. Where lines break there are blanks or none, and so those do not count.
+/// A letter and what it looks like. Blanks do not count, because where a line breaks there may be one or none.
 struct Letter {
     QChar letter;
     QFont font;
@@ -156,7 +156,7 @@ private:
     }
 
     void expectToolTip(const QWidget& widget, const std::string& toolTip) {
-        // The toolkit takes it for mark-up when it looks like that.
+        // The toolkit takes a text that looks like mark-up for mark-up.
         const QString shown = widget.toolTip();
         const QString seen = Qt::mightBeRichText(shown) ? QTextDocumentFragment::fromHtml(shown).toPlainText() : shown;
         expect(seen.toStdString() == toolTip, "tool tip");

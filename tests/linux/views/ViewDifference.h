@@ -8,9 +8,9 @@
 
 namespace ovin {
 
-/// In what the widgets of a view differ from its description, seen from outside: by the properties that the toolkit has for
-/// them, by where layouts put them, and by what they paint. Lengths are held against the nearest whole pixels, which are all
-/// that widgets have; what is painted has fractions. Lays the widgets out.
+/// How the widgets of a view differ from its description, seen from outside: by the toolkit's properties, by where layouts
+/// put the widgets, and by what they paint. Lengths of widgets are compared as whole pixels, because widgets have no others;
+/// painted lengths have fractions. Lays the widgets out.
 [[nodiscard]] std::vector<std::string> differences(QWidget& widget, const View& view);
 
 }  // namespace ovin

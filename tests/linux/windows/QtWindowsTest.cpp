@@ -91,7 +91,7 @@ TEST_F(QtWindowsTest, AnInformationWindowOpensInTheCentreAndThenWhereTheUserLeft
     shown->show();
     const QPoint distance =
         window().frameGeometry().center() - QGuiApplication::primaryScreen()->availableGeometry().center();
-    // The frame is not known before there is one.
+    // The size of the frame is unknown until there is a frame.
     EXPECT_LE(distance.manhattanLength(), 8);
     window().move(37, 41);
     shown->close();
@@ -274,7 +274,7 @@ TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTh
     const QPointer<ItemButton> first = ledgeButton();
     ledge.reset();
     EXPECT_FALSE(before[0]->isVisible());
-    // The event loop has not run: what the first one showed is not deleted yet.
+    // The event loop has not run, so the widgets of the first content are not deleted yet.
     ledge = open("Second", 8);
     EXPECT_EQ(ledgeWindows(), before);
     EXPECT_TRUE(before[0]->isVisible());

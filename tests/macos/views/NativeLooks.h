@@ -23,7 +23,7 @@ namespace ovin {
 /// Whether something holds in light and in dark.
 [[nodiscard]] bool isInEveryAppearance(const std::function<bool()>& holds);
 
-/// The length that a view is held at; nothing where it has the one that it wants.
+/// The length that a constraint gives a view; nothing where the view has the length that it wants.
 [[nodiscard]] std::optional<double> fixedLength(NSView* view, NSLayoutAttribute attribute);
 
 }  // namespace ovin

@@ -12,8 +12,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// In what the native views of a view differ from its description, seen from outside: by AppKit's properties and
-/// constraints, and by what its texts and layers hold.
+/// How the native views of a view differ from its description, seen from outside: by AppKit's properties and constraints,
+/// and by what texts and layers hold.
 [[nodiscard]] std::vector<std::string> differences(NSView* native, const View& view);
 
 }  // namespace ovin

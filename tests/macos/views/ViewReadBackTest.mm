@@ -94,7 +94,7 @@ TEST_F(ViewReadBack, IllFormedTextReadsBackAsAllOfOvinShowsIt) {
     }
 }
 
-/// That the native view of a description reads back as something else once it was changed.
+/// Checks that the native view of a description no longer matches the description once the view was changed.
 void expectChange(const View& view, void (^change)(__kindof NSView* view)) {
     @autoreleasepool {
         NSView* native = makeNativeView(view, nil);

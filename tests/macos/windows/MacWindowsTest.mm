@@ -19,7 +19,7 @@ class MacWindowsTest : public testing::Test {
 protected:
     static void SetUpTestSuite() { (void)NSApplication.sharedApplication; }
 
-    /// For as long as whatever is on its way may take.
+    /// Runs the event loop for as long as anything that is under way may take.
     static void turnRunLoop() { [NSRunLoop.mainRunLoop runUntilDate:[NSDate dateWithTimeIntervalSinceNow:0.05]]; }
 
     /// The only window that is seen.
