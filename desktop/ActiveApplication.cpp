@@ -10,7 +10,7 @@ namespace {
 
 constexpr int longestName = 60;
 
-/// The class of a window comes as two strings with a NUL behind each: the instance's name and the application's.
+/// The class of a window is two strings, each with a NUL behind it: the instance's name and the application's.
 QString applicationName(xcb_window_t window) {
     const auto names = X11Properties::read(window, XCB_ATOM_WM_CLASS).split('\0');
     QString name = QString::fromUtf8(names.value(1)).left(longestName);

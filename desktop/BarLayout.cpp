@@ -53,7 +53,7 @@ BarLayout layOutBar(const BarContent& content) {
     return layout;
 }
 
-// An item gives way once the dragged one covers half of it, so that neither jumps back at the next movement.
+// An item gives way once the dragged one covers half of it, so that neither item jumps back at the next movement.
 std::optional<std::size_t> dropPlace(const BarLayout& layout, std::size_t dragged, int x) {
     for (std::size_t i = 0; i < layout.items.size(); ++i) {
         const auto& [span, isDrawn] = layout.items[i];

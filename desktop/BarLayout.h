@@ -20,7 +20,7 @@ struct BarContent {
     int barWidth = 0;
     int clockWidth = 0;
     int expanderWidth = 0;
-    /// Of the status items, from left to right.
+    /// The widths of the status items, from left to right.
     std::vector<int> itemWidths;
     /// Where items must end on the left: what is there belongs to the application's menus ...
     int reservedWidth = 0;
@@ -43,8 +43,8 @@ struct BarLayout {
     BarSpan clock;
 };
 
-/// Places as many items as fit, from the clock leftwards. The slots of the others lie over the expander's, their right ends
-/// together: they overlap it and one another and nothing that is drawn.
+/// Places as many items as fit, from the clock leftwards. The slots of the others lie over the expander's slot, all with the
+/// same right end: they overlap that slot and one another, and nothing that is drawn.
 [[nodiscard]] BarLayout layOutBar(const BarContent& content);
 
 /// The place that a dragged item takes among the items when its middle is at `x`: nothing while that is its own place. Only

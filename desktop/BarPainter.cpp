@@ -11,7 +11,7 @@ namespace {
 constexpr int fontSize = 13;
 constexpr int applicationX = 16;
 constexpr int clockPadding = 8;
-/// The clock's text ends as far from the screen's edge as the application's name begins.
+/// The clock's text ends as far from the right edge of the screen as the application's name begins from the left one.
 constexpr int clockMargin = 16;
 
 /// `mirrored` as a factor: 1 points left, -1 right.
@@ -39,7 +39,7 @@ QFont BarPainter::font(QFont::Weight weight) {
     return font;
 }
 
-// Digits differ in width: measured as they are, the clock would push the items about each minute.
+// Digits differ in width, so a clock as wide as its present time would push the items about each minute.
 int BarPainter::clockWidth(QString time) {
     std::replace_if(
         time.begin(), time.end(), [](QChar c) { return c.isDigit(); }, QLatin1Char('0'));

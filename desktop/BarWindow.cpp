@@ -15,7 +15,7 @@
 namespace ovin {
 namespace {
 
-/// The room that the menus of an application are left, on a bar that is at least twice as wide.
+/// The room that is left for an application's menus, on a bar that is at least twice as wide.
 constexpr int menusWidth = 520;
 
 QString timeText() {
@@ -182,7 +182,7 @@ void BarWindow::menuClosed(StatusItem* item) {
     update();
 }
 
-/// An open menu takes all presses. One on another item closes it and counts for that item too.
+/// An open menu takes all presses. A press on another item closes the menu and also counts for that item.
 bool BarWindow::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress && qobject_cast<QMenu*>(object)) {
         pressBesideMenu(*static_cast<QMouseEvent*>(event));

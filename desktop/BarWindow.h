@@ -20,7 +20,7 @@ class BarWindow : public QWidget {
     Q_OBJECT
 
 public:
-    /// What stands in the bar's right part, each in a slot of its own.
+    /// A place in the bar's right part.
     struct Slot {
         enum class Kind { item, expander, clock };
 
@@ -39,7 +39,7 @@ public:
     /// Items from left to right, drawn or not, then the expander if there is one, then the clock.
     [[nodiscard]] const std::vector<Slot>& barSlots() const { return slots_; }
 
-    /// As a click on the item with that button does, drawn or not.
+    /// Does what a click on the item with that button would do, drawn or not.
     void press(StatusItem& item, Qt::MouseButton button = Qt::LeftButton);
     /// Shows more items over the application's half of the bar, or gives that half back.
     void toggleExpanded();
@@ -80,7 +80,7 @@ private:
     [[nodiscard]] const QPixmap& icon(const StatusItem& item);
     [[nodiscard]] const Slot* slotAt(QPoint position) const;
     [[nodiscard]] const Slot* slotOf(const StatusItem* item) const;
-    /// Where an item is told that it was clicked: below the middle of its slot, in the X server's pixels.
+    /// The position that an item is given with a click: below the middle of its slot, in the X server's pixels.
     [[nodiscard]] QPoint clickPosition(const StatusItem& item) const;
     [[nodiscard]] int itemsLeft() const;
     void paintSlot(BarPainter& painter, const Slot& slot);

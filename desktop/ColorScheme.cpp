@@ -52,7 +52,7 @@ void ColorScheme::setChoice(const QString& choice) {
     apply();
 }
 
-/// The portal may be started by this: it is a part of the desktop, unlike the programs behind the items.
+/// This may start the portal, because the portal is a part of the desktop, unlike the programs behind the items.
 void ColorScheme::readSetting() {
     auto question = dbusCall(portalName, portalPath, portalInterface, QStringLiteral("Read"), {settingGroup, settingKey});
     question.setAutoStartService(true);

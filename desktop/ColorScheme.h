@@ -32,7 +32,7 @@ private:
 
     QDBusConnection bus_;
     QString choice_;
-    /// As the desktop's settings count: 0 none, 1 dark, 2 light.
+    /// In the numbers of the desktop's settings: 0 none, 1 dark, 2 light.
     uint setting_ = 0;
     bool startedDark_;
 };

@@ -39,7 +39,7 @@ ItemOrderFile orderFile() {
     return ItemOrderFile((folder + QStringLiteral("/ovin/menu-bar-order")).toStdString());
 }
 
-/// The accessibility bus starts when somebody asks for it; the toolkit joins it then, but does not ask.
+/// The accessibility bus starts when a program asks for it. The toolkit then joins it, but does not ask.
 void startAccessibilityBus(const QDBusConnection& bus, QObject& context) {
     auto question = dbusCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"), QStringLiteral("org.a11y.Bus"),
                              QStringLiteral("GetAddress"));

@@ -19,7 +19,7 @@ MinuteClock::~MinuteClock() {
     close(timer_);
 }
 
-/// The system's timer counts in the time that people see, so that it neither drifts nor misses a clock that is set.
+/// The system's timer runs by the clock that people see, so that it neither drifts nor misses a change of that clock.
 void MinuteClock::wait() {
     constexpr std::time_t minute = 60;
     itimerspec next{};

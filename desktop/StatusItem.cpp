@@ -19,7 +19,7 @@ const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
 
 /// Programs announce each changed property by itself.
 constexpr auto changesCollected = 10ms;
-/// After that an item that has not answered is shown as one that nothing is known of.
+/// After this time an item that has not answered is shown without anything known of it.
 constexpr auto longestUnseen = 250ms;
 constexpr int requestBound = 25'000;
 
@@ -28,7 +28,7 @@ QVariantMap propertiesOf(const QDBusMessage& answer) {
     return qdbus_cast<QVariantMap>(answer.arguments().constFirst());
 }
 
-/// A program that takes its time has understood: asking it for something else would do two things at a click.
+/// No answer in time is no refusal: asking a slow program for something else as well would do two things at one click.
 bool isRefusal(const QDBusMessage& answer) {
     if (answer.type() != QDBusMessage::ErrorMessage) return false;
     const auto error = QDBusError(answer).type();
@@ -142,7 +142,7 @@ void StatusItem::announceChange() {
 void StatusItem::followMenu() {
     if (menuPath_ == state_.menuPath) return;
     menuPath_ = state_.menuPath;
-    // An open menu says that it closes only while it is there.
+    // An open menu tells of its closing only while it exists.
     if (menu_) menu_->menu().close();
     menu_.reset();
     if (!menuPath_.isEmpty())

@@ -26,15 +26,15 @@ public:
     [[nodiscard]] const StatusItemAddress& address() const { return address_; }
     [[nodiscard]] std::uint64_t registration() const { return registration_; }
     [[nodiscard]] const StatusItemState& state() const { return state_; }
-    /// Whether the bar should show it: it has answered, or has been given time enough, and does not want to be hidden.
+    /// Whether the bar should show the item: it has answered, or has had time enough, and does not want to be hidden.
     [[nodiscard]] bool isShown() const { return isReady_ && state_.status != StatusItemState::Status::passive; }
     /// Grows with each change of the state or the title.
     [[nodiscard]] std::uint64_t revision() const { return revision_; }
     /// The title for people; never empty.
     [[nodiscard]] QString title() const;
-    /// The name of the program for the order of the items: what it says, or else its process's name.
+    /// The program's name for the order of the items: the one that it gives, or else its process's name.
     [[nodiscard]] QString program() const { return state_.id.isEmpty() ? processName_ : state_.id; }
-    /// The unique name of the connection that serves the item; empty while nobody has said.
+    /// The unique name of the connection that serves the item; empty while unknown.
     [[nodiscard]] const QString& owner() const { return owner_; }
 
     /// The item's state may have changed: read it again soon.

@@ -20,7 +20,7 @@ QString text(const QVariantMap& properties, const char* name, int longest = long
     return whole.size() > longest ? whole.left(longest) + QChar(0x2026) : whole;
 }
 
-/// A name that is too long to be one is none: cut, it would name something else.
+/// A name that is too long is dropped and not cut, because a cut name would name something else.
 QString iconName(const QVariantMap& properties, const char* name) {
     const QString whole = properties.value(QLatin1String(name)).toString();
     return whole.size() > longestIconName ? QString() : whole;
@@ -47,7 +47,7 @@ QString toolTipTitle(const QVariantMap& properties) {
     }
     argument.endArray();
     argument >> title;
-    argument.endStructure();  // what is left open is never freed, and holds the message
+    argument.endStructure();  // a structure left open is never freed, and holds the message
     return title.simplified().left(longestText);
 }
 

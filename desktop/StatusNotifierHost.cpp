@@ -29,7 +29,7 @@ StatusNotifierHost::StatusNotifierHost(const QDBusConnection& bus, ItemOrderFile
     join();
 }
 
-/// The signals of all items are asked for with a rule for each of the two interface names, not with several for each item.
+/// One rule for each of the two interface names asks for the signals of all items, instead of several rules for each item.
 void StatusNotifierHost::listen() {
     bus_.connect(daemonName, QStringLiteral("/org/freedesktop/DBus"), daemonName, QStringLiteral("NameOwnerChanged"),
                  {watcherName}, QString(), this, SLOT(watcherOwnerChanged(QString, QString, QString)));

@@ -1,5 +1,5 @@
 // ovin-items: prints the status items that discovery finds in the running session, and presses one on request. It is the
-// logic of the application without its windows, for a look at what it sees.
+// logic of the application without its windows, to show what that logic sees.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -125,7 +125,7 @@ std::optional<Options> parse(const QCoreApplication& application) {
                        {"request-trust", "Ask to switch accessibility on."}});
     parser.addHelpOption();
     parser.addVersionOption();
-    // The parser's own way out of a mistake has the exit status of a refused press.
+    // The parser itself would end at a mistake with the exit status of a refused press.
     if (!parser.parse(application.arguments())) {
         complain(wrongUsage, parser.errorText());
         return std::nullopt;

@@ -153,7 +153,7 @@ void ItemObject::addMenu(std::vector<Property>& list) const {
     if (!options_.menu.empty()) list.push_back({"Menu", "o", [](MessageWriter& writer) { writer.path(MenuObject::path); }});
 }
 
-/// Everything that a program may get wrong about the types. The Id stays right: it tells whose garbage this is.
+/// Every mistake that a program may make with the types. The Id stays right, to tell whose garbage this is.
 void ItemObject::addGarbage(std::vector<Property>& list) {
     list.push_back({"Category", "d", [](MessageWriter& writer) { writer.real(0.5); }});
     list.push_back({"Title", "i", [](MessageWriter& writer) { writer.number(42); }});

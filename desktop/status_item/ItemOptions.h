@@ -17,7 +17,7 @@ enum class MenuFault { None, Missing, Empty, Silent };
 /// What the command line asks the program to show, and in which ways to misbehave.
 struct ItemOptions {
     std::string id = "status-item";
-    std::vector<std::string> titles;  // the id, unless given; of several items in turn
+    std::vector<std::string> titles;  // the id, unless given; items take them in turn
     std::string icon;
     std::optional<std::uint32_t> pixmapColour;  // 0xRRGGBB
     std::string glyph;                          // the name of a pictogram; a simple shape, unless given

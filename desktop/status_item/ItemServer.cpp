@@ -204,7 +204,7 @@ void ItemServer::answerHeld(std::uint64_t now) {
     while (!held_.empty() && held_.front().due <= now) {
         const Message call = std::move(held_.front().call);
         held_.pop_front();
-        // The library's own answers belong to the moment of arrival, so what is not an item's gets its answer here.
+        // The library answers only at arrival, so this answers held calls that are not an item's.
         if (dispatch(call.get()) == 0)
             sd_bus_reply_method_errorf(call.get(), SD_BUS_ERROR_UNKNOWN_METHOD, "Nothing answers this here");
     }
@@ -260,7 +260,7 @@ void ItemServer::registered(std::size_t item, const sd_bus_error* error) {
 
 void ItemServer::allRegistered() {
     if (options_.readyDescriptor >= 0) {
-        // Nobody waits any more if this fails, which is no reason to stop being an item.
+        // If this fails, the caller has gone, which is no reason to stop being an item.
         if (write(options_.readyDescriptor, "r", 1) < 0) explain("nobody waits for readiness", -errno);
         close(options_.readyDescriptor);
     }

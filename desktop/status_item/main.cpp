@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Lets the process bear a name of its own, in full as its first argument and shortened by the kernel as its command.
-/// The first argument can be set only by executing the program again.
+/// Gives the process a name of its own: in full as its first argument, and shortened by the kernel as its command. The first
+/// argument can be set only by executing the program again.
 void takeName(const std::string& name, char** arguments) {
     if (name != arguments[0]) {
         std::string first = name;
@@ -22,7 +22,7 @@ void takeName(const std::string& name, char** arguments) {
     prctl(PR_SET_NAME, name.c_str());
 }
 
-/// The event loop takes these signals from a descriptor, which requires that they interrupt nothing.
+/// The event loop takes these signals from a descriptor, so they must be blocked.
 void blockEventSignals() {
     sigset_t signals;
     sigemptyset(&signals);
