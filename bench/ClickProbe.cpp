@@ -2,10 +2,10 @@
 //
 //     click_probe X Y COLOUR CLICKS HOLD PAUSE
 //
-// X and Y are a place on the status item; COLOUR is one that the opened window shows below the menu bar and nothing else
-// does, as six hexadecimal digits. The button is held for HOLD milliseconds, and PAUSE passes between the end of one click
-// and the next. Odd clicks open, even ones close. Prints the milliseconds from each opening release to the moment when the
-// screen shows that colour, one a line, and "lost" for a click that nothing follows within two seconds.
+// X and Y are a place on the status item; COLOUR, six hexadecimal digits, is one that only the opened window shows below the
+// menu bar. The button is held for HOLD milliseconds, and PAUSE passes between the end of one click and the next. Odd clicks
+// open, even ones close. Prints the milliseconds from each opening release to the moment when the screen shows that colour,
+// one a line, and "lost" for a click that nothing follows within two seconds.
 //
 //     click_probe X Y rapid CLICKS HOLD PAUSE
 //
@@ -52,7 +52,7 @@ public:
         const FromXcb<xcb_damage_query_version_reply_t> version{
             xcb_damage_query_version_reply(connection_, xcb_damage_query_version(connection_, 1, 1), nullptr)};
         if (!version) fail("the X server does not tell of damage");
-        // Of everything that is drawn on the screen, windows of others included.
+        // Tells of everything that is drawn on the screen, also by other programs.
         xcb_damage_create(connection_, xcb_generate_id(connection_), screen_->root, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
         xcb_flush(connection_);
     }
@@ -126,7 +126,7 @@ private:
         return isAny;
     }
 
-    /// Windows that go are drawn over by none: after a while it is worth a look anyway.
+    /// Nothing may be drawn when a window goes, so this looks after a while anyway.
     void awaitDrawing() {
         if (takeEvents()) return;
         pollfd descriptor{xcb_get_file_descriptor(connection_), POLLIN, 0};

@@ -117,7 +117,7 @@ bool trust() {
     return session && AccessibilityBus(*session).enable();
 }
 
-/// Without a menu bar agent the items have only now found a watcher, and register one after the other.
+/// Without a menu bar agent the items find a watcher only now, and register one after the other.
 void waitForItems(const Platform& platform, std::size_t count) {
     const auto deadline = std::chrono::steady_clock::now() + 15s;
     while (scanItems(platform, ItemProvider::snapshotApps(platform)).size() < count) {
@@ -127,7 +127,7 @@ void waitForItems(const Platform& platform, std::size_t count) {
         }
         std::this_thread::sleep_for(50ms);
     }
-    // The last of them are still being drawn.
+    // The bar is still drawing the last items.
     std::this_thread::sleep_for(1s);
 }
 
@@ -151,7 +151,7 @@ bool measureHung(const Platform& platform, const Options& options) {
     return times.slowest() <= discoveryLimit;
 }
 
-/// Discoveries and references take turns, so that what else happens on the machine happens to all of them alike.
+/// Discoveries and references take turns, so that other work of the machine slows all of them alike.
 bool measureAnswering(const Platform& platform, const Options& options) {
     const auto apps = ItemProvider::snapshotApps(platform);
     PipelinedRead reference;

@@ -15,8 +15,7 @@ DISCOVERY = re.compile(r"discovery: (\d+) undrawn items")
 LATENCY = re.compile(r"^\d+\.\d+$")
 
 
-# An assistive program that is listening makes every other one tell it what it shows, so this one ends before anything is
-# measured.
+# An assistive program that listens makes all programs tell it what they show, so this one ends before anything is measured.
 FIND_SLOT = """
 import gi
 gi.require_version("Atspi", "2.0")

@@ -229,7 +229,7 @@ BENCHMARK(discoveryWithMoreAndMoreHung)
     ->Iterations(8)
     ->Unit(benchmark::kMillisecond);
 
-/// Each of these waits a quarter of a second for each that does not answer: 50 s in the end.
+/// A scan waits a quarter of a second for each application that does not answer: 50 s for the most of them.
 void serialScanWithMoreAndMoreHung(benchmark::State& state) {
     Session session(1ms);
     launchSomeHung(session, state);
@@ -259,7 +259,8 @@ void geometrySnapshot(benchmark::State& state) {
 }
 BENCHMARK(geometrySnapshot)->Arg(50)->Arg(500)->Arg(5000)->Unit(benchmark::kMicrosecond);
 
-/// The requests that a snapshot of as many slots sends, alone: the difference to `geometrySnapshot` is its own work.
+/// Only the requests that a snapshot of as many slots sends. The difference to `geometrySnapshot` is the snapshot's own
+/// work.
 void theSameRequestsAlone(benchmark::State& state) {
     Session session(0ms);
     session.launchMany(60, 60);

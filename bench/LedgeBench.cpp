@@ -42,7 +42,7 @@ public:
         const bool result = QApplication::notify(receiver, event);
         --depth_;
         hasPainted_ = hasPainted_ || isPaint;
-        // Paint events are sent from within the one by which the window has been told to show itself.
+        // The toolkit sends paint events while it handles the event that shows the window.
         if (depth_ == 0 && hasPainted_ && loop_ != nullptr) loop_->quit();
         return result;
     }

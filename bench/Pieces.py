@@ -209,7 +209,7 @@ def startRows(figures):
     for name, what in (("until registered, ms", "start to a registered item"),
                        ("resident (RSS), MiB", "resident memory (RSS)"),
                        ("proportional (PSS), MiB", "proportional memory (PSS)"), ("private, MiB", "private memory")):
-        # What a program keeps to itself is told, and no limit.
+        # Private memory is told without a limit.
         rows.append(Row(f"{what}, median", figures[name]["ovin"], unit=name.rpartition(", ")[2],
                         reference=Reference("bare Qt program", figures[name]["bare"]),
                         atMostTimes=None if what.startswith("private") else TIMES_BARE_PROGRAM))

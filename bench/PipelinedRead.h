@@ -11,9 +11,8 @@ struct sd_bus_message;
 
 namespace ovin {
 
-/// What a discovery asks, asked by a client that is nothing but a client: one thread, plain sd-bus, every request sent as
-/// soon as it can be known, and answers looked into only where the next request depends on them. The measure for
-/// discoveries.
+/// Asks what a discovery asks, as a bare client: one thread, plain sd-bus, every request sent as soon as it can be known,
+/// and answers read only where the next request depends on them. Discoveries are compared with it.
 class PipelinedRead {
 public:
     /// Connects to the session bus and, when there is a menu bar agent, to the accessibility bus. Ends the program when
