@@ -196,7 +196,7 @@ int main(int argumentCount, char** arguments) {
         const QString path = QString("%1/explainer-%2.png").arg(folder, name);
         QImage image = drawn(state);
         image.setDevicePixelRatio(1);
-        // Stated in the file, whence macOS has the size in points: a point is 1/72 inch.
+        // macOS takes the size in points from this statement in the file: a point is 1/72 inch.
         constexpr int dotsPerMeter = static_cast<int>(pixelsPerPoint * 72 / 0.0254 + 0.5);
         image.setDotsPerMeterX(dotsPerMeter);
         image.setDotsPerMeterY(dotsPerMeter);

@@ -42,7 +42,7 @@ Look linuxLook(int side) {
     return {side, 28, 40, 110, 184, 4, 6, true};
 }
 
-/// On the grid that all icons share there, on which a tile fills 824 of 1024 parts, in small pictures somewhat more.
+/// On the grid of all icons of macOS, where a tile fills 824 of 1024 parts, in small pictures somewhat more.
 Look macLook(int side) {
     if (side <= 16) return {side, 32, 64, 112, 188, 0, 40, false};
     if (side <= 32) return {side, 32, 48, 112, 186, 2, 20, false};
@@ -55,7 +55,7 @@ QPainterPath rounded(const QRectF& rect, double radius) {
     return path;
 }
 
-/// Soft: rings of which each adds a little, the more of them the nearer to the shape.
+/// A soft shadow of rings, each of which adds a little: more of them overlap nearer to the shape.
 void drawShadow(QPainter& painter, const QPainterPath& shape, double distance, double spread, double opacity) {
     constexpr int rings = 24;
     for (int ring = 1; ring <= rings; ++ring) {

@@ -24,7 +24,7 @@ double arc(Spot spot, Spot middle, double radius, double from, double to, double
 double outline(double shape, double width);
 
 double without(double shape, double hole);
-/// The spot that a shape turned about `middle` would be asked for.
+/// Where to ask a shape about `spot` after the shape was turned about `middle`.
 Spot turned(Spot spot, Spot middle, double degrees);
 
 }  // namespace Shapes
