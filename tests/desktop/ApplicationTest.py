@@ -58,10 +58,10 @@ class TheLedge(ApplicationTestCase):
             self.openLedge(self.ovin)
             return becomes(lambda: any(button.get_name().startswith("Huge 2") for button in buttonsOf("Ovin")), 2)
 
-        # So much takes a busy machine its time, and the ledge lists anew only what it is opened for.
+        # A busy machine takes its time for so much, and the ledge reads the list anew only when it opens.
         for _ in range(2):
             self.assertTrue(becomes(isListed))
-        # Messages of sixty mebibytes have to be received, but one of each is worth keeping.
+        # Messages of sixty mebibytes have to be received, but only one picture of each is kept.
         self.assertTrue(becomes(lambda: memoryOf(self.ovin.pid) < before + 60), (before, memoryOf(self.ovin.pid)))
 
     def testItStaysAboveAFullScreenWindowAndTakesNoFocus(self):
@@ -194,7 +194,7 @@ class TheStatusItem(ApplicationTestCase):
         agent = pidOf("menu bar agent")
         os.kill(agent, signal.SIGKILL)
         self.assertTrue(becomes(lambda: accessible("MenuBarAgent") is None))
-        # It serves the other tests too, and ends with the desktop.
+        # This program serves the other tests too, and ends with the desktop.
         TheStatusItem.successor = subprocess.Popen([os.environ["OVIN_MENU_BAR_AGENT"]])
         self.assertTrue(becomes(lambda: self.slot() is not None), "it does not come back")
         click(*awaited(self.slot))

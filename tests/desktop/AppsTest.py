@@ -13,7 +13,7 @@ import unittest
 
 from DesktopTest import BOUND, becomes, isAlive, main, ovinItems, pidOf, setAccessibility
 
-# Their commands, and how they are called in their desktop entries.
+# Their commands, and their names in their desktop entries.
 PROGRAMS = {"copyq": "CopyQ", "flameshot": "Flameshot", "qbittorrent": "qBittorrent", "pasystray": "PulseAudio System Tray",
             "psensor": "Psensor"}
 STARTING = 60.0  # seconds, on a machine that has other things to do

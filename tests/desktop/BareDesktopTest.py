@@ -52,7 +52,7 @@ class Misbehaviour(DesktopTestCase):
         self.startItem("--name", "Huge", "--huge", "1000000", "--items", "2")
         self.startItem("--name", "Zoo", "--title", "Good")
         self.assertTrue(becomes(lambda: len(self.find()) == 3))
-        # On a busy machine a megabyte may always need more than a scan's bound to get here. Then it is missing, never cut.
+        # On a busy machine a title of a megabyte may always take longer than a scan's bound. Then it is missing, never cut.
         whole = [("T" * 1_000_000, "T" * 11 + "…")] * 2 + [("Good", None)]
         for _ in range(3):
             items, duration = self.findAndTime()
@@ -64,7 +64,7 @@ class Misbehaviour(DesktopTestCase):
                 self.assertIn(one, (expected, ("", None)), "a title is cut")
 
     def testAThousandItemsAreFound(self):
-        # A thousand may take longer to register than a program that looks once waits for them. The watcher stays, as Ovin does.
+        # A program that looks once may not wait until a thousand items have registered. This watcher stays, as Ovin does.
         watcher = subprocess.Popen([OVIN_ITEMS, "--stay"], stdout=subprocess.DEVNULL)
         self.addCleanup(watcher.wait, BOUND)
         self.addCleanup(watcher.kill)

@@ -51,7 +51,7 @@ class Item:
         return self.output.read().decode().splitlines()
 
     def events(self):
-        """What has happened to the item since it registered, without positions."""
+        """What has happened to the item since it registered, without the positions of clicks."""
         return [re.sub(r"( -?\d+){2}", "", line) for line in self.lines() if not line.startswith("registered")]
 
     def stop(self):
@@ -95,7 +95,7 @@ class DesktopTestCase(unittest.TestCase):
         return [item["title"] for item in self.find()]
 
     def assertFinds(self, titles):
-        """That exactly these items come to be found, in this order."""
+        """Waits until exactly these items are found, in this order."""
         if not becomes(lambda: self.titles() == titles):
             self.assertEqual(self.titles(), titles)
 

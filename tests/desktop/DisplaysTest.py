@@ -23,7 +23,7 @@ def run(*command):
 
 
 def lastingID(output):
-    """What displays are called, of the output's name and of a monitor that says nothing (platform/linux/displays/LastingIDs.h)."""
+    """A display's id, made of the output's name and a monitor that says nothing (platform/linux/displays/LastingIDs.h)."""
     number = 2166136261
     for byte in output.encode() + b"\0":
         number = (number ^ byte) * 16777619 % 2 ** 32
@@ -56,7 +56,7 @@ class Probe:
                 self.arrival.notify_all()
 
     def ask(self, *question):
-        """The answer, without the question."""
+        """The answer without the question, which it begins with."""
         question = " ".join(map(str, question))
         seen = len(self.lines)
         self.process.stdin.write(question + "\n")
@@ -70,7 +70,7 @@ class Probe:
         return [line for line in self.lines if line.startswith("changed")]
 
     def modes(self, display):
-        """The ids of modes that are not the same by their size; the first one of each."""
+        """The id of the first mode of each size."""
         found = {}
         for mode in self.ask("modes", display).split():
             found.setdefault(mode.split(":")[1], int(mode.split(":")[0]))

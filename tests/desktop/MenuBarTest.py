@@ -40,7 +40,7 @@ class TheMenuBar(DesktopTestCase):
         return [(name.strip(), int(x), int(width)) for name, x, width in re.findall(r"(\D.*?)@(-?\d+)\+(\d+)", line.split(": ")[1])]
 
     def namesOfUndrawn(self):
-        """The bar piles up what it does not draw: items of which another one begins before their end."""
+        """The items that the bar piles up because it does not draw them: another item begins before their end."""
         slots = [slot for slot in self.slots() if slot[0].startswith("App")]
         covered = lambda one: any(other is not one and other[1] < one[1] + one[2] and one[1] < other[1] + other[2] for other in slots)
         return sorted(slot[0] for slot in slots if covered(slot))
@@ -104,7 +104,7 @@ class TheMenuBar(DesktopTestCase):
         self.startItem("--items", "1000", "--title", "Many", "--name", "Many")
         self.awaitRegistrations()
         self.assertTrue(becomes(lambda: self.scannedCount() == 1002), self.discoveryLog()[-2:])
-        # A busy machine may always need more than a bound to read so many slots; then nobody knows what is drawn.
+        # A busy machine may always take longer than a bound to read so many slots; then nobody knows what is drawn.
         isUnknown = lambda: any("geometry unavailable" in line for line in self.discoveryLog())
         self.assertTrue(becomes(lambda: 900 < len(self.find()) < 1002 or isUnknown()))
 

@@ -30,7 +30,7 @@ class Kills(OrganizeTestCase):
             counts["before Done" if self.isBeforeDone else "after Done"] += 1
             self.awaitGone()
             ovin = self.startInCrowd()
-            # Its item may be there before it has looked for what is owed.
+            # Ovin's item may be there before Ovin has looked for what is owed.
             self.assertTrue(becomes(lambda: mode() == USUAL and not isOnRecord()), (number, mode(), readDefaults()))
             self.assertIsNone(ovin.poll())
             if (number + 1) % 10 == 0:

@@ -230,7 +230,7 @@ class WhatIsOwed(OrganizeTestCase):
         show("DUMMY1", "--mode", wide, "--right-of", "DUMMY0")
         self.assertTrue(becomes(lambda: mode("DUMMY1") == "1280x800" and not isOnRecord()), (mode("DUMMY1"), readDefaults()))
         self.assertEqual(place("DUMMY0"), USUAL + "+0+0")
-        # And that is all: what is chosen from now on stays.
+        # Nothing more is put back: the mode that is chosen from now on stays.
         show("DUMMY1", "--mode", wide)
         time.sleep(1)
         self.assertEqual(mode("DUMMY1"), wide)
@@ -293,7 +293,7 @@ class WhatIsRefused(OrganizeTestCase):
     def testSettingsThatCannotBeWritten(self):
         self.startInCrowd()
         before = readDefaults()
-        # What lies in the way of the file that is to take the place of the first keeps even root from writing.
+        # A folder in the place of the file that is written aside keeps even root from writing.
         os.makedirs(os.path.join(SETTINGS + ".new", "inside"))
         self.assertRefused(REFUSED)
         self.assertEqual(readDefaults(), before)
@@ -365,7 +365,7 @@ class BadRecords(OrganizeTestCase):
                                  rf"Ovin: fatal: {key} is out of range: -?\d+; remove it from {SETTINGS}, and choose the "
                                  r"display's mode by hand")
                 self.assertEqual(mode(), USUAL)
-        # What it says helps.
+        # The advice of that line helps.
         ovin = self.launch()
         self.assertStays(ovin)
 

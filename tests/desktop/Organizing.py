@@ -111,7 +111,7 @@ class OrganizeTestCase(ApplicationTestCase):
 
     @classmethod
     def letTheBarRemember(cls):
-        """The bar keeps the order once anything in it has been moved. Without that Ovin, started again, would be its newest
+        """Moves an item, because the bar keeps its order only after that. Otherwise a restarted Ovin would be the newest
         item, for which there is no room."""
         def drag():
             last = slots()[-3:]
@@ -141,7 +141,7 @@ class OrganizeTestCase(ApplicationTestCase):
         show("DUMMY1", "--off")
 
     def own(self, name):
-        """What Ovin has under that name."""
+        """The element of Ovin's with that name."""
         return accessible("Ovin", name)
 
     def startInCrowd(self, **environment):
@@ -161,7 +161,7 @@ class OrganizeTestCase(ApplicationTestCase):
         return card and descendant(card, "Done")
 
     def clickDone(self):
-        """Clicks on the card's button until the card goes: its warning may come just then, which moves the button away, and a
+        """Clicks on the card's button until the card goes: its warning may just then move the button away, and a
         person aims again. A click that has hit the button has to be enough."""
         def isGone():
             return not run("xdotool", "search", "--onlyvisible", "--name", f"^{TITLE}$").stdout
@@ -184,7 +184,8 @@ class OrganizeTestCase(ApplicationTestCase):
         def opens():
             if "Ovin" in drawn() or "Done organizing" in drawn():
                 click(*awaited(self.slot), 3)
-            # The next click would close the menu again: however slowly it is looked at, it has to be seen before that.
+            # The next click would close the menu again, so the menu has to be seen before that, however slowly it is looked
+            # at.
             return awaited(lambda: entryNamed(entry), BOUND / 3)
 
         found = awaited(opens)

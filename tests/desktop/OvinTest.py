@@ -36,7 +36,7 @@ def click(x, y, button=1):
 
 
 def heedSignals():
-    """Tests that run under nohup, or in the background of a shell, ignore some; what they start would ignore them as well."""
+    """Tests under nohup, or in the background of a shell, ignore some signals, and so would the programs that they start."""
     for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
         signal.signal(number, signal.SIG_DFL)
 
@@ -107,14 +107,14 @@ def accessible(application, name=None):
             if found is not None and name is not None:
                 found = descendant(program, name)
         except GLib.Error:
-            continue  # it went while it was looked at; one that was killed is listed for a while
+            continue  # it went while it was looked at; a killed program is listed for a while
         if found is not None:
             return found
     return None
 
 
 def awaited(look, bound=BOUND):
-    """What `look` returns as soon as it is anything: looked at once more, it may just be gone again."""
+    """What `look` returns as soon as that is anything, because a second look may find it gone again."""
     found = []
     becomes(lambda: found.append(look()) or found[-1], bound)
     return found[-1]
@@ -252,7 +252,7 @@ class ApplicationTestCase(unittest.TestCase):
     def openLedge(self, process):
         click(*awaited(self.slot))
         self.assertTrue(becomes(lambda: windowsOf(process.pid)), "no ledge opens")
-        # Where the list is still being read, it is shown in place of a text that says so.
+        # While the list is still being read, a text says so; the list then takes its place.
         self.assertTrue(becomes(lambda: buttonsOf("Ovin")), "the ledge stays empty")
         return windowsOf(process.pid)[0]
 

@@ -41,7 +41,7 @@ def beside():
         becomes(lambda: mode() != USUAL)
         ovin.kill()
     else:
-        # Whatever it does about the record, it has done before it can be asked to open the ledge.
+        # Ovin deals with the record before it can be asked to open the ledge.
         becomes(lambda: isNamed() and subprocess.run([OVIN], env=environment, timeout=BOUND, check=False).returncode == 0)
         ovin.terminate()
     # The same at its launch and at its end.

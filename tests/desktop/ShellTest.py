@@ -156,7 +156,7 @@ class TheOpenLedge(ApplicationTestCase):
         x, y = awaited(self.slot)
         run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", "51", "--delay", "3", "1")
 
-        # A busy machine may still be dealing with them, which opens and closes it meanwhile.
+        # A busy machine may still be dealing with the clicks, which open and close the ledge meanwhile.
         def isUsable():
             if self.isOpen(self.ovin):
                 click(300, 500)

@@ -61,7 +61,7 @@ class Soak(OrganizeTestCase):
         self.addCleanup(self.log.close)
 
     def tearDown(self):
-        """What was there at the end, for who looks for the cause of a failure."""
+        """What was there at the end, for whoever looks for the cause of a failure."""
         self.log.seek(0)
         print(f"mode {mode()}, {readDefaults()}\nbar: {drawn()}\nthe last things done: {' '.join(self.lately)}\n"
               f"log: {''.join(self.log.readlines()[-20:])}")
@@ -70,7 +70,7 @@ class Soak(OrganizeTestCase):
         super().tearDown()
 
     def startOvin(self, *arguments, **environment):
-        """Its log goes to a file: nobody reads a pipe for so long."""
+        """Starts Ovin with its log in a file, because nobody reads a pipe for so long."""
         process = subprocess.Popen([OVIN, *arguments], env=dict(os.environ, **environment), stderr=self.log)
         self.addCleanup(process.wait, BOUND)
         self.addCleanup(process.kill)
@@ -220,13 +220,13 @@ class Soak(OrganizeTestCase):
         inBar = set(drawn())
         names = [button.get_name() for button in buttonsOf("Ovin")]
         inLedge = " ".join(names)
-        # On a busy machine a title may always come too late; then the ledge has the item without it.
+        # On a busy machine a title may always come too late; then the ledge has the item without its title.
         untitled = sum(" — " not in name for name in names)
         return sorted(title for title in wanted - inBar if title not in inLedge)[untitled:]
 
     def assertNothingIsMissing(self):
         self.quieten()
-        # The ledge lists anew what it was opened for: so it is opened until it has heard of everything.
+        # The ledge reads the list anew when it opens, so it is opened until it shows everything.
         def isComplete():
             if not windowsOf(self.ovin.pid):
                 self.clickOnOvin()
@@ -284,7 +284,7 @@ class Soak(OrganizeTestCase):
         self.soak({**usual, "kill": 4}, begin + MINUTES * 60)
         print(f"done: {dict(sorted(self.counts.items()))}")
 
-        # Memory goes up and down with what has just been shown. A leak lifts the least of it, too.
+        # Memory goes up and down with what has just been shown. A leak lifts even the lowest values.
         memory = [kibibytes for kibibytes, _, _ in measured]
         half = len(memory) // 2
         if half > 0 and not isSanitized():

@@ -38,14 +38,14 @@ class Samples:
         self.process.stdin.flush()
 
     def hears(self, expected, bound=BOUND):
-        """Whether the program comes to say this, whatever it says before."""
+        """Whether the program says this in the end, whatever it says before."""
         while (line := self.lines.next(bound)) is not None:
             if line == expected:
                 return True
         return False
 
     def all(self):
-        """What it says until it answers a question that is put to it now."""
+        """What the program says until it answers a question that this puts to it now."""
         self.say("mark")
         lines = []
         while (line := self.lines.next()) not in ("what?", None):
@@ -110,7 +110,7 @@ def click(x, y):
 
 
 def drag(start, end):
-    """The window manager gets each step by itself: it begins to move a window when the pointer has gone some way."""
+    """Drags step by step, because the window manager begins to move a window only when the pointer has gone some way."""
     middle = [(one + other) // 2 for one, other in zip(start, end)]
     for step in (("mousemove", *start), ("mousedown", 1), ("mousemove", *middle), ("mousemove", *end), ("mouseup", 1)):
         run("xdotool", *map(str, step))
@@ -119,7 +119,7 @@ def drag(start, end):
 
 @contextlib.contextmanager
 def stoppedWindowManager():
-    """As if the window manager were busy with something else: windows get no frame meanwhile."""
+    """Stops the window manager, as if it were busy with something else: windows get no frame meanwhile."""
     os.kill(pidOf("window manager"), signal.SIGSTOP)
     try:
         yield

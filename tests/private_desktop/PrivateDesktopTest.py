@@ -356,7 +356,7 @@ class Crashes(PrivateDesktopTestCase):
                 os.kill(desktop.pids[name], number)
                 status, errors = desktop.end()
                 self.assertEqual(status, 125)
-                # Those that live by the piece may be seen to go before it.
+                # Processes that depend on the piece may be seen to end before it.
                 self.assertRegex(errors, rf"(?m)^private-desktop: {name} ended ")
                 self.assertNothingLeft(desktop)
 

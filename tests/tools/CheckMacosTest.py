@@ -86,7 +86,7 @@ LACKING = 'kTeaKey="tea"  # it is a macro\n'
 
 
 class Declarations(unittest.TestCase):
-    """Each fault is one change of declarations that agree with the typings."""
+    """Each fault is one change to declarations that agree with the typings."""
 
     def check(self, before="", after="", lacking=LACKING, typings=TYPINGS):
         self.assertIn(before, HEADER)
