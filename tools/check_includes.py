@@ -40,8 +40,8 @@ REALISATIONS = {
 }
 WORLDS = ["memory", "linux", "macos"]
 
-# The rooms of the worlds that have some, and which other rooms each may include: one table for all, so that who knows one
-# world finds the way in the other. What lies beside the rooms puts the world together and may include every room.
+# The rooms of the worlds that have some, and which other rooms each may include: one table for all, so that whoever knows
+# one world finds the way in the other. What lies beside the rooms puts the world together and may include every room.
 ROOMS = {
     "system": [],
     "drawing": ["system"],
@@ -91,7 +91,7 @@ BANNED_HEADERS = {
     "random": "the logic draws no random numbers",
 }
 
-# What the logic must not name, however it came by it.
+# What the logic must not name, whichever header declares it.
 BANNED_NAMES = [
     (r"\b(?:steady|system|high_resolution|utc|tai|gps|file)_clock\b|\bstd\s*::\s*time\b",
      "the logic knows no clock but platform/Clock.h"),

@@ -41,7 +41,7 @@ def counts_of(case):
     failed = int(announced[1]) - passed - len(skipped)
     if failed:
         print_failures(case.get("name"), output)
-    # A program that fails after its last test, for what a sanitizer has found, has not passed.
+    # A program that fails after its last test, as a sanitizer makes it do, has not passed.
     return passed, failed or int(not good), len(skipped)
 
 

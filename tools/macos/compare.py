@@ -132,9 +132,9 @@ class Comparison:
     def faults_of_type(self, what, native, typing, is_exact):
         """`is_exact` says that the typings tell of every null, as they do of what a method takes."""
         type_, is_nullable = split_nullable(typing)
-        # Neither do they know of a null before which a macro stands, which that of the availability is.
+        # They also lack the null behind a macro, such as the one for availability.
         is_exact = is_exact and "API_" not in native
-        if "=>" in typing:  # Behind a block null says one thing or another: nothing is taken from it.
+        if "=>" in typing:  # Behind a block the typings' null is ambiguous, so nothing is taken from it.
             is_exact = is_nullable = False
         found = []
         if not self.types.agrees(native, type_):

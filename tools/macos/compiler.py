@@ -53,7 +53,7 @@ def arguments(root, generated, processor="arm64", language="objective-c++"):
         "-target", f"{processor}-apple-macosx{OLDEST_SYSTEM}", "-x", language, "-std=c++20",
         *(["-fobjc-arc"] if language == "objective-c++" else []), "-fblocks", "-stdlib=libc++", "-nostdinc++",
         "-nostdlibinc",
-        # The headers of the C library here use a name that the compiler defines for macOS, and hide what is not ISO C.
+        # The C library's headers here use a name that the compiler defines for macOS, and then hide what is not ISO C.
         "-U__nonnull", "-D_GNU_SOURCE",
         "-I", root, "-I", generated, "-isystem", os.path.join(sdk, "include"), "-isystem", os.path.join(sdk, "libc"),
         "-isystem", standard_library(), "-isystem", "/usr/include/x86_64-linux-gnu", "-isystem", "/usr/include",

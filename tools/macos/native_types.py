@@ -108,12 +108,12 @@ class NativeTypes:
         if name in COLLECTIONS:
             return typing in COLLECTIONS[name] or typing.startswith(f"{name}<")
         if name == "NSObject" and "<" in pointee:
-            return typing == "NSObject"  # Objects of the system's libraries, of which they know the protocols only.
+            return typing == "NSObject"  # Objects of the system's libraries, of which the typings know only the protocols.
         if name in self.typed.classes and self.typed.classes[name].superclass and "*" not in pointee:
             return typing == name or re.fullmatch(rf"{name}<.*>", typing) is not None
         if pointee == "char":
             return typing == "string"
-        # What is opaque, or a reference of CoreFoundation's, is an address or an object to them.
+        # To the typings an opaque type, or a reference of CoreFoundation's, is an address or an object.
         return typing in POINTERS | OBJECTS
 
     def function_agrees(self, text, typing):
