@@ -69,7 +69,8 @@ public:
         return result;
     }
 
-    /// Whatever happened: when everything works, the next launch pays what is owed, and organizing goes on.
+    /// Checks that the next launch pays what is owed when everything works, whatever happened before, and that organizing
+    /// goes on.
     void recover() {
         computer.crashPoint.reset();
         computer.faults = nullptr;

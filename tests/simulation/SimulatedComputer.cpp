@@ -88,7 +88,7 @@ void SimulatedComputer::end() {
     ++endCount_;
     mayWiden_ = false;
     startTime_.reset();
-    // Of a session that is ended before its report, nobody hears any more.
+    // A session that is ended before its report is never reported.
     if (isActive()) isStarting_ = false;
     mayRestore_ = true;
     program_->session->end();
@@ -117,7 +117,7 @@ void SimulatedComputer::die() {
     if (std::exchange(isSettled_, false)) unsettle();
 }
 
-/// The next run of the program cannot know that nothing is owed for what is on record.
+/// The next run of the program cannot know that the record owes nothing.
 void SimulatedComputer::unsettle() {
     const auto record = recordIn(settings());
     for (const auto* displays : {&connected(), &hardware_.unplugged}) {

@@ -152,7 +152,7 @@ private:
     [[nodiscard]] Values& settings();
     [[nodiscard]] static std::optional<Record> recordIn(const Values& values);
     [[nodiscard]] bool isOnRecord(DisplayID display, std::int32_t mode);
-    /// None when no display that is connected has this id.
+    /// Nothing when no connected display has this id.
     [[nodiscard]] Display* find(DisplayID id);
     [[nodiscard]] bool isRight(const Display& display) const;
 
@@ -179,7 +179,7 @@ private:
     std::unique_ptr<Program> program_;
 
     int effectCount_ = 0;
-    /// Nothing is owed for what is on record: this run of the program was right to remove it, and could not.
+    /// The record on file owes nothing: this run of the program was right to remove it, and could not.
     bool isSettled_ = false;
     Values settingsBefore_;
     std::vector<std::optional<DisplayMode>> modesBefore_;
@@ -189,7 +189,7 @@ private:
     bool mayWiden_ = false;
     /// The program is being told to end its session, or that the screens have changed. Nothing else lets it put a mode back.
     bool mayRestore_ = false;
-    /// A begin has been accepted, and what it has to find out has not been found out yet.
+    /// A begin has been accepted and is still finding out what it has to know.
     bool isStarting_ = false;
     /// When the session was reported, until it has ended or warned.
     std::optional<std::chrono::nanoseconds> startTime_;
