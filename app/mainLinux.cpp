@@ -53,8 +53,8 @@ std::optional<int> giveWay(SingleInstance& instance) {
 
 int run(TerminationSignal& signals) {
     SingleInstance instance("org.ovin.Ovin");
-    // Programs that show one window for a look at it, and nothing else, stand beside the real one and leave its place and
-    // other programs' items alone.
+    // A program that only previews one window may run beside the real one, and leaves the real one's place and other
+    // programs' items alone.
     const bool isPreview = AppDelegate::isPreview(LinuxProcessInfo());
     if (!isPreview) {
         if (const auto status = giveWay(instance)) return *status;
