@@ -32,11 +32,11 @@ enum class AccessibilityError : std::int32_t {
     noValue = -25212,
 };
 
-/// A handle to an interface element of some process. Copies share one *reference*; the reference keeps whatever the world
-/// needs to name the element alive, but not the element itself, which dies with its process.
+/// A handle to an interface element of some process. Copies share one *reference*; the reference keeps alive what the world
+/// needs to name the element, but not the element, which dies with its process.
 ///
-/// Two references may stand for the same element: they are then equal and hash alike, and still have a messaging timeout
-/// each. Elements may be copied, compared and dropped on any thread.
+/// Two references may stand for the same element: they are equal and have the same hash, but each has its own messaging
+/// timeout. Elements may be copied, compared and dropped on any thread.
 class AccessibilityElement {
 public:
     /// What a world keeps behind a reference.
@@ -103,28 +103,27 @@ struct ProcessIDAnswer {
 ///
 /// Every method may be called on any thread and on several at once. Requests (`copyAttributeValue`, `performAction`) block
 /// the calling thread until the owning process has answered, or for at most the messaging timeout of the element that they
-/// are sent to; a process that does not answer holds up nobody but the callers that wait for it. Which elements a process
-/// has may be known to the system itself, and is told without asking the process then; what an element says about itself
-/// never is. Answers are never cached between requests in a way that a caller could notice. Failures are values; nothing
-/// throws.
+/// are sent to; a process that does not answer delays only the callers that wait for it. Which elements a process has may be
+/// answered by the system itself without asking the process; what an element says about itself always comes from the
+/// process. No caller can notice any caching of answers between requests. Failures are values; nothing throws.
 class Accessibility {
 public:
     virtual ~Accessibility() = default;
 
-    /// Whether the user lets this program use the interface: what the system has told of it last. Waits for nobody, since it
-    /// stands before everything that the user asks for. Without trust every request answers `apiDisabled` at once.
+    /// Whether the user lets this program use the interface, as the system told it last. Never blocks, because every user
+    /// action begins with this check. Without trust every request answers `apiDisabled` at once.
     [[nodiscard]] virtual bool isProcessTrusted() const = 0;
 
-    /// Lets the system ask the user for trust, in its own words, and returns at once. Main thread only. The answer is seen
-    /// by a later `isProcessTrusted`.
+    /// Has the system ask the user for trust, in the system's words, and returns at once. Main thread only. A later
+    /// `isProcessTrusted` tells the answer.
     virtual void promptForTrust() = 0;
 
-    /// The root element of a process. Never fails and never asks the process: a pid that nobody has only makes later
-    /// requests fail.
+    /// The root element of a process. Never fails and never asks the process: for a pid that no process has, later requests
+    /// fail.
     [[nodiscard]] virtual AccessibilityElement applicationElement(ProcessID pid) const = 0;
 
-    /// Bounds each later request that is sent to this very reference. A reference that was delivered by a request starts
-    /// with the timeout of the reference that it was read from; the root element of a process starts with the system's own
+    /// Bounds each later request that is sent to this very reference. A reference that a request delivers starts with the
+    /// timeout of the reference that the request was sent to; the root element of a process starts with the system's own
     /// timeout, which may be seconds long. `timeout` is positive.
     virtual void setMessagingTimeout(const AccessibilityElement& element, std::chrono::nanoseconds timeout) const = 0;
 

@@ -4,7 +4,7 @@
 
 namespace ovin {
 
-/// A word to the user that has to be acknowledged.
+/// A message that the user has to acknowledge.
 struct Alert {
     std::string message;
     /// Explains the message, in smaller letters.

@@ -7,8 +7,8 @@ class Application {
 public:
     virtual ~Application() = default;
 
-    /// Brings the application to the front, whatever is there: it has no place in the Dock, and its windows would open
-    /// behind those of others.
+    /// Brings the application to the front of all others. It has no Dock icon, so its windows would otherwise open behind
+    /// those of other applications.
     virtual void activate() = 0;
 
     /// Ends the program, after its delegate has been told.

@@ -4,7 +4,7 @@
 
 namespace ovin {
 
-/// Colours that the system chooses, by light or dark appearance and by the user's taste.
+/// Colours that the system chooses, by light or dark appearance and by the user's settings.
 enum class SystemColor { label, secondaryLabel, quaternaryLabel, separator, controlAccent, systemOrange, clear };
 
 /// A fixed colour in the sRGB colour space; components from 0 to 1.
@@ -18,7 +18,7 @@ struct SRGB {
 
 struct Color {
     std::variant<SystemColor, SRGB> base;
-    /// The opacity, from 0 to 1, in place of the base's own unless it is 1.
+    /// The opacity, from 0 to 1. Less than 1 replaces the opacity of `base`; 1 keeps it.
     double alpha = 1;
 
     friend bool operator==(const Color&, const Color&) = default;

@@ -10,8 +10,8 @@
 namespace ovin {
 
 /// Names a display for as long as it stays connected, also to a later run of this program; a display that is plugged in
-/// again may get another id. No two displays of a session have one id, and no display of a later session has that of another
-/// one.
+/// again may get another id. No two displays of a session share an id, and in a later session the id never names a different
+/// display.
 using DisplayID = std::uint32_t;
 
 /// A way in which a display can run.
@@ -21,7 +21,7 @@ struct DisplayMode {
     /// In points.
     int width = 0;
     int height = 0;
-    /// In pixels: more than `width` where a point is drawn with several.
+    /// In pixels: more than `width` where a point has several pixels.
     int pixelWidth = 0;
     bool isUsableForDesktopGUI = true;
 
@@ -39,7 +39,7 @@ public:
     /// The area of a display in global coordinates, in points; an empty rectangle at the origin when it is gone.
     [[nodiscard]] virtual Rect bounds(DisplayID display) const = 0;
 
-    /// Whether the display shows the same as another one.
+    /// Whether the display mirrors another one.
     [[nodiscard]] virtual bool isInMirrorSet(DisplayID display) const = 0;
 
     /// The mode that the display runs in, asked of the system at each call; nothing when the display is gone or off.
@@ -49,16 +49,16 @@ public:
     [[nodiscard]] virtual std::vector<DisplayMode> modes(DisplayID display) const = 0;
 
     /// Switches the display to the mode that `mode` names, in one transaction, until the end of the login session. False
-    /// when it has no such mode or the system refused, and then nothing has changed. True is the system's word only: it may
-    /// say so and change nothing.
+    /// when the display has no such mode or the system refused; nothing has changed then. True says only that the system
+    /// reported success; a system may do so and change nothing.
     [[nodiscard]] virtual bool apply(std::int32_t mode, DisplayID display) = 0;
 
-    /// What the display server of this session is called among all that have run or run on this computer; nothing where a
-    /// user has one at a time, as on macOS. Main thread only.
+    /// A name for this session's display server, unique among all that ever ran on this computer; nothing where a user has
+    /// only one server at a time, as on macOS. Main thread only.
     [[nodiscard]] virtual std::optional<std::string> serverName() const { return std::nullopt; }
 
-    /// Whether a display server of that name, and not this session's, still runs. Its displays may have the ids of this
-    /// session's and are others all the same. Main thread only.
+    /// Whether `name` is a display server that still runs and is not this session's. Its displays may have the same ids as
+    /// this session's displays, but are different ones. Main thread only.
     [[nodiscard]] virtual bool isAnotherServer(const std::string& /*name*/) const { return false; }
 };
 

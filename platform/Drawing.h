@@ -10,7 +10,7 @@
 
 namespace ovin {
 
-/// How the place looks that something is drawn into.
+/// The appearance of the place that something is drawn into.
 enum class Appearance { light, dark };
 
 /// A line along the inside of a shape's edge: the inner half of a stroke of `width`, so that the shape keeps its size.

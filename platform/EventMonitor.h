@@ -7,7 +7,7 @@
 
 namespace ovin {
 
-/// Tells of what the user does in other applications.
+/// Reports what the user does in other applications.
 class EventMonitor {
 public:
     /// Ends the monitoring when destroyed.
@@ -16,7 +16,7 @@ public:
     virtual ~EventMonitor() = default;
 
     /// Calls `handler` for every press of the left or the right mouse button outside this application's windows, until the
-    /// token goes. Null where the system lets nobody listen. Main thread only; the handler may be called on any thread.
+    /// token is destroyed. Null where the system forbids it. Main thread only; the handler may be called on any thread.
     [[nodiscard]] virtual std::unique_ptr<Token> monitorMouseDowns(std::function<void()> handler) = 0;
 };
 

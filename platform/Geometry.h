@@ -15,7 +15,7 @@ struct Point {
     friend bool operator==(const Point&, const Point&) = default;
 };
 
-/// A size may be negative or not a number: it is whatever another process said it was.
+/// A size as another process reported it: it may be negative or not a number.
 struct Size {
     double width = 0;
     double height = 0;
@@ -31,13 +31,13 @@ struct Rect {
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
-/// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and
-/// rectangles that share only an edge or a corner have a common part without area: both are the rules of the macOS
-/// function `CGRectIntersection`. A rectangle with an edge or a length that is not a number meets nothing, nor do two that
-/// meet only at infinity.
+/// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and rectangles
+/// that share only an edge or a corner have a common part without area: both are the rules of the macOS function
+/// `CGRectIntersection`. The result is nothing when an edge or a length is not a number, or when the rectangles meet only at
+/// infinity.
 [[nodiscard]] inline std::optional<Rect> intersection(const Rect& a, const Rect& b) {
     const auto hasNumbers = [](const Rect& rect) {
-        // The far edges of infinite rectangles may be no numbers even when the near edge and the length are.
+        // The far edge of an infinite rectangle may be not a number although its near edge and its length are numbers.
         return !std::isnan(rect.origin.x + rect.size.width) && !std::isnan(rect.origin.y + rect.size.height);
     };
     if (!hasNumbers(a) || !hasNumbers(b)) return std::nullopt;

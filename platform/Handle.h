@@ -2,7 +2,7 @@
 
 namespace ovin {
 
-/// Stands for something that goes on, and ends it when it is destroyed.
+/// Stands for something that is under way; destroying the handle ends it.
 class Handle {
 public:
     Handle() = default;

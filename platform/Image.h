@@ -5,8 +5,8 @@
 
 namespace ovin {
 
-/// A picture that only the world that made it can draw. Copies share the content, which a world may load when it is first
-/// drawn: holding an image costs nothing. Copied and dropped on any thread.
+/// A picture that only the world that made it can draw. Copies share the content. A world may load the content only when it
+/// is first drawn, so that holding an image costs nothing. May be copied and dropped on any thread.
 class Image {
 public:
     /// What a world keeps behind an image.

@@ -18,12 +18,12 @@ public:
 
     virtual ~MainQueue() = default;
 
-    /// Runs `work` on the main thread, after the work that is already there and never within this call. Any thread. Work
+    /// Runs `work` on the main thread, after the work that is already queued and never within this call. Any thread. Work
     /// that is still waiting when the program ends is dropped.
     virtual void async(Work work) = 0;
 
-    /// Runs `work` on the main thread once `delay` has passed, unless the timer is destroyed first. Works due at the same
-    /// time run in the order in which they were asked for. Main thread only; the work may destroy its own timer.
+    /// Runs `work` on the main thread once `delay` has passed, unless the timer is destroyed first. Work due at the same
+    /// time runs in the order of these calls. Main thread only; `work` may destroy its own timer.
     [[nodiscard]] virtual std::unique_ptr<Timer> after(std::chrono::nanoseconds delay, Work work) = 0;
 };
 

@@ -8,8 +8,8 @@
 
 namespace ovin {
 
-/// For a program whose updates are somebody else's business, as where the system's package manager has installed it. Never
-/// looks for any, and says so when asked.
+/// For a program that something else updates, for example the system's package manager. Never looks for updates, and shows
+/// `answer` when the user asks for them.
 class NoUpdates final : public UpdateFramework {
 public:
     /// `alerts` must outlive this object and its controllers.

@@ -22,8 +22,8 @@
 
 namespace ovin {
 
-/// The world that the program runs in. Made once by `main`, which keeps everything behind it alive until the process ends;
-/// copied freely.
+/// The world that the program runs in. Made once by `main`, which keeps the referenced objects alive until the process ends;
+/// may be copied.
 struct Platform {
     Accessibility& accessibility;
     Workspace& workspace;

@@ -20,8 +20,8 @@ public:
     /// The bundle identifier of this application.
     [[nodiscard]] virtual std::string bundleIdentifier() const = 0;
 
-    /// The value of an environment variable, read afresh at each call; nothing when it is not set. A variable that is set
-    /// to the empty string is present.
+    /// The value of an environment variable, read afresh at each call; nothing when it is not set, the empty string when it
+    /// is set to that.
     [[nodiscard]] virtual std::optional<std::string> environment(std::string_view name) const = 0;
 };
 

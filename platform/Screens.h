@@ -12,7 +12,7 @@ namespace ovin {
 /// A screen at one moment, in global coordinates: the origin at the top left of the main display, y growing downwards.
 struct Screen {
     Rect frame;
-    /// What menu bar and docks leave of it.
+    /// The frame without the menu bar and docks.
     Rect visibleFrame;
 
     friend bool operator==(const Screen&, const Screen&) = default;
@@ -30,8 +30,8 @@ public:
     /// one with the menu bar. Nothing while no screen is connected.
     [[nodiscard]] virtual std::optional<Screen> main() const = 0;
 
-    /// Calls `handler` on the main thread after every change of the screens: one is plugged in, unplugged, moved or changes
-    /// its mode. Until the observation is destroyed, which the handler may do.
+    /// Calls `handler` on the main thread whenever a screen has been plugged in, unplugged or moved or has changed its mode,
+    /// until the observation is destroyed. The handler may destroy it.
     [[nodiscard]] virtual std::unique_ptr<Observation> observeChanges(std::function<void()> handler) = 0;
 };
 

@@ -12,11 +12,10 @@
 
 namespace ovin {
 
-/// What the user did with the status item. `other` is a press without the mouse, by an assistive program for one.
+/// What the user did with the status item. `other` is a press without the mouse, for example by an assistive program.
 enum class StatusItemClick { leftMouseUp, rightMouseUp, other };
 
-/// This application's own item in the menu bar, as wide as its image, there from its making until its destruction. Main
-/// thread only.
+/// This application's own item in the menu bar, as wide as its image, shown until the object is destroyed. Main thread only.
 class StatusItem {
 public:
     StatusItem() = default;
@@ -24,18 +23,18 @@ public:
     StatusItem& operator=(const StatusItem&) = delete;
     virtual ~StatusItem() = default;
 
-    /// The system remembers under this name where the user put the item.
+    /// The name under which the system remembers where the user put the item.
     virtual void setAutosaveName(const std::string& name) = 0;
 
-    /// Called when a mouse button that was pressed over the item is released, and never at the press. Nothing happens by
-    /// itself.
+    /// Called when a mouse button that was pressed over the item is released, and never at the press. A click has no other
+    /// effect.
     virtual void onClick(std::function<void(StatusItemClick)> handler) = 0;
 
-    /// Shows an image, which follows the appearance of the bar, and no title. Does nothing when the item has no place to
-    /// show it.
+    /// Shows an image, which follows the appearance of the bar, and no title. Does nothing when the item has no place for an
+    /// image.
     virtual void setImage(const DrawnImage& image) = 0;
 
-    /// Shows a symbol of the system, and no title; false when the system has none of this name.
+    /// Shows a symbol of the system, and no title; false when the system has no symbol of this name.
     [[nodiscard]] virtual bool setSymbol(std::string_view name, const std::string& accessibilityDescription) = 0;
 
     /// Shows a menu at the item. May return while the menu is open; the user sees one menu at a time.

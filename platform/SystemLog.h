@@ -9,9 +9,9 @@ class SystemLog {
 public:
     virtual ~SystemLog() = default;
 
-    /// Writes one entry. `line` is text, never a format, and begins with "Ovin: ", or as a diagnostic with "Ovin DEBUG ". It
-    /// quotes names and titles of other programs, and so may hold anything, line ends included: a log that is read line by
-    /// line escapes them.
+    /// Writes one entry. `line` is text, never a format, and begins with "Ovin: ", or as a diagnostic with "Ovin DEBUG ".
+    /// The line may hold any character, line ends included, because it quotes names and titles of other programs; a log that
+    /// is read line by line escapes them.
     virtual void write(std::string_view line) = 0;
 };
 

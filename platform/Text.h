@@ -7,7 +7,7 @@
 
 namespace ovin {
 
-/// What needs knowledge of the world's scripts. Strings are UTF-8; every maximal ill-formed sequence in them counts as one
+/// Text functions that need to know the world's scripts. Strings are UTF-8; every maximal ill-formed sequence counts as one
 /// U+FFFD, and its bytes are kept. Any thread.
 class Text {
 public:
@@ -20,8 +20,8 @@ public:
     /// `text` without the white space and line ends (Unicode property White_Space) at both its ends.
     [[nodiscard]] virtual std::string trimmed(std::string_view text) const = 0;
 
-    /// Compares as the user's locale sorts, with letter case, and differences as small as that (of width, say), left aside.
-    /// A weak order: equivalent texts may differ.
+    /// Compares as the user's locale sorts, ignoring letter case and differences as small as that, such as width. A weak
+    /// order: equivalent texts may differ.
     [[nodiscard]] virtual std::weak_ordering compareIgnoringCase(std::string_view a, std::string_view b) const = 0;
 };
 

@@ -7,8 +7,8 @@
 namespace ovin {
 namespace {
 
-// The conversions are those of the macOS class NSUserDefaults and of the numbers and strings that it hands out, so that a
-// store that somebody edited by hand means the same on every system.
+// The conversions are those of the macOS class NSUserDefaults and of the numbers and strings that it returns, so that a
+// store edited by hand means the same on every system.
 
 constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 
@@ -31,7 +31,7 @@ std::int64_t integerFrom(std::string_view text) {
     const bool isNegative = text.starts_with('-');
     if (isNegative || text.starts_with('+')) text.remove_prefix(1);
 
-    // Counted downwards, because the range reaches one further below zero than above.
+    // Counted downwards, because the lowest number is one further from zero than the highest.
     std::int64_t negated = 0;
     for (const char character : text) {
         if (character < '0' || character > '9') break;

@@ -7,7 +7,7 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-/// Characters seldom have more UTF-16 units, the sequences of emoji included.
+/// User-perceived characters, emoji sequences included, seldom have more UTF-16 units.
 constexpr std::size_t usualUnits = 16;
 
 unsigned char byteAt(std::string_view text, std::size_t offset) { return static_cast<unsigned char>(text[offset]); }
@@ -17,8 +17,8 @@ struct Lead {
     /// 0 for a byte that begins no character.
     std::size_t length = 0;
     char32_t bits = 0;
-    /// The range of the second byte, which is narrower where others would make a character too long, a surrogate or more
-    /// than the last code point (Unicode Standard, table 3-7).
+    /// The range of the second byte, which is narrower where other bytes would encode a character at more than its shortest
+    /// length, a surrogate or more than the last code point (Unicode Standard, table 3-7).
     unsigned char lowest = 0x80;
     unsigned char highest = 0xBF;
 };

@@ -17,26 +17,26 @@ struct Utf8Character {
 };
 
 /// The character that begins at `offset`, which is less than the length of `text`. Every maximal ill-formed sequence is one
-/// character (Unicode Standard, section 3.9: a maximal subpart), so that all worlds count the same in a broken text.
+/// character (Unicode Standard, section 3.9: a maximal subpart), so that all worlds count ill-formed text alike.
 [[nodiscard]] Utf8Character utf8Character(std::string_view text, std::size_t offset);
 
 /// The bytes of a code point, which is at most U+10FFFF and no surrogate.
 [[nodiscard]] std::string utf8(char32_t codePoint);
 
-/// `text` with U+FFFD in place of each ill-formed sequence, for systems that refuse texts otherwise.
+/// `text` with U+FFFD in place of each ill-formed sequence, for systems that refuse ill-formed texts.
 [[nodiscard]] std::string wellFormedUtf8(std::string_view text);
 
-/// The length in bytes of the beginning of `text` that has `count` UTF-16 units once it is well-formed, or of all of it when
-/// it has no more. A character beyond the first 65536, of which that is the first half, does not belong to it.
+/// The length in bytes of the beginning of `text` that has `utf16Count` UTF-16 units, an ill-formed sequence counting as
+/// U+FFFD, or of all of `text` when it has no more. A character of two units of which only the first would fit is left out.
 [[nodiscard]] std::size_t utf8Length(std::string_view text, std::size_t utf16Count);
 
-/// Where the first `count` user-perceived characters of a well-formed text end, in UTF-16 units: its end when it has no
-/// more.
+/// Where the first `count` user-perceived characters of a well-formed text end, in UTF-16 units: the end of the text when it
+/// has no more.
 using CharacterEnds = std::function<std::size_t(const std::string& text, std::size_t count)>;
 
 /// The first `count` user-perceived characters of `text`, or all of it when it has no more, by the rules of a library that
-/// counts in UTF-16 units and reads nothing ill-formed. Shows it a beginning of the text only, and a longer one as long as
-/// the end that it has found may be that of the beginning: a long text costs no more than a short one.
+/// counts in UTF-16 units and reads nothing ill-formed. Gives `end` only a beginning of the text, and a longer one when the
+/// end that it finds may only be where the beginning was cut: a long text costs no more than a short one.
 [[nodiscard]] std::string utf8Prefix(std::string_view text, std::size_t count, const CharacterEnds& end);
 
 /// `text` without the characters of the Unicode property White_Space at both its ends. Ill-formed bytes are kept.

@@ -11,11 +11,11 @@
 #include "platform/Geometry.h"
 #include "platform/Image.h"
 
-/// What windows show, as plain values: the logic describes it, a world draws it with its toolkit's own views and layout.
-/// Lengths are points.
+/// The content of windows as plain values: the logic describes the views, a world draws them with its toolkit's own views
+/// and layout. Lengths are in points.
 namespace ovin {
 
-/// The system font. Absent where the control's own font is meant.
+/// The system font. An absent font stands for the control's own.
 struct Font {
     enum class Weight { regular, medium, semibold, bold };
 
@@ -25,7 +25,7 @@ struct Font {
     friend bool operator==(const Font&, const Font&) = default;
 };
 
-/// Text of one kind. Without a font or a colour it has those of the control that shows it.
+/// Text of one style. An absent font or colour is that of the control that shows the text.
 struct TextRun {
     std::string text;
     std::optional<Font> font = {};
@@ -47,7 +47,7 @@ struct Insets {
 
 struct View;
 
-/// What lies behind a stack, filling it up to its edges.
+/// Drawn behind a stack, up to its edges.
 struct Box {
     Color background;
     Color border;
@@ -57,8 +57,8 @@ struct Box {
     friend bool operator==(const Box&, const Box&) = default;
 };
 
-/// Views one after the other, from left to right or from top to bottom. Hidden ones take no room, nor does the spacing after
-/// them.
+/// Views one after the other, from left to right or from top to bottom. A hidden view takes no room, nor does the spacing
+/// after it.
 struct Stack {
     enum class Orientation { horizontal, vertical };
     /// Across the orientation.
@@ -66,11 +66,11 @@ struct Stack {
 
     Orientation orientation = Orientation::vertical;
     Alignment alignment = Alignment::leading;
-    /// Between two views, but for those that ask for another one.
+    /// Between two views, unless the first has a `spacingAfter`.
     double spacing = 0;
     Insets insets;
     std::vector<View> views;
-    /// Insets included. Absent where the views decide.
+    /// With the insets. Absent where the views determine the width.
     std::optional<double> width = {};
     std::optional<Box> box = {};
 
@@ -97,7 +97,7 @@ struct SizedImage {
 
 /// A button of the ledge: without a border, with an image, a title or both.
 struct Button {
-    /// Where the image stands with regard to the title.
+    /// Where the image stands relative to the title.
     enum class ImagePosition { none, only, leading };
 
     AttributedText title;
@@ -107,7 +107,7 @@ struct Button {
     std::string toolTip;
     std::optional<double> width = {};
     std::optional<double> height;
-    /// Tells the buttons of one window apart; delivered with the click.
+    /// Tells the buttons of one window apart; passed to the click handler.
     int tag = 0;
 
     friend bool operator==(const Button&, const Button&) = default;
@@ -116,8 +116,8 @@ struct Button {
 /// A key that presses a button of the window that has the keyboard.
 enum class KeyEquivalent { none, returnKey, escape };
 
-/// A large button with rounded ends, as at the bottom of a dialogue. The one for the Return key looks like the default
-/// button that it is.
+/// A large button with rounded ends, as at the bottom of a dialogue. The button of the Return key looks like a default
+/// button.
 struct PushButton {
     std::string title;
     std::optional<Font> font = {};
@@ -130,12 +130,12 @@ struct PushButton {
     friend bool operator==(const PushButton&, const PushButton&) = default;
 };
 
-/// A triangle that points down while it is on, and what it discloses is shown. A click delivers the tag and leaves the state
-/// to whoever describes the view.
+/// A triangle that points down while it is on, that is, while what it discloses is shown. A click delivers the tag and does
+/// not change the state: whoever describes the view does.
 struct DisclosureTriangle {
     bool isOn = false;
     Font font;
-    /// What assistive programs call it.
+    /// What assistive programs call the triangle.
     std::string accessibilityLabel;
     int tag = 0;
 
@@ -146,19 +146,19 @@ struct DisclosureTriangle {
 struct TextButton {
     AttributedText title;
     std::string toolTip;
-    /// The pointer is a pointing hand over all of it.
+    /// Whether the pointer is a pointing hand over the whole button.
     bool isLink = false;
     int tag = 0;
 
     friend bool operator==(const TextButton&, const TextButton&) = default;
 };
 
-/// A picture drawn at a size, keeping its proportions, with its corners cut off round.
+/// A picture drawn at a size, keeping its proportions, with rounded corners.
 struct ImageView {
     Image image;
     Size size;
     double cornerRadius = 0;
-    /// What assistive programs say of it; empty for decoration.
+    /// What assistive programs call the picture; empty for decoration.
     std::string accessibilityLabel;
 
     friend bool operator==(const ImageView&, const ImageView&) = default;
@@ -171,20 +171,20 @@ struct Separator {
     friend bool operator==(const Separator&, const Separator&) = default;
 };
 
-/// Nothing, of a height. A point wide.
+/// Empty space of a height, one point wide.
 struct Spacer {
     double height = 0;
 
     friend bool operator==(const Spacer&, const Spacer&) = default;
 };
 
-/// Nothing, as long as its horizontal stack has room to spare.
+/// Empty space that takes the spare room of its horizontal stack.
 struct FlexibleSpace {
     friend bool operator==(const FlexibleSpace&, const FlexibleSpace&) = default;
 };
 
-/// A window onto content that is larger, with scrollers that overlay it: sideways ones that are always there, or upright
-/// ones that hide when everything is seen. It begins at the top left.
+/// Shows a part of content that is larger, with an overlaid scroller: a horizontal one that is always there, or a vertical
+/// one that hides when all content is visible. Begins at the top left.
 struct ScrollView {
     Size size;
     std::shared_ptr<const View> content;

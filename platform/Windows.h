@@ -10,8 +10,8 @@
 namespace ovin {
 
 /// A panel at the level of the status bar: borderless, clear, with a shadow, on every space and beside full-screen windows.
-/// It never takes the focus from the application that the user works with, and stays when that one changes. Goes when it is
-/// destroyed. Main thread only.
+/// It never takes the focus from the application that the user works with, and stays when the user turns to another
+/// application. Destroying it removes it from the screen. Main thread only.
 class LedgePanel {
 public:
     LedgePanel() = default;
@@ -19,14 +19,14 @@ public:
     LedgePanel& operator=(const LedgePanel&) = delete;
     virtual ~LedgePanel() = default;
 
-    /// Shows `content`, in place of what was shown before, at `frame` in global coordinates. `clicked` is told of the clicks
-    /// on the buttons of this content, by their tags, also of one that is still on its way when other content has taken its
-    /// place. Nobody is told of a click after the panel has been destroyed.
+    /// Shows `content`, in place of what was shown before, at `frame` in global coordinates. `clicked` is called with the
+    /// tag of a button of this content that was clicked, also when the click is delivered only after other content has taken
+    /// its place, but never after the panel has been destroyed.
     virtual void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) = 0;
 };
 
-/// A window with a title bar that shows neither title nor buttons: a page to read and to put away. Hidden until it is shown;
-/// goes when it is destroyed. Main thread only.
+/// A window with a title bar that shows neither title nor buttons: a page to read and to close. Hidden until `show`;
+/// destroying it closes it. Main thread only.
 class InformationWindow {
 public:
     InformationWindow() = default;
@@ -34,11 +34,11 @@ public:
     InformationWindow& operator=(const InformationWindow&) = delete;
     virtual ~InformationWindow() = default;
 
-    /// Brings the window to the front and gives it the keyboard, in the centre of the screen when it is shown for the first
-    /// time, and where the user left it otherwise.
+    /// Brings the window to the front and gives it the keyboard: the first time in the centre of the screen, later where the
+    /// user left it.
     virtual void show() = 0;
 
-    /// Puts the window away; it can be shown again.
+    /// Hides the window; it can be shown again.
     virtual void close() = 0;
 
     /// Scrolls the page to its end.
@@ -46,7 +46,7 @@ public:
 };
 
 /// A panel with a title bar and a close button that floats above the windows of all applications, on every space and beside
-/// full-screen windows, without taking the focus when it is shown. Goes silently when it is destroyed. Main thread only.
+/// full-screen windows, without taking the focus when shown. Destroying it does not call `closed`. Main thread only.
 class FloatingPanel {
 public:
     FloatingPanel() = default;
@@ -54,35 +54,35 @@ public:
     FloatingPanel& operator=(const FloatingPanel&) = delete;
     virtual ~FloatingPanel() = default;
 
-    /// Where the top left corner of a panel of this size goes, in global coordinates.
+    /// Returns where the top left corner of a panel of this size goes, in global coordinates.
     using Placement = std::function<Point(Size size)>;
 
-    /// Shows `content` in the size that it takes, where `placement` says; an empty one leaves that to the system.
+    /// Shows `content` at its fitting size where `placement` says; an empty `placement` leaves the place to the system.
     virtual void show(const View& content, const Placement& placement) = 0;
 
-    /// Shows other content in the size that it takes. The top left corner stays where it is, also after the user has moved
-    /// the panel, and the button that has the keyboard keeps it: the one with the same tag.
+    /// Shows other content at its fitting size. The top left corner stays where it is, also after the user has moved the
+    /// panel, and the keyboard focus stays on the button with the same tag.
     virtual void replace(const View& content) = 0;
 };
 
-/// Makes windows; never null. `clicked` is called with the tag of a button that the user clicked or pressed by its key; it
-/// may destroy the window, and no handler is called once its window is gone. Main thread only.
+/// Makes windows; never null. `clicked` is called with the tag of a button that the user clicked or pressed by its key.
+/// Handlers may destroy their window, and are not called once it is gone. Main thread only.
 class Windows {
 public:
     virtual ~Windows() = default;
 
-    /// The size that a view takes when nothing holds it back.
+    /// The size that a view takes when nothing limits it.
     [[nodiscard]] virtual Size fittingSize(const View& view) const = 0;
 
     /// A panel that is not shown yet.
     [[nodiscard]] virtual std::unique_ptr<LedgePanel> makeLedgePanel() = 0;
 
-    /// A window in the size that `content` takes. `title` is what the system calls the window in lists of windows.
+    /// A window of the fitting size of `content`. `title` is its name in the system's lists of windows.
     [[nodiscard]] virtual std::unique_ptr<InformationWindow> makeInformationWindow(const std::string& title,
                                                                                    const View& content,
                                                                                    std::function<void(int tag)> clicked) = 0;
 
-    /// `closed` is called when the user has closed the panel with its close button; it may destroy the panel.
+    /// `closed` is called when the user has closed the panel with its close button.
     [[nodiscard]] virtual std::unique_ptr<FloatingPanel> makeFloatingPanel(const std::string& title,
                                                                            std::function<void(int tag)> clicked,
                                                                            std::function<void()> closed) = 0;

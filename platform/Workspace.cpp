@@ -7,7 +7,7 @@ namespace {
 
 char lowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
-/// Whether something follows `scheme`, which is in lower case.
+/// Whether `url` begins with `scheme`, which is in lower case, and goes on after it.
 bool hasScheme(std::string_view url, std::string_view scheme) {
     const auto isSame = [](char expected, char actual) { return expected == lowerCase(actual); };
     return url.size() > scheme.size() && std::equal(scheme.begin(), scheme.end(), url.begin(), isSame);

@@ -36,17 +36,17 @@ public:
     /// The icon of a file; a generic one, or nothing, for a path that does not exist.
     [[nodiscard]] virtual std::optional<Image> icon(const std::string& path) const = 0;
 
-    /// Calls `handler` on the main thread whenever an application has started or ended, background agents included, for as
+    /// Calls `handler` on the main thread whenever an application, background agents included, has started or ended, for as
     /// long as this object lives. Main thread only.
     virtual void observeApplications(std::function<void()> handler) = 0;
 
-    /// Opens a web page in the user's browser, or a letter in the user's mail program; anything else is refused. What
-    /// fails is logged. Main thread only.
+    /// Opens a web page in the user's browser, or a new message in the user's mail program; refuses anything else. Failures
+    /// are logged. Main thread only.
     virtual void open(const std::string& url) = 0;
 };
 
-/// Whether `Workspace::open` takes an address: one of https, http or mailto, without white space and control characters.
-/// Other kinds could start anything.
+/// Whether `Workspace::open` accepts an address: https, http or mailto, all in printable ASCII without spaces. Other schemes
+/// could start any program.
 [[nodiscard]] bool mayBeOpened(std::string_view url);
 
 }  // namespace ovin
