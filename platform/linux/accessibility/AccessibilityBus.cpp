@@ -14,7 +14,7 @@ constexpr const char* servicePath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
 constexpr const char* accessible = "org.a11y.atspi.Accessible";
 constexpr std::chrono::milliseconds statusTimeout{500};
-/// An answer that comes later than somebody waits for it is still the last word.
+/// Long, because an answer counts even when nobody waits for it any more.
 constexpr std::chrono::seconds patience{25};
 
 /// The role that AT-SPI gives to a main window.
@@ -42,7 +42,7 @@ std::future<void> ask(Bus& session, const std::shared_ptr<std::atomic<bool>>& en
     return hasAnswered->get_future();
 }
 
-/// The same call to every object, all at once.
+/// Makes the same call to every object at once, and waits for the answers.
 template <typename MakeCall>
 std::vector<BusReply> askAll(Bus& bus, const std::vector<AccessibleName>& objects, Bus::Duration timeout,
                              MakeCall makeCall) {
@@ -78,7 +78,7 @@ AccessibilityBus::AccessibilityBus(Bus& session) : session_(session) {
                        const auto* value = found == changed->end() ? nullptr : found->second.as<bool>();
                        if (value != nullptr) *enabled = *value;
                    });
-    // A service that starts, or starts again, tells of changes only.
+    // The service sends a signal only for changes, so it must be asked whenever it starts.
     session_.watch(nameOwnerRule(service),
                    [&bus = session_, enabled = enabled_](const BusSignal&) { (void)ask(bus, enabled); });
     firstAnswer_ = ask(session_, enabled_).share();
@@ -103,7 +103,7 @@ Bus* AccessibilityBus::bus() const {
     const std::lock_guard lock(mutex_);
     if (!bus_) {
         const BusReply reply = session_.callAndWait({service, servicePath, service, "GetAddress", {}, true}, statusTimeout);
-        // Without an address it would be the session bus.
+        // With an empty address, `connect` would take the session bus.
         const std::string address = reply.first().string();
         if (!address.empty()) bus_ = Bus::connect(address);
     }

@@ -13,33 +13,32 @@
 
 namespace ovin {
 
-/// The accessibility bus of the session: whether it is enabled, and the windows of the programs on it. Any thread, but not
-/// the session bus's.
+/// The accessibility bus of the session: whether it is enabled, and the windows of the programs on it. Any thread but the
+/// session bus's.
 class AccessibilityBus {
 public:
     /// `session` must outlive this object.
     explicit AccessibilityBus(Bus& session);
 
-    /// Whether assistive programs are enabled, as the session has told it last. Asks nobody: every click on the status item
-    /// wants to know, also while the bus is busy.
+    /// Whether assistive programs are enabled, as the session told it last. Never blocks, because every click on the status
+    /// item calls it, also while the bus is busy.
     [[nodiscard]] bool isEnabled() const { return *enabled_; }
 
-    /// Returns when the session has told of it at all, which a busy one may not have by the end of the constructor, or after
-    /// 25 s.
+    /// Returns when the session has told it for the first time, for which the constructor waits only briefly, or after 25 s.
     void waitForAnswer() const;
 
     /// Enables assistive programs for the session; false when the system refused.
     [[nodiscard]] bool enable();
 
-    /// The connection, made when it is first needed; null while there is none.
+    /// The connection, made at the first call; null when that fails.
     [[nodiscard]] Bus* bus() const;
 
-    /// The windows of a process; nothing within `timeout`, or when the process is not on the bus.
+    /// The windows of a process; empty when the answers take longer than `timeout` or the process is not on the bus.
     [[nodiscard]] std::vector<AccessibleName> windowsOf(ProcessID pid, Bus::Duration timeout) const;
 
 private:
     Bus& session_;
-    /// Shared with the handler of the bus, which may still run while the owner goes.
+    /// Shared with the handler of the bus, which may still run while this object is destroyed.
     std::shared_ptr<std::atomic<bool>> enabled_ = std::make_shared<std::atomic<bool>>(false);
     std::shared_future<void> firstAnswer_;
     mutable std::mutex mutex_;

@@ -7,7 +7,7 @@
 namespace ovin {
 namespace {
 
-/// The kind of coordinates that counts from the screen's top left corner.
+/// Coordinates with their origin at the screen's top left corner.
 constexpr std::uint32_t screenCoordinates = 0;
 
 constexpr const char* accessible = "org.a11y.atspi.Accessible";

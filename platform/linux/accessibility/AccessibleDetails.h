@@ -19,8 +19,7 @@ struct AccessibleName {
     std::string path;
 };
 
-/// What is to be known of an accessible object, asked for together: its frame, the status item that it stands for, and its
-/// children.
+/// An accessible object's frame, the status item that it stands for, and its children, requested together.
 class AccessibleDetails final : public BusRequest, public std::enable_shared_from_this<AccessibleDetails> {
 public:
     /// Whether a description is that of a status item. Runs on the bus's thread.
@@ -31,18 +30,18 @@ public:
         std::string description;
     };
 
-    /// Sends the request. `bus` is the accessibility bus and must outlive it. Without `standsForItem` no descriptions are
-    /// read; with it, an object that stands for an item is not asked for its children.
+    /// Sends the request. `bus` is the accessibility bus and must outlive the request. Without `standsForItem` no
+    /// descriptions are read; with it, an object that stands for an item is not asked for its children.
     [[nodiscard]] static std::shared_ptr<AccessibleDetails> request(Bus& bus, const AccessibleName& object,
                                                                     StandsForItem standsForItem);
 
-    // What was answered. Only after `wait` has returned true.
+    // The answers. Read them only after `wait` has returned true.
 
     /// In screen coordinates; nothing when the object has no frame.
     [[nodiscard]] const std::optional<Rect>& frame() const { return frame_; }
-    /// Empty when it was not read.
+    /// Empty when the description was not read.
     [[nodiscard]] const std::string& description() const { return description_; }
-    /// Nothing when the object could not say or was not asked.
+    /// Nothing when the object gave no answer or was not asked.
     [[nodiscard]] const std::optional<std::vector<Child>>& children() const { return children_; }
 
 private:

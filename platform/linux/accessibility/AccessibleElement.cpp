@@ -73,7 +73,7 @@ AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) co
             children.push_back({AccessibilityElement(shown)});
             continue;
         }
-        // Whoever lists objects goes on to read their frames and children, one after the other: all are asked for at once.
+        // Callers that list objects read the frame and children of each next, so all are requested at once.
         const auto element = std::make_shared<AccessibleElement>(desktop_, child.name, Kind::part, owner(), timeout());
         element->prefetch();
         children.push_back({AccessibilityElement(element)});

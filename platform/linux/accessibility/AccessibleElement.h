@@ -12,8 +12,8 @@ namespace ovin {
 /// An accessible object of some program.
 class AccessibleElement final : public LinuxElement {
 public:
-    /// Any part of a window can have the items of other programs as its children: its own description, or that of a child,
-    /// says which. A window itself has none.
+    /// A part of a window can have the items of other programs as its children, named by its own description or a child's. A
+    /// window itself has none.
     enum class Kind { window, part };
 
     AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, Kind kind,
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] AccessibilityError perform(std::string_view action) override;
 
 private:
-    /// What to read an attribute from; null without an accessibility bus.
+    /// The request to read an attribute from; null without an accessibility bus.
     [[nodiscard]] std::shared_ptr<AccessibleDetails> details(std::string_view attribute);
     [[nodiscard]] std::shared_ptr<AccessibleDetails> request() const;
     [[nodiscard]] AttributeAnswer children(const AccessibleDetails& details) const;

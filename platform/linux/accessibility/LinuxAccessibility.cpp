@@ -13,10 +13,10 @@ namespace {
 
 using Desktop = std::shared_ptr<const LinuxAccessibility::Desktop>;
 
-/// What references have that nobody gave a messaging timeout.
+/// The messaging timeout of references that were given none.
 constexpr std::chrono::seconds systemTimeout{5};
 
-/// The items of a process, as the watcher lists them: reading the list asks the process nothing yet.
+/// The items of a process, as the watcher lists them. Reading the list asks the process nothing.
 class ExtrasMenuBarElement final : public LinuxElement {
 public:
     ExtrasMenuBarElement(Desktop desktop, ProcessID owner, Duration timeout)

@@ -13,10 +13,10 @@ namespace ovin {
 /// The Accessibility interface over the buses of a Linux desktop.
 ///
 /// A process that has registered status items has an extras menu bar, "AXExtrasMenuBar", with these items as its children.
-/// Their texts are the properties of the StatusNotifierItem: the title is "AXTitle", the tool tip or else what the icon
-/// shows is "AXDescription", the id is "AXIdentifier". The windows of a process and what is in them are its accessible
-/// objects; one whose description is the address of a status item, as a menu bar that shows the item gives it, stands for
-/// that item. "AXPress" does what a click on the item does, "AXShowMenu" shows its menu.
+/// Their texts are the properties of the StatusNotifierItem: the title is "AXTitle", the tool tip (or else the icon's
+/// description) is "AXDescription", the id is "AXIdentifier". The windows of a process and what is in them are its
+/// accessible objects. An object whose description is the address of a status item stands for that item; menu bars that show
+/// items give such descriptions. "AXPress" does what a click on the item does, "AXShowMenu" shows its menu.
 ///
 /// This program is trusted when assistive programs are enabled in the session.
 class LinuxAccessibility final : public Accessibility {
@@ -29,8 +29,8 @@ public:
         ItemMenus& menus;
     };
 
-    /// Everything in `desktop` outlives this object and all elements. `askUser` lets the user say whether to enable
-    /// assistive programs, and calls its argument if so.
+    /// Everything in `desktop` outlives this object and all elements. `askUser` asks the user whether to enable assistive
+    /// programs, and calls its argument if the user agrees.
     LinuxAccessibility(const Desktop& desktop, std::function<void(std::function<void()>)> askUser);
 
     [[nodiscard]] bool isProcessTrusted() const override;

@@ -12,7 +12,7 @@
 namespace ovin {
 
 /// A reference to an element of the Linux desktop: a process, its extras menu bar, a status item or an accessible object.
-/// Two references with one key stand for one element.
+/// Two references with the same key stand for the same element.
 class LinuxElement : public AccessibilityElement::Reference {
 public:
     using Duration = std::chrono::nanoseconds;
@@ -40,7 +40,7 @@ public:
 protected:
     [[nodiscard]] static AttributeAnswer failed(AccessibilityError error) { return {error, {}}; }
 
-    /// An empty text counts as none.
+    /// An empty text counts as no value.
     [[nodiscard]] static AttributeAnswer textAnswer(std::string text) {
         if (text.empty()) return failed(AccessibilityError::noValue);
         return {AccessibilityError::success, {std::move(text)}};
@@ -52,7 +52,7 @@ private:
     std::atomic<Duration> timeout_;
 };
 
-/// What an error of the bus means in terms of the Accessibility interface.
+/// The Accessibility error for an error of the bus.
 [[nodiscard]] AccessibilityError accessibilityError(const std::string& busError);
 
 }  // namespace ovin

@@ -47,15 +47,15 @@ AccessibilityError StatusItemElement::perform(std::string_view action) {
     return error;
 }
 
-/// An item whose program has ended, or has taken it back, is gone at once and for everybody.
+/// An item is gone for all references as soon as its program ends or unregisters it.
 bool StatusItemElement::isRegistered() const { return desktop_->items.itemAt(item_.address) == item_; }
 
 std::shared_ptr<ItemProperties> StatusItemElement::propertiesForReading(std::string_view attribute) {
     return properties_.forReading(attribute, [this] { return batch_->request(index_); });
 }
 
-/// What decides a click hardly ever changes. What is known of it from the last reading is good enough, and a program that is
-/// busy at the moment gets the click itself, and not a question that it may answer too late.
+/// The properties that decide a click hardly ever change, so the last reading is good enough. A busy program then gets the
+/// click itself instead of a question that it may answer too late.
 std::shared_ptr<ItemProperties> StatusItemElement::propertiesForClick() {
     auto known = properties_.last();
     if (known && known->isDone() && known->error().empty()) return known;

@@ -16,7 +16,7 @@ namespace ovin {
 /// A status item of some program.
 class StatusItemElement final : public LinuxElement {
 public:
-    /// One of several items whose properties are asked for together: the one at `index` of the batch.
+    /// The item at `index` of `batch`, whose properties are requested together.
     StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item,
                       std::shared_ptr<ItemPropertiesBatch> batch, std::size_t index, Duration timeout);
 
