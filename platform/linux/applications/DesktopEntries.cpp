@@ -19,7 +19,7 @@ using Path = std::filesystem::path;
 
 constexpr const char* extension = ".desktop";
 
-/// Which folder it is, and when something in it was added, removed or replaced. A folder that is missing has one, too.
+/// A folder, and when something in it was last added, removed or replaced. A missing folder has a state, too.
 using FolderState = std::tuple<ino_t, time_t, long>;
 
 FolderState stateOf(const Path& folder) {
@@ -28,8 +28,8 @@ FolderState stateOf(const Path& folder) {
     return {info.st_ino, info.st_ctim.tv_sec, info.st_ctim.tv_nsec};
 }
 
-/// The state of a folder that is about to be read. What changes within the same tick of the kernel's clock afterwards would
-/// not be noticed; such a folder is read again.
+/// The state of a folder that is about to be read. A later change within the same tick of the kernel's clock would go
+/// unnoticed, so a folder changed in this tick is read again.
 FolderState stateBeforeReading(const Path& folder) {
     timespec now{};
     clock_gettime(CLOCK_REALTIME_COARSE, &now);
@@ -38,14 +38,14 @@ FolderState stateBeforeReading(const Path& folder) {
     return std::tie(seconds, nanoseconds) < std::tie(now.tv_sec, now.tv_nsec) ? state : FolderState{inode, 0, 0};
 }
 
-/// The id of an entry: folders count, and stand before a hyphen.
+/// The id of an entry: its path below `folder`, with hyphens for slashes and no extension.
 std::string idOf(const Path& file, const Path& folder) {
     std::string id = file.lexically_relative(folder).replace_extension().string();
     std::replace(id.begin(), id.end(), '/', '-');
     return id;
 }
 
-/// The last component of the program that an entry runs; empty when it runs none that is there.
+/// The last component of the program that an entry runs; empty when it runs none or its TryExec is missing.
 std::string executableOf(const DesktopEntryFile& entry) {
     const auto required = entry.value("TryExec");
     if (required && !findProgram(*required)) return {};
@@ -79,8 +79,8 @@ struct DesktopEntries::Reading {
         }
     }
 
-    /// An entry that runs nothing, such as one that only takes another out of menus, hides none here: a program that runs
-    /// has a name all the same.
+    /// An entry that runs nothing does not override another one here, though it may remove that one from menus: a running
+    /// program needs a name all the same.
     void readEntry(const std::string& id, const Path& path) {
         const auto entry = DesktopEntryFile::read(path);
         const std::string executable = entry ? executableOf(*entry) : std::string();

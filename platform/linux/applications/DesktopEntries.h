@@ -10,28 +10,27 @@
 
 namespace ovin {
 
-/// What an installed application says about itself.
+/// An installed application as its desktop entry describes it.
 struct DesktopEntry {
-    /// The id of its entry without ".desktop", for example "org.kde.kate".
+    /// The id of the entry without ".desktop", for example "org.kde.kate".
     std::string id;
-    /// Its name in the user's language; empty when it has none.
+    /// The application's name in the user's language; empty when it has none.
     std::string name;
-    /// The name of its icon in the icon theme, or an absolute path; empty when it has none.
+    /// The icon's name in the icon theme, or its absolute path; empty when there is none.
     std::string icon;
 };
 
-/// The applications that are installed, those that no menu shows included. They are read when they are first asked for, and
-/// again once something has been installed, removed or replaced; what somebody changes within a file is not noticed. Any
-/// thread.
+/// The installed applications, including those that no menu shows. Read at the first call of `current`, and again after a
+/// file was added, removed or replaced; a change within a file is not noticed. Any thread.
 class DesktopEntries {
 public:
-    /// By the last component of the path of the program that each of them runs.
+    /// The key is the last component of the path of the program that the entry runs.
     using ByExecutable = std::map<std::string, DesktopEntry>;
 
-    /// Those in the folders "applications" of `dataFolders`, each of which takes precedence over those behind it.
+    /// Reads the folders "applications" of `dataFolders`; earlier folders take precedence.
     explicit DesktopEntries(std::vector<std::filesystem::path> dataFolders) : dataFolders_(std::move(dataFolders)) {}
 
-    /// As they are now. Of several that run the same program, it is the one in the first folder, and there the first by id.
+    /// The present entries. Of several that run one program, the one in the first folder, and there the first by id.
     [[nodiscard]] std::shared_ptr<const ByExecutable> current() const;
 
 private:

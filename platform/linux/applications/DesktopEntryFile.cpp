@@ -11,7 +11,7 @@ constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
 /// Entries take a few kilobytes, translations included.
 constexpr std::uintmax_t longestFile = 1U << 20U;
 
-/// Takes over a text of GLib's.
+/// Copies and frees a text of GLib's.
 std::optional<std::string> taken(char* text) {
     if (text == nullptr) return std::nullopt;
     std::string result = text;
@@ -19,7 +19,7 @@ std::optional<std::string> taken(char* text) {
     return result;
 }
 
-/// Takes over a list of texts.
+/// Copies and frees a list of texts of GLib's.
 std::vector<std::string> taken(char** texts) {
     std::vector<std::string> result;
     for (char** text = texts; text != nullptr && *text != nullptr; ++text) result.emplace_back(*text);
@@ -31,7 +31,7 @@ std::vector<std::string> taken(char** texts) {
 
 std::optional<DesktopEntryFile> DesktopEntryFile::read(const std::filesystem::path& path, GKeyFileFlags flags) {
     std::error_code error;
-    // Opening anything else might wait.
+    // Only a regular file, because opening anything else might block.
     if (!std::filesystem::is_regular_file(path, error) || std::filesystem::file_size(path, error) > longestFile) {
         return std::nullopt;
     }
@@ -70,7 +70,7 @@ std::string execCommand(const std::string& program) {
     std::string result = "\"";
     for (const char character : program) {
         if (needBackslash.find(character) != std::string_view::npos) result += '\\';
-        // One alone would stand for what the program is to open.
+        // A single "%" would begin a field code, which stands for the files to open.
         if (character == '%') result += '%';
         result += character;
     }
@@ -79,7 +79,7 @@ std::string execCommand(const std::string& program) {
 
 std::string programOfExec(const std::string& command) {
     char** parsed = nullptr;
-    // What entries may have of a shell's rules is what GLib, and with it many a desktop, makes of them.
+    // Quoting in entries means what GLib, and many desktops with it, makes of it.
     if (g_shell_parse_argv(command.c_str(), nullptr, &parsed, nullptr) == FALSE) return {};
     const std::vector<std::string> words = taken(parsed);
     auto word = words.begin();
@@ -95,7 +95,7 @@ std::string programOfExec(const std::string& command) {
 
 std::optional<std::filesystem::path> findProgram(const std::string& program) {
     const std::filesystem::path path = program;
-    // The session starts programs in a folder that is not to be known.
+    // Relative to a folder that cannot be known: the one in which the session starts programs.
     if (path.is_relative() && path.has_parent_path()) return std::nullopt;
     return taken(g_find_program_in_path(program.c_str()));
 }

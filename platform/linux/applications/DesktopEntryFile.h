@@ -14,17 +14,17 @@ namespace ovin {
 /// The keys of a desktop entry's group "Desktop Entry", as GLib reads and writes them.
 class DesktopEntryFile {
 public:
-    /// One without keys.
+    /// Makes an entry without keys.
     DesktopEntryFile() : file_(g_key_file_new(), g_key_file_unref) {}
 
-    /// Nothing when the file is none that GLib reads, has no such group, or is longer than a mebibyte. `flags` tell what is
-    /// kept for `text` that `value` and `localizedValue` do not need.
+    /// Nothing when GLib cannot read the file, it lacks that group, or it is longer than a mebibyte. `flags` say what to
+    /// keep for `text` beyond what `value` and `localizedValue` need.
     [[nodiscard]] static std::optional<DesktopEntryFile> read(const std::filesystem::path& path,
                                                               GKeyFileFlags flags = G_KEY_FILE_NONE);
 
     /// The value of a key, without its escapes; nothing when the key is missing.
     [[nodiscard]] std::optional<std::string> value(const std::string& key) const;
-    /// The same in the language of messages, as far as it is translated.
+    /// The same in the user's language, where it is translated.
     [[nodiscard]] std::optional<std::string> localizedValue(const std::string& key) const;
     [[nodiscard]] std::vector<std::string> list(const std::string& key) const;
     /// A Boolean; false when the key is missing or something else.
@@ -43,11 +43,11 @@ private:
 /// A path as the only word of a command line in the key "Exec".
 [[nodiscard]] std::string execCommand(const std::string& program);
 
-/// The program that such a command line starts, which env may do; empty when there is none.
+/// The program that such a command line starts, directly or by `env`; empty when there is none.
 [[nodiscard]] std::string programOfExec(const std::string& command);
 
 /// The file that a desktop runs for a program in "Exec" or "TryExec": an absolute path, or a name that is found in PATH.
-/// Nothing where there is none that this user can run.
+/// Nothing when there is no such file or this user cannot run it.
 [[nodiscard]] std::optional<std::filesystem::path> findProgram(const std::string& program);
 
 }  // namespace ovin

@@ -17,18 +17,18 @@
 namespace ovin {
 namespace {
 
-/// A process that stays for so long is an application. Scripts talk over the bus as well, some of them every second, with
-/// programs that are gone in no time; none of them is news to anybody.
+/// A process that stays this long counts as an application. Scripts use the bus as well, some of them every second, with
+/// programs that end at once; nobody needs to be told of these.
 constexpr std::chrono::seconds settlingTime{1};
 
 /// The kernel keeps this many characters of a process's name.
 constexpr std::size_t longestKernelName = 15;
 
-// Every discovery asks for the names of all programs: these two are plain system calls.
+// Every discovery asks for the names of all processes, so the next two functions are plain system calls.
 
 std::string processFile(ProcessID pid, const char* name) { return "/proc/" + std::to_string(pid) + "/" + name; }
 
-/// The last component of the path that the process runs; empty when that is not to be known.
+/// The last component of the path that the process runs; empty when it cannot be known.
 std::string executableOf(ProcessID pid) {
     std::array<char, PATH_MAX> target{};
     const ssize_t length = readlink(processFile(pid, "exe").c_str(), target.data(), target.size());
@@ -47,7 +47,7 @@ std::string kernelNameOf(ProcessID pid) {
     return std::string(text.substr(0, text.find('\n')));
 }
 
-/// The name that the process goes by: its executable's unless it has given itself another.
+/// The name of the process: its executable's, unless the process has given itself another.
 std::string nameOf(ProcessID pid, const std::string& executable) {
     const std::string name = kernelNameOf(pid);
     return executable.substr(0, longestKernelName) == name || name.empty() ? executable : name;
@@ -55,14 +55,14 @@ std::string nameOf(ProcessID pid, const std::string& executable) {
 
 }  // namespace
 
-/// What the bus's thread reaches the main queue through, for as long as there is a workspace.
+/// The bus's thread reaches the main queue through this for as long as the workspace exists.
 struct LinuxWorkspace::Outlet {
     std::mutex mutex;
-    /// Null once it has gone. Main thread, or with the mutex.
+    /// Null once the workspace is destroyed. Read on the main thread, or with the mutex.
     LinuxWorkspace* workspace = nullptr;
     bool isLookAwaited = false;
 
-    /// Any thread. However much happens until the main thread is there, it looks once.
+    /// Has the main thread look, once for all calls until it does. Any thread.
     static void lookSoon(const std::shared_ptr<Outlet>& outlet) {
         const std::lock_guard lock(outlet->mutex);
         if (outlet->workspace == nullptr || std::exchange(outlet->isLookAwaited, true)) return;
@@ -87,7 +87,7 @@ LinuxWorkspace::LinuxWorkspace(SessionProcesses& processes, const StatusNotifier
     outlet_->workspace = this;
 }
 
-/// The bus tells of connections until the very end, those that this program closes included.
+/// The bus reports connections until it is destroyed, including those that this program closes while it ends.
 LinuxWorkspace::~LinuxWorkspace() {
     const std::lock_guard lock(outlet_->mutex);
     outlet_->workspace = nullptr;

@@ -19,11 +19,10 @@ namespace ovin {
 
 /// The running applications of a Linux session: the processes on the session bus. Names and icons are those of the desktop
 /// entry that runs the same executable; without one, the name is the process's own and the icon that of its first status
-/// item, if it has one. There are no bundles. Observers are told of processes that stay for a second, and of their end.
+/// item, if it has one. There are no bundles. Observers are told of processes that stay for a second, and when these end.
 class LinuxWorkspace final : public Workspace {
 public:
-    /// `processes`, `items`, `mainQueue` and `log` must outlive this object. `ownBundleIdentifier` is that of this very
-    /// process.
+    /// `processes`, `items`, `mainQueue` and `log` must outlive this object. `ownBundleIdentifier` is that of this process.
     LinuxWorkspace(SessionProcesses& processes, const StatusNotifierItems& items, std::string ownBundleIdentifier,
                    MainQueue& mainQueue, SystemLog& log);
     LinuxWorkspace(const LinuxWorkspace&) = delete;
@@ -49,7 +48,7 @@ private:
     const std::string ownBundleIdentifier_;
     MainQueue& mainQueue_;
     std::vector<std::function<void()>> handlers_;
-    /// When each process was seen first, and those that count as applications, as the handlers were told last.
+    /// When each process was first seen, and the processes that the handlers were last told of as applications.
     std::map<ProcessID, std::chrono::steady_clock::time_point> since_;
     std::set<ProcessID> told_;
     bool isObserved_ = false;

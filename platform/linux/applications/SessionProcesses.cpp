@@ -11,7 +11,7 @@ namespace ovin {
 namespace {
 
 constexpr std::chrono::seconds patience{1};
-/// What a busy session knows is welcome whenever it comes: nobody asks again.
+/// A day, because nobody asks again: the answer of a busy session counts however late it comes.
 constexpr std::chrono::hours untilAnswered{24};
 
 /// Unique names count up: ":1.9" connected before ":1.10".
@@ -24,7 +24,7 @@ std::uint64_t connectionNumber(const std::string& uniqueName) {
 
 }  // namespace
 
-/// Shared with the handlers of the bus, which may still run while the owner goes.
+/// Shared with the handlers of the bus, which may still run while the owner is destroyed.
 struct SessionProcesses::State {
     mutable std::mutex mutex;
     std::condition_variable changed;
@@ -53,7 +53,7 @@ struct SessionProcesses::State {
         return std::any_of(pids.begin(), pids.end(), [pid](const auto& known) { return known.second == pid; });
     }
 
-    /// Whether that makes a process known. A connection that went while it was asked for is no longer pending.
+    /// Returns whether the reply makes a process known. A connection that closed before the reply is no longer pending.
     bool resolve(std::uint64_t connection, const BusReply& reply) {
         const std::lock_guard lock(mutex);
         changed.notify_all();
@@ -64,7 +64,7 @@ struct SessionProcesses::State {
         return isNew;
     }
 
-    /// Whether that was the last connection of a process.
+    /// Returns whether this was the last connection of a process.
     bool remove(std::uint64_t connection) {
         const std::lock_guard lock(mutex);
         pending.erase(connection);

@@ -13,14 +13,14 @@ namespace ovin {
 /// The processes that are connected to the session bus, kept up to date by the bus's own signals. Any thread.
 class SessionProcesses {
 public:
-    /// Returns when the processes that are there now are known, or after a second. `bus` must outlive this object.
+    /// Returns when all processes connected now are known, or after a second. `bus` must outlive this object.
     explicit SessionProcesses(Bus& bus);
 
     /// Calls `handler` on the bus's thread whenever a process has become known, or has closed its last connection,
     /// for as long as the bus is connected.
     void observe(std::function<void()> handler);
 
-    /// In the order in which they connected, each once.
+    /// Each process once, in the order in which they connected.
     [[nodiscard]] std::vector<ProcessID> processes() const;
 
 private:
