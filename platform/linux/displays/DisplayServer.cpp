@@ -16,8 +16,8 @@ std::string contentOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// When the process began, in the kernel's ticks since the computer's start, so that another one with its number is told
-/// apart from it; empty when there is none. See proc(5): after the name, in parentheses, it is the 20th word.
+/// When the process began, in kernel ticks since the computer's start: tells it from another process with the same id. Empty
+/// when there is no process. By proc(5), the 20th word after the name, which stands in parentheses.
 std::string beginningOf(pid_t pid) {
     const std::string status = contentOf("/proc/" + std::to_string(pid) + "/stat");
     std::istringstream words(status.substr(std::min(status.size(), status.rfind(')') + 1)));

@@ -7,8 +7,8 @@
 namespace ovin {
 namespace {
 
-/// FNV-1a with 32 bits (Fowler, Noll and Vo), folded to 31. It may never change, for what it made
-/// lies in settings.
+/// FNV-1a with 32 bits (Fowler, Noll and Vo), folded to 31. It must never change, because its results are stored in
+/// settings.
 std::uint32_t hash(std::string_view text) {
     std::uint32_t hash = 2166136261U;
     for (const char character : text) hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;

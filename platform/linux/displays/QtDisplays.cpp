@@ -19,11 +19,11 @@ namespace {
 using Areas = std::map<DisplayID, Rect>;
 
 std::unique_ptr<XcbRandr> openServer() {
-    // A Wayland session has an X server for old programs, which is not the one that shows anything.
+    // Not in a Wayland session: its X server is there for old programs and does not drive the displays.
     return QGuiApplication::platformName() == "xcb" ? XcbRandr::connect() : nullptr;
 }
 
-/// Without outputs when there is nobody to ask.
+/// Has no outputs when no server answers.
 RandrState currentState() {
     const auto server = openServer();
     return server ? server->read().value_or(RandrState{}) : RandrState{};
@@ -48,13 +48,13 @@ const RandrOutput* outputOf(const RandrState& state, DisplayID display) {
     return found == state.outputs.end() ? nullptr : &*found;
 }
 
-/// What drives the display; null when it is off or gone.
+/// The CRTC that drives the display; null when the display is off or gone.
 const RandrCrtc* crtcOf(const RandrState& state, DisplayID display) {
     const RandrOutput* output = outputOf(state, display);
     return output == nullptr ? nullptr : state.crtcOf(output->id);
 }
 
-/// The toolkit has one screen for all outputs that show the very same part, with the name of one of them.
+/// For outputs that show the same part, the toolkit has only one screen, with the name of one of them.
 const QScreen* screenOf(const RandrState& state, const RandrOutput& output) {
     const RandrCrtc* crtc = state.crtcOf(output.id);
     if (crtc == nullptr) return nullptr;
@@ -99,7 +99,7 @@ double scaleOf(const RandrState& state, const RandrOutput& output) {
     return scale > 0 ? scale : 1;
 }
 
-/// In the rotation in which the display runs.
+/// Sizes are as turned by the display's present rotation.
 DisplayMode describe(const RandrState& state, const RandrMode& mode, std::int32_t id, const RandrCrtc& crtc, double scale) {
     const Extent size = turned(mode.size, crtc.rotation);
     const Extent most = state.screen.largest;
@@ -108,7 +108,7 @@ DisplayMode describe(const RandrState& state, const RandrMode& mode, std::int32_
             mode.isPlain && size.width <= most.width && size.height <= most.height};
 }
 
-/// The modes of an output that shows something, each with what it is called. A server may list the preferred mode first and
+/// The modes of an output that is on, with their descriptions, each once: a server may list the preferred mode first and
 /// again at its place.
 std::vector<std::pair<const RandrMode*, DisplayMode>> modesOf(const RandrState& state, const RandrOutput& output) {
     const RandrCrtc& crtc = *state.crtcOf(output.id);
@@ -133,7 +133,7 @@ QtDisplays::QtDisplays() {
     });
     QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, this, &QtDisplays::refresh, Qt::QueuedConnection);
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &QtDisplays::refresh);
-    // What only the server knows of, such as another primary output.
+    // For changes that only the server knows of, such as another primary output.
     QObject::connect(&changes_, &ScreenChanges::changed, this, &QtDisplays::refresh);
     for (QScreen* screen : QGuiApplication::screens()) watch(screen);
     refresh();
@@ -198,7 +198,7 @@ bool QtDisplays::isAnotherServer(const std::string& name) const {
 void QtDisplays::watch(QScreen* screen) { QObject::connect(screen, &QScreen::geometryChanged, this, &QtDisplays::refresh); }
 
 void QtDisplays::refresh() {
-    // While the server does not answer, the displays that it had keep their numbers.
+    // While the server does not answer, its last displays keep their ids.
     RandrState state = currentState();
     if (!state.outputs.empty()) known_ = std::move(state);
     Areas current = areas(known_);

@@ -12,21 +12,21 @@ class QScreen;
 
 namespace ovin {
 
-/// The displays of a Qt program. Areas are in its own points, made and kept up to date on the main thread; read on any.
-/// Modes are those of the RandR extension, asked of the X server each time; so are displays: each is an output that shows
-/// something. The ids of both outlast the server (LastingIDs.h).
+/// The displays of a Qt program. Areas are in the toolkit's points; they are updated on the main thread and may be read on
+/// any. A display is an output of the RandR extension that is on. Displays and modes are asked of the X server each time;
+/// their ids outlast it (LastingIDs.h).
 ///
-/// On X11 one factor turns pixels into points, that of the toolkit's screen (QT_SCALE_FACTOR and its like, not the
-/// server's). It stays the same whatever the mode: a mode has as many points as it has pixels, divided by it.
+/// On X11 the factor of the toolkit's screen (QT_SCALE_FACTOR and its like, not the server's) turns pixels into points. It
+/// does not depend on the mode: the points of a mode are its pixels divided by the factor.
 ///
-/// Where there is no RandR 1.3, as under Wayland, displays have areas and no modes, and nothing can be applied.
+/// Without RandR 1.3, as under Wayland, displays have areas but no modes, and `apply` fails.
 class QtDisplays final : public QObject, public DisplayServices {
     Q_OBJECT
 
 public:
     QtDisplays();
 
-    /// The primary output; where the user has chosen none, the one at the origin.
+    /// The primary output; where the user has chosen none, the output at the origin.
     [[nodiscard]] DisplayID mainDisplay() const override;
     [[nodiscard]] Rect bounds(DisplayID display) const override;
     [[nodiscard]] bool isInMirrorSet(DisplayID display) const override;
@@ -44,7 +44,7 @@ private:
     void refresh();
 
     ScreenChanges changes_;
-    /// The last that the server told when the screens had changed.
+    /// The server's state after the last change of the screens that it answered.
     RandrState known_;
     mutable std::mutex mutex_;
     std::map<DisplayID, Rect> bounds_;

@@ -33,7 +33,7 @@ private:
 std::optional<Screen> QtScreens::main() const { return screenOf(QGuiApplication::primaryScreen()); }
 
 std::unique_ptr<Screens::Observation> QtScreens::observeChanges(std::function<void()> handler) {
-    // The toolkit keeps the handler until it has returned, also when it ends its own observation.
+    // The handler may end its own observation: the toolkit keeps it until it has returned.
     return std::make_unique<Connected>(QObject::connect(&changes_, &ScreenChanges::changed, std::move(handler)));
 }
 

@@ -7,7 +7,7 @@
 
 namespace ovin {
 
-/// In pixels or, where it says so, in millimetres.
+/// In pixels, or in millimetres where the name says so.
 struct Extent {
     int width = 0;
     int height = 0;
@@ -15,8 +15,7 @@ struct Extent {
     friend bool operator==(const Extent&, const Extent&) = default;
 };
 
-/// What the RandR extension knows, with its own identifiers: all of them hold until the X server ends (LastingIDs.h has
-/// others).
+/// The RandR extension's data, with its own ids, which are valid until the X server ends (those in LastingIDs.h longer).
 struct RandrMode {
     std::uint32_t id = 0;
     Extent size;
@@ -32,22 +31,22 @@ struct RandrMode {
 struct RandrOutput {
     std::uint32_t id = 0;
     std::string name;
-    /// What drives it; 0 while it is off, plugged in or not.
+    /// The CRTC that drives it; 0 while the output is off, plugged in or not.
     std::uint32_t crtc = 0;
     /// By their ids, in the server's order.
     std::vector<std::uint32_t> modes;
-    /// What the monitor says of itself (the first block of its EDID); empty where there is none, or none that speaks.
+    /// The monitor's description of itself (the first block of its EDID); empty without a monitor or its EDID.
     std::string monitor = {};
 };
 
-/// A part of the X screen that one output shows, or several.
+/// A part of the X screen that one or more outputs show.
 struct RandrCrtc {
     std::uint32_t id = 0;
     int x = 0;
     int y = 0;
-    /// As it lies on the X screen: turned by the rotation.
+    /// On the X screen, that is, after the rotation.
     Extent size;
-    /// 0 while it is off, and then it has no size.
+    /// 0 while the CRTC is off; it has no size then.
     std::uint32_t mode = 0;
     /// Rotation and reflection as the extension encodes them.
     std::uint16_t rotation = 1;
@@ -56,7 +55,7 @@ struct RandrCrtc {
     friend bool operator==(const RandrCrtc&, const RandrCrtc&) = default;
 };
 
-/// The X screen that all of it lies on.
+/// The X screen that all parts lie on.
 struct RandrScreen {
     Extent size;
     Extent millimetres;
@@ -67,21 +66,21 @@ struct RandrScreen {
 struct RandrState {
     std::uint32_t configTime = 0;
     RandrScreen screen;
-    /// The output that the user has made the primary one; 0 when none is.
+    /// The output that the user has made primary; 0 when there is none.
     std::uint32_t primary = 0;
     std::vector<RandrOutput> outputs;
     std::vector<RandrCrtc> crtcs;
     std::vector<RandrMode> modes;
 
-    /// Null when there is none.
+    /// Null when there is none with this id.
     [[nodiscard]] const RandrOutput* output(std::uint32_t id) const;
     [[nodiscard]] const RandrCrtc* crtc(std::uint32_t id) const;
     [[nodiscard]] const RandrMode* mode(std::uint32_t id) const;
-    /// What drives the output; null when the output is off or gone.
+    /// The CRTC that drives the output; null when the output is off or gone.
     [[nodiscard]] const RandrCrtc* crtcOf(std::uint32_t output) const;
 };
 
-/// A size as it lies on the X screen, or the size of what lies there: rotation by a quarter swaps both ways.
+/// Turns the size of a mode into the size on the X screen, or back: a quarter rotation swaps width and height either way.
 [[nodiscard]] Extent turned(Extent size, std::uint16_t rotation);
 
 /// Whether two outputs show the same: one part of the X screen drives both, or their parts begin at the same point, or one
@@ -105,7 +104,7 @@ public:
 
     /// Nothing when the server does not answer.
     [[nodiscard]] virtual std::optional<RandrState> read() = 0;
-    /// Keeps all other clients waiting, or no longer.
+    /// Makes the server hold up the requests of all other clients, or ends that.
     virtual void setGrabbed(bool grabbed) = 0;
     [[nodiscard]] virtual Answer setCrtc(const RandrCrtc& crtc, std::uint32_t configTime) = 0;
     /// False when the server refused.

@@ -14,19 +14,19 @@ struct Span {
     [[nodiscard]] int end() const { return start + length; }
 };
 
-/// A driven part of the X screen on the axis that is dealt with, before and after the change.
+/// A driven part of the X screen along one axis, before and after the change.
 struct Part {
     Span before;
     Span after;
-    /// What it takes up on the other axis.
+    /// Its area on the other axis.
     Span across;
 };
 
 bool overlap(Span a, Span b) { return a.start < b.end() && b.start < a.end(); }
 bool touch(Span a, Span b) { return a.start <= b.end() && b.start <= a.end(); }
 
-/// Where `part` begins now that those before it have their places. `isKeptApart` tells whether this axis has to keep the two
-/// from overlapping.
+/// The start of `part`, given that the parts before it are placed. `isKeptApart` says whether two parts must not overlap on
+/// this axis.
 template <typename IsKeptApart>
 int startOf(const Part& part, const std::vector<Part*>& placed, const IsKeptApart& isKeptApart) {
     constexpr int none = std::numeric_limits<int>::min();
@@ -42,7 +42,7 @@ int startOf(const Part& part, const std::vector<Part*>& placed, const IsKeptApar
     return std::max(neighbour == none ? part.before.start : neighbour, obstacle);
 }
 
-/// Gives all parts their places along one axis, from its beginning on.
+/// Places all parts along one axis, in the order of their starts.
 template <typename IsKeptApart>
 void arrange(std::vector<Part>& parts, const IsKeptApart& isKeptApart) {
     std::vector<Part*> ordered;
@@ -63,8 +63,8 @@ std::vector<RandrCrtc> driven(const RandrState& state) {
     return crtcs;
 }
 
-/// Two parts that were apart across and on the same height stay apart across. All others were one above the other, and stay
-/// so where they now share a column.
+/// Parts that were side by side, sharing rows, stay side by side. All others were one above the other, and stay so where
+/// they now share columns.
 void makeRoom(const std::vector<RandrCrtc>& before, std::vector<RandrCrtc>& after) {
     std::vector<Part> across;
     std::vector<Part> down;
@@ -83,7 +83,7 @@ void makeRoom(const std::vector<RandrCrtc>& before, std::vector<RandrCrtc>& afte
     }
 }
 
-/// A transformation lies between the mode and the X screen: the same one applies to every mode.
+/// A CRTC may scale its mode to the X screen; the same scale then applies to the new mode.
 Extent sizeInMode(const RandrCrtc& crtc, const RandrMode& from, const RandrMode& to) {
     const Extent was = turned(from.size, crtc.rotation);
     const Extent is = turned(to.size, crtc.rotation);

@@ -12,7 +12,7 @@ namespace {
 
 using Answer = RandrServer::Answer;
 
-/// Other clients see the X screen before the change or after it, never between.
+/// While this exists, other clients wait: they see the X screen before the change or after it, never between.
 class Grab {
 public:
     explicit Grab(RandrServer& server) : server_(server) { server_.setGrabbed(true); }
@@ -26,7 +26,7 @@ private:
 
 int inProportion(int millimetres, int before, int after) {
     if (before <= 0) return std::max(millimetres, 1);
-    // The server takes no empty length.
+    // At least 1, because the server refuses empty lengths.
     return std::max(static_cast<int>(std::lround(static_cast<double>(millimetres) * after / before)), 1);
 }
 
@@ -41,13 +41,13 @@ public:
     }
 
 private:
-    /// While parts move, the X screen holds the old ones and the new ones: the server takes no part that reaches beyond.
+    /// While parts move, the X screen holds their old and new places: the server refuses a part that reaches beyond it.
     Answer change(const RandrLayout& layout) {
         if (!resize({std::max(screen_.width, layout.screen.width), std::max(screen_.height, layout.screen.height)})) {
             return Answer::refused;
         }
         for (const RandrCrtc& crtc : layout.changed) {
-            // One that failed may have changed all the same.
+            // Noted first, because a change that failed may have happened all the same.
             touched_.push_back(crtc.id);
             const Answer answer = server_.setCrtc(crtc, state_.configTime);
             if (answer != Answer::done) return answer;
@@ -57,14 +57,14 @@ private:
 
     void undo() {
         const std::optional<RandrState> now = server_.read();
-        // Whatever the answers are, there is nothing else to be tried.
+        // Errors are ignored because there is nothing else to try.
         for (auto id = touched_.rbegin(); now && id != touched_.rend(); ++id) {
             (void)server_.setCrtc(*state_.crtc(*id), now->configTime);
         }
         (void)resize(state_.screen.size);
     }
 
-    /// The picture keeps its density.
+    /// Keeps the density, in pixels per millimetre.
     bool resize(Extent size) {
         if (size == screen_) return true;
         const Extent was = state_.screen.size;
@@ -96,7 +96,7 @@ Answer tryToSwitch(RandrServer& server, std::uint32_t output, std::uint32_t mode
 
 bool switchMode(RandrServer& server, std::uint32_t output, std::uint32_t mode) {
     Answer answer = tryToSwitch(server, output, mode);
-    // Something was plugged in or out in this very moment; not twice in a row.
+    // Outdated when something was plugged in or out at this moment, which hardly happens twice in a row.
     if (answer == Answer::outdated) answer = tryToSwitch(server, output, mode);
     return answer == Answer::done;
 }

@@ -6,9 +6,8 @@
 
 namespace ovin {
 
-/// Switches an output to another mode in one transaction, in which no other client takes part, and gives the X screen the
-/// size that then holds everything. False when that cannot be, and then all is as it was, as far as the server lets itself
-/// be asked.
+/// Switches an output to another mode, with other clients held up meanwhile, and gives the X screen the size that then holds
+/// everything. False when that fails; everything is put back then, as far as the server allows.
 [[nodiscard]] bool switchMode(RandrServer& server, std::uint32_t output, std::uint32_t mode);
 
 }  // namespace ovin

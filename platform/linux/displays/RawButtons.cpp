@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint32_t leftButton = 1;
 constexpr std::uint32_t rightButton = 3;
 
-/// Raw events come for every button, whoever has grabbed the pointer, but only to those who ask at the root window.
+/// Raw events come for every button, whoever has grabbed the pointer, but only for the root window.
 void selectRaw(xcb_connection_t* connection, std::uint32_t events) {
     struct {
         xcb_input_event_mask_t head;
@@ -24,7 +24,7 @@ void selectRaw(xcb_connection_t* connection, std::uint32_t events) {
 
 bool isOf(const xcb_generic_event_t& event, std::uint16_t kind) {
     if ((event.response_type & 0x7f) != XCB_GE_GENERIC) return false;
-    // Releases look the same.
+    // Release events have the same structure.
     const auto& raw = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);  // NOLINT
     return raw.event_type == kind && (raw.detail == leftButton || raw.detail == rightButton);
 }
@@ -56,7 +56,7 @@ void RawButtons::read() {
         isAny = isAny || isOf(*event, event_);
     }
     if (xcb_connection_has_error(connection_.get()) != 0) notifier_.setEnabled(false);
-    // From a copy, because this may go meanwhile.
+    // Called from a copy, because the handler may destroy this object.
     if (const auto handler = handler_; isAny) handler();
 }
 

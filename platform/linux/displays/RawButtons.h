@@ -9,13 +9,13 @@
 
 namespace ovin {
 
-/// Hears of the mouse's buttons wherever the pointer is and whoever has grabbed it, through a connection of its own.
+/// Reports the mouse's buttons wherever the pointer is and whoever has grabbed it, through a connection of its own.
 class RawButtons {
 public:
     enum class Event { press, release };
 
-    /// Calls `handler` from the event loop, once for any number of such events of the left and the right button that have
-    /// come together; it may destroy what this returns. Null where the X server has no such events. Main thread only.
+    /// Calls `handler` from the event loop, once for any number of such events of the left and right button that arrive
+    /// together; it may destroy the returned object. Null where the X server has no such events. Main thread only.
     [[nodiscard]] static std::unique_ptr<RawButtons> listen(Event event, std::function<void()> handler);
 
 private:

@@ -19,8 +19,8 @@ int firstRandrEvent() {
 }  // namespace
 
 ScreenChanges::ScreenChanges() : firstEvent_(firstRandrEvent()) {
-    // One change of the screens is several of the X server: of its size, of what drives an output, of the output. Their
-    // events come together, and this after the last of them.
+    // For one change the X server sends several events: of its screen's size, of a CRTC, of an output. They come together;
+    // `changed` is emitted once, after the last of them.
     burst_.setSingleShot(true);
     burst_.setInterval(0);
     connect(&burst_, &QTimer::timeout, this, &ScreenChanges::changed);
@@ -42,7 +42,7 @@ void ScreenChanges::watch(QScreen* screen) {
     connect(screen, &QScreen::logicalDotsPerInchChanged, this, &ScreenChanges::note);
 }
 
-/// The toolkit has asked the server for these events, and sees them after this.
+/// The toolkit has selected these events, and handles them after this filter.
 bool ScreenChanges::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
     if (type != "xcb_generic_event_t") return false;
     const int event = static_cast<const xcb_generic_event_t*>(message)->response_type & 0x7f;

@@ -8,7 +8,7 @@ class QScreen;
 
 namespace ovin {
 
-/// Tells of changes of the screens, whether the toolkit notices them or only the X server does. Main thread only.
+/// Reports changes of the screens, whether the toolkit notices them or only the X server does. Main thread only.
 class ScreenChanges final : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -19,14 +19,14 @@ public:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
 Q_SIGNALS:
-    /// Once for all changes that come in one go, and when the toolkit knows of them too.
+    /// Emitted once for all changes that come together, after the toolkit has handled them.
     void changed();
 
 private:
     void watch(QScreen* screen);
     void note();
 
-    /// The first of the numbers that the X server has given to RandR's events; 0 without any.
+    /// The number of RandR's first event at this X server; 0 without RandR.
     int firstEvent_ = 0;
     QTimer burst_;
 };

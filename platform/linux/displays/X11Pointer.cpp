@@ -14,7 +14,7 @@ bool isMouseButtonDown() {
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const FromXcb<xcb_query_pointer_reply_t> reply{
         xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr)};
-    // The wheel's buttons are never held.
+    // Without the buttons of the wheel, which are never held down.
     constexpr int buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     return reply && (reply->mask & buttons) != 0;
 }

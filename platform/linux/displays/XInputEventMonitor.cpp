@@ -20,7 +20,7 @@ private:
 
 std::unique_ptr<EventMonitor::Token> XInputEventMonitor::monitorMouseDowns(std::function<void()> handler) {
     auto presses = RawButtons::listen(RawButtons::Event::press, [handler = std::move(handler)] {
-        // Raw events do not say where; a press on a window of this program is not meant.
+        // Raw events have no position, so the pointer tells whether the press was on a window of this program.
         if (QApplication::topLevelAt(QCursor::pos()) == nullptr) handler();
     });
     return presses ? std::make_unique<Monitor>(std::move(presses)) : nullptr;

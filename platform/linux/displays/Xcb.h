@@ -11,7 +11,7 @@ struct XcbDisconnect {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
 };
 
-/// A connection of one's own to the X server; the server drops whatever was held through it when it is destroyed.
+/// A separate connection to the X server. Destroying it releases whatever it held at the server, such as grabs.
 using XcbConnection = std::unique_ptr<xcb_connection_t, XcbDisconnect>;
 
 struct XcbFree {

@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint32_t majorVersion = 1;
 constexpr std::uint32_t minorVersion = 3;
 
-/// The bytes of a block in which a monitor describes itself: the first names its maker, its model and its number.
+/// The bytes of an EDID block. The first block holds the monitor's maker, model and serial number.
 constexpr std::uint32_t monitorBlock = 128;
 
 template <typename Element, typename Length>
@@ -24,7 +24,7 @@ std::span<const Element> spanOf(const Element* elements, Length length) {
     return {elements, static_cast<std::size_t>(std::max<Length>(length, 0))};
 }
 
-/// The screen that the display's name means, which may end in its number.
+/// The X screen of this number, with which the display's name may end.
 const xcb_screen_t* screenNumbered(const xcb_setup_t* setup, int number) {
     auto screens = xcb_setup_roots_iterator(setup);
     for (; screens.rem > 0 && number > 0; --number) xcb_screen_next(&screens);
@@ -67,7 +67,7 @@ std::string textOf(const xcb_randr_get_output_property_reply_t& property) {
     return {bytes.begin(), bytes.end()};
 }
 
-/// Each number with the cookie of the question about it.
+/// Sends a request for each id, and returns the ids with the requests' cookies.
 template <typename Ask>
 auto askEach(std::span<const std::uint32_t> ids, const Ask& ask) {
     std::vector<std::pair<std::uint32_t, decltype(ask(std::uint32_t{}))>> asked;
@@ -87,7 +87,7 @@ std::unique_ptr<XcbRandr> XcbRandr::connect(const char* display) {
     return std::unique_ptr<XcbRandr>(new XcbRandr(std::move(connection), *screen));
 }
 
-/// The size is asked for, as it may have changed since the server told the length in millimetres; the density has not.
+/// Asks for the size, which may have changed since the connection; the density at that time still holds.
 std::optional<RandrScreen> XcbRandr::readScreen() {
     xcb_connection_t* connection = connection_.get();
     const auto geometryAsked = xcb_get_geometry(connection, screen_.root);
@@ -112,7 +112,7 @@ std::optional<RandrState> XcbRandr::read() {
     const auto atomAsked =
         xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(monitorProperty.size()), monitorProperty.data());
     const auto screen = readScreen();
-    // What the server knows already: to look for displays anew would take it a long time.
+    // Asks for what the server knows already, because a new search for displays would take it a long time.
     const FromXcb<xcb_randr_get_screen_resources_current_reply_t> resources{xcb_randr_get_screen_resources_current_reply(
         connection, xcb_randr_get_screen_resources_current(connection, screen_.root), nullptr)};
     const FromXcb<xcb_randr_get_output_primary_reply_t> primary{
@@ -132,7 +132,7 @@ std::optional<RandrState> XcbRandr::read() {
                                 xcb_randr_get_screen_resources_current_outputs_length(resources.get()));
     const auto crtcs = spanOf(xcb_randr_get_screen_resources_current_crtcs(resources.get()),
                               xcb_randr_get_screen_resources_current_crtcs_length(resources.get()));
-    // All questions before the first answer: a server with dozens of outputs costs one wait then, and not one for each.
+    // Sends all requests before reading the first reply, so that dozens of outputs cost one wait instead of one each.
     const auto outputsAsked =
         askEach(outputs, [&](auto id) { return xcb_randr_get_output_info(connection, id, state.configTime); });
     const auto monitorsAsked = askEach(outputs, [&](auto id) {

@@ -9,14 +9,14 @@
 
 namespace ovin {
 
-/// RandR over a connection of its own, which is meant for one question or one change: what the server says of its screen
-/// when a client connects is true at that time only.
+/// RandR over a connection of its own. Use one for a single question or change, because what the server says of its screen
+/// at connection is true only at that time.
 class XcbRandr final : public RandrServer {
 public:
-    /// Null without an X server at `display`, the environment's when null, and with one that does not speak RandR 1.3.
+    /// Connects to `display`, or to the environment's when that is null. Null without an X server that speaks RandR 1.3.
     [[nodiscard]] static std::unique_ptr<XcbRandr> connect(const char* display = nullptr);
 
-    /// The connection's; local where the server is.
+    /// The connection's socket; a local one when the server runs on this computer.
     [[nodiscard]] int socket() const { return xcb_get_file_descriptor(connection_.get()); }
 
     [[nodiscard]] std::optional<RandrState> read() override;
