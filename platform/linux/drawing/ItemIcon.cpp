@@ -3,7 +3,7 @@
 namespace ovin {
 namespace {
 
-/// A name that is too long to be one is none: cut, it would name something else.
+/// A longer name is no name. It is not cut, because it would then name something else.
 constexpr std::size_t longestName = 1024;
 /// Icons are shown 28 points high, on screens with up to two pixels to a point.
 constexpr int sufficientSide = 56;

@@ -12,12 +12,12 @@
 
 namespace ovin {
 
-/// What a status item says that it looks like. Names are whatever its program sent; whether they lead to a picture is seen
-/// when it is drawn. There is a name, or there are pixels, or both.
+/// The icon of a status item as its program sent it: a name, pixels or both. Whether a name leads to a picture turns out
+/// when the icon is drawn.
 class ItemIcon final : public Image::Content {
 public:
-    /// Rows of pixels, each alpha, red, green and blue. There are 4 * width * height bytes, and as many as `largestSide` to
-    /// a side at most.
+    /// Rows of pixels, each alpha, red, green and blue. There are 4 * width * height bytes; a side has at most `largestSide`
+    /// pixels.
     struct Pixels {
         int width = 0;
         int height = 0;
@@ -41,13 +41,13 @@ public:
 };
 
 /// The icon in the properties of a status item: of its pictures the smallest one that suffices for the ledge, or else the
-/// largest. Null when there is none, or nothing that could be one.
+/// largest. Null when there is no usable icon.
 [[nodiscard]] std::shared_ptr<const ItemIcon> itemIcon(const BusValue::Dictionary& properties);
 
-/// The icon of an item between those who read and those who show it. Any thread.
+/// Passes the icon of an item from the threads that read it to those that show it. Any thread.
 class LatestItemIcon {
 public:
-    /// An icon that looks like the last one leaves that in place.
+    /// Keeps the last icon when the new one is equal to it.
     void set(std::shared_ptr<const ItemIcon> icon) {
         const std::lock_guard lock(mutex_);
         if (icon && icon_ && *icon == *icon_) return;

@@ -11,8 +11,8 @@ constexpr qint64 largestFile = 8 << 20;
 constexpr int largestSide = 4096;
 constexpr int largestPixmap = 1024;
 
-/// Looked through in this order below an item's own theme folder. A folder named by another program is not searched any
-/// further: it may be the root of the disk.
+/// Searched in this order below an item's own theme folder. Nothing else in it is searched, because another program named
+/// it: it may be the root of the disk.
 constexpr const char* themeSizes[] = {"scalable", "48x48",   "32x32",   "24x24", "22x22",
                                       "64x64",    "128x128", "256x256", "16x16"};
 constexpr const char* themeContexts[] = {"apps", "status", "panel", "actions", "devices", "categories"};
@@ -51,7 +51,7 @@ QString inThemeFolder(const QString& folder, const QString& name) {
 QIcon namedItemIcon(const QString& name, const QString& themeFolder) {
     if (name.isEmpty()) return {};
     if (name.startsWith(QLatin1Char('/'))) return isPicture(name) ? QIcon(name) : QIcon(withSuffix(name));
-    // The theme would look for it outside of its own folders.
+    // With such a name the theme would look outside its own folders.
     if (name.contains(QLatin1Char('/'))) return {};
     if (const QString own = inThemeFolder(themeFolder, name); !own.isEmpty()) return QIcon(own);
     const QIcon themed = QIcon::fromTheme(name);

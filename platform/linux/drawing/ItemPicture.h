@@ -4,8 +4,8 @@
 #include <QImage>
 #include <QString>
 
-/// The pictures of status items as their programs name and send them. Nothing that a program says is believed: names may be
-/// anything, files may be huge or no pictures, and sizes need not fit the bytes.
+/// The pictures of status items as their programs name and send them. Everything is checked: names may be anything, files
+/// may be huge or no pictures, and sizes need not fit the bytes.
 namespace ovin {
 
 /// The icon of a name: the absolute path of a file, a picture in the item's own theme folder (which may be empty), or an

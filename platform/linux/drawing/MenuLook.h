@@ -4,8 +4,8 @@
 
 namespace ovin {
 
-/// Gives a menu, and all below it, more room around its entries and a selection with round corners: where the desktop has no
-/// style of its own, the toolkit's plain one looks cramped. A style that the user has chosen stays as it is.
+/// Gives a menu and its submenus more room around the entries and a selection with round corners, because the toolkit's
+/// plain style, used where the desktop has none, looks cramped. A style that the user has chosen is kept.
 void giveMenuLook(QMenu& menu);
 
 }  // namespace ovin

@@ -10,11 +10,11 @@ constexpr double secondaryOpacity = 0.6;
 constexpr double quaternaryOpacity = 0.2;
 constexpr double separatorOpacity = 0.15;
 
-/// What the contrast of two colours is reckoned with: the light that a screen reflects.
+/// The light that a screen reflects, as the contrast of two colours counts it.
 constexpr double surround = 0.05;
 constexpr double enoughContrast = 3;
 constexpr double enoughForSmallText = 4.5;
-/// Small enough that nobody sees one.
+/// In percent, for QColor; so small that no single step is visible.
 constexpr int darkerStep = 102;
 constexpr int lighterStep = 102;
 constexpr int mostSteps = 80;
@@ -36,7 +36,7 @@ double contrast(const QColor& one, const QColor& other) {
     return (lighter + surround) / (darker + surround);
 }
 
-/// The user's accent, as links are written in: as far from the window's colour as small text must be.
+/// The user's accent colour for links, with the contrast to the window's colour that small text needs.
 QColor accentOn(const QPalette& palette) {
     const QColor window = palette.color(QPalette::Window);
     QColor accent = palette.color(QPalette::Highlight);
@@ -79,8 +79,8 @@ QColor qtColor(const Color& color, const QPalette& palette) {
 }
 
 QColor readableOn(const QColor& background) {
-    // White where it has the contrast that large letters need: on saturated colours it reads better than black does, though
-    // black may have more contrast.
+    // White where it has the contrast that large letters need, because on saturated colours white reads better than black
+    // even where black has more contrast.
     return contrast(Qt::white, background) >= enoughContrast ? Qt::white : Qt::black;
 }
 

@@ -8,20 +8,19 @@
 
 namespace ovin {
 
-/// A colour as this desktop shows it: system colours come from the palette, and so follow its light and dark.
+/// A colour as this desktop shows it: system colours come from the palette, and so follow its light or dark appearance.
 [[nodiscard]] QColor qtColor(const Color& color, const QPalette& palette);
 
-/// Black or white, whichever is the easier to read on a colour.
+/// Black or white, whichever is easier to read on `background`.
 [[nodiscard]] QColor readableOn(const QColor& background);
 
-/// What a colour becomes where text in `readableOn` of it lies on it: a little darker if need be, so that even small text
-/// has enough contrast.
+/// `background`, darkened if need be, so that even small text in the colour `readableOn` it has enough contrast.
 [[nodiscard]] QColor behindText(const QColor& background);
 
 /// Whether a palette is a dark one.
 [[nodiscard]] bool isDark(const QPalette& palette);
 
-/// Shows that something without an edge of its own has the keyboard.
+/// Marks something that has no edge of its own as having the keyboard.
 void drawFocus(QPainter& painter, const QRect& place, double cornerRadius, const QPalette& palette);
 
 }  // namespace ovin

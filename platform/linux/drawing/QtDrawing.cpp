@@ -37,7 +37,7 @@ QImage rendered(const DrawnImage& image, double scale, const QPalette& palette) 
     result.fill(Qt::transparent);
     QPainter painter(&result);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Shapes count from the bottom.
+    // The y coordinates of shapes grow upwards from the bottom.
     painter.scale(scale, -scale);
     painter.translate(0, -size.height());
     for (const DrawnShape& shape : image.shapes(isDark(palette) ? Appearance::dark : Appearance::light)) {

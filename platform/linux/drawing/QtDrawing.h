@@ -7,7 +7,7 @@
 
 namespace ovin {
 
-/// An image at a number of pixels for each point, as it looks with a palette.
+/// An image with `scale` pixels to a point, as it looks with a palette.
 [[nodiscard]] QImage rendered(const DrawnImage& image, double scale, const QPalette& palette);
 
 }  // namespace ovin

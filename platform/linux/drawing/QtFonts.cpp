@@ -23,7 +23,7 @@ QFont::Weight weight(Font::Weight weight) {
 
 QFont qtFont(const Font& font) {
     QFont result;
-    // The desktop's.
+    // The desktop's font.
     result.setFamilies(QGuiApplication::font().families());
     result.setPixelSize(qRound(font.size));
     result.setWeight(weight(font.weight));

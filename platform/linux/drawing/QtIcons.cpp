@@ -23,7 +23,7 @@ namespace {
 /// Symbolic icons become pictures of one size: the one in which the ledge shows icons, at two pixels to a point.
 constexpr int symbolicSide = 56;
 
-/// What window managers show, at two pixels to a point.
+/// The size that window managers show, at two pixels to a point.
 constexpr int largestWindowIcon = 128;
 
 /// A folder of the program's resources holds one picture in several sizes.
@@ -43,8 +43,8 @@ QIcon loaded(const NamedIcon& named) {
     return icon.availableSizes().isEmpty() ? QIcon() : icon;
 }
 
-/// A picture in one size, made smaller where that is asked for. The toolkit's own icons keep what they draw under a name
-/// that is new each time that the same picture arrives; the picture goes in time, and the name stays.
+/// A picture in one size, scaled down on demand. The toolkit's own icon class would leak: it caches what it draws under a
+/// new name each time the same picture arrives, and drops the picture in time, but never the name.
 class PictureIcon final : public QIconEngine {
 public:
     explicit PictureIcon(QImage picture) : picture_(std::move(picture)) {}
@@ -72,7 +72,7 @@ private:
     const QImage picture_;
 };
 
-/// In the colour of texts where it has none of its own.
+/// Gives a symbolic icon, which has no colours of its own, the colour of texts.
 QIcon coloured(const QIcon& icon, const QString& name) {
     if (!isSymbolicIcon(icon.name()) && !isSymbolicIcon(name)) return icon;
     QPixmap picture = icon.pixmap(QSize(symbolicSide, symbolicSide));
@@ -97,7 +97,7 @@ QIcon loaded(const Image& image) {
     return {};
 }
 
-/// When an index of the theme's icons was last written, as it is when a program is installed.
+/// When an index of the theme's icons was last written, which installing a program does.
 QDateTime lastIndexed() {
     QDateTime last;
     for (const QString& folder : QIcon::themeSearchPaths()) {
@@ -108,8 +108,8 @@ QDateTime lastIndexed() {
     return last;
 }
 
-/// An icon of limited size that is loaded when the first window asks for it: a program in the menu bar may have none for
-/// days, and what loads pictures takes a fifth of its start.
+/// An icon of limited size that is loaded when the first window asks for it: a program in the menu bar may have no window
+/// for days, and loading the picture would take a fifth of the program's start.
 class WindowIcon final : public QIconEngine {
 public:
     explicit WindowIcon(const Image& image) : image_(image) {}
@@ -148,7 +148,7 @@ QIcon qtIcon(const Image& image) {
     QIcon icon = loaded(image);
     if (icon.isNull() && lastIndexed() != known) {
         known = lastIndexed();
-        // The toolkit goes on with the index that it has read first until it is told where themes are.
+        // The toolkit reads its index of icons again only when it is told where themes are.
         QIcon::setThemeSearchPaths(QIcon::themeSearchPaths());
         icon = loaded(image);
     }

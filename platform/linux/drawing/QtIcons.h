@@ -9,8 +9,8 @@ namespace ovin {
 /// The icon that an image of this world stands for; a generic one when it cannot be loaded.
 [[nodiscard]] QIcon qtIcon(const Image& image);
 
-/// The same for windows, loaded at its first use, in sizes up to 128 pixels. The toolkit hands all sizes of an icon to the X
-/// server with each window that it makes, menus and the ledge included: a large one costs more than the rest of the window.
+/// The same for windows, loaded at its first use, in sizes up to 128 pixels. The toolkit sends all sizes of an icon to the X
+/// server with each window that it makes, menus and the ledge included; a large one costs more than all the rest.
 [[nodiscard]] QIcon qtWindowIcon(const Image& image);
 
 }  // namespace ovin

@@ -8,7 +8,7 @@
 #include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/drawing/OvinVersion.h"
 
-/// Nobody names anything in there, and so the linker would leave it out. The toolkit wants this outside of all namespaces.
+/// Keeps the linker from leaving the resources out. The toolkit requires this outside of all namespaces.
 static void loadResources() { Q_INIT_RESOURCE(ovin); }
 
 namespace ovin {
@@ -29,7 +29,7 @@ QtResources::QtResources() : icon_(iconNamed(loadedIconPath())) {}
 
 std::optional<Picture> QtResources::picture(std::string_view name) const {
     if (const auto found = pictures_.find(name); found != pictures_.end()) return found->second;
-    // A name, and no way to another folder.
+    // A name must not lead to another folder.
     if (name.find('/') != std::string_view::npos) return std::nullopt;
     const std::string path = ":/ovin/pictures/" + std::string(name) + ".png";
     const QImage image(QString::fromStdString(path));

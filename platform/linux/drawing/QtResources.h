@@ -7,8 +7,8 @@
 
 namespace ovin {
 
-/// Pictures, icon and version that are compiled into the program: they cannot be missing, nor belong to another version, and
-/// the program runs from wherever it was built. Pictures have two pixels for each point.
+/// Pictures, icon and version, compiled into the program: they cannot be missing or belong to another version, and the
+/// program runs from any folder. Pictures have two pixels for each point.
 class QtResources final : public Resources {
 public:
     QtResources();
@@ -20,7 +20,7 @@ public:
 
 private:
     const Image icon_;
-    /// So that a picture is equal to itself.
+    /// Kept so that two calls return equal pictures.
     mutable std::map<std::string, Picture, std::less<>> pictures_;
 };
 

@@ -6,13 +6,13 @@
 
 namespace ovin {
 
-/// Symbolic icons are shapes without colours of their own; the toolkit would draw them black on any background.
+/// Whether an icon is symbolic: a shape without colours, which the toolkit would draw black on any background.
 [[nodiscard]] bool isSymbolicIcon(const QString& name);
 
-/// Gives the shape in a picture one colour.
+/// Paints the shape in a picture in one colour.
 void tint(QPixmap& picture, const QColor& color);
 
-/// An icon of the theme for text of a colour; null when the theme has none of this name.
+/// An icon of the theme for use beside text of this colour; null when the theme has none of this name.
 [[nodiscard]] QIcon themeIcon(const QString& name, int side, double pixelRatio, const QColor& textColor);
 
 }  // namespace ovin

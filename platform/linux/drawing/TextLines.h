@@ -7,16 +7,16 @@
 
 namespace ovin {
 
-/// Text of several kinds, laid out in lines. What the text says is never taken for mark-up; a line feed begins a new line.
+/// Text of several styles, laid out in lines. The text is never taken for mark-up; a line feed begins a new line.
 class TextLines {
 public:
-    /// Where the text has no font or colour of its own.
+    /// For runs that have no font or colour of their own.
     struct Defaults {
         Font font;
         Color color;
     };
 
-    /// Lines break at `wrapWidth`, or only where the text says so.
+    /// Lines wrap at `wrapWidth`; without it they break only at line feeds.
     TextLines(const AttributedText& text, const Defaults& defaults, const QPalette& palette,
               std::optional<double> wrapWidth = {}, double lineSpacing = 0);
 
@@ -33,7 +33,7 @@ private:
     QSize size_;
 };
 
-/// The text without its kinds.
+/// The text without its styles.
 [[nodiscard]] QString plainText(const AttributedText& text);
 
 }  // namespace ovin
