@@ -61,7 +61,7 @@ void DBusMenu::loaded(const QDBusMessage& answer) {
     if (auto layout = readDBusMenuLayout(answer)) layout_ = std::move(layout);
     fillAll();
     finishPreparing();
-    // Not at once: a program whose layout changes all the time would be asked all the time.
+    // Not at once, because a program whose layout changes all the time would be asked all the time.
     if (isOutdated_) layoutUpdated();
 }
 
@@ -89,7 +89,7 @@ void DBusMenu::finishPreparing() {
     std::exchange(ready_, nullptr)(layout_ && !layout_->children.empty());
 }
 
-/// The answer says whether the layout needs to be read again, and is wrong often enough that nobody should rely on it.
+/// Ignores the answer, which says whether the layout needs to be read again, because it is often wrong.
 void DBusMenu::announce(int id, std::function<void()> heard) {
     callLater(bus_, call(QStringLiteral("AboutToShow"), {id}), longestAnnouncement, this,
               [heard = std::move(heard)](const QDBusMessage&) { heard(); });
@@ -115,8 +115,8 @@ void DBusMenu::fillAll() {
     if (menu_ && layout_) fill(*menu_, *layout_);
 }
 
-/// Actions are kept by their place: a menu that is open neither flickers nor loses the entry under the pointer, and ids may
-/// change as they like.
+/// Reuses the action at each place, so that an open menu neither flickers nor loses the entry under the pointer, even when
+/// the program changes all ids.
 void DBusMenu::fill(QMenu& menu, const DBusMenuNode& node) {
     qsizetype index = 0;
     for (const auto& entry : node.children) {
@@ -140,9 +140,9 @@ QAction& DBusMenu::actionAt(QMenu& menu, qsizetype index, bool asSubmenu) {
 QAction* DBusMenu::newAction(QMenu& menu) {
     auto* action = new QAction(&menu);
     connect(action, &QAction::triggered, this, [this, action] {
-        menu_->close();  // An assistive program presses an entry without that.
+        menu_->close();  // An assistive program does not close it.
         sendEvent(action->data().toInt(), QStringLiteral("clicked"));
-        fillAll();  // Qt has turned a check mark over; only the program knows whether that is what the click does.
+        fillAll();  // Undoes Qt's toggle of a check mark: only the program knows its state.
     });
     return action;
 }

@@ -15,8 +15,8 @@ namespace ovin {
 
 /// The menu that a program exports as `com.canonical.dbusmenu`, as a native menu here.
 ///
-/// Nothing waits for the program: the layout is read when the object is made, a menu opens with what is known within a
-/// bound, and late answers change the menu in place, open or not.
+/// Nothing blocks on the program: the layout is read when the object is made, a menu opens within half a second with what is
+/// known, and late answers change the menu in place, open or not. Main thread only.
 class DBusMenu : public QObject {
     Q_OBJECT
 
@@ -24,12 +24,12 @@ public:
     DBusMenu(const QDBusConnection& bus, const QString& service, const QString& path);
     ~DBusMenu() override;
 
-    /// Tells the program that its menu is about to be shown, lets it bring the menu up to date, and calls `ready` once, half
-    /// a second from now at the latest, with whether there is anything to show.
+    /// Tells the program that its menu is about to be shown, lets it bring the menu up to date, and calls `ready` once,
+    /// within half a second, with whether there is anything to show.
     void prepare(std::function<void(bool usable)> ready);
 
-    /// The native menu: the same object for as long as this lives, filled from the last `prepare` on. Its entries report
-    /// their clicks to the program by themselves.
+    /// The native menu: the same object for as long as this lives. Its entries report their clicks to the program by
+    /// themselves.
     [[nodiscard]] QMenu& menu();
 
 private:

@@ -32,7 +32,7 @@ QString label(const DBusMenuNode& entry) {
     return QString::fromStdString(qtMenuLabel(shown.toStdString()));
 }
 
-/// The keys of the entry's first shortcut, for example "Ctrl+Q": shown only, the program itself acts on them.
+/// The keys of the entry's first shortcut, for example "Ctrl+Q". Only shown: the program itself acts on them.
 QString shortcut(const DBusMenuNode& entry) {
     const QVariant value = entry.properties.value(QStringLiteral("shortcut"));
     if (value.userType() != qMetaTypeId<QDBusArgument>()) return {};

@@ -7,8 +7,7 @@
 
 namespace ovin {
 
-/// Makes an action of `menu` look and behave like a menu entry. Used for new actions and for those that show an entry
-/// already.
+/// Makes an action of `menu` look and behave like a menu entry. For new actions and for those that already show an entry.
 void showMenuEntry(const QMenu& menu, QAction& action, const DBusMenuNode& entry);
 
 }  // namespace ovin

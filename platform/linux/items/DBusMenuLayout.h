@@ -8,7 +8,7 @@
 
 namespace ovin {
 
-/// One entry of a `com.canonical.dbusmenu` menu with what is below it.
+/// One entry of a `com.canonical.dbusmenu` menu with the entries below it.
 struct DBusMenuNode {
     int id = 0;
     /// As the program sent them: any may be missing or of another type than expected.
@@ -21,8 +21,8 @@ struct DBusMenuNode {
 /// The answer to `GetLayout`; nothing when it is an error or not a layout. A menu that is absurdly long or deep is cut.
 [[nodiscard]] std::optional<DBusMenuNode> readDBusMenuLayout(const QDBusMessage& answer);
 
-/// The arguments of `ItemsPropertiesUpdated`, written into the tree below `root`. Entries that it does not hold are passed
-/// over.
+/// The arguments of `ItemsPropertiesUpdated`, written into the tree below `root`. Ignores entries that the tree does not
+/// hold.
 void applyDBusMenuUpdates(DBusMenuNode& root, const QDBusMessage& signal);
 
 }  // namespace ovin

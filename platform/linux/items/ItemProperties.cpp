@@ -13,7 +13,7 @@ constexpr std::array propertyNames{"Id",         "Title",    "ToolTip",       "I
                                    "ItemIsMenu", "IconName", "IconThemePath", "IconPixmap"};
 constexpr int attempts = 2 * static_cast<int>(interfaceNames.size());
 
-/// Programs without a menu say so in this way, or with the root path, or not at all.
+/// An item without a menu names this path, the root path or none.
 constexpr const char* noMenu = "/NO_DBUSMENU";
 
 void dropBytes(BusValue& value) {
@@ -61,7 +61,7 @@ void ItemProperties::askForEach(int attempt) {
 }
 
 void ItemProperties::collected(int attempt, const std::string& error) {
-    // A program that answers nothing at all is not asked in other words.
+    // A program that does not answer is not asked in the other ways.
     const bool isSilent = error == noReplyError;
     if (properties_.empty() && !isSilent && attempt + 1 < attempts) return this->attempt(attempt + 1);
     interface_ = interfaceOf(attempt);
@@ -72,7 +72,7 @@ void ItemProperties::collected(int attempt, const std::string& error) {
     finish();
 }
 
-/// The other pictures of a message, and those of items whose icon nobody shows, are not worth their memory.
+/// Keeps the item's icon if it is shown, and drops all other pictures of the message to save memory.
 void ItemProperties::keepIcon() {
     if (item_.icon) item_.icon->set(itemIcon(properties_));
     for (auto& [name, value] : properties_) dropBytes(value);

@@ -9,27 +9,27 @@
 
 namespace ovin {
 
-/// The properties of a status item, asked for together. Programs differ in what they answer: the interface has two names,
-/// some know no `GetAll`, and any property may be missing or of any type.
+/// The properties of a status item, requested together. Programs differ: the interface has two names, some programs do not
+/// know `GetAll`, and any property may be missing or of any type.
 class ItemProperties final : public BusRequest, public std::enable_shared_from_this<ItemProperties> {
 public:
-    /// Sends the request. `bus` must outlive it.
+    /// Sends the request. `bus` must outlive the request.
     [[nodiscard]] static std::shared_ptr<ItemProperties> request(Bus& bus, const StatusNotifierItem& item);
 
-    // What was answered. Only after `wait` has returned true.
+    // The answers. Read them only after `wait` has returned true.
 
-    /// The error of the last attempt when nothing at all could be read; empty otherwise.
+    /// The error of the last attempt when no property could be read; empty otherwise.
     [[nodiscard]] const std::string& error() const { return error_; }
-    /// The name of the interface that the item has.
+    /// Which of the two names the item's interface has.
     [[nodiscard]] const std::string& interface() const { return interface_; }
 
     [[nodiscard]] std::string title() const;
-    /// The tool tip, or else what the icon shows.
+    /// The tool tip, or else the icon's description.
     [[nodiscard]] std::string description() const;
     [[nodiscard]] std::string id() const;
     /// The path of the item's menu; nothing when it says that it has none.
     [[nodiscard]] std::optional<std::string> menu() const;
-    /// Whether the item is nothing but a menu; nothing when it does not say.
+    /// The property `ItemIsMenu`; nothing when the item does not have it.
     [[nodiscard]] std::optional<bool> isMenu() const;
 
 private:

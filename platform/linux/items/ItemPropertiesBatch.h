@@ -10,16 +10,16 @@
 
 namespace ovin {
 
-/// The properties of the items of one process. Whoever lists items goes on to read their texts, one after the other: with
-/// the first of them all are asked for, so that a program that does not answer costs one bound and not one for each item.
-/// Nothing is asked for before somebody reads, and so no answer is older than the reading.
+/// The properties of the items of one process. Callers that list items read the texts of one after the other, so the first
+/// reading requests all: a program that does not answer costs one timeout instead of one for each item. Nothing is requested
+/// before that, so no answer is older than the first reading. Any thread.
 class ItemPropertiesBatch {
 public:
     /// `bus` must outlive this object.
     ItemPropertiesBatch(Bus& bus, std::vector<StatusNotifierItem> items)
         : bus_(bus), items_(std::move(items)), requests_(items_.size()) {}
 
-    /// The request for the properties of the item at `index`. The one that was made together with the others' is handed out
+    /// The request for the properties of the item at `index`. The request that was sent together with the others is returned
     /// once, and only while it is fresh.
     [[nodiscard]] std::shared_ptr<ItemProperties> request(std::size_t index) {
         const std::lock_guard lock(mutex_);

@@ -6,8 +6,8 @@
 
 namespace ovin {
 
-/// A button that is never seen and has a menu: assistive programs find a menu that pops up by itself only below a window
-/// that is no menu. Must go before the menu does.
+/// An invisible button that has the menu, because assistive programs find a pop-up menu only below a window that is no menu.
+/// Must be destroyed before the menu.
 class MenuAnchor final : public QToolButton {
 public:
     /// `name` is what assistive programs call the button.

@@ -36,8 +36,8 @@ Point QtItemMenus::position() {
         return Point{static_cast<double>(pointer.x()), static_cast<double>(pointer.y())};
     };
     if (QThread::currentThread() == thread()) return ask();
-    // The pointer is asked for where the toolkit lives. A main thread that is busy, or waits for the tasks to end because
-    // the program does, holds nobody up: any position is better than none.
+    // Only the main thread may ask the toolkit. The wait is bounded, because that thread may be busy, or wait for tasks
+    // while the program ends: any position is better than none.
     const auto answer = std::make_shared<std::promise<Point>>();
     auto position = answer->get_future();
     queue_.async([answer, ask] { answer->set_value(ask()); });
@@ -64,7 +64,7 @@ void QtItemMenus::answer(bool opens) {
 
 void QtItemMenus::discard() {
     anchor_.reset();
-    // A menu reports the click after it has begun to hide.
+    // Deleted later, because a menu reports the click after it has begun to hide.
     if (menu_) menu_.release()->deleteLater();
 }
 

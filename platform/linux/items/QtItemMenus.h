@@ -13,7 +13,7 @@ namespace ovin {
 class DBusMenu;
 class MenuAnchor;
 
-/// Shows the menus of status items as native ones, at the pointer. Made on the main thread, asked on any.
+/// Shows the menus of status items as native ones, at the pointer. Made on the main thread.
 class QtItemMenus final : public QObject, public ItemMenus {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ Q_SIGNALS:
     void closed();
 
 private:
-    /// Whether a menu opens, for whoever waits to hear of it.
+    /// Tells a waiting thread whether a menu opens.
     using Answer = std::promise<bool>;
 
     void open(const QString& destination, const QString& path, std::shared_ptr<Answer> answer);
@@ -41,10 +41,10 @@ private:
     void discard();
     void close();
 
-    /// While the menu is about to open.
+    /// Set while the menu is about to open.
     std::shared_ptr<Answer> awaited_;
     std::unique_ptr<DBusMenu> menu_;
-    /// Of the menu, while it is open.
+    /// The anchor of the menu, while it is open.
     std::unique_ptr<MenuAnchor> anchor_;
     QtMainQueue queue_;
 };

@@ -35,7 +35,7 @@ bool allPieces(std::string_view text, char separator, Check passes, int& count) 
     }
 }
 
-/// Whether the bus would take `name` as a connection's name; asking it about any other name ends the connection.
+/// Whether the bus accepts `name` as a connection's name; it disconnects programs that send it any other.
 bool isBusName(std::string_view name) {
     if (name.size() > longestName) return false;
     const bool isUnique = name.starts_with(':');

@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// Where a status item lives: a connection of the session bus and an object of it.
+/// The address of a status item: a connection of the session bus and an object's path.
 struct StatusItemAddress {
     /// A unique name (":1.7") or a well-known one, as the program gave it.
     std::string destination;
@@ -18,11 +18,11 @@ struct StatusItemAddress {
     friend bool operator==(const StatusItemAddress&, const StatusItemAddress&) = default;
 };
 
-/// What a program means by the argument of a registration, or an entry of the list of registered items means: a bus name
-/// (the item is at the customary path), a path (an item of the sender) or both joined. Nothing when it can be none of them.
+/// Reads the argument of a registration, or an entry of the list of registered items: a bus name (the item is at the
+/// customary path), a path (an item of the sender) or both joined. Nothing when it is none of these.
 [[nodiscard]] std::optional<StatusItemAddress> statusItemAddress(std::string_view argument, std::string_view sender);
 
-/// Whether the bus would take `path` as an object's path, and whether it is of a sane length.
+/// Whether the bus accepts `path` as an object's path, and it has at most 1024 bytes.
 [[nodiscard]] bool isObjectPath(std::string_view path);
 
 }  // namespace ovin

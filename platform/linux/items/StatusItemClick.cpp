@@ -4,7 +4,7 @@ namespace ovin {
 
 using enum StatusItemRequest;
 
-// An item that lacks `ItemIsMenu` and has a menu is one of those programs that know of no activation at all.
+// An item with a menu but without `ItemIsMenu` gets its menu first: such programs do not implement activation.
 std::vector<StatusItemRequest> leftClickRequests(const StatusItemClickTraits& traits) {
     if (traits.itemIsMenu == true) return rightClickRequests(traits);
     if (!traits.hasMenu) return {activate, contextMenu};

@@ -8,16 +8,16 @@ namespace ovin {
 /// What a status item can be asked for.
 enum class StatusItemRequest { menu, activate, secondaryActivate, contextMenu };
 
-/// What an item says about itself that decides a click.
+/// The properties of an item that decide what a click does.
 struct StatusItemClickTraits {
     /// The property `ItemIsMenu`; absent when the item does not have it.
     std::optional<bool> itemIsMenu;
-    /// Whether it names a menu object. Nothing says that the object is there.
+    /// Whether it names a menu object, which may not exist.
     bool hasMenu = false;
 };
 
-/// What to ask an item for, one request after the other until one succeeds: an error of the item leads to the next request,
-/// no answer does not.
+/// The requests to send to an item one after the other until one succeeds. An error of the item leads to the next request, a
+/// missing answer does not.
 [[nodiscard]] std::vector<StatusItemRequest> leftClickRequests(const StatusItemClickTraits& traits);
 [[nodiscard]] std::vector<StatusItemRequest> rightClickRequests(const StatusItemClickTraits& traits);
 

@@ -13,16 +13,16 @@ namespace ovin {
 namespace {
 
 constexpr std::chrono::seconds patience{1};
-/// A thousand items take seconds to come on a busy machine; nobody keeps up a stream of them longer than this.
+/// A thousand items take seconds to arrive on a busy machine; a longer stream is not waited for.
 constexpr std::chrono::seconds longestStream{10};
-/// The list of a busy watcher, and what a busy session knows of an item, are welcome whenever they come: nobody asks again.
+/// A day, because nobody asks again: the answers of a busy watcher or session count however late they come.
 constexpr std::chrono::hours untilAnswered{24};
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 
 }  // namespace
 
-/// Shared with the handlers of the bus, which may still run while the owner goes.
+/// Shared with the handlers of the bus, which may still run while the owner is destroyed.
 struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
     explicit State(Bus& aBus) : bus(aBus) {}
 
@@ -34,7 +34,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
     std::set<std::string> pending;
     bool isListed = false;
 
-    /// Lists the items afresh.
+    /// Asks the watcher for its list of items.
     void load() {
         bus.call(propertyCall(watcherName, watcherPath, watcherName, "RegisteredStatusNotifierItems"), untilAnswered,
                  [self = shared_from_this()](const BusReply& reply) {
@@ -58,12 +58,12 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
                  [self = shared_from_this(), item](const BusReply& reply) { self->resolve(item, reply); });
     }
 
-    /// An item that went while its process was asked for is no longer pending. One that is known already is registered
-    /// again, perhaps by another process, as programs do that restart under the same name.
+    /// An item that was unregistered while its process was asked for is no longer pending. An item that is already known was
+    /// registered again, perhaps by another process: a program restarted under the same name.
     void resolve(StatusNotifierItem item, const BusReply& reply) {
         const std::lock_guard lock(mutex);
         const bool isStillThere = pending.erase(item.address.joined()) > 0;
-        changed.notify_all();  // under the lock: whoever waits looks only after this function
+        changed.notify_all();  // waiting threads go on only when this function has unlocked
         if (!isStillThere || reply.isError()) return;
         item.pid = static_cast<ProcessID>(reply.first().integer());
         const auto known = find(item.address);
@@ -79,7 +79,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
             std::find_if(items.begin(), items.end(), [pid](const StatusNotifierItem& item) { return item.pid == pid; });
         if (first == items.end() || first->icon) return;
         first->icon = std::make_shared<LatestItemIcon>();
-        // Whoever lists items reads their texts and pictures anew; this is for those who look before.
+        // Listing items reads texts and pictures anew; this icon serves until then.
         static_cast<void>(ItemProperties::request(bus, *first));
     }
 
@@ -135,7 +135,7 @@ void StatusNotifierItems::waitFor(const std::vector<std::string>& addresses) con
     };
     const auto deadline = std::chrono::steady_clock::now() + longestStream;
     std::unique_lock lock(state_->mutex);
-    // They come in their order, so each is looked for from the one on that was missing last.
+    // Items arrive in the order of `addresses`, so each search starts at the one that was missing last.
     auto missing = addresses.begin();
     const auto areKnown = [&] {
         missing = std::find_if_not(missing, addresses.end(), isKnown);

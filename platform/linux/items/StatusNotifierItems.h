@@ -28,21 +28,21 @@ struct StatusNotifierItem {
 /// there is no watcher. Any thread.
 class StatusNotifierItems {
 public:
-    /// Returns when the items that are there now are known, or after a second. `bus` must outlive this object.
+    /// Returns when all items registered now are known, or after a second. `bus` must outlive this object.
     explicit StatusNotifierItems(Bus& bus);
 
-    /// Returns when all items that the watcher has told of, and these, which it lists, are known. Gives up when none has
+    /// Returns when the items at `addresses`, and all others that the watcher has told of, are known. Gives up when none has
     /// come for a second, and after ten.
     void waitFor(const std::vector<std::string>& addresses) const;
 
     /// The items of a process, in the order of their registration.
     [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
 
-    /// The icon of the first item of a process, as far as it has been read; null when there is none. Asks nobody: icons are
-    /// read when items register and with every reading of their texts.
+    /// The icon of the first item of a process as it was read last; null when there is none. Never blocks: icons are read
+    /// when items register and whenever their texts are read.
     [[nodiscard]] std::shared_ptr<const ItemIcon> iconOf(ProcessID pid) const;
 
-    /// The item at an address, which may be given as the watcher lists it.
+    /// The item at an address; the text is an address as the watcher lists it.
     [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const StatusItemAddress& address) const;
     [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const std::string& address) const;
 

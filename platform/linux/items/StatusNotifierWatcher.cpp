@@ -15,7 +15,7 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString daemonName = QStringLiteral("org.freedesktop.DBus");
 const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
 
-/// A program that registers without end must not take the memory of everybody's session.
+/// Keeps a program that registers without end from using up the session's memory.
 constexpr std::size_t mostItems = 10'000;
 constexpr int mostItemsOfOneProgram = 1'000;
 
@@ -24,8 +24,8 @@ constexpr auto exported =
 
 }  // namespace
 
-// The changes of all names are asked for with one rule before anything is registered: a rule for each registrant would cost
-// as many rules and come too late for a program that ends right after its registration.
+// Watches the owners of all names with one rule before anything is registered. A rule for each registrant would come too
+// late for a program that ends right after its registration, and there would be many of them.
 StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& bus) : bus_(bus) {
     bus_.connect(daemonName, daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), this,
                  SLOT(nameOwnerChanged(QString, QString, QString)));
@@ -57,7 +57,7 @@ QStringList StatusNotifierWatcher::registeredItems() const {
     return entries;
 }
 
-/// A call of this very program does not pass through the bus and carries no sender.
+/// A call of this program itself does not pass through the bus and has no sender.
 QString StatusNotifierWatcher::caller() const {
     const QString sender = calledFromDBus() ? message().service() : QString();
     return sender.isEmpty() ? bus_.baseService() : sender;
@@ -69,7 +69,7 @@ void StatusNotifierWatcher::RegisterStatusNotifierItem(const QString& serviceOrP
     if (!item) {
         if (calledFromDBus()) sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("Neither a bus name nor a path"));
     } else if (item->destination == daemonName.toStdString()) {
-        // It never goes, and so would its items never.
+        // The bus never disconnects, so its items would never be removed.
         if (calledFromDBus()) sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("The bus has no status items"));
     } else if (items_.size() >= mostItems || registrations_.value(caller()) >= mostItemsOfOneProgram) {
         if (calledFromDBus()) sendErrorReply(QDBusError::LimitsExceeded, QStringLiteral("Too many status items"));
@@ -80,7 +80,7 @@ void StatusNotifierWatcher::RegisterStatusNotifierItem(const QString& serviceOrP
     }
 }
 
-/// Nobody would ever report the end of a name that has no owner.
+/// Adds the item if its name has an owner: without one, no signal would ever report the name's end.
 void StatusNotifierWatcher::addIfAlive(const StatusItemAddress& item, const QString& registrant) {
     const auto question = dbusCall(daemonName, daemonPath, daemonName, QStringLiteral("GetNameOwner"),
                                    {QString::fromStdString(item.destination)});
@@ -91,7 +91,7 @@ void StatusNotifierWatcher::addIfAlive(const StatusItemAddress& item, const QStr
 
 void StatusNotifierWatcher::add(const StatusItemAddress& item, const QString& registrant) {
     const QString entry = QString::fromStdString(item.joined());
-    // The limits are looked at again: many registrations may have waited for the same answer.
+    // Checks the limits again, because many registrations may have waited for their answers at once.
     if (entries_.contains(entry) || items_.size() >= mostItems || registrations_[registrant] >= mostItemsOfOneProgram)
         return;
     ++registrations_[registrant];
@@ -101,7 +101,7 @@ void StatusNotifierWatcher::add(const StatusItemAddress& item, const QString& re
 }
 
 void StatusNotifierWatcher::RegisterStatusNotifierHost(const QString&) {
-    // The connection is remembered and not the name in the argument, which some hosts never own.
+    // Notes the connection instead of the name in the argument, because some hosts never own that name.
     if (hosts_.contains(caller())) return;
     hosts_.insert(caller());
     Q_EMIT StatusNotifierHostRegistered();

@@ -16,7 +16,7 @@ namespace ovin {
 
 /// The meeting place of status items and the programs that show them: `org.kde.StatusNotifierWatcher` on a session bus.
 ///
-/// It serves for as long as it lives. If another program has the name it waits for its turn, unseen by anybody.
+/// Serves for as long as it exists. While another program owns the name it waits in the bus's queue, and no program sees it.
 class StatusNotifierWatcher : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -28,7 +28,7 @@ public:
     enum class Ownership {
         /// Programs register here.
         owner,
-        /// Another program is the watcher; this one takes over when that one goes.
+        /// Another program is the watcher; this one takes over when that program ends.
         queued,
         /// The bus refused the name: there is no bus, or it has a rule against it.
         unavailable,
@@ -65,10 +65,10 @@ private:
     QDBusConnection bus_;
     Ownership ownership_ = Ownership::unavailable;
     std::vector<StatusItemAddress> items_;
-    /// What `items_` holds, to see a repeated registration at once.
+    /// The addresses in `items_`, to find a repeated registration at once.
     QSet<QString> entries_;
     QSet<QString> hosts_;
-    /// How many items each program has registered, so that none takes the room of all.
+    /// How many items each program has registered, so that no program uses up the limit for all.
     QHash<QString, int> registrations_;
 };
 
