@@ -22,9 +22,9 @@ namespace {
 const QString objectPath = "/StatusNotifierItem";
 const QString watcherName = "org.kde.StatusNotifierWatcher";
 
-/// Those of bars at ordinary and at high density; bars take the one that suits them.
+/// For bars at ordinary and at high density; a bar takes the picture that suits it.
 constexpr std::array scales{1.0, 2.0};
-/// How soon the release of a button is noticed at the latest.
+/// How long the release of a button may go unnoticed at most.
 constexpr std::chrono::milliseconds releaseInterval{10};
 
 BusPicture pictureOf(const QImage& image) {
@@ -40,8 +40,8 @@ BusPicture pictureOf(const QImage& image) {
     return picture;
 }
 
-/// Bars tell positions in pixels of the X server, where the toolkit may count several to a point. Screens begin at the same
-/// place for both.
+/// Turns a bar's position, in pixels of the X server, into the toolkit's points, which may have several pixels. Screens have
+/// the same origin in both.
 QPoint fromServer(QPoint position) {
     for (const QScreen* screen : QGuiApplication::screens()) {
         const QPoint origin = screen->geometry().topLeft();
@@ -58,7 +58,7 @@ QString nextConnectionName() {
 
 }  // namespace
 
-/// A connection of its own, so that the item goes with it.
+/// A connection of its own, because closing it removes the item from the bar.
 struct QtStatusItem::Registration {
     Registration() = default;
     Registration(const Registration&) = delete;
@@ -71,7 +71,7 @@ struct QtStatusItem::Registration {
 };
 
 QtStatusItem::QtStatusItem(const QtScreens& screens) : screens_(screens), object_("Ovin") {
-    // Bars tell of the button alone. With the Control key held the left one is the secondary one, as on macOS.
+    // Bars report only the button. With the Control key held, the left button counts as the secondary one, as on macOS.
     object_.activated = [this](int x, int y) {
         const bool isSecondary = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
         clicked(isSecondary ? StatusItemClick::rightMouseUp : StatusItemClick::leftMouseUp, x, y);
@@ -91,7 +91,7 @@ void QtStatusItem::enter() {
     registration_->bus.registerObject(objectPath, &object_,
                                       QDBusConnection::ExportAllProperties | QDBusConnection::ExportScriptableSlots |
                                           QDBusConnection::ExportScriptableSignals);
-    // A watcher that goes may be followed at once by one that waited for that, this very program's for one.
+    // The next owner may follow at once: a watcher, such as this program's own, that was queued for the name.
     connect(&registration_->watchers, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) {
                 if (!newOwner.isEmpty()) enroll();
@@ -154,12 +154,12 @@ bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
     return QObject::eventFilter(object, event);
 }
 
-/// Bars tell of a press, and the click is its release. Besides, as long as the button is down the pointer is the bar's, and
-/// a menu could have neither it nor the keyboard.
+/// Bars report the press, but a click is delivered at the release. Besides, the bar holds the pointer while the button is
+/// down, so that a menu could grab neither the pointer nor the keyboard.
 void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
     position_ = fromServer({x, y});
-    // A menu that has not opened yet need not: this press would have closed it. It counts as a click all the same, which
-    // that press would not have been; nobody has seen a menu that it could have been meant for.
+    // Drops a right click whose menu has not opened yet, because this press would have closed that menu. This press counts
+    // as a click all the same, because the user has seen no menu that it could have been meant to close.
     if (!clicks_.empty() && clicks_.back() == StatusItemClick::rightMouseUp) clicks_.pop_back();
     clicks_.push_back(click);
     release_.start(0);
@@ -168,7 +168,7 @@ void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
 void QtStatusItem::deliverClicks() {
     bool isDown = isMouseButtonDown();
     if (isDown && !releases_) {
-        // Told of the release, one does not wait for the next look; but it may have come before one could be told.
+        // Saves waiting for the timer. The release may have come before this listened, so look again.
         releases_ = RawButtons::listen(RawButtons::Event::release, [this] { release_.start(0); });
         isDown = isMouseButtonDown();
     }
@@ -176,7 +176,7 @@ void QtStatusItem::deliverClicks() {
     releases_.reset();
     const QPointer<QtStatusItem> self = this;
     for (const StatusItemClick click : std::exchange(clicks_, {})) {
-        // From a copy, because the item may go meanwhile.
+        // Called from a copy, because the handler may destroy the item.
         if (const auto handler = self ? handler_ : nullptr) handler(click);
     }
 }

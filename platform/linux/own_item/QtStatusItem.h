@@ -17,9 +17,9 @@
 
 namespace ovin {
 
-/// This program's status item. It registers with the session's watcher, and again with every new one. Assistive programs
-/// press it by way of the bar, which makes that a left click. Until the first click nobody has said where it is. Clicks that
-/// come faster than they are dealt with count one by one, but for a right click that another one follows at once.
+/// This program's status item. It registers with the session's watcher, and again with every new one. An assistive program's
+/// press arrives through the bar as a left click. The item's place is unknown until the first click. Clicks that come faster
+/// than they are handled are all delivered, except a right click that another click follows at once.
 class QtStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
@@ -27,8 +27,8 @@ public:
     explicit QtStatusItem(const QtScreens& screens);
     ~QtStatusItem() override;
 
-    /// The name by which bars tell the item from others: its Id. An item that has told another one before leaves the bar and
-    /// comes back under the new one, since nobody asks twice.
+    /// Sets the Id, by which bars tell the item from others. If a bar has read another Id before, the item leaves the bar
+    /// and comes back with the new one, because bars do not read it twice.
     void setAutosaveName(const std::string& name) override;
     void onClick(std::function<void(StatusItemClick)> handler) override;
     void setImage(const DrawnImage& image) override;
@@ -58,10 +58,10 @@ private:
     QtStatusMenu menu_;
     /// Where the last click was, in the toolkit's coordinates.
     std::optional<QPoint> position_;
-    /// Those that have not been delivered, in their order. The button of the last one may still be held down.
+    /// The clicks that have not been delivered, in their order. The button of the last one may still be held down.
     std::vector<StatusItemClick> clicks_;
     QTimer release_;
-    /// Tells of that button's release; null while no button is down, and where the X server does not tell.
+    /// Reports that button's release; null while no button is down, and where the X server has no such events.
     std::unique_ptr<RawButtons> releases_;
 };
 

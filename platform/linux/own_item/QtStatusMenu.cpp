@@ -8,7 +8,7 @@
 namespace ovin {
 namespace {
 
-/// The toolkit heeds shortcuts only below the window that has the keyboard, and no window of this program need have it.
+/// Handles shortcuts itself: the toolkit does so only in the window that has the keyboard, which may be another program's.
 class ShortcutMenu final : public QMenu {
 public:
     using QMenu::QMenu;
@@ -25,7 +25,7 @@ protected:
 };
 
 void addEntry(QMenu& menu, const MenuEntry& entry) {
-    // Ampersands are marks of shortcuts to the toolkit.
+    // Doubled, because the toolkit takes an ampersand for the mark of a shortcut.
     QAction* const action = menu.addAction(QString::fromStdString(entry.title).replace("&", "&&"));
     action->setCheckable(entry.isOn);
     action->setChecked(entry.isOn);
@@ -45,7 +45,7 @@ void addEntry(QMenu& menu, const MenuEntry& entry) {
 QtStatusMenu::~QtStatusMenu() { delete owner_; }
 
 void QtStatusMenu::show(const Menu& entries, QPoint where) {
-    // It may be the one whose entry is running.
+    // Deleted later, because an entry of this menu may be running.
     if (owner_) {
         owner_->menu()->close();
         owner_->deleteLater();
@@ -58,7 +58,7 @@ void QtStatusMenu::show(const Menu& entries, QPoint where) {
     for (const auto& entry : entries) entry ? addEntry(*menu, *entry) : void(menu->addSeparator());
     owner_->setMenu(menu);
     owner_->winId();
-    // A menu reports the click after it has begun to hide.
+    // Queued, because a menu reports the click after it has begun to hide.
     QObject::connect(menu, &QMenu::aboutToHide, owner_, &QObject::deleteLater, Qt::QueuedConnection);
     menu->popup(where);
 }

@@ -17,12 +17,12 @@ public:
     QtStatusMenu& operator=(const QtStatusMenu&) = delete;
     ~QtStatusMenu();
 
-    /// Opens a menu in place of the one that is open, with its top left corner at a point, or so that it stays on the screen
-    /// that has the point. Whatever an entry does runs with the menu closed.
+    /// Opens a menu in place of the open one, with its top left corner at `where`, or moved so that it stays on the screen
+    /// of that point. The menu is closed before an entry's action runs.
     void show(const Menu& menu, QPoint where);
 
 private:
-    /// Never seen. Assistive programs find a menu only below a window that is no menu itself.
+    /// Invisible; needed because assistive programs find a menu only below a window that is no menu.
     QPointer<QToolButton> owner_;
 };
 

@@ -63,7 +63,7 @@ void StatusNotifierObject::Activate(int x, int y) {
     if (activated) activated(x, y);
 }
 
-// A middle click means nothing here, and neither does the wheel.
+// A middle click does nothing, and neither does the wheel.
 void StatusNotifierObject::SecondaryActivate(int, int) {}
 
 void StatusNotifierObject::ContextMenu(int x, int y) {

@@ -29,8 +29,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusPicture& pictu
 QDBusArgument& operator<<(QDBusArgument& argument, const BusToolTip& toolTip);
 const QDBusArgument& operator>>(const QDBusArgument& argument, BusToolTip& toolTip);
 
-/// A status item of this program on the session bus: `org.kde.StatusNotifierItem`. It names no menu, so that whoever shows
-/// it passes every click on.
+/// A status item of this program on the session bus: `org.kde.StatusNotifierItem`. It names no menu, so that the bar passes
+/// every click on.
 class StatusNotifierObject final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -51,11 +51,11 @@ public:
     explicit StatusNotifierObject(const QString& id);
 
     void setPictures(const BusPictures& pictures);
-    /// Sets the title, the tool tip and what the icon is called.
+    /// Sets the title, the tool tip and the icon's description.
     void setTitle(const QString& title);
-    /// No signal tells of it.
+    /// The interface has no signal for this.
     void setId(const QString& id);
-    /// Whether somebody has read the Id since it was set.
+    /// Whether a program has read the Id since it was set.
     [[nodiscard]] bool hasToldId() const { return hasToldId_; }
 
     PositionHandler activated;
