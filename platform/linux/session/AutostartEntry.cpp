@@ -22,11 +22,11 @@ constexpr const char* iconName = "org.ovin.Ovin";
 constexpr mode_t permissions = 0644;
 
 constexpr const char* switchedOffByGnome = "X-GNOME-Autostart-enabled";
-/// Tells an entry that Ovin has hidden from one that the user has.
+/// Marks an entry that Ovin, not the user, has hidden.
 constexpr const char* hiddenByOvin = "X-Ovin-Unregistered";
 
-/// What is there by this name and no entry, such as a folder or something too long, reads as an empty one; nothing when
-/// there is none at all.
+/// An empty entry when there is something else by this name, such as a folder or a file that is too long; nothing when there
+/// is nothing.
 std::optional<DesktopEntryFile> readEntry(const Path& path) {
     std::error_code error;
     if (std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found) return std::nullopt;
@@ -74,7 +74,7 @@ Status statusOf(const AutostartPlaces& places) {
     return isForThisDesktop(*entry, places) && startsThisProgram(*entry, places) ? Status::enabled : Status::notRegistered;
 }
 
-/// The user's entry, or the beginnings of one where there is none that could be kept.
+/// The user's entry, or a new one when there is none that could be kept.
 DesktopEntryFile entryToWrite(const AutostartPlaces& places) {
     auto entry = readEntry(places.userFolder / fileName).value_or(DesktopEntryFile());
     entry.set("Type", "Application");
@@ -95,7 +95,7 @@ std::error_code writeEnabled(const AutostartPlaces& places) {
         for (const char* key : {"OnlyShowIn", "NotShowIn"}) entry.remove(key);
     }
     entry.set("Exec", execCommand(places.program->string()));
-    // Nobody is shown an error at login once Ovin has been removed.
+    // Lets desktops skip the entry without an error once Ovin has been removed.
     entry.set("TryExec", places.program->string());
     if (!entry.value("Icon")) entry.set("Icon", iconName);
     return write(places, entry);

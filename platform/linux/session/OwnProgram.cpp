@@ -10,7 +10,7 @@
 namespace ovin {
 namespace {
 
-/// What the runtime of AppImages calls the folders where it mounts them.
+/// The beginning of the names of folders where AppImages are mounted.
 constexpr std::string_view mountPrefix = "/.mount_";
 
 bool liesBelow(const std::string& path, std::string folder) {
@@ -27,7 +27,7 @@ bool isExecutable(const std::filesystem::path& path) {
 }  // namespace
 
 std::optional<std::filesystem::path> programToStart(const std::string& running, const Variables& variables) {
-    // The variables may be those of another AppImage that has started this program.
+    // The variables may belong to another AppImage, which has started this program.
     const std::string mount = variables("APPDIR").value_or("");
     if (liesBelow(running, mount) || running.find(mountPrefix) != std::string::npos) {
         const std::filesystem::path image = liesBelow(running, mount) ? variables("APPIMAGE").value_or("") : "";

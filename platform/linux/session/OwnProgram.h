@@ -7,16 +7,16 @@
 
 namespace ovin {
 
-/// A look at one environment variable.
+/// Returns the value of an environment variable; nothing when it is not set.
 using Variables = std::function<std::optional<std::string>(const std::string& name)>;
 
-/// The file by which this program can be started another time, given the path that the kernel has for the running one, which
-/// ends in " (deleted)" when there is no such file any more: the same path where a newer program has taken its place; the
-/// image, for a program that runs from within an AppImage, because what is mounted there goes away with it. Nothing when
-/// there is no such file.
+/// The file by which this program can be started again. `running` is the kernel's path of the running program, which ends in
+/// " (deleted)" when its file is gone. The result is the same path, also when a newer program has taken its place; for a
+/// program within an AppImage it is the image, because its mounted files go away with the program. Nothing when there is no
+/// such file.
 [[nodiscard]] std::optional<std::filesystem::path> programToStart(const std::string& running, const Variables& variables);
 
-/// The same for this very process.
+/// The same for this process.
 [[nodiscard]] std::optional<std::filesystem::path> programToStart();
 
 }  // namespace ovin

@@ -11,19 +11,19 @@
 namespace ovin {
 
 QtApplication::QtApplication() {
-    // Whatever makes the toolkit leave its event loop without asking here: the session manager, for one.
+    // For ends that the toolkit begins by itself, for example when the session manager asks.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &QtApplication::terminate);
-    // The session manager asks before the user may still cancel the end of the session, so nothing ends yet. It starts this
-    // program no more by itself: the desktop does, where the user wants that.
+    // Nothing ends yet, because the user may still cancel the end of the session. The session manager must not restart this
+    // program: the desktop starts it at login if the user wants that.
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
         [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); }, Qt::DirectConnection);
-    // The toolkit's own words for a connection that broke.
+    // The signal that the toolkit itself sends for a broken connection.
     QDBusConnection::sessionBus().connect(QString(), "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
                                           "Disconnected", this, SLOT(sessionBusDisconnected()));
 }
 
-/// There is no order among programs here, only among windows: the newest one that takes the focus gets it.
+/// The desktop orders windows, not programs, so the newest window that takes the focus is activated.
 void QtApplication::activate() {
     const QWindowList windows = QGuiApplication::topLevelWindows();
     for (auto window = windows.crbegin(); window != windows.crend(); ++window) {
@@ -39,7 +39,7 @@ void QtApplication::endWith(TerminationSignal& signals) {
     signals.listen();
 }
 
-/// Without the bus there are no items to show and no way to be asked for anything; the displays can still be put back.
+/// Without the bus there are no items and no requests, so the program ends, while it can still put the displays back.
 void QtApplication::sessionBusDisconnected() {
     qWarning("Ovin: the session bus is gone");
     terminate();
@@ -48,7 +48,7 @@ void QtApplication::sessionBusDisconnected() {
 void QtApplication::terminate() {
     isEnding_ = true;
     tellOnce();
-    // Asking the toolkit to quit would let a window object, and do nothing before the event loop runs.
+    // Not `quit`, which a window may refuse and which does nothing before the event loop runs.
     QCoreApplication::exit();
 }
 
@@ -58,7 +58,7 @@ void QtApplication::tellOnce() {
 
 int QtApplication::run() {
     const int status = isEnding_ ? 0 : QCoreApplication::exec();
-    // Also for whoever asked for the end before there was a handler.
+    // Also when the end was asked for before there was a handler.
     tellOnce();
     return status;
 }

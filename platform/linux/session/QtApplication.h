@@ -8,10 +8,10 @@
 
 namespace ovin {
 
-/// The Qt program itself. However it is asked to end (by `terminate`, a signal, the session manager, the toolkit or the end
-/// of the session bus), its end takes one way: the handler is called once, and then every event loop is left, nested ones
-/// included. Only the end of the X server leaves no time: the toolkit ends the program on the spot, and with the server the
-/// modes of its displays are gone.
+/// The Qt program itself. Whatever asks it to end (`terminate`, a signal, the session manager, the toolkit or the end of the
+/// session bus), the handler is called once, and then every event loop is left, nested ones included. Only when the X server
+/// ends is the handler not called: the toolkit ends the program at once, and the modes of the displays are gone with the
+/// server.
 class QtApplication final : public QObject, public Application {
     Q_OBJECT
 
@@ -24,13 +24,13 @@ public:
     void terminate() override;
     void beep() override;
 
-    /// Sets what is called before the program ends, at the moment when the end is asked for.
+    /// Sets the handler, which is called as soon as the end is asked for.
     void onTerminate(std::function<void()> handler) { handler_ = std::move(handler); }
 
-    /// Also ends with these signals. `signals` must outlive this object.
+    /// Also ends the program when `signals` reports a signal. `signals` must outlive this object.
     void endWith(TerminationSignal& signals);
 
-    /// Runs the event loop until somebody asks for the end, and not at all when somebody has. The program's exit status.
+    /// Runs the event loop until the end is asked for, or not at all if it has been. Returns the program's exit status.
     [[nodiscard]] int run();
 
 private:

@@ -17,10 +17,10 @@ using std::chrono::milliseconds;
 
 const QString connectionName = "ovin-instance";
 const QString interfaceName = "org.freedesktop.Application";
-/// Between two attempts while the other program is on its way out.
+/// Between two attempts while the other program is ending.
 constexpr milliseconds pause{20};
 
-/// As the interface wants it: the object's path is the name with its dots as slashes.
+/// The object's path, as the interface requires: the name with slashes for dots and underscores for hyphens.
 QString pathOf(QString name) { return "/" + name.replace('.', '/').replace('-', '_'); }
 
 int remaining(Clock::time_point deadline) {
@@ -36,7 +36,7 @@ SingleInstance::SingleInstance(const QString& name)
 SingleInstance::~SingleInstance() { QDBusConnection::disconnectFromBus(connectionName); }
 
 SingleInstance::Claim SingleInstance::claim(milliseconds bound) {
-    // Whoever finds the name owned finds the object too: it is there first.
+    // Registers the object before the name, so that no program finds the name without the object.
     if (!bus_.isConnected() || !bus_.registerObject(pathOf(name_), this, QDBusConnection::ExportScriptableSlots)) {
         return Claim::unavailable;
     }
@@ -48,7 +48,7 @@ SingleInstance::Claim SingleInstance::claim(milliseconds bound) {
         if (!reply.isValid()) return Claim::unavailable;
         if (reply.value() == QDBusConnectionInterface::ServiceRegistered) return Claim::first;
         if (bus_.call(call, QDBus::Block, left).type() == QDBusMessage::ReplyMessage) return Claim::second;
-        // It went before it could answer, or does not answer at all: then there is no time left.
+        // The other program ended before it answered, so try again; or it does not answer, and no time is left.
         QThread::msleep(static_cast<unsigned long>(pause.count()));
     }
     return Claim::unresponsive;
@@ -59,7 +59,7 @@ void SingleInstance::onActivate(std::function<void()> handler) {
     if (handler_ && std::exchange(isWanted_, false)) activateLater();
 }
 
-/// The answer is on its way before the handler runs, so that no work of it holds up who asked.
+/// Queues the handler, so that the caller has its answer before the handler does any work.
 void SingleInstance::activateLater() {
     if (isGivenUp_) {
         if (calledFromDBus()) sendErrorReply(QDBusError::Failed, "The program is about to end");

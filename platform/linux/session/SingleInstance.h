@@ -11,21 +11,21 @@
 
 namespace ovin {
 
-/// One running program of a kind in each session: the one that owns the program's name on the session bus. It serves
-/// `org.freedesktop.Application` there, by which a program that is started a second time asks it to come forward.
+/// Lets only one instance of a program run in each session: the one that owns the program's name on the session bus. It
+/// serves `org.freedesktop.Application` there, by which a second instance asks it to come forward.
 class SingleInstance final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
     enum class Claim {
-        /// This program is the one.
+        /// This is the one instance.
         first,
-        /// Another one is, and has been asked to come forward.
+        /// Another instance runs, and has been asked to come forward.
         second,
-        /// Another one is, and does not answer.
+        /// Another instance runs, and does not answer.
         unresponsive,
-        /// There is no bus, or it refuses.
+        /// There is no bus, or the bus refused.
         unavailable,
     };
 
@@ -33,22 +33,22 @@ public:
     explicit SingleInstance(const QString& name);
     ~SingleInstance() override;
 
-    /// Becomes the one, or asks the one that there is, waiting for its answer for at most `bound`. One that ends meanwhile
-    /// is succeeded. Whoever is asked answers from its event loop, so it may be that far from it at most. Once.
+    /// Becomes the one instance, or asks the running one to come forward and waits for its answer for at most `bound`. Takes
+    /// over when that one ends meanwhile. `bound` must allow for the time until its event loop runs. Call it once.
     [[nodiscard]] Claim claim(std::chrono::milliseconds bound);
 
-    /// Sets what another program that was started asks for. It is called from the event loop, also for what was asked
-    /// before.
+    /// Sets what to do when another instance asks this one to come forward. Called from the event loop, also for a request
+    /// that came before.
     void onActivate(std::function<void()> handler);
 
-    /// This program is about to end: whoever asks from now on is refused, and becomes the one when this object goes.
+    /// This program is about to end: instances that ask are refused, and take over when this object is destroyed.
     void giveUp() { isGivenUp_ = true; }
 
 public Q_SLOTS:
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
-    /// There is nothing that this program could open: the same as `Activate`.
+    /// The same as `Activate`, because this program can open nothing.
     Q_SCRIPTABLE void Open(const QStringList& uris, const QVariantMap& platformData);
-    /// There are no actions.
+    /// Does nothing, because there are no actions.
     Q_SCRIPTABLE void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
 
 private:
