@@ -18,7 +18,7 @@ public:
         if (file_ < 0) return;
         itimerspec time{};
         time.it_value.tv_sec = delay.count();
-        // Nothing at all would stop the timer.
+        // At least 1 ns, because zero would stop the timer.
         time.it_value.tv_nsec = 1;
         (void)timerfd_settime(file_, 0, &time, nullptr);
         notifier_.emplace(file_, QSocketNotifier::Read);
@@ -32,7 +32,7 @@ public:
 private:
     void goOff() {
         notifier_->setEnabled(false);
-        // The handler may destroy this object, and itself with it: it runs from a copy.
+        // Runs from a copy, because the handler may destroy this object, and itself with it.
         const auto handler = handler_;
         handler();
     }

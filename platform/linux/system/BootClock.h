@@ -4,8 +4,8 @@
 
 namespace ovin {
 
-/// The date, and timers of the kernel by its boot clock, to which the event loop of the Qt program listens. Where the
-/// process can open no more files, they do not go off.
+/// The date, and timers by the kernel's boot clock, which the event loop of the Qt program watches. When the process can
+/// open no more files, new timers do not go off.
 class BootClock final : public WallClock {
 public:
     [[nodiscard]] std::chrono::seconds date() const override;

@@ -43,7 +43,7 @@ struct ReleaseMessage {
 };
 using OwnedMessage = std::unique_ptr<sd_bus_message, ReleaseMessage>;
 
-/// Null when the call cannot be put into a message, for example because of an ill-formed name.
+/// Null when the call makes no valid message, for example because of an ill-formed name.
 OwnedMessage messageOf(sd_bus* bus, const BusCall& call) {
     sd_bus_message* created = nullptr;
     if (sd_bus_message_new_method_call(bus, &created, call.destination.c_str(), call.path.c_str(), call.interface.c_str(),
@@ -83,7 +83,7 @@ void destroyHandler(void* handler) {
     delete static_cast<Handler*>(handler);
 }
 
-/// Gives a slot its handler, and leaves the slot, and the handler with it, to the connection.
+/// Leaves a slot and its handler to the connection, which destroys both at its end.
 template <typename Handler>
 void keepWithConnection(sd_bus_slot* slot) {
     sd_bus_slot_set_destroy_callback(slot, destroyHandler<Handler>);
@@ -93,7 +93,7 @@ void keepWithConnection(sd_bus_slot* slot) {
 
 }  // namespace
 
-/// Touched by the bus's thread alone, except for the wake-up.
+/// Used by the bus's thread only, except for the wake-up.
 struct Bus::Connection {
     Connection(sd_bus* aBus, int aWakeUp) : bus(aBus), wakeUp(aWakeUp) {}
     Connection(const Connection&) = delete;
@@ -141,7 +141,7 @@ struct Bus::Connection {
     const int wakeUp;
 
 private:
-    /// The time until the next call runs out; null when nothing is under way.
+    /// The time until the next call times out; null when no call is under way.
     timespec* remainingTime(timespec& remaining) const {
         std::uint64_t until = std::numeric_limits<std::uint64_t>::max();
         if (sd_bus_get_timeout(bus, &until) < 0 || until == std::numeric_limits<std::uint64_t>::max()) return nullptr;
@@ -194,7 +194,7 @@ BusReply Bus::callAndWait(BusCall call, Duration timeout) {
     const auto promise = std::make_shared<std::promise<BusReply>>();
     auto reply = promise->get_future();
     this->call(std::move(call), timeout, [promise](BusReply answer) { promise->set_value(std::move(answer)); });
-    // The connection's own clock stands still while it reads an answer that somebody made too long.
+    // Its own timeout, because the connection's clock stands still while it reads an overlong answer.
     if (reply.wait_for(timeout + graceTime) != std::future_status::ready) return {noReplyError, {}};
     return reply.get();
 }
@@ -215,7 +215,7 @@ void Bus::post(std::function<void()> work) {
         wasEmpty = posted_.empty();
         posted_.push_back(std::move(work));
     }
-    // The counter cannot run full: nobody adds to it while work is waiting.
+    // The counter cannot overflow, because nobody adds to it while work is waiting.
     const std::uint64_t one = 1;
     if (wasEmpty && write(connection_->wakeUp, &one, sizeof one) < 0) return;
 }
@@ -229,7 +229,7 @@ void Bus::run(const std::stop_token& stop) {
             work.swap(posted_);
         }
         for (const auto& step : work) step();
-        // Negative once the bus is gone: then only other threads have anything to say, and their calls fail.
+        // Negative once the bus is gone; then this only waits for calls of other threads, which fail.
         if (sd_bus_process(connection_->bus, nullptr) <= 0) connection_->wait();
     }
 }

@@ -27,12 +27,12 @@ struct BusCall {
     std::string interface;
     std::string member;
     std::vector<Argument> arguments;
-    /// Whether the bus may start the program: asking one that is not there must not do so by itself.
+    /// Whether the bus may start the program if it does not run; by default it must not.
     bool mayStart = false;
 };
 
-/// The answer to a call: what it returned, or the name of an error. Names that a program gives to its errors are its own;
-/// those of this side are the bus's, such as "org.freedesktop.DBus.Error.NoReply" for an answer that did not come in time.
+/// The answer to a call: what it returned, or the name of an error. Programs name their own errors; errors of this side have
+/// the bus's names, such as "org.freedesktop.DBus.Error.NoReply" for an answer that did not come in time.
 struct BusReply {
     std::string error;
     std::vector<BusValue> values;
@@ -52,9 +52,9 @@ struct BusSignal {
     std::vector<BusValue> values;
 };
 
-/// A connection to a message bus. Calls may be made from any thread and any number may be under way at once: they are sent
-/// and answered by one thread, which sleeps while nothing happens, so that a program that does not answer holds up only
-/// those who wait for it. That thread gives way to the main thread.
+/// A connection to a message bus. Calls may be made from any thread and any number may be under way at once: one thread of
+/// the connection, which sleeps while nothing happens, sends them and receives the answers, so that a program that does not
+/// answer delays only the callers that wait for it. That thread has a lower priority than the main thread.
 class Bus {
 public:
     using Duration = std::chrono::nanoseconds;
@@ -62,23 +62,23 @@ public:
     using ReplyHandler = std::function<void(BusReply)>;
     using SignalHandler = std::function<void(BusSignal)>;
 
-    /// Connects to the bus at `address`, or to the user's session bus when that is empty. Null when there is none, or
-    /// this process can open no more files.
+    /// Connects to the bus at `address`, or to the user's session bus when that is empty. Null when there is no bus, or this
+    /// process can open no more files.
     [[nodiscard]] static std::unique_ptr<Bus> connect(const std::string& address = {});
 
     Bus(const Bus&) = delete;
     Bus& operator=(const Bus&) = delete;
-    /// Drops what is under way; handlers of unanswered calls are not run. Not on the bus's thread.
+    /// Drops calls that are under way; their handlers are not run. Not on the bus's thread.
     ~Bus();
 
     /// Sends a call and runs `handler` once with the answer, or with an error after `timeout`.
     void call(BusCall call, Duration timeout, ReplyHandler handler);
 
-    /// The same, waiting for the answer. Not on the bus's thread.
+    /// The same, but blocks until the answer. Not on the bus's thread.
     [[nodiscard]] BusReply callAndWait(BusCall call, Duration timeout);
 
-    /// Runs `handler` for every signal that matches `rule`, a match rule of the bus, until the connection goes. Returns when
-    /// the bus has begun to pass them on. Not on the bus's thread.
+    /// Runs `handler` for every signal that matches `rule`, a match rule of the bus, until the connection ends. Returns when
+    /// the bus has begun to pass the signals on. Not on the bus's thread.
     void watch(const std::string& rule, SignalHandler handler);
 
 private:

@@ -8,10 +8,10 @@
 
 namespace ovin {
 
-/// Unique names begin with a colon; the others are owned by one of them at a time.
+/// Unique names begin with a colon; every other name is owned by one unique name at a time.
 [[nodiscard]] inline bool isUniqueName(const std::string& name) { return name.starts_with(':'); }
 
-/// The error of a call that found no answer in time.
+/// The error of a call that was not answered in time.
 inline constexpr const char* noReplyError = "org.freedesktop.DBus.Error.NoReply";
 
 /// A call to the bus itself.
@@ -30,7 +30,7 @@ inline constexpr const char* noReplyError = "org.freedesktop.DBus.Error.NoReply"
             {std::move(interface), std::move(name)}};
 }
 
-/// Matches the signal that a name, or the name `name` alone, has another owner: name, old owner, new owner.
+/// Matches the signal that the owner of a name has changed (name, old owner, new owner); of `name` only, unless it is empty.
 [[nodiscard]] inline std::string nameOwnerRule(const std::string& name = {}) {
     return "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',member='NameOwnerChanged'" +
            (name.empty() ? "" : ",arg0='" + name + "'");

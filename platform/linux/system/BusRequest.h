@@ -11,9 +11,9 @@
 
 namespace ovin {
 
-/// The state of one or more calls that were sent together, between the bus's thread, which collects the answers, and the
-/// threads that wait for them. Whoever waits, waits for what is left of the bound since the calls were *sent*: asking a
-/// program for four things at once and finding none costs one bound, not four.
+/// The state of one or more calls that were sent together. The bus's thread collects the answers; any thread may wait for
+/// them. The bound of a wait counts from when the calls were *sent*: waiting four times for a program that does not answer
+/// costs one bound, not four.
 class BusRequest {
 public:
     using Duration = std::chrono::nanoseconds;
@@ -35,27 +35,27 @@ public:
         return isDone_;
     }
 
-    /// Whether the answers are too old to speak for the present. Calls without an answer are not: repeating them before the
-    /// bus gives them up would only fill up the queue of a program that does not read it.
+    /// Whether the answers are too old to use. False while answers are missing: repeating the calls before the bus gives
+    /// them up would only fill the queue of a program that does not read it.
     [[nodiscard]] bool isStale() {
         const std::lock_guard lock(mutex_);
         return isDone_ && std::chrono::steady_clock::now() - answered_ > freshness;
     }
 
 protected:
-    /// All answers have come. Called on the bus's thread, once.
+    /// Call it once, on the bus's thread, when all answers have come.
     void finish() {
         {
             const std::lock_guard lock(mutex_);
             isDone_ = true;
             answered_ = std::chrono::steady_clock::now();
         }
-        // Whoever wakes up finds the lock free. The caller holds the request until this returns.
+        // After unlocking, so that woken threads find the lock free. The caller keeps the request alive until this returns.
         changed_.notify_all();
     }
 
 private:
-    /// Long enough for a scan to read what it has asked for ahead, and too short for anybody to notice.
+    /// Long enough for a scan to read what it has requested ahead, and too short for a user to notice.
     static constexpr std::chrono::milliseconds freshness{100};
 
     const std::chrono::steady_clock::time_point sent_ = std::chrono::steady_clock::now();
@@ -65,12 +65,12 @@ private:
     bool isDone_ = false;
 };
 
-/// The request that a reference reads its attributes from. One answer tells each of them once, and only while it is fresh:
-/// whoever reads an attribute twice wants to know whether it has changed.
+/// The request that a reference reads its attributes from. A request serves each attribute once, and only while it is fresh,
+/// because a caller that reads an attribute twice wants to know whether it has changed.
 template <typename Request>
 class CurrentRequest {
 public:
-    /// The request to read `attribute` from; `make` makes another one where the last no longer serves, and may make none.
+    /// The request to read `attribute` from. Where the last one no longer serves, `make` makes another, or returns null.
     template <typename Make>
     [[nodiscard]] std::shared_ptr<Request> forReading(std::string_view attribute, Make make) {
         const std::lock_guard lock(mutex_);
@@ -83,7 +83,7 @@ public:
         return request_;
     }
 
-    /// Makes a request that some attribute is going to be read from.
+    /// Makes a request ahead of the first reading.
     template <typename Make>
     void prepare(Make make) {
         const std::lock_guard lock(mutex_);
@@ -102,7 +102,7 @@ private:
     std::set<std::string, std::less<>> read_;
 };
 
-/// When the bus gives up a call that nobody waits for any more.
+/// How long the bus waits for the answer to a call that nobody may wait for any more.
 inline constexpr std::chrono::seconds abandonedCallTimeout{5};
 
 }  // namespace ovin

@@ -9,17 +9,17 @@ namespace ovin {
 namespace {
 
 constexpr int deepestNesting = 16;
-/// More than a thousand items take, and so few that a program which sends millions holds up nobody else.
+/// More than a thousand items need, and so few that a program that sends millions delays no other.
 constexpr int mostValues = 50'000;
 constexpr std::size_t mostBytes = 4 << 20;
 
-/// How much more is read of a message.
+/// How much more of a message may be read.
 struct Budget {
     int values = mostValues;
     std::size_t bytes = mostBytes;
 };
 
-/// Where in a message a value stands, and what is left for it.
+/// The depth of a value in its message, and what is left to read.
 struct Place {
     int depth;
     Budget* budget;
@@ -45,7 +45,7 @@ std::optional<BusValue> readString(sd_bus_message* message, char type) {
 std::optional<BusValue> readBytes(sd_bus_message* message, Place place) {
     const void* bytes = nullptr;
     std::size_t size = 0;
-    // sd_bus_message_skip would go through an array that is not wanted byte by byte.
+    // Reads unwanted arrays, too, because sd_bus_message_skip would go through them byte by byte.
     if (sd_bus_message_read_array(message, 'y', &bytes, &size) < 0) return std::nullopt;
     if (size > place.budget->bytes) return BusValue{};
     place.budget->bytes -= size;
@@ -69,7 +69,7 @@ std::optional<BusValue::Array> readMembers(sd_bus_message* message, Place place)
     return members;
 }
 
-/// Whatever stands in a container, taken as what `make` makes of its members.
+/// Reads the members of a container, and returns what `make` makes of them.
 template <typename Make>
 std::optional<BusValue> readContainer(sd_bus_message* message, char type, const char* contents, Place place, Make make) {
     if (sd_bus_message_enter_container(message, type, contents) <= 0) return std::nullopt;

@@ -11,8 +11,8 @@ struct sd_bus_message;
 
 namespace ovin {
 
-/// A value as it came over a message bus. Structures are arrays of their members, a variant is what it holds, object paths
-/// and signatures are strings, and a dictionary with other keys than strings is nothing.
+/// A value as it came over a message bus. Structures are arrays of their members, a variant is the value that it holds,
+/// object paths and signatures are strings, and a dictionary whose keys are no strings is an empty value.
 struct BusValue {
     using Array = std::vector<BusValue>;
     using Bytes = std::vector<std::uint8_t>;
@@ -28,16 +28,16 @@ struct BusValue {
     /// The string; empty when this is no string.
     [[nodiscard]] std::string string() const;
 
-    /// The integer, of whatever sign and width; `otherwise` when this is no integer.
+    /// The integer, of any sign and width; `otherwise` when this is no integer.
     [[nodiscard]] std::int64_t integer(std::int64_t otherwise = 0) const;
 
     /// The members; none when this is no array or structure.
     [[nodiscard]] const Array& members() const;
 };
 
-/// What a message carries, and nothing of a message that cannot be understood or holds more than 50,000 values. Values
-/// nested deeper than any sensible program nests them are left out, and so are arrays of bytes once those of the message
-/// have come to 4 MiB: status items tell their pictures with their texts, in whatever sizes they like.
+/// The values in a message; none when it cannot be understood or holds more than 50,000 values. Leaves out values that are
+/// nested too deep, and arrays of bytes beyond 4 MiB in one message, because status items send pictures of any size with
+/// their texts.
 [[nodiscard]] std::vector<BusValue> busValues(sd_bus_message* message);
 
 }  // namespace ovin

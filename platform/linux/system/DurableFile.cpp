@@ -11,10 +11,10 @@
 namespace ovin {
 namespace {
 
-/// Of a file that grows to this somebody else has made something else.
+/// A longer file is no file of this program.
 constexpr std::size_t longest = std::size_t{16} << 20U;
 
-/// How long others may take for a change, and how often they are asked whether they are done. One takes milliseconds.
+/// How long to wait for another program's change, and how long between two attempts. A change takes milliseconds.
 constexpr std::chrono::seconds longestTurn{1};
 constexpr std::chrono::milliseconds pause{5};
 
@@ -38,7 +38,7 @@ public:
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
     ~OpenFile() {
-        // What has to be on the disk has been synchronised: closing tells nothing new.
+        // Errors of closing do not matter, because what must be on the disk has been synchronised.
         if (isOpen()) fileSystem_.close(descriptor_);
     }
 
@@ -49,7 +49,7 @@ public:
         return uninterrupted([&] { return fileSystem_.fsync(descriptor_); }) == 0;
     }
 
-    /// Waits for its turn. Where files cannot be locked, as on some network file systems, it is always this program's.
+    /// Waits for the lock. Succeeds at once where files cannot be locked, as on some network file systems.
     [[nodiscard]] bool lock() const {
         const auto end = std::chrono::steady_clock::now() + longestTurn;
         while (uninterrupted([&] { return fileSystem_.lock(descriptor_); }) != 0) {
@@ -101,7 +101,7 @@ std::filesystem::path DurableFile::realPath() const {
 std::optional<std::string> DurableFile::read() const { return read(path_); }
 
 std::optional<std::string> DurableFile::read(const std::filesystem::path& path) const {
-    // Without waiting for the other end of what turns out to be a pipe.
+    // O_NONBLOCK, because opening a pipe would wait for its other end.
     const OpenFile file(fileSystem_, path, O_RDONLY | O_NONBLOCK);
     if (!file.isOpen()) return errno == ENOENT ? std::optional<std::string>("") : std::nullopt;
     return file.isRegular() ? file.readAll() : std::nullopt;
@@ -110,8 +110,8 @@ std::optional<std::string> DurableFile::read(const std::filesystem::path& path) 
 bool DurableFile::update(const std::function<std::string(const std::string& content)>& change) const {
     const std::filesystem::path path = realPath();
     if (!makeFolders(path)) return false;
-    // Opened first, because whatever can fail must do so before the file changes. Its lock is that of the file, which is
-    // another one after each change.
+    // Opened first, because whatever can fail must do so before the file changes. The folder is locked instead of the file,
+    // which is a new one after each change.
     const OpenFile folder(fileSystem_, path.parent_path(), O_RDONLY | O_DIRECTORY);
     if (!folder.isOpen() || !folder.lock()) return false;
     const auto before = read(path);
@@ -121,27 +121,27 @@ bool DurableFile::update(const std::function<std::string(const std::string& cont
     return false;
 }
 
-/// An earlier run may have made a folder and ended before its name was on the disk, so all of them are looked after.
-/// It costs little where nothing has changed.
+/// Synchronises all folders, because an earlier run may have made one and ended before its name was on the disk. That costs
+/// little where nothing has changed.
 bool DurableFile::makeFolders(const std::filesystem::path& path) const {
     std::filesystem::path folder;
     for (const std::filesystem::path& part : path.parent_path()) {
         const std::filesystem::path above = std::exchange(folder, folder / part);
         const bool isNew = fileSystem_.mkdir(folder.string(), 0700) == 0;
         if (above.empty()) continue;
-        // A name in a folder is on the disk once the folder is.
+        // The new folder's name is on the disk once its parent is synchronised.
         const OpenFile parent(fileSystem_, above, O_RDONLY | O_DIRECTORY);
         if (parent.isOpen() && parent.sync()) continue;
-        // Folders that this user may not look into, or of systems that cannot do this, are none of this program's making.
+        // This program has not made folders that the user may not read or whose file system cannot do this.
         if (isNew || (errno != EACCES && errno != EINVAL)) return false;
     }
     return true;
 }
 
-/// Writes the text aside, and lets that take the file's place.
+/// Writes the text to a second file, which then takes the file's place.
 bool DurableFile::replace(const std::filesystem::path& path, std::string_view text) const {
     const std::string aside = path.string() + ".new";
-    // What a crash has left behind, or a link to anywhere else, is not written into.
+    // Removed first, so as not to write into what a crash has left or a link points to.
     (void)fileSystem_.unlink(aside);
     const bool isWritten = [&] {
         const OpenFile file(fileSystem_, aside, O_WRONLY | O_CREAT | O_EXCL);

@@ -10,24 +10,24 @@
 
 namespace ovin {
 
-/// A small file that is read whole and replaced whole, so that whatever ends the program, or the power, it holds either what
-/// it held before or what it was to hold. Where it is a symbolic link, the file that the link leads to is meant, and the
-/// link stays. `fileSystem` must outlive it.
+/// A small file that is read and replaced as a whole: when the program crashes or the power fails, it holds either the old
+/// or the new content. If `path` is a symbolic link, the file that it leads to is replaced, and the link stays. `fileSystem`
+/// must outlive this object.
 class DurableFile {
 public:
     DurableFile(std::filesystem::path path, FileSystem& fileSystem);
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
-    /// What the file holds, which is nothing while it does not exist; nullopt where it cannot be read, is no file, or is
-    /// longer than any of this program's.
+    /// The content, empty while the file does not exist; nullopt when it cannot be read, is no regular file, or is longer
+    /// than 16 MiB.
     [[nodiscard]] std::optional<std::string> read() const;
 
-    /// Replaces the content by what `change` makes of it, and makes the file and the folders that lead to it where they are
-    /// missing. Programs that change the file at the same time take turns, each beginning with what the one before has
-    /// written. Once this has returned true the content is on the disk. False when it could not be read or written, or when
-    /// another program had not finished after a second: then the content is as it was. (Where a disk fails again while that
-    /// is put back, the file holds either of the two.)
+    /// Replaces the content by what `change` makes of it, and makes the file and its folders where they are missing.
+    /// Programs that change the file at the same time take turns; each starts from what the one before has written. True
+    /// once the new content is on the disk. False when it could not be read or written, or another program did not finish
+    /// within a second; the content is unchanged then. (If the disk fails again while the old content is put back, the file
+    /// holds either of the two.)
     [[nodiscard]] bool update(const std::function<std::string(const std::string& content)>& change) const;
 
 private:

@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// The value of an environment variable of this process; nothing when it is not set. Nobody here ever changes one.
+/// The value of an environment variable of this process; nothing when it is not set. Any thread: this program changes none.
 [[nodiscard]] inline std::optional<std::string> environmentVariable(const std::string& name) {
     const char* value = std::getenv(name.c_str());  // NOLINT(concurrency-mt-unsafe)
     if (value == nullptr) return std::nullopt;

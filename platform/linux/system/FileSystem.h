@@ -7,8 +7,8 @@
 
 namespace ovin {
 
-/// What the kernel does with files, as far as the settings need it: -1 and `errno` tell of failures, as the kernel does.
-/// Tests have others, which fail or lose power at any call.
+/// The kernel's file functions that the settings need. They fail as the kernel's do, with -1 and `errno`. Tests use their
+/// own, which fail or lose power at any call.
 class FileSystem {
 public:
     FileSystem() = default;
@@ -25,9 +25,9 @@ public:
     [[nodiscard]] virtual int rename(const std::string& from, const std::string& to) = 0;
     [[nodiscard]] virtual int unlink(const std::string& path) = 0;
     [[nodiscard]] virtual int mkdir(const std::string& path, mode_t permissions) = 0;
-    /// Locks what is open for this program alone, until it is closed, and does not wait for others (EWOULDBLOCK).
+    /// Locks an open file exclusively until it is closed. Does not wait for other programs (EWOULDBLOCK).
     [[nodiscard]] virtual int lock(int file) = 0;
-    /// Where a symbolic link leads, as it says itself; empty for anything else.
+    /// The target of a symbolic link as it is written there; empty for anything else.
     [[nodiscard]] virtual std::string linkTarget(const std::string& path) = 0;
 
     /// The kernel's own.

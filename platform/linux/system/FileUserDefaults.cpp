@@ -108,7 +108,7 @@ FileUserDefaults::FileUserDefaults(std::filesystem::path path, FileSystem& fileS
 bool FileUserDefaults::isReadable() const { return file_.read().has_value(); }
 
 std::optional<Value> FileUserDefaults::object(std::string_view key) const {
-    // What could be read once is not forgotten because a disk fails: something may be owed.
+    // Keeps what was read last when the disk fails, because it may say what must be put back.
     if (auto content = file_.read()) lastContent_ = *std::move(content);
     const Values values = valuesIn(lastContent_);
     const auto found = values.find(key);

@@ -8,16 +8,15 @@
 namespace ovin {
 namespace {
 
-/// A tenth of the share of other threads. Less would let a busy machine make programs look hung that are not.
+/// A tenth of the share of other threads. With less, programs would seem to hang on a busy machine.
 constexpr int niceness = 10;
 
 }  // namespace
 
 void giveWay() {
-    // For the kernel, 0 is the calling thread in both calls. That they are refused would be no reason to do without the
-    // thread.
+    // In both calls, 0 is the calling thread. Errors are ignored, because the thread works without them, too.
     (void)setpriority(PRIO_PROCESS, 0, std::max(niceness, getpriority(PRIO_PROCESS, 0)));
-    // Such a thread interrupts no other when it wakes up, as a hundred of them do that wait for answers.
+    // A batch thread interrupts no other when it wakes up; a hundred of them may wait for answers.
     const sched_param none{};
     (void)sched_setscheduler(0, SCHED_BATCH, &none);
 }

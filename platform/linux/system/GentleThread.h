@@ -2,8 +2,8 @@
 
 namespace ovin {
 
-/// Lets the calling thread, and those that it starts, give way to the one that paints: what runs in the background has more
-/// time than what somebody is looking at. The thread cannot take it back.
+/// Lowers the priority of the calling thread, and of those that it starts later, below that of the main thread, because the
+/// user looks at what that one paints. Cannot be undone.
 void giveWay();
 
 }  // namespace ovin

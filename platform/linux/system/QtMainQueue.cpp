@@ -14,12 +14,12 @@ public:
     OneShot(std::chrono::nanoseconds delay, MainQueue::Work work) {
         timer_.setSingleShot(true);
         timer_.setTimerType(Qt::PreciseTimer);
-        // The work may destroy its own timer, and itself with it: it runs from a copy.
+        // Runs from a copy, because the work may destroy its own timer, and itself with it.
         QObject::connect(&timer_, &QTimer::timeout, [work = std::move(work)] {
             const MainQueue::Work running = work;
             running();
         });
-        // A moment that has passed is as good as now; the toolkit would not start the timer at all.
+        // At least 0, because the toolkit would not start a timer with a negative delay.
         timer_.start(std::max(std::chrono::ceil<std::chrono::milliseconds>(delay), std::chrono::milliseconds(0)));
     }
 
@@ -34,7 +34,7 @@ void QtMainQueue::async(Work work) {
         const std::lock_guard lock(mutex_);
         waiting_.push_back(std::move(work));
     }
-    // One event for each piece of work, so that what the toolkit has to do between two of them is not kept waiting.
+    // One event for each piece of work, so that the toolkit can handle its own events between two.
     QCoreApplication::postEvent(&receiver_, new QEvent(QEvent::User));
 }
 

@@ -8,7 +8,7 @@
 
 namespace ovin {
 
-/// The event loop of the Qt program, made on its thread. Work waits for the loop to run, also within a menu or an alert.
+/// The event loop of the Qt program, made on its thread. Work waits for the loop to run, also that of a menu or an alert.
 class QtMainQueue final : public MainQueue {
 public:
     void async(Work work) override;
@@ -29,8 +29,8 @@ private:
         QtMainQueue& queue_;
     };
 
-    // Work waits here and not in the toolkit's own queue, whose locks the thread sanitizer does not see: it would take every
-    // piece of work that comes from a task for a race.
+    // Work waits here instead of in the toolkit's queue, because the thread sanitizer does not see that queue's locks and
+    // would report every piece of work that comes from a task as a race.
     std::mutex mutex_;
     std::deque<Work> waiting_;
     Receiver receiver_{*this};

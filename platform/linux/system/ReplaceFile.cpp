@@ -12,14 +12,14 @@
 namespace ovin {
 namespace {
 
-// Each new file has a name of its own: another one at the same time could put this one in place before it is whole. It is
-// hidden, and has another ending than the file's, so that nobody takes it for one of its kind.
+// Each new file has a name of its own, because another replacement at the same time could put a shared one in place before
+// it is complete. It is hidden and has another extension, so that no program takes it for the file.
 constexpr std::string_view randomPart = "XXXXXX";
 constexpr std::string_view ending = ".new";
 
 std::string prefixOf(const std::filesystem::path& path) { return "." + path.filename().string() + "."; }
 
-/// A name in a folder is on the disk once the folder is. The file is there already, so that a failure changes nothing.
+/// The new name is on the disk once its folder is synchronised. Errors are ignored: the file is replaced already.
 void syncFolder(const std::filesystem::path& folder) {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return;
@@ -47,7 +47,7 @@ std::error_code replaceFile(const std::filesystem::path& path, std::string_view 
     const int file = mkostemps(aside.data(), static_cast<int>(ending.size()), O_CLOEXEC);
     if (file < 0) return lastSystemError();
     std::error_code error = writeAll(file, text);
-    // Some file systems tell here only that they are full.
+    // Some file systems report only here that they are full.
     if (!error && (fchmod(file, permissions) != 0 || fsync(file) != 0)) error = lastSystemError();
     if (close(file) != 0 && !error) error = lastSystemError();
     if (!error && std::rename(aside.c_str(), path.c_str()) != 0) error = lastSystemError();

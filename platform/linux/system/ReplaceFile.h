@@ -8,13 +8,12 @@
 
 namespace ovin {
 
-/// Puts a file with this text and these permissions in the place of `path`, whose folder exists: whatever happens, and
-/// whoever looks, there is the old file or the whole new one, on the disk once this has returned. A symbolic link is
-/// replaced and what it points to left alone. On an error all is as it was.
+/// Puts a file with this text and these permissions in the place of `path`, whose folder exists. At any moment there is the
+/// old file or the complete new one, which is on the disk once this has returned. Replaces a symbolic link, not the file
+/// that it points to. On an error nothing has changed.
 [[nodiscard]] std::error_code replaceFile(const std::filesystem::path& path, std::string_view text, mode_t permissions);
 
-/// Removes what replacements of this file have left that were interrupted by the end of their process. One that is still
-/// going on fails then.
+/// Removes the files that interrupted replacements of `path` have left. Makes a replacement that is still going on fail.
 void removeUnfinishedReplacements(const std::filesystem::path& path);
 
 }  // namespace ovin

@@ -25,7 +25,7 @@ std::string escaped(std::string_view line) {
 
 void StandardErrorLog::write(std::string_view line) {
     const std::string text = escaped(line) + "\n";
-    // One call for one entry, so that those of several threads do not mix.
+    // One call for each entry, so that entries of several threads do not mix.
     for (std::size_t written = 0; written < text.size();) {
         const ssize_t count = ::write(descriptor_, text.data() + written, text.size() - written);
         if (count <= 0) return;

@@ -7,8 +7,8 @@
 namespace ovin {
 
 /// The standard error stream, which a desktop session keeps in its journal or in a file of its own. An entry is one line:
-/// line ends and other control characters in it are written as escapes, so that no program's name can write a line of its
-/// own or paint the terminal.
+/// line ends and other control characters in it are written as escapes, so that no program's name can add a line or control
+/// the terminal.
 class StandardErrorLog final : public SystemLog {
 public:
     /// Tests write to another descriptor, which must stay open for as long as this lives.

@@ -16,7 +16,7 @@
 namespace ovin {
 namespace {
 
-/// What an AppImage sets for the program inside and would keep others from finding their own libraries.
+/// Variables that an AppImage sets for the program inside; other programs would not find their libraries with them.
 constexpr std::array<std::string_view, 6> ofAppImage{
     "LD_LIBRARY_PATH=", "LD_PRELOAD=", "QT_PLUGIN_PATH=", "APPIMAGE=", "APPDIR=", "ARGV0="};
 

@@ -9,7 +9,7 @@
 namespace ovin {
 namespace {
 
-/// A blocked signal would be queued although it is to be ignored.
+/// Ignored signals must not be blocked, because a blocked one is queued although it is ignored.
 bool isIgnored(int signal) {
     struct sigaction current {};
     return sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;

@@ -6,9 +6,9 @@
 
 namespace ovin {
 
-/// Turns the signals that ask a program to end, SIGTERM, SIGINT and SIGHUP, into one of the event loop's. From its making on
-/// they end nobody by themselves: further ones find a program that is ending already and change nothing. A signal that the
-/// program was started to ignore, as by nohup, stays ignored. Made before any thread is started.
+/// Turns the signals that ask a program to end, SIGTERM, SIGINT and SIGHUP, into a signal of the event loop. Once this
+/// exists they do not end the program by themselves; further ones change nothing. A signal that the program was started to
+/// ignore, as by nohup, stays ignored. Must be made before any thread is started.
 class TerminationSignal : public QObject {
     Q_OBJECT
 

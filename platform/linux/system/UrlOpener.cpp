@@ -30,7 +30,7 @@ void UrlOpener::open(const std::string& url) {
         return log_->write(std::string("Ovin: ") + program +
                            " cannot be started: " + std::generic_category().message(error));
     }
-    // It may last as long as the browser does. Nothing else tells of its end without taking that signal from the toolkit.
+    // Waits for as long as the browser may run. Any other way would take the signal of its end from the toolkit.
     std::thread([log = log_, pid, url] {
         if (const int status = awaitEnd(pid)) log->write(failureOf(status, url));
     }).detach();

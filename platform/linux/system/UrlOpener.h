@@ -8,22 +8,22 @@
 
 namespace ovin {
 
-/// Hands web pages and letters to the user's programs by xdg-open. Main thread only.
+/// Opens web pages and new e-mail messages in the user's programs by xdg-open. Main thread only.
 class UrlOpener {
 public:
     /// `log` must outlive this object.
     explicit UrlOpener(SystemLog& log) : log_(std::make_shared<Log>(log)) {}
     UrlOpener(const UrlOpener&) = delete;
     UrlOpener& operator=(const UrlOpener&) = delete;
-    /// Programs that still run go on; what becomes of them is no longer logged.
+    /// Programs that still run go on, but their failures are no longer logged.
     ~UrlOpener();
 
-    /// Opens an address of http, https or mailto, and nothing else: other kinds could start anything. Returns at once; what
-    /// fails, now or later, is logged.
+    /// Opens an address of http, https or mailto only, because other schemes could start any program. Returns at once;
+    /// failures, now or later, are logged.
     void open(const std::string& url);
 
 private:
-    /// Written to by those that wait for programs, for as long as there is a log.
+    /// Written to by the threads that wait for programs, for as long as the log exists.
     class Log {
     public:
         explicit Log(SystemLog& log) : log_(&log) {}
