@@ -10,10 +10,10 @@
 namespace ovin {
 namespace {
 
-/// The namespace of the macOS framework, which leads nowhere, and what separates it from a name: nothing that XML contains.
+/// The namespace of the macOS framework, and its separator from a name: a character that XML cannot contain.
 constexpr std::string_view sparkle = "http://www.andymatuschak.org/xml-namespaces/sparkle\f";
 constexpr int deepest = 32;
-/// What is longer is no version, and no address that anybody would open.
+/// Longer texts are neither versions nor addresses that anybody would open.
 constexpr std::size_t longestText = 2048;
 constexpr std::size_t mostItems = 1000;
 
@@ -53,7 +53,7 @@ private:
 
     void refuse() { XML_StopParser(parser_.get(), XML_FALSE); }
 
-    /// Items lie in "channel", and that in the root, "rss".
+    /// Items are in "channel", which is in the root, "rss".
     void begin(std::string_view name, const char** attributes) {
         ++depth_;
         if (depth_ > deepest || (depth_ == 1 && name != "rss")) return refuse();
@@ -77,7 +77,7 @@ private:
         return name == "link" ? &item_.link : nullptr;
     }
 
-    /// Versions may stand here as well; elements of their own win, in whichever order.
+    /// Versions may also stand here; separate elements take precedence, in whichever order they come.
     void readEnclosure(const char** attributes) {
         for (; *attributes != nullptr; attributes += 2) {
             const std::string_view name = attributes[0];
@@ -88,7 +88,7 @@ private:
         }
     }
 
-    /// The text of elements within is none of it.
+    /// Leaves out the text of elements within.
     void append(std::string_view characters) {
         if (text_ != nullptr && depth_ == 4 && text_->size() <= longestText) *text_ += characters;
     }
@@ -112,7 +112,7 @@ private:
     FeedItem item_;
     std::string channel_;
     bool isForLinux_ = false;
-    /// What the text of an element goes to.
+    /// Where the text of the present element goes.
     std::string* text_ = nullptr;
     int depth_ = 0;
     bool isInChannel_ = false;

@@ -16,7 +16,7 @@ namespace ovin {
 namespace {
 
 constexpr qint64 longestFeed = qint64{4} << 20;
-/// The server waits while so much has not been taken.
+/// When so much has not been read, the server has to wait.
 constexpr qint64 bufferSize = qint64{1} << 20;
 constexpr int mostRedirections = 10;
 
@@ -29,19 +29,19 @@ bool isSafe(const QUrl& url) {
 
 QNetworkRequest requestFor(const QUrl& url) {
     QNetworkRequest request(url);
-    // Redirections are looked at one by one.
+    // Each redirection is checked before it is followed.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setMaximumRedirectsAllowed(mostRedirections);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    // A few bytes could become gigabytes.
+    // No compression, because a few bytes could become gigabytes.
     request.setRawHeader("Accept-Encoding", "identity");
     request.setHeader(QNetworkRequest::UserAgentHeader, "Ovin");
     return request;
 }
 
-/// One request, on the thread that makes it: done when it is made.
+/// One request, which the constructor carries out on its thread.
 class Request {
 public:
     Request(const QUrl& url, std::chrono::milliseconds patience) : url_(url), reply_(network_.get(requestFor(url))) {
@@ -85,9 +85,9 @@ private:
 
     QNetworkAccessManager network_;
     QEventLoop loop_;
-    /// Where it has led so far.
+    /// The address after the redirections so far.
     QUrl url_;
-    /// The network's own.
+    /// Owned by the network access.
     QNetworkReply* const reply_;
     QByteArray text_;
     std::optional<FeedFailure> failure_;
@@ -113,25 +113,25 @@ public:
         QObject::connect(thread_.get(), &QThread::finished, &receiver_, [this] { tell(); });
         thread_->start();
         if (thread_->isRunning() || thread_->isFinished()) return;
-        // The system refuses a further thread, and nobody is reached.
+        // Without a further thread no server is reached; the answer is `unreachable`.
         QMetaObject::invokeMethod(
             &receiver_, [this] { tell(); }, Qt::QueuedConnection);
     }
     ~ThreadReading() override {
-        // Leaves the thread's event loop, or the one that it is about to enter.
+        // Ends the thread's event loop, also one that it has not entered yet.
         thread_->quit();
         thread_->wait();
     }
 
 private:
-    /// The handler may destroy this object, and itself with it: it runs from a copy.
+    /// Runs from a copy, because the handler may destroy this object, and itself with it.
     void tell() {
         const auto finished = finished_;
         finished(std::move(answer_));
     }
 
     const std::function<void(UpdateFeed::Answer)> finished_;
-    /// The thread's until it has finished.
+    /// Belongs to the thread until that has finished.
     UpdateFeed::Answer answer_ = FeedFailure::unreachable;
     const std::unique_ptr<QThread> thread_;
     QObject receiver_;

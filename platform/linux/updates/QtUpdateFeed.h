@@ -6,12 +6,12 @@
 
 namespace ovin {
 
-/// Reads a feed on a thread of its own, with Qt's network access. Redirections are followed as long as each of them is safe
-/// and none leads from HTTPS to plain HTTP. Nothing is decompressed, no cookies or credentials are kept or sent, 4 MiB are
-/// read at most, and a server that is not done in time is given up.
+/// Reads a feed on a thread of its own, with Qt's network access. Follows redirections as long as each of them is safe and
+/// none leads from HTTPS to plain HTTP. Decompresses nothing, keeps and sends no cookies or credentials, reads 4 MiB at
+/// most, and gives up a server that is not done after `patience`.
 ///
-/// In a library of its own (`ovin_linux_updates`): nothing else of Ovin takes the network, and a program that does not look
-/// for updates need not load what that takes.
+/// In a library of its own (`ovin_linux_updates`): nothing else in Ovin uses the network, so a program that does not look
+/// for updates need not load the network libraries.
 class QtUpdateFeed final : public UpdateFeed {
 public:
     explicit QtUpdateFeed(std::chrono::milliseconds patience = std::chrono::seconds(30)) : patience_(patience) {}
