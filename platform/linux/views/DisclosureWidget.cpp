@@ -10,7 +10,7 @@
 namespace ovin {
 namespace {
 
-/// The triangle's parts of the font's size: its height, and how far it reaches.
+/// The triangle's measures as fractions of the font's size: half its base, half its height and the rounding of its corners.
 constexpr double halfBase = 0.32;
 constexpr double halfReach = 0.22;
 constexpr double rounding = 0.12;
@@ -45,7 +45,7 @@ void DisclosureWidget::paintEvent(QPaintEvent*) {
     path.lineTo(-halfReach * size, halfBase * size);
     path.closeSubpath();
     const bool isLit = isDown() || underMouse();
-    // One colour without opacity of its own, or the edge would show through.
+    // The opacity is the painter's, because with a translucent colour the overlap of edge and fill would show.
     QColor color = qtColor({SystemColor::label}, palette());
     painter.setOpacity(isLit ? 0.85 : 0.6);
     const QPen edge(color, rounding * size, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);

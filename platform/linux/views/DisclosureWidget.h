@@ -5,7 +5,7 @@
 
 namespace ovin {
 
-/// A triangle that points right, or down while it is on. Whoever describes the view turns it, not the click.
+/// A triangle that points right, or down while it is on. A click does not turn it; the next description of the view does.
 class DisclosureWidget final : public PressButton {
     Q_OBJECT
 

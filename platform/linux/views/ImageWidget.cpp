@@ -19,15 +19,15 @@ ImageWidget::ImageWidget(const ImageView& image)
 void ImageWidget::paintEvent(QPaintEvent*) {
     QPixmap picture = icon_.pixmap(size(), devicePixelRatioF());
     if (picture.isNull()) return;
-    // From here on pixels count: an icon without the exact size has an odd ratio.
+    // Lengths are in pixels from here on, because an icon that lacks the exact size has an odd pixel ratio.
     picture.setDevicePixelRatio(1);
     QSizeF drawn = QSizeF(picture.size()).scaled(size_, Qt::KeepAspectRatio);
-    // Sides that were rounded leave no gap beside the picture.
+    // Keeps rounding from leaving a gap beside the picture.
     if (std::abs(drawn.width() - width()) < 1 && std::abs(drawn.height() - height()) < 1) drawn = size();
     const QRectF place(QPointF((width() - drawn.width()) / 2, (height() - drawn.height()) / 2), drawn);
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    // A brush and not a clip, whose edge would have steps.
+    // A brush instead of a clip, because a clip's edge would have steps.
     QBrush brush(picture);
     brush.setTransform(QTransform::fromTranslate(place.x(), place.y())
                            .scale(drawn.width() / picture.width(), drawn.height() / picture.height()));

@@ -9,7 +9,7 @@
 namespace ovin {
 namespace {
 
-/// Around a title, on either side, and between an image and a title.
+/// The padding on either side of a title, and the gap between an image and a title.
 constexpr int titlePadding = 6;
 constexpr int imageGap = 4;
 constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor::label}};

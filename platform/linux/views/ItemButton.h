@@ -27,8 +27,8 @@ private:
 
     const AttributedText title_;
     const Button::ImagePosition imagePosition_;
-    /// Layouts ask for sizes again and again, and laying out a text costs more than all the rest of a button. Empty where no
-    /// title is shown.
+    /// Kept because layouts ask for sizes again and again, and laying out a text costs more than all the rest of a button.
+    /// Empty where no title is shown.
     QSize titleSize_;
 };
 

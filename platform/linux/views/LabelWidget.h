@@ -7,15 +7,16 @@
 
 namespace ovin {
 
-/// A line of text or a paragraph. The toolkit's label, so that assistive programs read it as one, with lines of its own:
-/// that label knows text of one kind only, or mark-up. Colours are looked up when it is painted, and so follow the palette.
+/// A line of text or a paragraph. The toolkit's label, so that assistive programs know it as one. It draws its own lines,
+/// because that label shows only one style, or mark-up, and looks up colours when it paints, so that they follow the
+/// palette.
 class LabelWidget final : public QLabel {
 public:
     explicit LabelWidget(const Label& label);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-    /// Meaningful where lines wrap.
+    /// Only meaningful where lines wrap.
     [[nodiscard]] int heightForWidth(int width) const override;
 
 protected:

@@ -16,7 +16,7 @@ struct MeasuredView::Widgets {
         : view(measured), root(makeWidget(view, [clicked = clicked](int tag) { (*clicked)(tag); })) {}
 
     const View view;
-    /// Empty until the widgets are taken.
+    /// Holds no handler until the widgets are taken.
     const std::shared_ptr<Clicked> clicked = std::make_shared<Clicked>();
     std::unique_ptr<QWidget> root;
 };

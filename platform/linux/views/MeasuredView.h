@@ -9,9 +9,9 @@
 
 namespace ovin {
 
-/// The widgets of the view that was measured last, for the window that shows it next: making widgets takes longer than
-/// painting them. Who asks for the size of a view need not show it, so they go when the event loop runs again. Main thread
-/// only.
+/// Keeps the widgets of the view that was measured last for the window that shows it next, because making widgets takes
+/// longer than painting them. A measured view need not be shown, so they are deleted when the event loop runs again. Main
+/// thread only.
 class MeasuredView {
 public:
     MeasuredView();
@@ -19,11 +19,11 @@ public:
     MeasuredView& operator=(const MeasuredView&) = delete;
     ~MeasuredView();
 
-    /// The size that the view takes when nothing holds it back.
+    /// The size that the view takes when nothing limits it.
     [[nodiscard]] QSize fit(const View& view);
 
-    /// The measured widgets, if they show this view; null otherwise. They belong to the caller from then on, and deliver
-    /// their clicks to `clicked`.
+    /// The measured widgets, if they show this view; null otherwise. The caller owns them from then on; they deliver their
+    /// clicks to `clicked`.
     [[nodiscard]] QWidget* take(const View& view, const std::function<void(int tag)>& clicked);
 
 private:

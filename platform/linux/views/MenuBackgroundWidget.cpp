@@ -11,8 +11,8 @@
 namespace ovin {
 namespace {
 
-/// What a translucent colour looks like on another one. Half of the edge's line lies outside of what is filled, where it
-/// would show what is below the window instead.
+/// The opaque colour that a translucent one makes on another. The edge's line needs it, because half of the line lies
+/// outside the fill, where a translucent line would show what is below the window.
 QColor over(const QColor& below, const QColor& above) {
     const float share = above.alphaF();
     const auto mixed = [share](float under, float on) { return under + share * (on - under); };
@@ -25,7 +25,7 @@ QColor over(const QColor& below, const QColor& above) {
 QRegion roundedRegion(const QRect& rect, double cornerRadius, Coverage coverage) {
     QRegion region = rect.adjusted(0, qCeil(cornerRadius), 0, -qCeil(cornerRadius));
     for (int row = 0; row < cornerRadius; ++row) {
-        // How far a row is from the corner's centre: its inner side, or its middle.
+        // The row's distance from the corner's centre, measured from the row's inner side or its middle.
         const double distance = std::max(0.0, cornerRadius - row - (coverage == Coverage::touch ? 1 : 0.5));
         const double outside = cornerRadius - std::sqrt(cornerRadius * cornerRadius - distance * distance);
         const int inset = coverage == Coverage::touch ? qFloor(outside) : qCeil(outside - 0.5);
@@ -42,8 +42,8 @@ MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius
     layout->addWidget(content);
 }
 
-/// The toolkit shares out the lines of a large shape among threads and waits for them, which takes longer than drawing, and
-/// far longer while a discovery keeps the processors busy. So only the corners are drawn as shapes.
+/// Draws only the corners as shapes. For a large shape the toolkit divides the lines among threads and waits for them, which
+/// takes longer than drawing, and far longer while a discovery keeps the processors busy.
 void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QColor fill = palette().color(QPalette::Window);
@@ -53,7 +53,7 @@ void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
     for (const QRect& straight : QRegion(rect()) - corners) painter.fillRect(straight, fill);
     for (const QRect& straight : edge - corners) painter.fillRect(straight, line);
 
-    // What an opaque window shows of the pixels that the outline only touches.
+    // An opaque window shows this colour in the pixels that the outline only touches.
     const bool isOpaque = !window()->testAttribute(Qt::WA_TranslucentBackground);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(fill);

@@ -5,12 +5,12 @@
 
 namespace ovin {
 
-/// What a rectangle with rounded corners covers: the pixels whose middle lies within, or all that it touches.
+/// Which pixels a rectangle with rounded corners covers: those whose middle lies within, or all that it touches.
 enum class Coverage { middle, touch };
 [[nodiscard]] QRegion roundedRegion(const QRect& rect, double cornerRadius, Coverage coverage);
 
-/// The look of a menu behind one widget that fills it: the window's colour, a fine edge and rounded corners. In a window
-/// that does not let through what lies below it, what is outside of the corners has the edge's colour.
+/// The look of a menu behind one widget that fills it: the window's colour, a fine edge and rounded corners. In an opaque
+/// window, the area outside the corners has the edge's colour.
 class MenuBackgroundWidget final : public QWidget {
 public:
     MenuBackgroundWidget(QWidget* content, double cornerRadius);
@@ -21,7 +21,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    /// The squares in which the outline is not straight.
+    /// The squares at the corners, in which the outline is not straight.
     [[nodiscard]] QRegion corners() const;
 
     const double cornerRadius_;

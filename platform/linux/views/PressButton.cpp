@@ -15,7 +15,7 @@ PressButton::PressButton(int tag) : tag_(tag) {
 }
 
 bool PressButton::event(QEvent* event) {
-    // Return presses what the user has gone to with the keyboard, and the window's default button otherwise.
+    // Return presses the button that the user has moved to with the keyboard, otherwise the window's default button.
     if (event->type() == QEvent::ShortcutOverride && showsFocus() && isReturn(dynamic_cast<QKeyEvent&>(*event).key())) {
         event->accept();
         return true;
@@ -35,7 +35,7 @@ void PressButton::keyPressEvent(QKeyEvent* event) {
 
 void PressButton::focusInEvent(QFocusEvent* event) {
     const Qt::FocusReason reason = event->reason();
-    // With its window, a button gets back what it had.
+    // When its window becomes active again or a menu closes, the button shows the focus as before.
     if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
         showsFocus_ = reason != Qt::MouseFocusReason;
     QAbstractButton::focusInEvent(event);

@@ -5,13 +5,13 @@
 
 namespace ovin {
 
-/// What the buttons of a page have in common. They can be reached with Tab, which shows that they are reached, and pressed
-/// with Space and Return; all other keys are left to what they stand in, so that a page scrolls.
+/// The base of the buttons of a page. Tab reaches them and shows a focus ring, Space and Return press them; all other keys
+/// go to the widgets around them, so that a page scrolls.
 class PressButton : public QAbstractButton {
 public:
-    /// Tells buttons apart; a click is delivered with it.
+    /// Tells buttons apart; passed to the click handler.
     [[nodiscard]] int tag() const { return tag_; }
-    /// Whether it has the keyboard and shows it: not when a click brought it there.
+    /// Whether it has the keyboard and shows that; not when a click gave it the keyboard.
     [[nodiscard]] bool showsFocus() const { return hasFocus() && showsFocus_; }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -29,7 +29,7 @@ private:
     bool showsFocus_ = false;
 };
 
-/// A tool tip as it stands, whatever it holds: a name is not mark-up.
+/// Sets a tool tip that shows `text` literally, because a name must not be taken for mark-up.
 void setPlainToolTip(QWidget& widget, const std::string& text);
 
 }  // namespace ovin

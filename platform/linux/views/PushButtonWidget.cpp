@@ -23,7 +23,7 @@ constexpr double defaultOpacity = 0.16;
 constexpr double disabledOpacity = 0.4;
 constexpr int hoverPercent = 107;
 constexpr int pressedPercent = 118;
-/// The ring of the button that has the keyboard, and what sets it off from the button.
+/// The ring around the button that has the keyboard, and its distance from the button.
 constexpr double ringWidth = 2;
 constexpr double ringDistance = 3.5;
 
@@ -56,14 +56,14 @@ PushButtonWidget::PushButtonWidget(const PushButton& button)
       isDefault_(button.keyEquivalent == KeyEquivalent::returnKey),
       isProminent_(button.isProminent) {
     setText(QString::fromStdString(button.title));
-    // An ampersand in the text has become a shortcut of the toolkit's own; only the description decides about keys.
+    // Removes the shortcut that the toolkit makes of an ampersand in the text: only the description sets keys.
     setShortcut({});
     setAccessibleName(text());
     setFont(qtFont(button.font.value_or(controlFont)));
     if (button.width) setFixedWidth(qRound(*button.width));
     for (const Qt::Key key : keys(button.keyEquivalent)) {
         auto* const shortcut = new QShortcut(QKeySequence(key), this);
-        // Who keeps the key down wants to press once.
+        // A key that is held down presses once.
         shortcut->setAutoRepeat(false);
         connect(shortcut, &QShortcut::activated, this, &QAbstractButton::click);
     }

@@ -5,7 +5,7 @@
 
 namespace ovin {
 
-/// A large button with rounded ends. Its key presses it wherever the keyboard is in its window.
+/// A large button with rounded ends. Its key presses it wherever the focus is in its window.
 class PushButtonWidget final : public PressButton {
 public:
     explicit PushButtonWidget(const PushButton& button);

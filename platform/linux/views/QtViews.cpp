@@ -59,7 +59,7 @@ struct Make {
 
 private:
     QWidget* clickable(QAbstractButton* button, int tag) const {
-        // Later, because the handler may delete the button while it still deals with the click.
+        // Queued, because the handler may delete the button while it still handles the click.
         QObject::connect(
             button, &QAbstractButton::clicked, button, [clicked = clicked, tag] { clicked(tag); }, Qt::QueuedConnection);
         return button;

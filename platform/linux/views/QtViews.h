@@ -7,7 +7,7 @@
 
 namespace ovin {
 
-/// Widgets that show a view already and are given away, or null.
+/// Returns widgets that already show a view, and gives up their ownership; null when there are none.
 using ExistingWidget = std::function<QWidget*(const View& view)>;
 
 /// Makes the widgets that show a view, laid out by the toolkit. `clicked` gets the tag of a button that was clicked.

@@ -10,7 +10,7 @@ namespace ovin {
 namespace {
 
 constexpr int scrollerHeight = 4;
-/// What a notch of a wheel without finer steps moves: about two buttons.
+/// How far a notch of a plain wheel scrolls: about two buttons.
 constexpr double pointsPerNotch = 64;
 constexpr double unitsPerNotch = 120;
 
@@ -32,7 +32,7 @@ SidewaysScroller::SidewaysScroller(QWidget* content, Size size) : scroller_(new 
     content->setAutoFillBackground(false);
     content->resize(content->sizeHint().width(), qRound(size.height));
 
-    // The area's own bar would take room from the row; this one lies over it and follows it.
+    // The area's own bar would take room from the row, so this one lies over the row and follows that bar.
     scroller_->setStyleSheet(scrollerStyle);
     QScrollBar* const own = horizontalScrollBar();
     connect(own, &QScrollBar::rangeChanged, scroller_, [this, own](int lowest, int highest) {
@@ -42,7 +42,7 @@ SidewaysScroller::SidewaysScroller(QWidget* content, Size size) : scroller_(new 
     connect(own, &QScrollBar::valueChanged, scroller_, &QScrollBar::setValue);
     connect(scroller_, &QScrollBar::valueChanged, own, &QScrollBar::setValue);
     setFixedSize(QSizeF(size.width, size.height).toSize());
-    // The toolkit takes it for one that makes use of any room.
+    // The toolkit's default policy would let it grow.
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

@@ -7,7 +7,7 @@
 namespace ovin {
 
 /// Shows a part of a widget that is too wide, and scrolls sideways: by its scroller, which lies over the widget, and by any
-/// wheel or touchpad, whichever way that moves.
+/// wheel or touchpad movement, upright or sideways.
 class SidewaysScroller final : public QScrollArea {
 public:
     SidewaysScroller(QWidget* content, Size size);

@@ -9,8 +9,8 @@
 
 namespace ovin {
 
-/// Widgets one after the other, each as large as it wants to be: the toolkit's own layouts share out room that is left over,
-/// keep the spacing after hidden widgets and have one spacing for all.
+/// Widgets one after the other, each at its preferred size. The toolkit's own layouts would distribute spare room, keep the
+/// spacing after hidden widgets and have one spacing for all.
 class StackLayout final : public QLayout {
 public:
     StackLayout(Stack::Orientation orientation, Stack::Alignment alignment)
@@ -29,7 +29,7 @@ private:
     struct Shown {
         QWidget* widget;
         QSize size;
-        /// Before the next one that is shown.
+        /// Before the next shown widget.
         int gap;
     };
     [[nodiscard]] std::vector<Shown> shown() const;
@@ -44,13 +44,13 @@ private:
     std::vector<std::unique_ptr<QLayoutItem>> items_;
 };
 
-/// Whether a widget was hidden for itself, and not only because nothing around it is shown yet.
+/// Whether a widget itself was hidden, not only not shown yet because its parents are not.
 [[nodiscard]] bool isHiddenOnPurpose(const QWidget& widget);
 
-/// What a widget asks of the stack that it will stand in: the spacing between it and the next widget, in points.
+/// Sets the spacing, in points, between a widget and the next one of the stack that it will be added to.
 void setSpacingAfter(QWidget& widget, std::optional<double> spacing);
 
-/// Whether a widget makes use of more width than it needs: a row with a flexible space in it.
+/// Whether a widget uses more width than it needs: a row with a flexible space in it.
 [[nodiscard]] bool takesSpareWidth(const QWidget& widget);
 
 }  // namespace ovin

@@ -8,7 +8,7 @@
 
 namespace ovin {
 
-/// Views one after the other, in front of a box where there is one.
+/// Views one after the other, in front of the stack's box if it has one.
 class StackWidget final : public QWidget {
 public:
     /// `views` are the widgets of the stack's views, in the same order.

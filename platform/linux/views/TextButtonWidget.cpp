@@ -14,7 +14,7 @@ constexpr double pressedOpacity = 0.6;
 
 TextButtonWidget::TextButtonWidget(const TextButton& button) : PressButton(button.tag), title_(button.title) {
     installViewAccessibles();
-    // First: it tells assistive programs what this is, which they learn together with its text.
+    // Before the text, because assistive programs read the role, which depends on the cursor, together with it.
     if (button.isLink) setCursor(Qt::PointingHandCursor);
     setText(plainText(button.title));
     setShortcut({});

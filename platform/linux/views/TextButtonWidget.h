@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// Text that can be clicked. Assistive programs know it as a link where it is one, and by its text.
+/// Text that can be clicked. Assistive programs know it by its text, and as a link where it is one.
 class TextButtonWidget final : public PressButton {
     Q_OBJECT
 

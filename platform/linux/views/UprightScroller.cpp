@@ -52,11 +52,11 @@ UprightScroller::UprightScroller(QWidget* content, Size size) : scroller_(new QS
     content->setAutoFillBackground(false);
     connectScroller();
     setFixedSize(QSizeF(size.width, size.height).toSize());
-    // The toolkit takes it for one that makes use of any room.
+    // The toolkit's default policy would let it grow.
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-/// The area's own bar would take room from the page; this one lies over it and follows it.
+/// The area's own bar would take room from the page, so this one lies over the page and follows that bar.
 void UprightScroller::connectScroller() {
     styleScroller();
     scroller_->setFocusPolicy(Qt::NoFocus);
@@ -88,7 +88,7 @@ void UprightScroller::styleScroller() {
 }
 
 void UprightScroller::scrollToEnd() {
-    // A page that has not been shown has not been laid out either, and so has no length.
+    // A page that has not been shown has not been laid out either, so its length is not known.
     endsWhenShown_ = !isVisible();
     if (endsWhenShown_) return;
     if (widget()->layout() != nullptr) widget()->layout()->activate();

@@ -6,8 +6,8 @@
 
 namespace ovin {
 
-/// Shows a part of a page that is too long, and scrolls it: by its scroller, which lies over the page and hides when all of
-/// it is seen, by a wheel, and by the keys that scroll pages.
+/// Shows a part of a page that is too long, and scrolls it: by its scroller, which lies over the page and hides when the
+/// whole page is visible, by a wheel, and by the keys that scroll pages.
 class UprightScroller final : public QScrollArea {
 public:
     UprightScroller(QWidget* content, Size size);

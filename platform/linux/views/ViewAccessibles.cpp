@@ -9,7 +9,7 @@
 namespace ovin {
 namespace {
 
-/// A button that is pressed, whatever its role and state: the toolkit would turn a checkable one without a click.
+/// A button whose action is always a press: the toolkit would toggle a checkable one without a click.
 class PressAccessible final : public QAccessibleWidget {
 public:
     PressAccessible(PressButton& button, QAccessible::Role role) : QAccessibleWidget(&button, role), button_(button) {}
@@ -47,7 +47,7 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
         return new PressAccessible(*text, text->isLink() ? QAccessible::Link : QAccessible::Button);
     }
     auto* const image = qobject_cast<ImageWidget*>(object);
-    // Decoration is nothing to speak of.
+    // Decorative pictures are not announced.
     if (image == nullptr || image->accessibleName().isEmpty()) return nullptr;
     return new QAccessibleWidget(image, QAccessible::Graphic);
 }
@@ -55,7 +55,7 @@ QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
 }  // namespace
 
 void installViewAccessibles() {
-    // The toolkit keeps one entry for each factory, however often it is installed.
+    // May be repeated, because the toolkit keeps each factory only once.
     QAccessible::installFactory(makeAccessible);
 }
 

@@ -2,8 +2,8 @@
 
 namespace ovin {
 
-/// Tells assistive programs what the widgets of views are that the toolkit knows nothing of: links, triangles that disclose
-/// something, pictures. Any number of times.
+/// Describes to assistive programs the widgets that the toolkit does not know: links, disclosure triangles, pictures. May be
+/// called any number of times.
 void installViewAccessibles();
 
 }  // namespace ovin
