@@ -11,13 +11,13 @@ LedgeWindow::LedgeWindow()
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
                            Qt::X11BypassWindowManagerHint | Qt::ToolTip) {
     setAttribute(Qt::WA_ShowWithoutActivating);
-    // Otherwise only active windows have any, and this one never is.
+    // By default only active windows show tool tips, and this one never becomes active.
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setAttribute(Qt::WA_TranslucentBackground, WindowManager::composesWindows());
     setWindowTitle("Ovin");
     setAccessibleName("Ovin");
     layout_.setContentsMargins(0, 0, 0, 0);
-    // Otherwise the least size of what is shown holds the window open for what comes next, which may be smaller.
+    // By default the minimum size of the old content would keep the window too large for smaller new content.
     layout_.setSizeConstraint(QLayout::SetNoConstraint);
 }
 
@@ -30,7 +30,7 @@ void LedgeWindow::present(QWidget* content, const QRect& frame) {
     content_ = content;
     layout_.addWidget(content);
     setGeometry(frame);
-    // A window that is shown already leaves both to the event loop, and would be painted empty now.
+    // In a window that is shown already, both would otherwise wait for the event loop, and it would be painted empty now.
     content->show();
     layout_.activate();
     show();
@@ -45,15 +45,15 @@ void LedgeWindow::dismiss() {
 
 void LedgeWindow::dropContent() {
     if (content_ == nullptr) return;
-    // It would be painted until it is deleted.
+    // Hidden, because it would be painted until it is deleted.
     content_->hide();
     content_->deleteLater();
     layout_.removeWidget(content_);
     content_ = nullptr;
 }
 
-/// Paints without waiting for the X server to ask for it, which it does only once the program listens again. It shows this
-/// window as soon as it is told to, since that is no window manager's business, and takes what is drawn after that.
+/// Paints without waiting for the X server's request, which is read only when the event loop runs again. No window manager
+/// delays this window, so the server maps it at once and accepts what is drawn after that.
 void LedgeWindow::paintNow() {
     setAttribute(Qt::WA_Mapped);
     repaint();

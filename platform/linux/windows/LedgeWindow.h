@@ -6,24 +6,23 @@
 
 namespace ovin {
 
-/// A window without a frame that is none of the window manager's business, which is how it stays above full-screen windows,
-/// takes no focus and appears at once.
+/// A window without a frame that the window manager does not manage: so it stays above full-screen windows, takes no focus
+/// and appears at once.
 ///
-/// Its corners are smooth where windows are composed. Elsewhere that would take a picture of what lies below, and Ovin takes
-/// no pictures of the screen.
+/// Its corners are smooth where windows are composed. Elsewhere smooth corners would need a picture of what lies below, and
+/// Ovin takes no pictures of the screen.
 class LedgeWindow final : public QWidget {
 public:
     LedgeWindow();
 
-    /// Whether it still suits the desktop: windows may be composed now, and not have been when it was made, or the other way
-    /// round.
+    /// Whether it still suits the desktop: false when windows were not composed when it was made and are now, or the other
+    /// way round.
     [[nodiscard]] bool isUpToDate() const;
 
-    /// Shows `content`, which belongs to it from now on, in place of what it showed before. It has been painted when this
-    /// returns.
+    /// Takes ownership of `content` and shows it in place of the old content. The window has been painted when this returns.
     void present(QWidget* content, const QRect& frame);
 
-    /// Takes it from the screen. What it showed is deleted by the event loop: a button of that may be dealing with a click.
+    /// Removes it from the screen. The event loop deletes the content, because a button of it may be handling a click.
     void dismiss();
 
 protected:

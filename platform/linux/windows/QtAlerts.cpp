@@ -13,10 +13,10 @@ namespace {
 constexpr Font messageFont{14, Font::Weight::semibold};
 constexpr Font informativeFont{12, Font::Weight::regular};
 constexpr int iconSide = 64;
-/// The box would be as narrow as its message, however long the explanation is.
+/// Without it the box would be as narrow as its message, however long the explanation is.
 constexpr int leastTextWidth = 280;
 
-/// The parts of the box are the toolkit's own; the names are all that tells them apart.
+/// Finds the parts of the box by the toolkit's internal names, because there is no other way.
 void layOut(QMessageBox& box) {
     box.setFont(qtFont(informativeFont));
     if (auto* const message = box.findChild<QWidget*>("qt_msgbox_label")) message->setFont(qtFont(messageFont));
@@ -31,7 +31,7 @@ QtAlerts::~QtAlerts() {
 
 void QtAlerts::run(const Alert& alert) {
     std::erase_if(shown_, [](const QPointer<QMessageBox>& box) { return box.isNull(); });
-    // The icon is the program's own, which tells whose alert it is.
+    // Shows the program's own icon, which tells whose alert it is.
     auto* const box = new QMessageBox(QMessageBox::NoIcon, "Ovin", QString::fromStdString(alert.message), QMessageBox::Ok);
     shown_.emplace_back(box);
     const QIcon icon = QApplication::windowIcon();

@@ -25,7 +25,7 @@ void QtFloatingPanel::show(const View& content, const Placement& placement) {
         const Point origin = placement({static_cast<double>(window_->width()), static_cast<double>(window_->height())});
         window_->move(qRound(origin.x), qRound(origin.y));
     }
-    // A window manager that put it away has taken this from it.
+    // Asked for at each show, because a window manager forgets it when the window is hidden.
     if (!window_->isVisible()) WindowManager::putOnAllDesktops(*window_);
     window_->show();
     window_->raise();
@@ -37,8 +37,8 @@ void QtFloatingPanel::replace(const View& content) {
     window_->setView(content);
     QWindow* const native = window_->windowHandle();
     if (native == nullptr || (!hasOrigin_ && native->frameMargins().isNull())) return;
-    // A new size goes to the window manager together with where the content is, which the toolkit does not know before it
-    // knows the frame: the content would stand where the frame should.
+    // The toolkit sends a new size with the content's position, which it does not know before it knows the frame: without
+    // this the content would stand where the frame should.
     native->setFramePosition(corner);
 }
 

@@ -5,8 +5,8 @@
 
 namespace ovin {
 
-/// A tool window above all others and on all desktops. It leaves the keyboard where it is when it is shown, but takes it
-/// when it is clicked. Whether it is seen beside full-screen windows is for the window manager to decide.
+/// A tool window above all others and on all desktops. It does not take the keyboard when it is shown, but does when it is
+/// clicked. The window manager decides whether it is visible beside full-screen windows.
 class QtFloatingPanel final : public FloatingPanel {
 public:
     QtFloatingPanel(const std::string& title, std::function<void(int tag)> clicked, std::function<void()> closed);
@@ -16,9 +16,9 @@ public:
     void replace(const View& content) override;
 
 private:
-    /// Deleted by the event loop: this panel may go while a button deals with a click.
+    /// Deleted by the event loop, because a button that handles a click may destroy this panel.
     ViewWindow* const window_;
-    /// Whether it was told where to stand.
+    /// Whether it was given a place.
     bool hasOrigin_ = false;
 };
 

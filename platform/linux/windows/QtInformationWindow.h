@@ -7,8 +7,8 @@
 
 namespace ovin {
 
-/// A page in an ordinary window with a title but without the buttons beside it, where the window manager can do without.
-/// Where it cannot, its close button puts the page away.
+/// A page in an ordinary window with a title but without title-bar buttons. Where the window manager shows a close button
+/// all the same, it hides the page.
 class QtInformationWindow final : public InformationWindow {
 public:
     QtInformationWindow(const std::string& title, const View& content, std::function<void(int tag)> clicked);
@@ -21,7 +21,7 @@ public:
 private:
     void place();
 
-    /// Deleted by the event loop: this window may go while a button deals with a click.
+    /// Deleted by the event loop, because a button that handles a click may destroy this window.
     ViewWindow* const window_;
 };
 

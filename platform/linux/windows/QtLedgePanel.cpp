@@ -21,7 +21,7 @@ QtLedgePanel::QtLedgePanel(std::shared_ptr<LedgeReserve> reserve)
 QtLedgePanel::~QtLedgePanel() {
     window_->dismiss();
     if (reserve_->window) {
-        // The event loop deletes it: this panel may go while the window deals with a click.
+        // Deleted by the event loop, because a click that the window handles may destroy this panel.
         window_.release()->deleteLater();
         return;
     }

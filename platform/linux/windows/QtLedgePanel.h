@@ -9,12 +9,12 @@
 
 namespace ovin {
 
-/// What makes a ledge open quickly, shared by one and the next.
+/// What one ledge leaves to the next so that it opens quickly. Main thread only.
 struct LedgeReserve {
     /// The widgets with which the content was measured.
     MeasuredView measured;
-    /// The window of a ledge that has closed: a new one takes three round trips more to the X server before its first frame.
-    /// Null while it is open.
+    /// The window of the ledge that has closed, kept because a new window needs three more round trips to the X server
+    /// before its first frame. Null while a ledge is open.
     std::unique_ptr<LedgeWindow> window;
 };
 
@@ -27,7 +27,7 @@ public:
     void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override;
 
 private:
-    /// Goes with this panel: a click that is still on its way then means nothing any more.
+    /// Destroyed with this panel, so that a click that has not been delivered by then is dropped.
     const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
     const std::shared_ptr<LedgeReserve> reserve_;
     std::unique_ptr<LedgeWindow> window_;

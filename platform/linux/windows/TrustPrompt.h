@@ -5,8 +5,7 @@
 namespace ovin {
 
 /// Asks the user, in a window of its own, whether to let programs like this one read what others show, and calls `enable` if
-/// so. A question that still waits for its answer comes to the front instead of another one. Returns at once. Main thread
-/// only.
+/// the user agrees. If such a window is already open, it comes to the front instead. Returns at once. Main thread only.
 void askForTrust(std::function<void()> enable);
 
 }  // namespace ovin

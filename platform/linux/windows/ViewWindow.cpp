@@ -14,7 +14,7 @@
 namespace ovin {
 namespace {
 
-/// The first widget of a kind below another one, or that one itself.
+/// The first widget of a type that meets the condition: `root` itself or one below it.
 template <typename Widget, typename Condition>
 Widget* first(QWidget* root, const Condition& condition) {
     if (auto* const itself = dynamic_cast<Widget*>(root); itself != nullptr && condition(*itself)) return itself;
@@ -42,7 +42,7 @@ void ViewWindow::setView(const View& view) {
         return;
     }
     QWidget* const previous = content_;
-    // The handlers outlive the call, whatever it destroys.
+    // Keeps the handlers alive during the call, whatever it destroys.
     content_ = makeWidget(view, [weak = std::weak_ptr(handlers_)](int tag) {
         if (const auto handlers = weak.lock()) handlers->clicked(tag);
     });
@@ -57,11 +57,11 @@ void ViewWindow::setView(const View& view) {
 }
 
 bool ViewWindow::awaitsRelease() {
-    // Whoever let go of a hidden window could not be seen doing it.
+    // The release of a button in a hidden window would not be reported.
     if (content_ == nullptr || !isVisible()) return false;
     auto* const button = first<PressButton>(content_, [](const PressButton& one) { return one.isDown(); });
     if (button == nullptr) return false;
-    // The release is told of before the click, which is delivered when the button has gone, too.
+    // The button reports the release before the click, but the click is delivered even when the button is gone.
     if (!waiting_) connect(button, &PressButton::released, this, &ViewWindow::showWaiting, Qt::QueuedConnection);
     return true;
 }
@@ -80,7 +80,7 @@ void ViewWindow::keepFocus(const QWidget* previous) {
     same->setFocus(button->showsFocus() ? Qt::TabFocusReason : Qt::MouseFocusReason);
 }
 
-/// A page that scrolls gets the keyboard, so that its keys work at once; the window's own keys reach their buttons anyway.
+/// A page that scrolls gets the focus, so that its keys work at once; the keys of the window's buttons work anyway.
 void ViewWindow::giveFirstFocus() {
     if (UprightScroller* const scroller = page(content_)) return scroller->setFocus(Qt::OtherFocusReason);
     auto* const button = first<PushButtonWidget>(content_, [](const PushButtonWidget& one) { return one.isDefault(); });
@@ -109,7 +109,7 @@ void ViewWindow::closeEvent(QCloseEvent* event) {
         Qt::QueuedConnection);
 }
 
-/// What no widget wanted may still be for the page; nothing closes the window but its buttons.
+/// Keys that no widget handled go to the page; no key closes the window except through its buttons.
 void ViewWindow::keyPressEvent(QKeyEvent* event) {
     UprightScroller* const scroller = page(content_);
     event->setAccepted(scroller != nullptr && scroller->scrollBy(*event));

@@ -18,19 +18,19 @@ public:
         std::function<void()> closed;
     };
 
-    /// Handlers are called by the event loop, and no longer once `dismiss` was called: they may destroy whatever they like.
+    /// Handlers are called by the event loop, so they may destroy anything, and no longer after `dismiss`.
     ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers handlers);
 
-    /// Shows another view, in the size that it takes. The button that has the keyboard keeps it, as the one with the same
-    /// tag. One that is held down is let go first.
+    /// Shows another view at its fitting size. The focus stays on the button with the same tag. While a button is held down,
+    /// the view waits for its release.
     void setView(const View& view);
 
     void scrollToEnd();
 
-    /// Where its frame was when it was last put away, by whomever; nothing before.
+    /// Where the frame was when the window was last hidden, by this program or another; nothing before that.
     [[nodiscard]] std::optional<QPoint> lastPosition() const { return lastPosition_; }
 
-    /// Takes the window from the screen at once, and deletes it when the event loop runs next.
+    /// Removes the window from the screen at once, and deletes it when the event loop runs next.
     void dismiss();
 
 protected:
@@ -40,7 +40,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    /// Whether a button of the content is held down; what waits is shown once it is not.
+    /// Whether a button of the content is held down; shows the waiting view when it is released.
     [[nodiscard]] bool awaitsRelease();
     void showWaiting();
     void giveFirstFocus();

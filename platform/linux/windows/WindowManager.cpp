@@ -13,7 +13,7 @@
 namespace ovin::WindowManager {
 namespace {
 
-/// Who asks, by the rules of the window manager: a part of the desktop that acts for the user.
+/// The source of the request, by the window manager's rules: a part of the desktop that acts for the user.
 constexpr std::uint32_t askedByUser = 2;
 constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
 
@@ -42,7 +42,7 @@ void bringToFront(QWindow& window) {
     message.type = atom(server, "_NET_ACTIVE_WINDOW");
     message.data.data32[0] = askedByUser;
     message.data.data32[1] = XCB_CURRENT_TIME;
-    // The window manager deals with it after the window has been shown: both go over one connection.
+    // The window manager handles this after the window has been shown, because both requests go over one connection.
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
     constexpr std::uint32_t toWindowManager = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
     char bytes[sizeof message];

@@ -5,21 +5,21 @@
 class QWidget;
 class QWindow;
 
-/// What the toolkit cannot ask of an X11 window manager. Does nothing of it where there is no X server.
+/// Requests to an X11 window manager that the toolkit cannot make. No effect without an X server. Main thread only.
 namespace ovin::WindowManager {
 
-/// Brings a window that is shown in front of all others and gives it the keyboard, though another program has it. The user
-/// asked for that, but often not with a key or a click that this program has seen: the item in the menu bar is clicked in
-/// another program. A window manager that guards against programs that push to the front would only make the window blink.
+/// Brings a shown window in front of all others and gives it the keyboard, even when another program has it. The toolkit's
+/// request would not do: the user often asks by a click that this program has not seen, because the menu bar is another
+/// program's, so a window manager that protects the focus would only make the window blink.
 void bringToFront(QWindow& window);
 
-/// Shows the window of a widget first.
+/// The same for a widget's window, which is shown first.
 void bringToFront(QWidget& window);
 
-/// On all desktops, from when it is shown next.
+/// Puts a window on all desktops when it is shown next.
 void putOnAllDesktops(QWidget& window);
 
-/// Whether windows may let through what lies below them, since somebody composes them into one picture.
+/// Whether windows may be translucent, because a compositor runs.
 [[nodiscard]] bool composesWindows();
 
 }  // namespace ovin::WindowManager
