@@ -13,7 +13,7 @@
 namespace ovin {
 namespace {
 
-/// Programs react to a new watcher within milliseconds; this allows for a busy machine, and for a thousand of them.
+/// Programs react to a new watcher within milliseconds; these times allow for a busy machine and for a thousand programs.
 constexpr std::chrono::milliseconds quietTime{200};
 constexpr std::chrono::seconds longestWait{10};
 

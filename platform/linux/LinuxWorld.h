@@ -35,10 +35,11 @@
 namespace ovin {
 
 /// The Linux desktop as the world of a program. Made and destroyed on the main thread of a Qt program; must outlive whatever
-/// uses its platform. The last members use the first ones, and so do tasks: they are waited for first.
+/// uses its platform. Later members use earlier ones; `tasks_` is the last, because its destructor waits for tasks that use
+/// the others.
 class LinuxWorld {
 public:
-    /// Whether status items may register with this program where no other takes them.
+    /// Whether this program becomes the watcher, with which status items register, where no other program is.
     enum class Watcher { ifThereIsNone, never };
 
     /// Null without a session bus.
@@ -48,16 +49,16 @@ public:
     LinuxWorld& operator=(const LinuxWorld&) = delete;
     ~LinuxWorld();
 
-    /// Without updates of its own.
+    /// A platform that never looks for updates.
     [[nodiscard]] Platform platform() { return platform(updates_); }
-    /// With updates that somebody else has made.
+    /// A platform with the caller's `updates`, which must outlive it.
     [[nodiscard]] Platform platform(UpdateFramework& updates);
     [[nodiscard]] QtItemMenus& menus() { return menus_; }
     [[nodiscard]] QtApplication& application() { return application_; }
 
-    /// Waits until it is known whether assistive programs are enabled, and which items are there. Where this program has
-    /// become the watcher, runs the event loop until the programs that waited for one have registered: until none has come
-    /// for a moment, and for 10 s at most. For programs that look once and end; all others just hear of changes.
+    /// Waits until it is known whether assistive programs are enabled and which items exist. Where this program has become
+    /// the watcher, runs the event loop until no program has registered for 200 ms, for 10 s at most. For programs that look
+    /// once and end; all others need not wait, because they are told of changes.
     void waitForAnswers();
 
 private:
@@ -67,10 +68,10 @@ private:
     std::unique_ptr<Bus> session_;
     SessionProcesses processes_;
     StatusNotifierItems items_;
-    /// Its answers are compared with the items.
+    /// After `items_`, because its objects are matched with the items.
     AccessibilityBus accessibilityBus_;
-    /// Serves only while no other program does. It answers on the main thread, so whoever waits there for the watcher's
-    /// answer, as the items do while they are made, must not find this one.
+    /// Serves only while no other program does. After `items_`, because it answers on the main thread, where the constructor
+    /// of `items_` waits for the answer of a watcher and would block this one.
     std::optional<StatusNotifierWatcher> watcher_;
     LinuxProcessInfo process_;
     QtMainQueue mainQueue_;
