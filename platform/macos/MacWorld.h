@@ -7,11 +7,11 @@
 
 namespace ovin {
 
-/// macOS as the world of a program. Made and destroyed on the main thread; must outlive whatever uses its platform. The last
-/// members use the first ones, and so do tasks: they are waited for first.
+/// macOS as the world of a program. Made and destroyed on the main thread; must outlive whatever uses its platform. Later
+/// members use earlier ones, and tasks use all: they are waited for first.
 class MacWorld {
 public:
-    /// Makes the application object as well.
+    /// Also makes the application object.
     MacWorld();
     MacWorld(const MacWorld&) = delete;
     MacWorld& operator=(const MacWorld&) = delete;
@@ -22,7 +22,7 @@ public:
 
 private:
     const std::unique_ptr<MainQueue> mainQueue_;
-    /// Before all that needs the application object: windows, status items, screens.
+    /// First, because windows, status items and screens need the application object.
     MacApplication application_;
     const std::unique_ptr<SystemLog> log_;
     const std::unique_ptr<ProcessInfo> process_;

@@ -8,8 +8,8 @@
 
 namespace ovin {
 
-/// What another process has answered, by its type; null is `Null`. Elements in it get `timeout`. An array within an array,
-/// which nothing that Ovin reads has, is `Other`. Any thread.
+/// Converts another process's answer by its type; null becomes `Null`. Elements in it get `timeout`. An array within an
+/// array becomes `Other`: no attribute that Ovin reads has one. Any thread.
 [[nodiscard]] AttributeValue attributeValue(CFTypeRef value, MessagingTimeout timeout);
 
 }  // namespace ovin

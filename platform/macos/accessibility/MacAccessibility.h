@@ -8,8 +8,8 @@ namespace ovin {
 
 /// The system's Accessibility interface (`AXUIElement`).
 ///
-/// Requests to elements of Ovin's own process, whose status item is among the slots of the menu bar, are answered by its
-/// main thread: it must never wait for a task that sends any.
+/// Ovin's own status item is among the slots of the menu bar, and the main thread answers the requests to it: that thread
+/// must never wait for a task that sends requests.
 [[nodiscard]] std::unique_ptr<Accessibility> makeMacAccessibility();
 
 }  // namespace ovin

@@ -30,7 +30,7 @@ static_assert(static_cast<std::int32_t>(AccessibilityError::notImplemented) == k
 static_assert(static_cast<std::int32_t>(AccessibilityError::apiDisabled) == kAXErrorAPIDisabled);
 static_assert(static_cast<std::int32_t>(AccessibilityError::noValue) == kAXErrorNoValue);
 
-/// The system takes 0 for its own timeout, which no positive one may become.
+/// To the system, 0 means its own timeout, so rounding must not turn a positive timeout into 0.
 MessagingTimeout timeoutOf(std::chrono::nanoseconds timeout) {
     const std::chrono::duration<MessagingTimeout> seconds = timeout;
     return std::max(seconds.count(), std::numeric_limits<MessagingTimeout>::min());
@@ -61,7 +61,7 @@ public:
             NSString* name = toNSString(attribute);
             CFTypeRef value = nullptr;
             const AXError error = AXUIElementCopyAttributeValue(asked.element(), (__bridge CFStringRef)name, &value);
-            // Owned from here on, also when there was an error all the same.
+            // Owned from here on, also when there is a value despite an error.
             const auto owned = Reference<CFTypeRef>::adopt(value);
             if (error != kAXErrorSuccess) return {errorOf(error), {}};
             return {AccessibilityError::success, attributeValue(owned.get(), asked.timeout())};

@@ -12,15 +12,14 @@
 
 namespace ovin {
 
-/// In seconds, as the system takes it: 0 is the system's own.
+/// In seconds, as the system takes it; 0 means the system's own timeout.
 using MessagingTimeout = float;
 
 /// One of the system's references to an element, and the timeout of requests to it. A timeout belongs to the reference and
-/// not to the element, so each reference is given its own here, where all of them are made: none can be asked anything
-/// before it has one.
+/// not to the element. The constructor sets it, so that no reference can send a request before it has one.
 class MacElement final : public AccessibilityElement::Reference {
 public:
-    /// A null `element` is one that nobody has.
+    /// `element` may be null: it then stands for an element of no process.
     MacElement(ovin::Reference<AXUIElementRef> element, MessagingTimeout timeout);
 
     [[nodiscard]] bool isEqual(const AccessibilityElement::Reference& other) const override;

@@ -8,15 +8,15 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Observes the list of running applications, in which background and accessory applications come and go as well: the
-/// system's notifications of launches and ends pass over those. Main thread only.
+/// Observes the list of running applications, because the system's notifications of launches and ends leave out background
+/// and accessory applications, which the list contains. Main thread only.
 @interface OvinApplicationsObserver : NSObject
 
-/// `handler` is called on the thread on which the list changes, for as long as it lives.
+/// Calls `handler` on the thread on which the list changes, for as long as the handler exists.
 - (instancetype)initWithWorkspace:(NSWorkspace*)workspace handler:(std::weak_ptr<const std::function<void()>>)handler;
 - (instancetype)init NS_UNAVAILABLE;
 
-/// Must be sent once, before the observer goes.
+/// Must be called once, before the observer is destroyed.
 - (void)stop;
 
 @end

@@ -8,7 +8,7 @@ namespace {
 
 NSString* const listKey = @"runningApplications";
 
-/// Its address tells this observation from others of the same object.
+/// Its address distinguishes this observation from others of the same object.
 char observation;
 
 }  // namespace

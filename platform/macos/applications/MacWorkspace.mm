@@ -18,15 +18,15 @@ std::optional<std::string> textOf(NSString* _Nullable text) {
     return toString(text);
 }
 
-/// An identifier without characters identifies nothing.
+/// An empty identifier counts as none.
 std::optional<std::string> identifierOf(NSRunningApplication* application) {
     auto identifier = textOf(application.bundleIdentifier);
     if (identifier && identifier->empty()) identifier.reset();
     return identifier;
 }
 
-/// An application may end before its icon is drawn, and lose it. Its button shows nothing else, so that it gets the icon of
-/// its file then, or the generic one that the system has for no file at all.
+/// An application that ends before its icon is drawn loses it. Its button shows nothing else, so it then gets the icon of
+/// the application's file, or the system's generic icon.
 NSImage* iconOf(NSRunningApplication* application) {
     if (NSImage* icon = application.icon) return icon;
     NSString* path = application.bundleURL.path;
@@ -38,7 +38,7 @@ RunningApplication describe(NSRunningApplication* application, pid_t pid) {
             makeImage([application] { return iconOf(application); })};
 }
 
-/// One handler, called by the main queue once for all changes that come before it.
+/// Has the main queue call a handler once for all changes that come before the call.
 class Observation {
 public:
     Observation(MainQueue& mainQueue, std::function<void()> handler)
@@ -66,7 +66,7 @@ private:
         shared->mainQueue.async([weak] {
             const auto told = weak.lock();
             if (!told) return;
-            // First, so that what changes from now on is told again.
+            // First, so that changes from now on lead to another call.
             told->isWaiting = false;
             told->handler();
         });
@@ -87,7 +87,7 @@ public:
         @autoreleasepool {
             std::vector<RunningApplication> applications;
             for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
-                // Once: an application that ends loses it.
+                // Read only once, because an application that ends loses it.
                 const pid_t pid = application.processIdentifier;
                 if (pid > 0) applications.push_back(describe(application, pid));
             }

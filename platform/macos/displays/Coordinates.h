@@ -7,8 +7,8 @@
 
 namespace ovin {
 
-// AppKit counts from the bottom left of the primary screen upwards, the interfaces from its top left downwards. The primary
-// screen is asked for its height at each call, since every change of the screens may change it. Main thread only.
+// Convert between AppKit's coordinates, whose origin is the bottom left of the primary screen with y growing upwards, and
+// the global ones. The screen's height is read at each call, because it may change. Main thread only.
 
 NSRect toNative(const Rect& rect);
 Rect fromNative(NSRect rect);

@@ -5,7 +5,7 @@
 namespace ovin {
 namespace {
 
-/// The screen with the menu bar is the first one, not `mainScreen`. Without screens nobody sees where anything is.
+/// The screen with the menu bar is the first one, not `mainScreen`. Without screens, any result will do.
 CGFloat primaryTop() {
     NSScreen* primary = NSScreen.screens.firstObject;
     return primary == nil ? 0 : NSMaxY(primary.frame);

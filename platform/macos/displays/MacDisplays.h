@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// The displays as CoreGraphics tells of them, asked afresh each time.
+/// The displays as CoreGraphics lists them, read at each call.
 [[nodiscard]] std::unique_ptr<DisplayServices> makeMacDisplays();
 
 }  // namespace ovin

@@ -14,11 +14,11 @@ DisplayMode describe(CGDisplayModeRef mode) {
             CGDisplayModeIsUsableForDesktopGUI(mode)};
 }
 
-/// All modes of a display, which own those that are read from them.
+/// All modes of a display. The list owns the modes that are read from it.
 class ModeList {
 public:
     explicit ModeList(DisplayID display) {
-        // Without the option the low-resolution doubles of scaled modes are left out.
+        // Without this option the low-resolution doubles of scaled modes would be missing.
         NSDictionary* options = @{(__bridge NSString*)kCGDisplayShowDuplicateLowResolutionModes : @YES};
         modes_ = Reference<CFArrayRef>::adopt(CGDisplayCopyAllDisplayModes(display, (__bridge CFDictionaryRef)options));
     }
@@ -27,7 +27,7 @@ public:
 
     /// Not retained.
     [[nodiscard]] CGDisplayModeRef at(CFIndex index) const {
-        // The array hands out constant pointers, and modes have none.
+        // The array returns constant pointers, but the functions for modes take none.
         return static_cast<CGDisplayModeRef>(const_cast<void*>(CFArrayGetValueAtIndex(modes_.get(), index)));
     }
 
@@ -43,7 +43,7 @@ private:
     Reference<CFArrayRef> modes_;
 };
 
-/// Until the end of the session, so that a crash leaves the mode, and the record of it, to the next launch.
+/// Until the end of the session, so that after a crash the next launch finds the mode together with its record.
 bool configure(DisplayID display, CGDisplayModeRef mode) {
     CGDisplayConfigRef configuration = nullptr;
     if (CGBeginDisplayConfiguration(&configuration) != kCGErrorSuccess) return false;
@@ -51,7 +51,7 @@ bool configure(DisplayID display, CGDisplayModeRef mode) {
         CGCancelDisplayConfiguration(configuration);
         return false;
     }
-    // Whatever this answers, the configuration is gone then and must not be cancelled any more.
+    // Whatever this returns, it ends the configuration, which must not be cancelled any more.
     return CGCompleteDisplayConfiguration(configuration, kCGConfigureForSession) == kCGErrorSuccess;
 }
 
@@ -61,7 +61,7 @@ public:
 
     [[nodiscard]] Rect bounds(DisplayID display) const override {
         const CGRect bounds = CGDisplayBounds(display);
-        // Such a rectangle lies at infinity.
+        // A null rectangle has its origin at infinity.
         if (CGRectIsNull(bounds)) return {};
         return {{bounds.origin.x, bounds.origin.y}, {bounds.size.width, bounds.size.height}};
     }

@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// A global monitor of mouse events: it sees those that go to other applications, and needs nobody's permission.
+/// A global monitor of mouse events: it sees events that go to other applications, and needs no permission.
 [[nodiscard]] std::unique_ptr<EventMonitor> makeMacEventMonitor();
 
 }  // namespace ovin

@@ -9,7 +9,7 @@
 namespace ovin {
 namespace {
 
-/// Takes the monitor away exactly once: the system releases it each time.
+/// Removes the monitor exactly once, because the system releases it at each removal.
 class Monitor final : public EventMonitor::Token {
 public:
     explicit Monitor(id monitor) : monitor_(monitor) {}
@@ -27,7 +27,8 @@ public:
         const auto shared = std::make_shared<const std::function<void()>>(std::move(handler));
         id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown
                                                             handler:^(NSEvent*) {
-                                                              // The handler may end the monitoring, and this block with it.
+                                                              // The handler may end the monitoring, and so destroy this
+                                                              // block.
                                                               const auto running = shared;
                                                               callBack(*running);
                                                             }];

@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// The screens as AppKit lists them, asked afresh each time: none may be kept across a change.
+/// The screens as AppKit lists them, read at each call, because none may be kept across a change.
 [[nodiscard]] std::unique_ptr<Screens> makeMacScreens();
 
 }  // namespace ovin

@@ -13,14 +13,14 @@
 namespace ovin {
 namespace {
 
-/// The pictures are PNG files; the application's icon is one of all its sizes.
+/// The pictures are PNG files; the application's icon is an ICNS file with all its sizes.
 NSString* _Nullable pathOf(NSString* name) {
     NSString* picture = [NSBundle.mainBundle pathForResource:name ofType:@"png"];
     return picture != nil ? picture : [NSBundle.mainBundle pathForResource:name ofType:@"icns"];
 }
 
 std::optional<Picture> load(std::string_view name) {
-    // A name, and no way to another folder.
+    // A name must not lead to another folder.
     if (name.empty() || name.find('/') != std::string_view::npos) return std::nullopt;
     NSString* path = pathOf(toNSString(name));
     NSImage* image = path != nil ? [[NSImage alloc] initWithContentsOfFile:path] : nil;
@@ -37,7 +37,7 @@ public:
         return picture;
     }
 
-    /// Asked for when it is drawn: it needs the application object.
+    /// Loaded when it is drawn, because it needs the application object.
     [[nodiscard]] Image applicationIcon() const override { return icon_; }
 
     [[nodiscard]] std::optional<std::string> infoString(std::string_view key) const override {
@@ -48,7 +48,7 @@ public:
 
 private:
     const Image icon_ = makeImage([] { return [NSImage imageNamed:NSImageNameApplicationIcon]; });
-    /// So that a picture is equal to itself.
+    /// Kept so that two calls return equal pictures.
     mutable std::map<std::string, Picture, std::less<>> pictures_;
 };
 

@@ -9,8 +9,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// A colour of the system or a fixed one. Those of the system follow the appearance of the place that they are drawn in,
-/// also with an opacity of their own. Any thread.
+/// A colour of the system or a fixed one. System colours follow the appearance of the place that they are drawn in, also
+/// when they have their own opacity. Any thread.
 NSColor* nativeColor(const Color& color);
 
 }  // namespace ovin

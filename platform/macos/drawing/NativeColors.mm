@@ -25,7 +25,7 @@ NSColor* systemColor(SystemColor color) {
     return NSColor.labelColor;
 }
 
-/// `colorWithAlphaComponent:` may settle for the appearance of the moment; this one asks at each drawing.
+/// `colorWithAlphaComponent:` may fix the present appearance; this colour reads the appearance at each drawing.
 NSColor* systemColor(SystemColor color, CGFloat alpha) {
     return [NSColor colorWithName:nil
                   dynamicProvider:^NSColor*(NSAppearance* appearance) {

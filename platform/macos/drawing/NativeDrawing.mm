@@ -7,7 +7,7 @@
 namespace ovin {
 namespace {
 
-/// That of the place which is being drawn into.
+/// The appearance of the place that is being drawn into.
 Appearance currentAppearance() {
     NSAppearanceName match = [NSAppearance.currentDrawingAppearance
         bestMatchFromAppearancesWithNames:@[ NSAppearanceNameAqua, NSAppearanceNameDarkAqua ]];
@@ -20,7 +20,7 @@ NSBezierPath* pathOf(const DrawnShape& shape) {
         [NSBezierPath bezierPathWithRoundedRect:NSMakeRect(rect.origin.x, rect.origin.y, rect.size.width, rect.size.height)
                                         xRadius:shape.cornerRadius
                                         yRadius:shape.cornerRadius];
-    // Each step is put before those that are there: the shape turns first.
+    // Each step is prepended to those before it, so the shape turns first.
     NSAffineTransform* transform = [NSAffineTransform transform];
     [transform translateXBy:shape.translation.x yBy:shape.translation.y];
     [transform rotateByDegrees:shape.rotationDegrees];
@@ -57,7 +57,7 @@ NSImage* nativeImage(const DrawnImage& image) {
                                 return YES;
                               }];
     [result setTemplate:NO];
-    // What is kept would be shown in the next appearance too.
+    // A cached drawing would also be shown in another appearance.
     result.cacheMode = NSImageCacheNever;
     result.accessibilityDescription = toNSString(image.accessibilityDescription);
     return result;

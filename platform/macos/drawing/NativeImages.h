@@ -12,15 +12,15 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// An image that the system has handed out. Any thread.
+/// Wraps an image that the system has returned. Any thread.
 Image makeImage(NSImage* image);
 
-/// An image that is asked for once, when it is first drawn, which is on the main thread. `load` may return nil, is dropped
-/// afterwards, and keeps alive what it captures. Any thread.
+/// Makes an image that calls `load` once, on the main thread, when it is first drawn. `load` may return nil; it is destroyed
+/// with its captures after the call. Any thread.
 Image makeImage(std::function<NSImage* _Nullable()> load);
 
-/// What an image of this world stands for; nil when it cannot be loaded. It is shared: whoever wants it in another size
-/// takes `sizedImage`. Main thread only.
+/// The native image of an image of this world; nil when it cannot be loaded. It is shared, so use `sizedImage` for another
+/// size. Main thread only.
 NSImage* _Nullable nativeImage(const Image& image);
 
 /// A copy that is drawn at a size; nil when the image cannot be loaded. Main thread only.

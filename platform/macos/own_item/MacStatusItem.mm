@@ -19,10 +19,10 @@ using ClickHandler = std::function<void(ovin::StatusItemClick)>;
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// The target of the item's button, which the item keeps alive.
+/// The target of the item's button; the item keeps it alive.
 @interface OvinStatusItemTarget : NSObject
 
-/// Empty while nobody listens.
+/// Empty when no handler is set.
 @property(nonatomic) ClickHandler handler;
 
 - (void)clicked:(nullable id)sender;
@@ -48,7 +48,7 @@ ovin::StatusItemClick currentClick() {
 
 - (void)clicked:(id)sender {
     (void)sender;
-    // A copy: the handler may be replaced while it runs.
+    // A copy, because the handler may be replaced while it runs.
     if (const ClickHandler handler = self.handler) ovin::callBack([&] { handler(currentClick()); });
 }
 
@@ -89,7 +89,7 @@ public:
     void showMenu(const Menu& menu) override {
         menu_ = nativeMenu(menu);
         NSStatusItem* item = item_;
-        // An item with a menu reports no clicks: it has one only while the menu is open.
+        // The item has a menu only while the menu is open, because an item with a menu reports no clicks.
         item.menu = menu_;
         [item.button performClick:nil];
         item.menu = nil;
@@ -110,8 +110,8 @@ private:
 
     NSStatusItem* const item_ = makeItem();
     OvinStatusItemTarget* const target_ = [[OvinStatusItemTarget alloc] init];
-    /// The last one that was shown. What the user has chosen may be told after the menu has closed, and acts as long as its
-    /// entry lives.
+    /// The last menu that was shown, kept because a choice may be reported after the menu has closed, and only acts while
+    /// its entry exists.
     NSMenu* menu_ = nil;
 };
 

@@ -9,7 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// A menu with all of its entries enabled. What an entry does runs once the menu has closed. Main thread only.
+/// A menu with all entries enabled. An entry's action runs once the menu has closed. Main thread only.
 NSMenu* nativeMenu(const Menu& menu);
 
 }  // namespace ovin

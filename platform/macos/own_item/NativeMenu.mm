@@ -8,7 +8,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// What an entry does. The entry keeps it alive as the object that it represents; as a target it would not.
+/// The action of an entry. The entry keeps it alive as its represented object; it would not keep a target alive.
 @interface OvinMenuAction : NSObject
 
 - (instancetype)initWithAction:(std::function<void()>)action;

@@ -7,7 +7,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Hands on what the application object tells. The application does not keep its delegate.
+/// Passes on the events of the application object, which does not keep its delegate alive.
 @interface OvinApplicationDelegate : NSObject <NSApplicationDelegate>
 - (void)setEvents:(ovin::ApplicationEvents)events;
 @end

@@ -22,7 +22,7 @@
     if (const auto tell = std::exchange(_events.willTerminate, nullptr)) ovin::callBack(tell);
 }
 
-/// There are no documents and no window that the system should open instead.
+/// No, because there are no documents and no window that the system should open.
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag {
     (void)sender;
     (void)flag;
@@ -30,7 +30,7 @@
     return NO;
 }
 
-/// Nothing is restored, securely or not; the system warns of applications that do not say so.
+/// Nothing is restored at all, but without this the system logs a warning.
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)app {
     (void)app;
     return YES;

@@ -6,12 +6,12 @@
 
 namespace ovin {
 
-/// One running program of a kind in each session. The system itself starts a bundle only once and tells the running one, but
-/// the program in a bundle can be started past it. Main thread only.
+/// Lets only one instance of a program run in each session. The system starts a bundle only once and tells the running
+/// instance, but the program in a bundle can also be started directly. Main thread only.
 class FirstInstance {
 public:
-    /// Asks a program that runs from a bundle of this identifier, and has finished launching, to come forward. Whether there
-    /// is one: whoever asked is then to end.
+    /// Asks another program that runs from a bundle of this identifier, and has finished launching, to come forward. Returns
+    /// whether there is one; the caller must then end.
     [[nodiscard]] static bool askAnother(const std::string& bundleIdentifier);
 
     /// Calls `handler` on the main thread whenever another program asks.

@@ -12,7 +12,7 @@
 namespace ovin {
 namespace {
 
-/// What one program says to another. Whoever else says it opens the ledge, and nothing more.
+/// The notification from one instance to the other. If any other program sends it, only the ledge opens.
 NSNotificationName requestName(const std::string& bundleIdentifier) { return toNSString(bundleIdentifier + ".openAgain"); }
 
 bool isAnother(NSRunningApplication* application) {
@@ -35,7 +35,7 @@ bool FirstInstance::askAnother(const std::string& bundleIdentifier) {
         isThere = isThere || isAnother(application);
     }
     if (!isThere) return false;
-    // At once, because requests to a program that is not active, as Ovin hardly ever is, are held back otherwise.
+    // At once, because otherwise the system holds back notifications to an inactive program, which Ovin nearly always is.
     [NSDistributedNotificationCenter.defaultCenter postNotificationName:requestName(bundleIdentifier)
                                                                  object:nil
                                                                userInfo:nil

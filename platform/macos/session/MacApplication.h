@@ -8,21 +8,21 @@
 
 namespace ovin {
 
-/// What the system tells an application, on the main thread.
+/// The system's messages to an application. Called on the main thread.
 struct ApplicationEvents {
     /// The event loop has begun.
     std::function<void()> didFinishLaunching;
     /// The process is about to end; called once, whatever ends it but a crash or SIGKILL.
     std::function<void()> willTerminate;
-    /// Somebody has started the application while it runs: from the Finder, or its program once more.
+    /// The user has started the application while it runs, from the Finder or by starting its program again.
     std::function<void()> openAgain;
 };
 
-/// The application object, made to be an accessory: no place in the Dock, and no menu bar of its own. It has no main menu
-/// either, so that of the keys of a window only those of its buttons work.
+/// The application object, as an accessory: no Dock icon and no menu bar of its own. Without a main menu, the only keys that
+/// work in a window are those of its buttons.
 class MacApplication final : public Application {
 public:
-    /// Makes the application object, which windows and status items need. Once in a process; `mainQueue` must outlive it.
+    /// Makes the application object, which windows and status items need. Once in a process. `mainQueue` must outlive it.
     explicit MacApplication(MainQueue& mainQueue);
     MacApplication(const MacApplication&) = delete;
     MacApplication& operator=(const MacApplication&) = delete;
@@ -32,7 +32,7 @@ public:
     void terminate() override;
     void beep() override;
 
-    /// Runs the event loop, which also ends with signals from now on. The process ends within this call.
+    /// Runs the event loop, which signals also end from now on. The process ends within this call.
     void run(ApplicationEvents events);
 
 private:

@@ -18,13 +18,13 @@ struct MacApplication::Native {
 
 MacApplication::MacApplication(MainQueue& mainQueue) : mainQueue_(mainQueue), native_(std::make_unique<Native>()) {
     native_->application.delegate = native_->delegate;
-    // The bundle says so as well; a program that runs without one has only this.
+    // The bundle says this too, but the program may run without one.
     [native_->application setActivationPolicy:NSApplicationActivationPolicyAccessory];
 }
 
 MacApplication::~MacApplication() { native_->application.delegate = nil; }
 
-/// The cooperative form that newer systems have may be refused while another application is active, which it always is.
+/// Newer systems may refuse the cooperative method while another application is active, as is always the case here.
 void MacApplication::activate() { [native_->application activateIgnoringOtherApps:YES]; }
 
 void MacApplication::terminate() { [native_->application terminate:nil]; }

@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// This application among the system's login items. Every call asks another process: for actions of the user only.
+/// This application among the system's login items. Every call blocks on another process, so call only when the user asks.
 [[nodiscard]] std::unique_ptr<LaunchAtLogin> makeMacLaunchAtLogin();
 
 }  // namespace ovin

@@ -25,7 +25,7 @@ std::string wordsOf(NSError* _Nullable error) {
     return error != nil ? toString(error.localizedDescription) : "the system refused without a reason";
 }
 
-/// The system takes asking for what is already so for a mistake; the product does not.
+/// The system reports an error when the state is already the requested one; the product does not.
 class MacLaunchAtLogin final : public LaunchAtLogin {
 public:
     [[nodiscard]] Status status() const override { return statusOf(SMAppService.mainAppService.status); }

@@ -2,9 +2,9 @@
 
 namespace ovin {
 
-/// Calls what belongs to the product from a method, a block or a function that the system calls. No exception gets past it:
-/// the system's own code takes none, and would be left half done. The program ends at this very place instead, which the
-/// crash report then shows; a display that is widened is put back at the next launch.
+/// Calls code of the product from a method, a block or a function that the system calls. No exception may pass into the
+/// system's code, which is not made for any and would stop half-way. The program ends here instead, so that the crash report
+/// shows the place; the next launch puts a widened display back.
 template <typename Work>
 decltype(auto) callBack(const Work& work) noexcept {
     return work();

@@ -26,13 +26,13 @@ public:
     ~RunLoopTimer() override { [timer_ invalidate]; }
 
 private:
-    /// The system may keep the block for a while after the timer has gone, so that it must not own the work.
+    /// The block must not own the work, because the system may keep it for a while after the timer is destroyed.
     static NSTimer* timerFor(std::chrono::nanoseconds delay, std::weak_ptr<const MainQueue::Work> work) {
         const std::chrono::duration<double> seconds = std::max(delay, std::chrono::nanoseconds(0));
         return [NSTimer timerWithTimeInterval:seconds.count()
                                       repeats:NO
                                         block:^(NSTimer*) {
-                                          // Kept here, for the work may destroy its own timer.
+                                          // Kept alive here, because the work may destroy its own timer.
                                           if (const auto running = work.lock()) callBack(*running);
                                         }];
     }
@@ -82,7 +82,7 @@ private:
             waiting_.pop_front();
             isLast = waiting_.empty();
         }
-        // Before the work, which may run a loop of its own in which the others are to run.
+        // Before the work, because it may run a nested loop in which the rest is to run.
         if (!isLast) signal();
         @autoreleasepool {
             callBack(work);

@@ -21,7 +21,7 @@ public:
         }
     }
 
-    /// Of the C library, which is read afresh: the system's dictionary may be a copy of an earlier state.
+    /// From the C library, because the system's dictionary may be a copy of an earlier state.
     [[nodiscard]] std::optional<std::string> environment(std::string_view name) const override {
         const char* value = std::getenv(std::string(name).c_str());
         if (value == nullptr) return std::nullopt;

@@ -6,8 +6,8 @@
 
 namespace ovin {
 
-/// The unified log, and the standard error stream where somebody reads it. Entries there may have several lines, so nothing
-/// is escaped.
+/// The unified log, and the standard error stream where it leads to a reader. Entries of the log may have several lines, so
+/// nothing is escaped.
 [[nodiscard]] std::unique_ptr<SystemLog> makeMacSystemLog();
 
 }  // namespace ovin

@@ -11,7 +11,7 @@ class MacSystemLog final : public SystemLog {
 public:
     void write(std::string_view line) override {
         @autoreleasepool {
-            // Never as the format: names of other programs may hold anything.
+            // Never as the format, because names of other programs may hold any character.
             NSLog(@"%@", toNSString(line));
         }
     }

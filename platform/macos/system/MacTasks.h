@@ -6,11 +6,11 @@
 
 namespace ovin {
 
-/// Threads of their own, as `ThreadTasks` has them, each job within an autorelease pool and with the quality of service that
-/// its priority stands for. The system's global queues would do neither: they stop at some dozens of threads, and whatever
-/// waits behind that many hung applications would wait for the slowest of them.
+/// Tasks on threads of their own, like `ThreadTasks`, each within an autorelease pool and with the quality of service of its
+/// priority. Not the system's global queues: they stop at some dozens of threads, so that work behind that many hung
+/// applications would wait for them.
 ///
-/// Its end waits for the tasks that still run.
+/// The destructor waits for the tasks that still run.
 [[nodiscard]] std::unique_ptr<Tasks> makeMacTasks();
 
 }  // namespace ovin

@@ -14,7 +14,7 @@ qos_class_t qosOf(Tasks::Priority priority) {
     return priority == Tasks::Priority::userInitiated ? QOS_CLASS_USER_INITIATED : QOS_CLASS_UTILITY;
 }
 
-/// Where the system refuses a thread, the job runs on the caller's, which keeps its own quality: it may be the main one.
+/// Not on the main thread, which keeps its quality: jobs run there when the system refuses a thread.
 void adopt(qos_class_t qos) {
     if (!NSThread.isMainThread && qos_class_self() != qos) pthread_set_qos_class_self_np(qos, 0);
 }
@@ -31,7 +31,7 @@ public:
         });
     }
 
-    /// The children are waited for, so they are as urgent as the one that waits.
+    /// The children are as urgent as the thread that waits for them.
     void forEach(std::size_t count, const std::function<void(std::size_t)>& child,
                  const std::function<void(std::size_t)>& finished) override {
         const qos_class_t qos = qos_class_self();

@@ -12,13 +12,13 @@ bool isLineEnd(NSString* text, NSUInteger index) {
     return index + 1 < text.length && [text characterAtIndex:index] == '\r' && [text characterAtIndex:index + 1] == '\n';
 }
 
-/// Where the character that begins at `index` ends, in UTF-16 units.
+/// The end of the character that begins at `index`, in UTF-16 units.
 NSUInteger endOfCharacter(NSString* text, NSUInteger index) {
     if (isLineEnd(text, index)) return index + 2;
     return NSMaxRange([text rangeOfComposedCharacterSequenceAtIndex:index]);
 }
 
-/// Where the first `count` characters end, or the text when it has no more, in UTF-16 units.
+/// The end of the first `count` characters, or of the text when it has no more, in UTF-16 units.
 NSUInteger endOfCharacters(NSString* text, std::size_t count) {
     NSUInteger end = 0;
     for (; count > 0 && end < text.length; --count) end = endOfCharacter(text, end);

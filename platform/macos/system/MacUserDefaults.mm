@@ -72,7 +72,7 @@ std::unique_ptr<UserDefaults> makeMacUserDefaults(std::string_view suite) {
                                                  std::string(suite));
     }
     NSString* identifier = NSBundle.mainBundle.bundleIdentifier;
-    // The system names the defaults of a program without a bundle after its file.
+    // Without a bundle, the system names a program's defaults after its file.
     NSString* domain = identifier != nil ? identifier : NSProcessInfo.processInfo.processName;
     return std::make_unique<MacUserDefaults>(NSUserDefaults.standardUserDefaults, toString(domain));
 }

@@ -10,8 +10,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// Calls a handler for every notification of one name, whoever posts it, until destroyed: not for one that is just being
-/// handed out either. The handler may destroy its observer, and runs on the thread that posts. Main thread only.
+/// Calls a handler for every notification of one name, whoever posts it, until this is destroyed, even during a delivery.
+/// The handler runs on the thread that posts, and may destroy its observer. Main thread only.
 class NotificationObserver {
 public:
     NotificationObserver(NSNotificationCenter* center, NSNotificationName name, std::function<void()> handler);
@@ -21,7 +21,7 @@ public:
 
 private:
     NSNotificationCenter* const center_;
-    /// The centre keeps its block, and so the block does not keep this.
+    /// The block holds the handler weakly, because the centre keeps the block.
     const std::shared_ptr<const std::function<void()>> handler_;
     const id<NSObject> token_;
 };

@@ -9,7 +9,7 @@ namespace {
 
 using Handler = std::function<void()>;
 
-/// Without a queue the block runs where the notification is posted, at that very moment.
+/// Without a queue the block runs on the posting thread, within the post.
 id<NSObject> observe(NSNotificationCenter* center, NSNotificationName name, const std::weak_ptr<const Handler>& handler) {
     const std::weak_ptr<const Handler> weak = handler;
     return [center addObserverForName:name

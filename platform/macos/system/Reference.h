@@ -7,9 +7,8 @@
 
 namespace ovin {
 
-/// Owns one reference to a CoreFoundation object, or none. Copies share the object and count; moving counts nothing.
-/// Counting is safe on any thread. Objects that automatic reference counting owns are handed over with a bridge, never both
-/// ways.
+/// Owns one reference to a CoreFoundation object, or none. Copying retains the object; moving does not. Counting is safe on
+/// any thread. An object must not be owned both by this and, through a bridge, by automatic reference counting.
 template <typename T>
 class Reference {
 public:
@@ -26,10 +25,10 @@ public:
         if (object_ != nullptr) CFRelease(object_);
     }
 
-    /// Takes over the reference that a function with Create or Copy in its name has handed out; null is none.
+    /// Takes over the reference that a function with Create or Copy in its name has returned; may be null.
     [[nodiscard]] static Reference adopt(T object) { return Reference(object); }
 
-    /// Shares an object that somebody else owns, as a function with Get in its name delivers it; null is none.
+    /// Retains an object that others own, as a function with Get in its name returns it; may be null.
     [[nodiscard]] static Reference retain(T object) {
         if (object != nullptr) CFRetain(object);
         return Reference(object);

@@ -5,9 +5,9 @@
 
 namespace ovin {
 
-/// Runs `work` once what AppKit is doing right now is over: a button that is pressed, a window that is closing or a menu
-/// that is open must not be destroyed before. In every common mode of the main run loop, and never on the main dispatch
-/// queue, which would stand still for as long as `work` runs a loop of its own. Main thread only.
+/// Runs `work` once AppKit has finished what it is doing, because a pressed button, a closing window or an open menu must
+/// not be destroyed before. Runs in every common mode of the main run loop, and never on the main dispatch queue, which
+/// would be blocked for as long as `work` runs a nested loop. Main thread only.
 void runSoon(std::function<void()> work);
 
 }  // namespace ovin

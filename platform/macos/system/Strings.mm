@@ -11,7 +11,7 @@ NSString* _Nullable decoded(std::string_view text) {
     return [[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding];
 }
 
-/// The bytes that the string has in UTF-8 from UTF-16 unit `start` on, up to the first that has none; `start` moves there.
+/// The UTF-8 bytes of the string from UTF-16 unit `start` to the first unit that has none; moves `start` there.
 std::string encodedRun(CFStringRef string, CFIndex& start) {
     const CFRange range = CFRangeMake(start, CFStringGetLength(string) - start);
     CFIndex size = 0;

@@ -11,8 +11,8 @@
 namespace ovin {
 
 /// Turns the signals that ask a program to end, SIGTERM, SIGINT and SIGHUP, into work of the main queue. From then on they
-/// end nobody by themselves: AppKit knows nothing of them, and the display would stay widened. A signal that the program was
-/// started to ignore, as by nohup, stays ignored.
+/// do not end the program by themselves: AppKit would not be told, and the display would stay widened. A signal that the
+/// program was started to ignore, as by nohup, stays ignored.
 class TerminationSignals {
 public:
     /// `mainQueue` must outlive this object.

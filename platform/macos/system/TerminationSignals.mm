@@ -6,14 +6,14 @@
 
 namespace ovin {
 
-/// On a queue of the system's and not on the main one, which stands still while a block of it shows an alert.
+/// On a global queue, because the main one is blocked while a block of it shows an alert.
 TerminationSignals::TerminationSignals(MainQueue& mainQueue, const std::function<void()>& handler) {
     dispatch_queue_t queue = dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0);
     MainQueue* const destination = &mainQueue;
-    // A block would capture a reference as one, and this one ends here.
+    // A copy, because a block would capture the reference, which is valid only in this call.
     const std::function<void()> kept = handler;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        // The source sees the signal all the same, and nobody else does.
+        // An ignored signal still reaches a dispatch source, and has no other effect.
         if (std::signal(signal, SIG_IGN) == SIG_IGN) continue;
         dispatch_source_t source =
             dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(signal), 0, queue);

@@ -7,10 +7,10 @@
 namespace ovin {
 
 /// The Sparkle framework with its standard windows. Feed, schedule and key are in the bundle's description; the delegate may
-/// replace the feed. Both of the framework's delegates live as long as the controller, since it holds them weakly.
+/// replace the feed. The controller keeps both of the framework's delegates alive, because the framework holds them weakly.
 ///
-/// Null in a build that does not update itself. Needs a bundle that `canUpdate`: with any other the framework shows an alert
-/// of its own some seconds after the launch.
+/// Null in a build that does not update itself. Needs a bundle for which `canUpdate` is true: with any other, the framework
+/// shows an alert of its own some seconds after the launch.
 [[nodiscard]] std::unique_ptr<UpdateFramework> makeMacUpdates();
 
 }  // namespace ovin

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The framework promises the main thread, which owns all that the delegate touches.
+/// The framework promises to call on the main thread, which owns all that the delegate uses.
 void requireMainThread() {
     if (NSThread.isMainThread) return;
     NSLog(@"Ovin: the framework of updates has left the main thread");
@@ -22,11 +22,11 @@ void requireMainThread() {
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Asks the product what the framework asks. All calls arrive on the main thread.
+/// Passes the framework's questions to the product. All calls arrive on the main thread.
 @interface OvinUpdaterDelegate : NSObject <SPUUpdaterDelegate, SPUStandardUserDriverDelegate>
 - (instancetype)initWithDelegate:(ovin::UpdateFramework::Delegate)delegate;
 - (instancetype)init NS_UNAVAILABLE;
-/// Nothing of the delegate is called after this, however long the framework keeps this object.
+/// The delegate is not called after this, however long the framework keeps this object.
 - (void)forgetDelegate;
 @end
 

@@ -4,8 +4,8 @@
 
 namespace ovin {
 
-/// Whether the bundle that the program runs from says what the update framework needs to begin: who it is, which build it
-/// is, and the key by which an update is known to be genuine. A program that runs without its bundle says none of it.
+/// Whether `bundle`, from which the program runs, has what the update framework needs: its identifier, its build, and the
+/// key that proves an update genuine. False for a program that runs without its bundle.
 [[nodiscard]] bool canUpdate(const Resources& bundle);
 
 }  // namespace ovin

@@ -8,7 +8,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// A button of the ledge. It takes the first click, since its panel never gets the keyboard that a click would ask for.
+/// A button of the ledge. It accepts the first click, because no click ever gives its panel the keyboard.
 @interface OvinButtonNode : NSButton
 
 + (instancetype)nodeWithButton:(const ovin::Button&)button target:(nullable OvinClickTarget*)target;

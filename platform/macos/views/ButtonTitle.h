@@ -9,8 +9,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// Gives a button its title: as a plain one wherever text of one kind without a colour and a line is asked for, because
-/// AppKit colours such titles by the state of the button; as an attributed one otherwise.
+/// Gives a button its title: text of one style without a colour and an underline as a plain title, because AppKit colours
+/// plain titles by the state of the button; other text as an attributed title.
 void setTitle(NSButton* button, const AttributedText& title);
 
 }  // namespace ovin

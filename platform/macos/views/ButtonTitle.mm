@@ -11,7 +11,7 @@ bool isPlain(const AttributedText& title) {
     return title.size() == 1 && !title.front().color && !title.front().isUnderlined;
 }
 
-/// As a plain title has it.
+/// As in a plain title.
 TextDefaults defaults() {
     return {[NSFont systemFontOfSize:NSFont.systemFontSize], 0, NSLineBreakByClipping, NSTextAlignmentCenter};
 }
@@ -19,7 +19,7 @@ TextDefaults defaults() {
 }  // namespace
 
 void setTitle(NSButton* button, const AttributedText& title) {
-    // A new button has a title of its own.
+    // Set always, because a new button has a default title.
     button.title = plainText(title);
     if (!isPlain(title)) {
         button.attributedTitle = nativeText(title, defaults());

@@ -14,8 +14,8 @@ using ClickHandler = std::function<void(int tag)>;
 
 }  // namespace ovin
 
-/// The target of the buttons of one window, which they do not keep alive: the window does. Tells the window's handler which
-/// button was pressed, and nobody once the handler is gone, not even of a press that was already on its way.
+/// The target of the buttons of one window. The window keeps it alive, not the buttons. Tells the window's handler which
+/// button was pressed. Once the handler is destroyed, presses that are still queued are dropped.
 @interface OvinClickTarget : NSObject
 
 - (instancetype)initWithHandler:(std::weak_ptr<const ovin::ClickHandler>)handler;

@@ -20,7 +20,7 @@
 }
 
 - (void)clicked:(NSButton*)sender {
-    // Later, because the handler may destroy the button while it still deals with the click.
+    // Later, because the handler may destroy the button while it still handles the click.
     ovin::runSoon([handler = _handler, tag = static_cast<int>(sender.tag)] {
         if (const auto alive = handler.lock()) (*alive)(tag);
     });

@@ -8,8 +8,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// A triangle that points down while it is on. AppKit turns it with a click; it turns back, because whoever described it
-/// decides what becomes of it.
+/// A triangle that points down while it is on. AppKit turns it at a click; this turns it back, because only the description
+/// of the view sets its state.
 @interface OvinDisclosureNode : NSButton
 
 + (instancetype)nodeWithTriangle:(const ovin::DisclosureTriangle&)triangle target:(nullable OvinClickTarget*)target;

@@ -7,7 +7,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// A picture at a size, with its corners cut off round by its layer. Without a name it is nothing to assistive programs.
+/// A picture at a size, with corners rounded by its layer. Without a label, assistive programs ignore it.
 @interface OvinImageNode : NSImageView
 
 + (instancetype)nodeWithImage:(const ovin::ImageView&)image;

@@ -7,7 +7,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// A line of text or a paragraph, which cannot be selected: the editor that would come up drops the kinds of text.
+/// A line of text or a paragraph. Cannot be selected, because the editor for that drops the styles of the text.
 @interface OvinLabelNode : NSTextField
 
 + (instancetype)nodeWithLabel:(const ovin::Label&)label;

@@ -7,8 +7,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// The material of menus behind a view that fills it, which `view` shows. It looks active always, since its program never
-/// is.
+/// The material of menus behind `view`, which shows the content and fills it. Always looks active, because Ovin never is.
 @interface OvinMenuBackgroundNode : NSVisualEffectView
 
 + (instancetype)nodeWithBackground:(const ovin::MenuBackground&)background view:(NSView*)view;

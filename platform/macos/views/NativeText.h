@@ -9,7 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// What text has where it says nothing itself.
+/// The style of text where a run does not set its own.
 struct TextDefaults {
     NSFont* font;
     double lineSpacing = 0;
@@ -17,11 +17,11 @@ struct TextDefaults {
     NSTextAlignment alignment = NSTextAlignmentNatural;
 };
 
-/// Text with a font and a colour everywhere: where an attributed text has none, a control does not fill in its own. Nothing
-/// in it is mark-up.
+/// Text with a font and a colour everywhere, because a control does not fill in its own for an attributed text. Nothing in
+/// it is taken for mark-up.
 NSAttributedString* nativeText(const AttributedText& text, const TextDefaults& defaults);
 
-/// The text without its kinds.
+/// The text without its styles.
 NSString* plainText(const AttributedText& text);
 
 }  // namespace ovin

@@ -11,11 +11,11 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// Makes the native views that show a view, laid out by AppKit. `target` hears of the clicks; without one nobody does. Main
-/// thread only, as is all below.
+/// Makes the native views that show a view, laid out by AppKit. `target` receives the clicks; it may be nil. Main thread
+/// only, as is all below.
 NSView* makeNativeView(const View& view, OvinClickTarget* _Nullable target);
 
-/// The size that native views take when nothing holds them back.
+/// The size that native views take when nothing limits them.
 Size fittingSize(NSView* view);
 
 }  // namespace ovin

@@ -9,10 +9,10 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// Lower than every priority that AppKit gives to a view by itself.
+/// Lower than every priority that AppKit itself gives to a view.
 inline constexpr NSLayoutPriority weakestPriority = 1;
 
-/// Holds a width or a height at a length, where there is one.
+/// Fixes a width or a height at `length`, if there is one.
 void fixLength(NSLayoutDimension* dimension, const std::optional<double>& length);
 
 /// Makes `view` fill `container`, which becomes its superview.

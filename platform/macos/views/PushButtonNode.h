@@ -8,8 +8,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// A large button with rounded ends. AppKit presses it by its key wherever the keyboard is in its window, and paints the one
-/// for the Return key as the default button.
+/// A large button with rounded ends. AppKit presses it by its key wherever the focus is in its window, and paints the button
+/// of the Return key as the default button.
 @interface OvinPushButtonNode : NSButton
 
 + (instancetype)nodeWithButton:(const ovin::PushButton&)button target:(nullable OvinClickTarget*)target;

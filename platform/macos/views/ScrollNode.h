@@ -7,8 +7,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Shows a part of a view that is too large, which `view` shows. Its scrollers lie over the view whatever the user prefers:
-/// the lengths of what lies beside them leave no room for wider ones.
+/// Shows a part of `view`, which is too large. Its scrollers lie over the view whatever the user prefers, because the layout
+/// leaves no room for scrollers beside it.
 @interface OvinScrollNode : NSScrollView
 
 + (instancetype)nodeWithScroll:(const ovin::ScrollView&)scroll view:(NSView*)view;

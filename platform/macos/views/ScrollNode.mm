@@ -5,7 +5,7 @@
 using ovin::ScrollView;
 using ovin::Stack;
 
-/// Counts from its top, where a page begins.
+/// Its y coordinates begin at the top, like a page.
 @interface OvinFlippedView : NSView
 @end
 
@@ -39,7 +39,7 @@ using ovin::Stack;
     const bool isUpright = orientation == Stack::Orientation::vertical;
     self.drawsBackground = NO;
     self.borderType = NSNoBorder;
-    // The window's title bar lies over no scroll view.
+    // No insets, because no scroll view lies under a window's title bar.
     self.automaticallyAdjustsContentInsets = NO;
     self.hasVerticalScroller = isUpright;
     self.hasHorizontalScroller = !isUpright;
@@ -49,13 +49,13 @@ using ovin::Stack;
     self.scrollerStyle = NSScrollerStyleOverlay;
 }
 
-/// AppKit sets it too, when the user's preference changes.
+/// Ignores the argument, because AppKit also calls this when the user's preference changes.
 - (void)setScrollerStyle:(NSScrollerStyle)style {
     (void)style;
     [super setScrollerStyle:NSScrollerStyleOverlay];
 }
 
-/// A page is as wide as what shows it and as high as it needs to be, a row the other way round.
+/// A page is as wide as the scroll view and as high as it needs to be, a row the other way round.
 - (void)holdNode:(NSView*)view {
     OvinFlippedView* document = [[OvinFlippedView alloc] initWithFrame:NSZeroRect];
     ovin::fill(document, view);

@@ -7,21 +7,21 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// A thin horizontal line: AppKit's, as high as it wants to be.
+/// A thin horizontal line: AppKit's separator, at its own height.
 @interface OvinSeparatorNode : NSBox
 
 + (instancetype)nodeWithSeparator:(const ovin::Separator&)separator;
 
 @end
 
-/// Nothing, of a height.
+/// Empty space of a height.
 @interface OvinSpacerNode : NSView
 
 + (instancetype)nodeWithSpacer:(const ovin::Spacer&)spacer;
 
 @end
 
-/// Nothing, that holds on to its width less than any other view.
+/// Empty space whose width yields before that of any other view.
 @interface OvinFlexibleSpaceNode : NSView
 
 + (instancetype)node;

@@ -32,7 +32,7 @@
     return node;
 }
 
-/// An ordinary view has none, and then nothing would hold on to its height either.
+/// An ordinary view has none, and then its priorities would hold neither width nor height.
 - (NSSize)intrinsicContentSize {
     return NSZeroSize;
 }

@@ -7,8 +7,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Views one after the other, in front of a box where there is one. `views` show the views of the stack, in the same order.
-/// What is left over along a row goes to its flexible spaces; without one the views stay together at its beginning.
+/// Views one after the other, in front of the stack's box if it has one. `views` show the views of the stack, in the same
+/// order. Spare room of a row goes to its flexible spaces; without any, the views stay together at its beginning.
 @interface OvinStackNode : NSStackView
 
 + (instancetype)nodeWithStack:(const ovin::Stack&)stack views:(NSArray<NSView*>*)views;

@@ -23,7 +23,7 @@ NSLayoutAttribute nativeAlignment(Stack::Orientation orientation, Stack::Alignme
 
 @interface OvinStackNode ()
 
-/// Whether it makes use of more width than it needs: a flexible space in it does.
+/// Whether it uses more width than it needs, because it has a flexible space.
 @property(nonatomic) BOOL takesSpareWidth;
 
 - (void)arrangeAs:(const Stack&)stack;
@@ -76,11 +76,11 @@ bool takesSpareWidth(NSView* view) {
     if (!takesSpareWidth(view)) return;
     self.takesSpareWidth = YES;
     if (self.orientation == NSUserInterfaceLayoutOrientationVertical) return [self stretchNode:view];
-    // Only this way what a row has to spare is shared out at all.
+    // The only distribution that gives spare room to views.
     self.distribution = NSStackViewDistributionFill;
 }
 
-/// Makes a view of a column as wide as the column is, unless it is wider by itself.
+/// Makes a view of a column as wide as the column, unless it is wider by itself.
 - (void)stretchNode:(NSView*)view {
     NSLayoutConstraint* width = [view.widthAnchor constraintEqualToAnchor:self.widthAnchor
                                                                  constant:-self.edgeInsets.left - self.edgeInsets.right];
@@ -99,7 +99,7 @@ bool takesSpareWidth(NSView* view) {
     return _box.has_value();
 }
 
-/// AppKit asks for it again whenever the appearance changes; a layer's own colours stay as they are.
+/// AppKit calls this whenever the appearance changes, because colours of a layer do not follow it by themselves.
 - (void)updateLayer {
     if (!_box) return;
     self.layer.backgroundColor = ovin::nativeColor(_box->background).CGColor;

@@ -8,7 +8,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Text that can be clicked. As a link it has the pointing hand over all of it, and is a link to assistive programs too.
+/// Text that can be clicked. A link has the pointing hand over the whole text, and is a link to assistive programs, too.
 @interface OvinTextButtonNode : NSButton
 
 + (instancetype)nodeWithButton:(const ovin::TextButton&)button target:(nullable OvinClickTarget*)target;

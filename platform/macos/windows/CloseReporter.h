@@ -8,8 +8,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// The delegate of a window, which does not keep it alive. Tells that the window closes, by its close button or by Escape,
-/// and nobody once the handler is gone. Whoever closes the window in silence takes the delegate from it first.
+/// The delegate of a window, which does not keep it alive. Calls its handler, while that exists, when the window closes by
+/// its close button or by Escape. To close the window silently, remove the delegate first.
 @interface OvinCloseReporter : NSObject <NSWindowDelegate>
 
 - (instancetype)initWithHandler:(std::weak_ptr<const std::function<void()>>)handler;

@@ -6,8 +6,8 @@
 
 namespace ovin {
 
-/// AppKit's modal alerts, one after the other. `run` returns at once: the alert comes up when the run loop is next in its
-/// default mode, thus neither under an open menu nor on the main dispatch queue, which would stand still until the alert is
+/// AppKit's modal alerts, one after the other. `run` returns at once: the alert appears when the run loop is next in its
+/// default mode, so neither under an open menu nor on the main dispatch queue, which would be blocked until the alert is
 /// acknowledged.
 [[nodiscard]] std::unique_ptr<Alerts> makeMacAlerts();
 

@@ -12,9 +12,9 @@ void runModal(NSString* message, NSString* informative) {
     NSAlert* alert = [[NSAlert alloc] init];
     alert.messageText = message;
     alert.informativeText = informative;
-    // Otherwise neither a signal nor the end of the session would end the program while the alert is up.
+    // Otherwise neither a signal nor the end of the session would end the program while the alert is shown.
     alert.window.preventsApplicationTerminationWhenModal = NO;
-    // Somebody else may have come to the front meanwhile, and would cover it.
+    // Another application may have come to the front meanwhile, and would cover the alert.
     [NSApp activateIgnoringOtherApps:YES];
     [alert runModal];
 }
@@ -29,7 +29,7 @@ public:
                                                   block:^(NSTimer*) {
                                                     callBack([&] { runModal(message, informative); });
                                                   }];
-        // Not the common modes: it waits for the menu to close, and for the alert before it.
+        // Not the common modes, because the alert waits until a menu or an earlier alert has closed.
         [NSRunLoop.mainRunLoop addTimer:timer forMode:NSDefaultRunLoopMode];
     }
 };

@@ -8,8 +8,8 @@
 
 namespace ovin {
 
-/// A panel that covers its title bar but for the close button, which Escape presses too while the panel has the keyboard.
-/// It gets that by a click, and the program stays inactive.
+/// A panel whose content covers the title bar except the close button, which Escape also presses while the panel has the
+/// keyboard. A click gives it the keyboard; the program stays inactive.
 [[nodiscard]] std::unique_ptr<FloatingPanel> makeMacFloatingPanel(const std::string& title,
                                                                   std::function<void(int tag)> clicked,
                                                                   std::function<void()> closed);

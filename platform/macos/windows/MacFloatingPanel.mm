@@ -22,7 +22,7 @@ NSPanel* makePanel(const std::string& title) {
                                        defer:NO];
     keepToItsOwner(panel);
     coverTitleBar(panel, title);
-    // Before the level, of which this has one of its own in mind.
+    // Before the level, because this sets a level of its own.
     panel.floatingPanel = YES;
     showOverPrograms(panel, NSFloatingWindowLevel);
     return panel;
@@ -50,7 +50,7 @@ public:
     void replace(const View& content) override { replaceContent(panel_, content, target_); }
 
 private:
-    /// Both go with this panel: what is still on its way then means nothing any more.
+    /// Both are destroyed with this panel, so that events that are still queued are dropped.
     const std::shared_ptr<const ClickHandler> clicked_;
     const std::shared_ptr<const std::function<void()>> closed_;
     OvinClickTarget* const target_;

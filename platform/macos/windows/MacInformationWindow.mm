@@ -27,8 +27,8 @@ NSWindow* makeWindow(const std::string& title) {
     return window;
 }
 
-/// On the screen that the user works on. AppKit centres a window on the screen that it lies on, and one that was never
-/// placed lies beyond the corner of the primary screen: perhaps on another, perhaps on none.
+/// Centres on the screen that the user works on. AppKit centres a window on the screen where it is, and a window that was
+/// never placed is beyond the corner of the primary screen: perhaps on another, perhaps on none.
 void centre(NSWindow* window) {
     if (NSScreen* screen = NSScreen.mainScreen) [window setFrameOrigin:screen.visibleFrame.origin];
     [window center];
@@ -55,7 +55,7 @@ public:
     void scrollToEnd() override { ovin::scrollToEnd(window_); }
 
 private:
-    /// Goes with this window: a click that is still on its way then means nothing any more.
+    /// Destroyed with this window, so that a click that is still queued is dropped.
     const std::shared_ptr<const ClickHandler> clicked_;
     OvinClickTarget* const target_;
     NSWindow* const window_;

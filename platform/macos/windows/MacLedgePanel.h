@@ -6,7 +6,7 @@
 
 namespace ovin {
 
-/// The ledge as a panel without a title bar, which can therefore never have the keyboard.
+/// The ledge as a panel that has no title bar and therefore never gets the keyboard.
 [[nodiscard]] std::unique_ptr<LedgePanel> makeMacLedgePanel();
 
 }  // namespace ovin

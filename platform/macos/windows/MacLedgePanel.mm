@@ -35,14 +35,14 @@ public:
         target_ = [[OvinClickTarget alloc] initWithHandler:clicked_];
         setContent(panel_, makeNativeView(content, target_));
         [panel_ setFrame:toNative(frame) display:YES];
-        // It follows what is drawn, but not by itself.
+        // The shadow follows the content only when it is told to.
         [panel_ invalidateShadow];
         [panel_ orderFrontRegardless];
     }
 
 private:
     std::shared_ptr<const ClickHandler> clicked_;
-    /// Of what was shown before: a click on it may still be on its way.
+    /// The handler of the old content, kept because a click on that may still be queued.
     std::shared_ptr<const ClickHandler> clickedBefore_;
     OvinClickTarget* target_ = nil;
     NSPanel* const panel_ = makePanel();

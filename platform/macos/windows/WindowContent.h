@@ -11,11 +11,11 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// Makes a view fill a window, in place of what was there. The button that has the keyboard keeps it, as the one with the
-/// same tag. What was there stays alive as long as the user holds down a button of it.
+/// Makes `view` fill a window in place of the old content. The focus stays on the button with the same tag. The old content
+/// stays alive while the user holds down a button of it.
 void setContent(NSWindow* window, NSView* view);
 
-/// The same, in the size that the view takes, which is returned.
+/// The same, with the window at the view's fitting size, which is returned.
 Size fitContent(NSWindow* window, const View& view, OvinClickTarget* target);
 
 /// The same; the top left corner of the window stays where it is.
@@ -24,7 +24,7 @@ void replaceContent(NSWindow* window, const View& view, OvinClickTarget* target)
 /// Scrolls the page that a window shows to its end, if it has one.
 void scrollToEnd(NSWindow* window);
 
-/// Puts a window away for good. It stays alive until AppKit is done with it: this may be called in the middle of a click.
+/// Closes a window for good, but keeps it alive until AppKit has finished with it: a click may be under way.
 void dismiss(NSWindow* window);
 
 }  // namespace ovin

@@ -9,7 +9,7 @@
 namespace ovin {
 namespace {
 
-/// The default mode is not that of a mouse button which is held down.
+/// The run loop is not in its default mode while a mouse button is held down.
 void keepUntilIdle(id object) {
     [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
                                     block:^{
@@ -17,7 +17,7 @@ void keepUntilIdle(id object) {
                                     }];
 }
 
-/// The first view of a class at or below one, in the order in which they were added; only those for which `isMeant` holds.
+/// The first view of class `kind` for which `isMeant` holds: `root` or one below it, in the order in which they were added.
 NSView* _Nullable first(NSView* root, Class kind, BOOL (^isMeant)(__kindof NSView* view)) {
     if ([root isKindOfClass:kind] && isMeant(root)) return root;
     for (NSView* view in root.subviews) {
@@ -45,7 +45,7 @@ void giveKeyboard(NSWindow* window, NSInteger tag) {
 void setContent(NSWindow* window, NSView* view) {
     const auto tag = focusedTag(window);
     keepUntilIdle(window.contentView);
-    // The window lays out its content view itself, and that one what it shows.
+    // The window lays out only its content view, so `view` is laid out within another view.
     NSView* content = [[NSView alloc] initWithFrame:NSZeroRect];
     fill(content, view);
     window.contentView = content;

@@ -9,15 +9,15 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace ovin {
 
-/// What every window needs that is made in code: it belongs to whoever made it alone, closed or open, and the system does
-/// not bring it back at the next launch. Main thread only, as is all below.
+/// What every window made in code needs: only its maker owns it, open or closed, and the system does not restore it at the
+/// next launch. Main thread only, as is all below.
 void keepToItsOwner(NSWindow* window);
 
-/// A title bar that says nothing, and that the content covers; `window` has one, and `NSWindowStyleMaskFullSizeContentView`.
-/// The title is for lists of windows.
+/// Empties the title bar and lets the content cover it; `window` must have one, and `NSWindowStyleMaskFullSizeContentView`.
+/// `title` is for lists of windows.
 void coverTitleBar(NSWindow* window, const std::string& title);
 
-/// On every space and beside full-screen windows, at `level`, whichever program is active: Ovin hardly ever is.
+/// Shows a panel on every space and beside full-screen windows, at `level`, even when another program is active.
 void showOverPrograms(NSPanel* panel, NSWindowLevel level);
 
 }  // namespace ovin

@@ -20,7 +20,7 @@ void showOverPrograms(NSPanel* panel, NSWindowLevel level) {
     panel.level = level;
     panel.collectionBehavior = NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
     panel.hidesOnDeactivate = NO;
-    // To be said before the panel is first shown.
+    // Must be set before the panel is first shown.
     panel.allowsToolTipsWhenApplicationIsInactive = YES;
 }
 
