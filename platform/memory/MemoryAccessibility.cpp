@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint64_t mixedIntoRootHashes = 0x100000000;
 
-/// All other names are those of attributes.
+/// All other names are attributes.
 bool isActionName(std::string_view name) { return name == "AXPress" || name == "AXShowMenu"; }
 
 }  // namespace
@@ -34,7 +34,7 @@ struct MemoryElement::Node {
     const bool isRoot;
     std::atomic<bool> isOwnerKnown = true;
 
-    /// How a request is answered; empty when the node was told nothing about it.
+    /// How to answer a request; empty when the test has set no answer.
     Answering answering(std::string_view request) {
         const std::lock_guard lock(mutex);
         const auto found = answers.find(request);
@@ -52,7 +52,7 @@ public:
 
     static Reference& of(const AccessibilityElement& element) { return static_cast<Reference&>(element.reference()); }
 
-    /// A root stands for whatever process has its pid; any other element for one node only.
+    /// Roots are equal when they have the same pid; other elements when they are the same node.
     [[nodiscard]] bool isEqual(const AccessibilityElement::Reference& other) const override {
         const Node& otherNode = *static_cast<const Reference&>(other).node;
         if (node->isRoot && otherNode.isRoot) return node->owner->pid == otherNode.owner->pid;
@@ -69,7 +69,7 @@ public:
 
 namespace {
 
-/// Copies a value as a read delivers it, with each element in it made over by `deliver`.
+/// Copies a value as a read delivers it, with each element in it replaced by `deliver`.
 template <typename Deliver>
 AttributeValue delivered(const AttributeValue& value, const Deliver& deliver) {
     if (const auto* element = std::get_if<AccessibilityElement>(&value.content)) return {deliver(*element)};
@@ -116,7 +116,7 @@ ProcessID MemoryElement::owner() const { return node_->owner->pid; }
 
 MemoryAccessibility::MemoryAccessibility(std::function<void(std::chrono::nanoseconds)> wait) : wait_(std::move(wait)) {}
 
-// Elements may list one another in circles, which would keep them alive for ever.
+// Breaks cycles of elements, which would keep each other alive for ever.
 MemoryAccessibility::~MemoryAccessibility() {
     for (const auto& weakNode : nodes_) {
         const auto node = weakNode.lock();
@@ -238,7 +238,7 @@ MemoryAnswer MemoryAccessibility::request(MemoryRequest::Kind kind, const Access
 
     const bool isRead = kind == MemoryRequest::Kind::read;
     MemoryElement::Answering answering;
-    // To read an attribute that is called like an action is not to perform it.
+    // Reading an attribute that has the name of an action does not perform the action.
     if (isRead != isActionName(name)) answering = node->answering(name);
     MemoryAnswer answer{{}, isRead ? AccessibilityError::attributeUnsupported : AccessibilityError::actionUnsupported};
     if (answering) answer = answering();

@@ -18,8 +18,7 @@ namespace ovin {
 struct MemoryAnswer {
     AttributeValue value;
     AccessibilityError error = AccessibilityError::success;
-    /// How long the owner takes, besides the time that it takes for every request. Longer than the messaging timeout is too
-    /// late.
+    /// How long the owner takes, in addition to the latency of its process. Too late after the messaging timeout.
     std::chrono::nanoseconds latency{0};
     bool neverAnswers = false;
 };
@@ -29,16 +28,16 @@ class MemoryElement {
 public:
     using Answering = std::function<MemoryAnswer()>;
 
-    /// Gives an attribute a value. Elements in it are delivered as new references at each read.
+    /// Gives an attribute a value. Each read delivers the elements in it as new references.
     void set(const std::string& attribute, AttributeValue value) const;
     void setChildren(const std::vector<MemoryElement>& children) const;
     void setFrame(const Rect& frame) const;
-    /// Lets reads of an attribute, or an action ("AXPress", "AXShowMenu"), be answered as `answer` says. An element refuses
-    /// attributes and actions that it was told nothing about.
+    /// Sets the answer to reads of an attribute, or to an action ("AXPress", "AXShowMenu"). An element refuses requests for
+    /// which no answer is set.
     void answer(const std::string& request, MemoryAnswer answer) const;
-    /// The same with an answer that is found afresh at each request, outside any lock.
+    /// The same with `answering` called at each request, outside any lock.
     void answerWith(const std::string& request, Answering answering) const;
-    /// Refuses a request with an error.
+    /// Has a request answered with an error.
     void fail(const std::string& request, AccessibilityError error) const;
 
     /// A new reference to this element, with the system's own messaging timeout.
@@ -67,18 +66,18 @@ struct MemoryRequest {
     std::string name;
     /// The messaging timeout that bounds this request.
     std::chrono::nanoseconds timeout{0};
-    /// Whether the timeout was set on this very reference, rather than inherited from the one that it was read from.
+    /// Whether the timeout was set on this reference, not inherited from the one that it was read from.
     bool wasGivenTimeout = false;
 };
 
-/// Processes and their trees of elements, with answers as scripted. Any thread, so that it serves real threads as well as
-/// simulated time.
+/// Processes and their trees of elements, with scripted answers. Any thread, so that it works with real threads as well as
+/// with simulated time.
 class MemoryAccessibility final : public Accessibility {
 public:
-    /// What elements have that nobody gave a messaging timeout.
+    /// The messaging timeout of references that were given none.
     static constexpr std::chrono::nanoseconds systemTimeout = std::chrono::seconds(6);
 
-    /// `wait` lets the time of a request pass for whoever sent it.
+    /// `wait` lets the time of a request pass for the thread or task that sent it.
     explicit MemoryAccessibility(std::function<void(std::chrono::nanoseconds)> wait);
     ~MemoryAccessibility() override;
 
@@ -86,21 +85,21 @@ public:
 
     /// Starts a process, in place of one that has the same pid, and returns its root element.
     MemoryElement launch(ProcessID pid);
-    /// Ends a process: its elements become invalid, also should the pid be used again.
+    /// Ends a process: its elements become invalid, and stay so when the pid is used again.
     void quit(ProcessID pid);
     /// A new element of a running process.
     [[nodiscard]] MemoryElement makeElement(ProcessID owner);
-    /// Lets a process take this long for every request.
+    /// Makes a process take this long for every request.
     void setLatency(ProcessID pid, std::chrono::nanoseconds latency);
-    /// Lets a process stop answering, or answer again.
+    /// Makes a process stop answering, or answer again.
     void setHung(ProcessID pid, bool hung);
-    /// Lets the process id of an element be unknown.
+    /// Makes `processIdentifier` fail for an element.
     void hideOwner(const MemoryElement& element);
 
     void setTrusted(bool trusted);
     /// How often the user was asked for trust.
     [[nodiscard]] int promptCount() const;
-    /// Is told of every request, on the thread that sends it, before it is answered or refused.
+    /// `observer` is called for every request, on the thread that sends it, before the request is answered or refused.
     void observeRequests(std::function<void(const MemoryRequest&)> observer);
 
     // Accessibility
@@ -119,9 +118,9 @@ private:
     using Process = MemoryElement::Process;
     using Reference = MemoryElement::Reference;
 
-    /// Sends a request: lets its time pass, and delivers what the element's owner makes of it.
+    /// Sends a request: lets its time pass, and returns the answer of the element's owner.
     MemoryAnswer request(MemoryRequest::Kind kind, const AccessibilityElement& element, std::string_view name) const;
-    /// The node that a reference stands for now, and nothing when it is gone.
+    /// The node that a reference stands for now; null when it is gone.
     [[nodiscard]] std::shared_ptr<Node> liveNode(const Reference& reference) const;
     [[nodiscard]] std::shared_ptr<Process> process(ProcessID pid) const;
     std::shared_ptr<Node> makeNode(std::shared_ptr<Process> owner, bool isRoot);

@@ -12,7 +12,7 @@
 
 namespace ovin {
 
-/// An application that only counts what it was asked to do.
+/// An application that only counts calls.
 class MemoryApplication final : public Application {
 public:
     int activationCount = 0;
@@ -36,7 +36,7 @@ public:
         return std::make_unique<Registration>(handlers_, std::move(shared));
     }
 
-    /// A handler may remove any of them.
+    /// From a copy, because a handler may remove any of them.
     void callAll() const {
         const auto handlers = *handlers_;
         for (const Handler& handler : handlers) {
@@ -69,7 +69,7 @@ public:
 
     [[nodiscard]] std::optional<Screen> main() const override { return mainScreen; }
 
-    /// Tells that the screens have changed.
+    /// Reports that the screens have changed.
     void change() const { observers_.callAll(); }
     [[nodiscard]] std::size_t observerCount() const { return observers_.count(); }
     /// How many observers there have ever been.
@@ -87,7 +87,7 @@ private:
 /// Lets a test press the mouse somewhere else.
 class MemoryEventMonitor final : public EventMonitor {
 public:
-    /// Whether the system lets anybody listen.
+    /// Whether the system allows monitoring.
     bool isAvailable = true;
 
     /// A press outside this application's windows.

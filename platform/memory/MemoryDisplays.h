@@ -28,11 +28,11 @@ public:
     enum class Answer {
         switches,
         refuses,
-        /// Reports success, and the mode stays.
+        /// Reports success, but does not change the mode.
         pretends,
     };
 
-    /// Changed by the test only while nobody reads: what other threads may ask is guarded against `apply` alone.
+    /// Set only while no other thread reads, because only `apply` is guarded against reads on other threads.
     std::vector<Display> displays{
         {1, {{0, 0}, {1512, 982}}, {{1, 1512, 982, 3024, true}}, {{1, 1512, 982, 3024, true}}, false}};
     Answer answer = Answer::switches;
@@ -40,7 +40,7 @@ public:
     std::optional<std::string> server;
     /// The servers of other sessions that run.
     std::set<std::string> otherServers;
-    /// Called around every mode that is applied, also one that is refused.
+    /// Called around every `apply`, also a refused one.
     EffectHook onEffect;
 
     [[nodiscard]] std::optional<std::string> serverName() const override { return server; }

@@ -4,12 +4,12 @@
 
 namespace ovin {
 
-/// Where an effect on what outlives the program stands: nothing has happened yet; it has happened, if it was not refused,
-/// and who asked for it does not know; it is about to tell.
+/// The stage of an effect on what outlives the program: not yet begun; done, if not refused, but the caller does not know;
+/// about to return to the caller.
 enum class EffectMoment { before, during, after };
 
-/// Lets a test interfere with effects. What it sets at `before` holds for this very effect. An exception that it throws goes
-/// through the program to whoever drives the simulation: so a test ends the program there, as a crash does.
+/// Lets a test interfere with effects. What it sets at `before` applies to this effect already. An exception that it throws
+/// passes through the program to the code that drives the simulation: so a test ends the program like a crash.
 using EffectHook = std::function<void(EffectMoment)>;
 
 inline void reach(const EffectHook& hook, EffectMoment moment) {

@@ -10,7 +10,7 @@ namespace ovin {
 /// A process whose environment the test sets.
 class MemoryProcessInfo final : public ProcessInfo {
 public:
-    /// Set before anybody reads; not guarded.
+    /// Not guarded: set them before other threads read them.
     ProcessID pid = 100;
     std::string bundleID = "example.ovin.Ovin";
 

@@ -16,11 +16,11 @@
 
 namespace ovin {
 
-/// Alerts that a test reads; nobody has to acknowledge them.
+/// Alerts that a test reads; they need not be acknowledged.
 class MemoryAlerts final : public Alerts {
 public:
     std::vector<Alert> shown;
-    /// Runs at the moment when an alert is shown.
+    /// Runs when an alert is shown.
     std::function<void()> showing;
 
     void run(const Alert& alert) override {
@@ -33,7 +33,7 @@ public:
 class MemoryLaunchAtLogin final : public LaunchAtLogin {
 public:
     Status current = Status::notRegistered;
-    /// What goes wrong with every change.
+    /// The error of every change, if any.
     std::optional<std::string> failure;
     int registrationCount = 0;
     int unregistrationCount = 0;
@@ -42,7 +42,7 @@ public:
 
     [[nodiscard]] std::optional<std::string> registerApplication() override {
         ++registrationCount;
-        // What the user has switched off, only the user can switch on.
+        // Only the user can switch on again what the user has switched off.
         if (!failure && current != Status::requiresApproval) current = Status::enabled;
         return failure;
     }
@@ -54,7 +54,7 @@ public:
     }
 };
 
-/// Pictures that are only names and sizes.
+/// Pictures that have only names and sizes.
 class MemoryResources final : public Resources {
 public:
     std::map<std::string, Size, std::less<>> pictures{
@@ -79,14 +79,14 @@ public:
     }
 
 private:
-    /// A picture is the same image each time.
+    /// Kept so that two calls return equal images.
     mutable std::map<std::string, std::optional<Image>> images_;
 };
 
-/// An update framework that only counts, and lets a test ask what it would ask the application.
+/// An update framework that only counts calls, and lets a test ask the application what a real one would ask.
 class MemoryUpdateFramework final : public UpdateFramework {
 public:
-    /// There while the controller is.
+    /// Set while the controller exists.
     std::optional<Delegate> delegate;
     int startCount = 0;
     int checkCount = 0;

@@ -19,7 +19,7 @@ public:
     std::string symbol;
     std::string accessibilityDescription;
     std::optional<Menu> menu;
-    /// Runs at the moment when a menu is shown.
+    /// Runs when a menu is shown.
     std::function<void()> showingMenu;
     std::string autosaveName;
     int itemCount = 0;

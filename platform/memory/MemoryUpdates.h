@@ -19,7 +19,7 @@ class MemoryWallClock final : public WallClock {
 public:
     explicit MemoryWallClock(SimulatedTime& time) : time_(time) {}
 
-    /// Somebody sets the date.
+    /// Lets somebody set the date.
     void changeDate(std::chrono::seconds by) { start_ += by; }
 
     [[nodiscard]] std::chrono::seconds date() const override {
@@ -32,11 +32,11 @@ public:
 
 private:
     SimulatedTime& time_;
-    /// What the date is when the simulation is at its beginning.
+    /// The date at the beginning of the simulation.
     std::chrono::seconds start_{1'800'000'000};
 };
 
-/// Feeds at addresses, each of which has something or fails, after a while.
+/// Feeds at addresses, each of which answers or fails after a while.
 class MemoryUpdateFeed final : public UpdateFeed {
 public:
     explicit MemoryUpdateFeed(SimulatedTime& time) : time_(time) {}

@@ -11,9 +11,9 @@ namespace ovin {
 class MemoryUserDefaults final : public UserDefaults {
 public:
     std::map<std::string, Value, std::less<>> values;
-    /// Lets the store refuse to change, as a full or read-only disk does.
+    /// Makes the store refuse changes, as a full or read-only disk does.
     bool refusesChanges = false;
-    /// Called around every change that is asked for, also one that is refused.
+    /// Called around every change, also a refused one.
     EffectHook onEffect;
 
     [[nodiscard]] std::optional<Value> object(std::string_view key) const override {

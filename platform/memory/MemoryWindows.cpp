@@ -12,7 +12,7 @@ namespace {
 constexpr double characterWidth = 7;
 constexpr double lineHeight = 16;
 
-/// Characters of UTF-8, which begin with any byte but those that continue one.
+/// Counts code points: all bytes that do not continue one.
 std::ptrdiff_t lengthOf(const std::string& text) {
     return std::count_if(text.begin(), text.end(),
                          [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
@@ -24,7 +24,7 @@ Size textSize(const AttributedText& text) {
     return {characterWidth * static_cast<double>(length), lineHeight};
 }
 
-/// How much room a view takes that nothing holds back.
+/// The size that a view takes when nothing limits it.
 struct Measure {
     Size operator()(const Label& label) const {
         const Size line = textSize(label.text);
@@ -150,7 +150,7 @@ private:
 
 void MemoryWindows::click(int tag) {
     if (!ledge_) return;
-    // The handler may destroy the panel, and what holds the handler with it.
+    // A copy, because the handler may destroy the panel, and itself with it.
     const auto clicked = ledge_->clicked;
     clicked(tag);
 }
@@ -171,7 +171,7 @@ std::vector<MemoryWindows::Information> MemoryWindows::informationWindows() cons
 void MemoryWindows::click(const std::string& title, int tag) {
     for (const InformationPage* page : pages_) {
         if (page->information.title != title) continue;
-        // The handler may destroy the window, and what holds the handler with it.
+        // A copy, because the handler may destroy the window, and itself with it.
         const auto clicked = page->clicked;
         return clicked(tag);
     }

@@ -14,17 +14,17 @@ public:
     struct Ledge {
         View content;
         Rect frame;
-        /// A copy that a test keeps is a click on its way while other content takes the place of this.
+        /// A test that keeps a copy has a queued click, which it can deliver after other content has taken this one's place.
         std::function<void(int tag)> clicked;
     };
 
     /// The ledge that is shown now.
     [[nodiscard]] const std::optional<Ledge>& ledge() const { return ledge_; }
-    /// How often any ledge was shown or laid out anew.
+    /// How often any ledge was shown or laid out again.
     [[nodiscard]] int layoutCount() const { return layoutCount_; }
     /// How many panels have been made.
     [[nodiscard]] int panelCount() const { return panelCount_; }
-    /// Clicks the button with this tag; a button need not be there, as it may go while a click is on its way.
+    /// Clicks the button with this tag, which need not exist: a button may disappear while a click is queued.
     void click(int tag);
 
     struct Information {

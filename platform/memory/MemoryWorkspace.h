@@ -8,7 +8,7 @@
 
 namespace ovin {
 
-/// An image that is only a name.
+/// An image that has only a name.
 class MemoryImage final : public Image::Content {
 public:
     explicit MemoryImage(std::string imageName) : name(std::move(imageName)) {}
@@ -22,7 +22,7 @@ public:
 /// Running applications as the test lists them, and files that are known by their display name and their icon.
 class MemoryWorkspace final : public Workspace {
 public:
-    /// In place of an application with the same pid, which must have ended.
+    /// Replaces an application with the same pid, which must have ended.
     void launch(RunningApplication application) {
         {
             const std::lock_guard lock(mutex_);

@@ -16,7 +16,7 @@
 
 namespace ovin {
 
-/// A whole world in memory, on simulated time: what tests set up, drive and look at. Texts sort as in English.
+/// A whole world in memory, on simulated time, which tests set up, drive and inspect. Texts sort as in English.
 struct MemoryWorld {
     SimulatedTime time;
     MemoryAccessibility accessibility{[this](std::chrono::nanoseconds duration) { time.wait(duration); }};

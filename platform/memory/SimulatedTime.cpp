@@ -9,7 +9,7 @@ class SimulatedTime::PendingTimer final : public Timer {
 public:
     PendingTimer(SimulatedTime& time, Key key) : time_(time), key_(key), alive_(time.alive_) {}
     ~PendingTimer() override {
-        // Taken out before it is destroyed: what the work holds may itself be a timer, which then searches the agenda.
+        // Extracted before it is destroyed, because the work may hold another timer, whose destructor searches the agenda.
         if (!alive_.expired()) const auto cancelled = time_.agenda_.extract(key_);
     }
 
@@ -94,7 +94,7 @@ void SimulatedTime::run(Duration time, const Entry& entry) {
     isRunning_ = wasRunning;
     furthest_ = std::max(furthest_, now_);
     if (isOnMainThread) mainThreadFree_ = now_;
-    // Whoever drives the simulation does so on the main thread, which the clocks of tasks do not move.
+    // The simulation is driven on the main thread, whose clock tasks do not move.
     now_ = std::max(time, mainThreadFree_);
 }
 

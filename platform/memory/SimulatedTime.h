@@ -15,11 +15,11 @@ namespace ovin {
 
 /// The time, the main queue and the tasks of the in-memory world, on one thread: equal histories give equal results.
 ///
-/// The main queue, every task and every child of a task have a clock of their own. Waiting, as a request to another process
-/// does, moves only the clock of whoever waits, so that things that happen at once take as long as the longest of them. A
-/// task runs to its end before the main queue goes on, but what it hands to the main queue arrives at its own time. Things
-/// that happen in the world by themselves (`happen`) happen as soon as the first clock has reached their time. Whoever
-/// drives the simulation from outside does so on the main thread.
+/// The main queue, every task and every child of a task have a clock of their own. Waiting, for example for another process,
+/// moves only the clock of the one that waits, so that parallel waits take as long as the longest of them. A task runs to
+/// its end before the main queue goes on, but what it hands to the main queue arrives at its own time. Events of the world
+/// (`happen`) occur as soon as the first clock has reached their time. The code that drives the simulation counts as the
+/// main thread.
 class SimulatedTime final : public Clock, public MainQueue, public Tasks {
 public:
     using Duration = std::chrono::nanoseconds;
@@ -29,19 +29,19 @@ public:
     SimulatedTime& operator=(const SimulatedTime&) = delete;
     ~SimulatedTime() override = default;
 
-    // What drives the simulation.
+    // Drive the simulation.
 
-    /// Runs everything that is due within `duration`, in the order of time and then of asking, and leaves the clock there:
-    /// later only when work on the main thread took longer. How long a task takes does not move it.
+    /// Runs everything that is due within `duration`, in the order of due time and then of calls, and leaves the clock at
+    /// the end of `duration`, or later when work on the main thread took longer. The time that tasks take does not move it.
     void advance(Duration duration);
-    /// Runs until nothing is left to run, and leaves the clock where the last of all ended. Whatever repeats itself for ever
-    /// never ends.
+    /// Runs until nothing is left to run, and leaves the clock where the last work ended. Does not return while work repeats
+    /// itself.
     void runUntilIdle();
     /// Runs what is due next, if anything is; false when nothing was left.
     bool runNext();
-    /// Lets something happen in the world, outside this program, after `delay`.
+    /// Runs `event` in the world, outside this program, after `delay`.
     void happen(Duration delay, Work event);
-    /// Waits: moves the clock of whoever runs now.
+    /// Waits: moves the clock of the work that runs now.
     void wait(Duration duration);
 
     // Clock
@@ -62,7 +62,7 @@ private:
         Kind kind;
         Work work;
     };
-    /// Due time, and a running number that keeps the order of asking.
+    /// The due time, and a running number that keeps the order of calls.
     using Key = std::pair<Duration, std::uint64_t>;
     class PendingTimer;
 
@@ -73,13 +73,13 @@ private:
     Duration now_{0};
     /// The main thread is busy until then.
     Duration mainThreadFree_{0};
-    /// The furthest that any clock has come.
+    /// The latest time of any clock.
     Duration furthest_{0};
-    /// Whether something runs that was started from the agenda.
+    /// Whether work from the agenda is running.
     bool isRunning_ = false;
     std::uint64_t nextNumber_ = 0;
     std::map<Key, Entry> agenda_;
-    /// Tells timers that outlive the simulation.
+    /// Expires for timers that outlive the simulation.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 
