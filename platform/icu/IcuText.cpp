@@ -25,14 +25,14 @@ struct CloseIterator {
 };
 using OwnedIterator = std::unique_ptr<UBreakIterator, CloseIterator>;
 
-/// The library counts in 32 bits. Longer texts are cut, which no caller of these services can notice on a screen.
+/// The library counts in 32 bits, so longer texts are cut; no screen could show the difference.
 std::int32_t length(std::string_view text) {
     constexpr auto limit = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max());
     return static_cast<std::int32_t>(std::min(text.size(), limit));
 }
 
-/// The locale by which the environment sorts, ranked as POSIX ranks the variables. The library's own default asks for the
-/// language of messages instead, which many people set apart from the rest.
+/// The environment's locale for sorting, with the precedence of variables that POSIX defines. The library's own default is
+/// the language of messages, which many people set to another one.
 std::string environmentLocale() {
     for (const char* name : {"LC_ALL", "LC_COLLATE", "LANG"}) {
         const char* value = std::getenv(name);
@@ -41,8 +41,8 @@ std::string environmentLocale() {
     return {};
 }
 
-/// The library's name for a locale. That of the root locale, which is empty, stands in for the computer's own locales: they
-/// sort all capital letters before all small ones.
+/// The library's name for a locale. "C" and "POSIX", which sort all capital letters before all small ones, become the root
+/// locale, whose name is empty.
 std::string canonicalName(const std::string& locale) {
     const std::string language = locale.substr(0, locale.find_first_of(".@"));
     if (language == "C" || language.ends_with("POSIX")) return {};
@@ -63,9 +63,9 @@ IcuText::IcuText(const std::string& locale) {
     for (const std::string& name : {wanted, std::string()}) {
         UErrorCode status = U_ZERO_ERROR;
         collator_.reset(ucol_open(name.c_str(), &status));
-        if (collator_) break;  // Not so for what is no locale at all.
+        if (collator_) break;  // Null for what is no locale at all.
     }
-    // The second level tells accents apart; letter case is the third.
+    // The second level distinguishes accents, only the third letter case.
     if (collator_) ucol_setStrength(collator_.get(), UCOL_SECONDARY);
 }
 
@@ -75,7 +75,7 @@ std::string IcuText::prefix(std::string_view text, std::size_t count) const {
     if (count == 0 || text.empty()) return {};
     UErrorCode status = U_ZERO_ERROR;
     const OwnedText utf8(utext_openUTF8(nullptr, text.data(), length(text), &status));
-    // A break iterator is not safe to share between threads; the rules behind it are loaded once by the library.
+    // Made for each call, because threads must not share a break iterator; the library loads the rules only once.
     const OwnedIterator characters(ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
     ubrk_setUText(characters.get(), utf8.get(), &status);
     if (U_FAILURE(status)) return std::string(text);

@@ -14,7 +14,7 @@ class IcuText final : public Text {
 public:
     /// Sorts as `locale` does, for example "de_DE" or "de_DE.UTF-8"; the empty string stands for the locale by which the
     /// environment sorts: the first of LC_ALL, LC_COLLATE and LANG that is set and not empty. An unknown locale sorts as the
-    /// root locale does, and so do "C" and "POSIX", which know nothing of letter case.
+    /// root locale does, and so do "C" and "POSIX", whose own order depends on letter case.
     explicit IcuText(const std::string& locale = "");
     ~IcuText() override;
 

@@ -11,7 +11,7 @@
 namespace ovin {
 namespace {
 
-/// Hands the numbers of finished children from their threads to the one that waits for them.
+/// Passes the numbers of finished children from their threads to the thread that waits for them.
 class FinishedChildren {
 public:
     void push(std::size_t index) {
@@ -47,11 +47,11 @@ void ThreadTasks::start(Priority, std::function<void()> work) {
         const std::lock_guard lock(mutex_);
         ++running_;
     }
-    // The thread gets a copy of the pointer, so that the work is still there when there is to be no thread.
+    // The thread gets a copy of the pointer, so that the work is kept if the thread cannot be started.
     const auto shared = std::make_shared<std::function<void()>>(std::move(work));
     const auto run = [this, shared] {
         (*shared)();
-        *shared = nullptr;  // What the work holds on to goes before anybody is told that it has ended.
+        *shared = nullptr;  // Destroys what the work holds before its end is reported.
         const std::lock_guard lock(mutex_);
         if (--running_ == 0) allEnded_.notify_all();
     };
@@ -65,8 +65,8 @@ void ThreadTasks::start(Priority, std::function<void()> work) {
     }
 }
 
-// Threads are started until every child has begun. A thread whose child has returned takes the next one that has not begun,
-// so that many quick children cost few threads, and no child ever waits for another that does not return.
+// Starts threads until every child has begun. A thread whose child has returned takes the next child, so that many quick
+// children need few threads, and no child ever waits for another that does not return.
 void ThreadTasks::forEach(std::size_t count, const std::function<void(std::size_t)>& child,
                           const std::function<void(std::size_t)>& finished) {
     std::atomic<std::size_t> begun = 0;

@@ -9,13 +9,13 @@
 
 namespace ovin {
 
-/// Tasks as threads of the operating system, as many as there are tasks and waiting children: these spend their time waiting
-/// for other processes, and a pool of any size would make the ones behind a full pool wait for those that never get an
-/// answer. No thread outlives its work, so nothing is left to wake up. To the system all priorities are the same.
+/// Tasks as threads of the operating system, one for each task and waiting child. They mostly wait for other processes;
+/// behind a full pool of any size, tasks would wait for those that never get an answer. No thread outlives its work, so no
+/// idle thread ever wakes up. All priorities are treated alike.
 class ThreadTasks final : public Tasks {
 public:
-    /// `prepare` is called first on the thread of each task. Threads of children have of it what the system passes on from a
-    /// thread to those that it starts.
+    /// `prepare` is called first on the thread of each task. Threads of children inherit only what the system passes on from
+    /// a thread to those that it starts.
     explicit ThreadTasks(std::function<void()> prepare = [] {}) : prepare_(std::move(prepare)) {}
     ThreadTasks(const ThreadTasks&) = delete;
     ThreadTasks& operator=(const ThreadTasks&) = delete;
