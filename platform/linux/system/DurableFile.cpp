@@ -93,7 +93,8 @@ std::filesystem::path DurableFile::realPath() const {
     for (int links = 0; links < mostLinks; ++links) {
         const std::string target = fileSystem_.linkTarget(path.string());
         if (target.empty()) break;
-        path = (path.parent_path() / target).lexically_normal();
+        // A folder on the way may be a link as well, so that ".." is for the kernel to follow.
+        path = path.parent_path() / target;
     }
     return path;
 }

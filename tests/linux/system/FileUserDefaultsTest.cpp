@@ -133,6 +133,18 @@ TEST_F(FileUserDefaultsTest, ALinkStaysOneAndTheFileThatItLeadsToIsChanged) {
     EXPECT_EQ(textIn(target), "key\ti\t2\n");
 }
 
+TEST_F(FileUserDefaultsTest, ALinkInALinkedFolderIsFollowedAsTheKernelDoes) {
+    const auto target = folder_.path() / "files" / "shared";
+    write(target, "key\ti\t1\n");
+    std::filesystem::create_directories(folder_.path() / "files" / "ovin");
+    std::filesystem::create_directory_symlink("files/ovin", path().parent_path());
+    std::filesystem::create_symlink("../shared", path());
+    FileUserDefaults defaults(path());
+    ASSERT_TRUE(defaults.set("key", std::int64_t{2}));
+    EXPECT_EQ(defaults.object("key"), Value(std::int64_t{2}));
+    EXPECT_EQ(textIn(target), "key\ti\t2\n");
+}
+
 TEST_F(FileUserDefaultsTest, ALinkThatLeadsNowhereGetsItsFile) {
     std::filesystem::create_directories(path().parent_path());
     std::filesystem::create_symlink(folder_.path() / "nowhere" / "defaults", path());
