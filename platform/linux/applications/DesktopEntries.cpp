@@ -68,7 +68,8 @@ struct DesktopEntries::Reading {
         std::map<std::string, Path> files;
         folders[folder] = stateBeforeReading(folder);
         std::error_code error;
-        std::filesystem::recursive_directory_iterator each(folder, error);
+        constexpr auto options = std::filesystem::directory_options::skip_permission_denied;
+        std::filesystem::recursive_directory_iterator each(folder, options, error);
         for (; !error && each != std::filesystem::recursive_directory_iterator(); each.increment(error)) {
             std::error_code ignored;
             if (each->is_directory(ignored)) folders[each->path()] = stateBeforeReading(each->path());

@@ -141,6 +141,17 @@ TEST_F(DesktopEntriesTest, WhatIsInstalledAndRemovedIsNoticed) {
     EXPECT_EQ(find("news").name, "News");
 }
 
+TEST_F(DesktopEntriesTest, AFolderThatMayNotBeReadHidesOnlyWhatIsInIt) {
+    if (geteuid() == 0) GTEST_SKIP() << "root may read everything";
+    for (const char* name : {"a", "b", "c"}) {
+        write("system", std::string(name) + ".desktop", std::string("Exec=") + name + "\n");
+        write("system", std::string(name) + "/inside.desktop", "Exec=inside\n");
+        fs::permissions(file("system", name), fs::perms::none);
+    }
+    for (const char* program : {"a", "b", "c"}) EXPECT_EQ(find(program).id, program);
+    for (const char* name : {"a", "b", "c"}) fs::permissions(file("system", name), fs::perms::owner_all);
+}
+
 TEST_F(DesktopEntriesTest, NothingIsReadAgainWhileNothingIsInstalled) {
     write("system", "mail.desktop", "Name=Mail\nExec=mail\n");
     EXPECT_TRUE(settles());
