@@ -17,13 +17,16 @@ std::string contentOf(const std::string& path) {
 }
 
 /// When the process began, in kernel ticks since the computer's start: tells it from another process with the same id. Empty
-/// when there is no process. By proc(5), the 20th word after the name, which stands in parentheses.
+/// when there is no process, or only a zombie, whose parent has not asked for its status. By proc(5), the state is the first
+/// word after the name, which stands in parentheses, and the beginning the 20th.
 std::string beginningOf(pid_t pid) {
     const std::string status = contentOf("/proc/" + std::to_string(pid) + "/stat");
     std::istringstream words(status.substr(std::min(status.size(), status.rfind(')') + 1)));
+    std::string state;
     std::string word;
-    for (int i = 0; i < 20; ++i) words >> word;
-    return words ? word : "";
+    words >> state;
+    for (int i = 1; i < 20; ++i) words >> word;
+    return words && state != "Z" ? word : "";
 }
 
 }  // namespace

@@ -48,9 +48,16 @@ public:
     [[nodiscard]] int socket() const { return socket_; }
     [[nodiscard]] pid_t pid() const { return pid_; }
 
+    /// Nobody has asked for its status yet.
+    void kill() const {
+        ::kill(pid_, SIGKILL);
+        siginfo_t info{};
+        EXPECT_EQ(waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT), 0);
+    }
+
     void end() {
         if (pid_ == 0) return;
-        kill(pid_, SIGKILL);
+        kill();
         waitpid(pid_, nullptr, 0);
         pid_ = 0;
     }
@@ -67,6 +74,8 @@ TEST(DisplayServer, ItHasItsNameUntilItEnds) {
     ASSERT_TRUE(name);
     EXPECT_EQ(displayServerName(server.socket()), name);
     EXPECT_TRUE(isDisplayServerRunning(*name));
+    server.kill();
+    EXPECT_FALSE(isDisplayServerRunning(*name));
     server.end();
     EXPECT_FALSE(isDisplayServerRunning(*name));
 }
