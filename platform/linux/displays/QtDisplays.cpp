@@ -192,7 +192,9 @@ std::optional<std::string> QtDisplays::serverName() const {
 }
 
 bool QtDisplays::isAnotherServer(const std::string& name) const {
-    return name != serverName() && isDisplayServerRunning(name);
+    const auto server = openServer();
+    // While it cannot be asked, it may be this very one.
+    return server && name != displayServerName(server->socket()) && isDisplayServerRunning(name);
 }
 
 void QtDisplays::watch(QScreen* screen) { QObject::connect(screen, &QScreen::geometryChanged, this, &QtDisplays::refresh); }
