@@ -45,7 +45,8 @@ Point QtItemMenus::position() {
 }
 
 void QtItemMenus::open(const QString& destination, const QString& path, std::shared_ptr<Answer> answer) {
-    this->answer(false);
+    // Whoever has asked for another menu since no longer wants anything else instead of this one.
+    this->answer(true);
     awaited_ = std::move(answer);
     anchor_.reset();
     menu_ = std::make_unique<DBusMenu>(QDBusConnection::sessionBus(), destination, path);
