@@ -45,6 +45,8 @@ std::string sizeOf(const DisplayMode& mode) { return std::to_string(mode.width) 
 DisplayWidener::DisplayWidener(const Platform& platform) : platform_(platform) {}
 
 WidenResult DisplayWidener::widen(double toFit) {
+    // One that ran when this one began may have ended since.
+    if (isOfEndedSession()) (void)restore();
     if (owesRestore() || isWidened()) return WidenResult::failed;
     const DisplayID display = platform_.displays.mainDisplay();
     if (platform_.displays.isInMirrorSet(display)) return WidenResult::mirrored;
@@ -140,11 +142,21 @@ void DisplayWidener::forgetServer() {
     if (platform_.defaults.object(serverKey)) (void)platform_.defaults.remove(serverKey);
 }
 
-/// Only if that session still runs: the record of an ended session is paid by the next session that has the display.
-bool DisplayWidener::isOfAnotherSession() const {
+std::optional<std::string> DisplayWidener::recordedServer() const {
     const auto server = platform_.defaults.object(serverKey);
     const auto* name = server ? std::get_if<std::string>(&*server) : nullptr;
-    return name != nullptr && platform_.displays.isAnotherServer(*name);
+    return name == nullptr ? std::nullopt : std::optional(*name);
+}
+
+/// Only if that session still runs: the record of an ended session is paid by the next session that has the display.
+bool DisplayWidener::isOfAnotherSession() const {
+    const auto name = recordedServer();
+    return name && platform_.displays.isAnotherServer(*name);
+}
+
+bool DisplayWidener::isOfEndedSession() const {
+    const auto name = recordedServer();
+    return name && name != platform_.displays.serverName() && !platform_.displays.isAnotherServer(*name);
 }
 
 bool DisplayWidener::isInForce(const Record& record) const {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 #include "platform/Platform.h"
 
@@ -32,7 +34,8 @@ public:
     DisplayWidener& operator=(const DisplayWidener&) = delete;
     ~DisplayWidener() = default;
 
-    /// Switches to the narrowest mode that is at least `toFit` points wide, or else to the widest.
+    /// Switches to the narrowest mode that is at least `toFit` points wide, or else to the widest. Undoes first what a
+    /// session owes that has ended.
     [[nodiscard]] WidenResult widen(double toFit);
 
     /// Puts the recorded mode back. True when nothing remains to be undone, or when the record is that of another running
@@ -59,7 +62,9 @@ private:
     void removeRecord();
     [[nodiscard]] bool writeServer();
     void forgetServer();
+    [[nodiscard]] std::optional<std::string> recordedServer() const;
     [[nodiscard]] bool isOfAnotherSession() const;
+    [[nodiscard]] bool isOfEndedSession() const;
     [[nodiscard]] bool isInForce(const Record& record) const;
 
     const Platform platform_;

@@ -552,6 +552,19 @@ TEST_F(DisplayWidenerTest, WhatASessionOwedThatHasEndedIsPaidByTheNextOne) {
     EXPECT_THAT(world.defaults.values, IsEmpty());
 }
 
+TEST_F(DisplayWidenerTest, ASessionThatEndsMeanwhileLeavesNobodyUnableToWiden) {
+    displays.server = "own";
+    displays.otherServers = {"other"};
+    record(std::int64_t{11}, std::int64_t{7});
+    world.defaults.values.insert_or_assign(serverKey, "other");
+    EXPECT_TRUE(widener.restore());
+    EXPECT_EQ(widener.widen(1700), WidenResult::failed);
+    displays.otherServers.clear();
+    EXPECT_EQ(widener.widen(1700), WidenResult::widened);
+    expectRecord();
+    EXPECT_EQ(world.defaults.object(serverKey), Value("own"));
+}
+
 TEST_F(DisplayWidenerTest, WithoutAPlaceForTheServersNameTheDisplayIsNotTouched) {
     displays.server = "own";
     for (int change = 1; change <= 3; ++change) {
