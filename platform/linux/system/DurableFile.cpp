@@ -50,8 +50,8 @@ public:
     }
 
     /// Waits for the lock. Succeeds at once where files cannot be locked, as on some network file systems.
-    [[nodiscard]] bool lock() const {
-        const auto end = std::chrono::steady_clock::now() + longestTurn;
+    [[nodiscard]] bool lock(std::chrono::nanoseconds patience) const {
+        const auto end = std::chrono::steady_clock::now() + patience;
         while (uninterrupted([&] { return fileSystem_.lock(descriptor_); }) != 0) {
             if (errno != EWOULDBLOCK) return true;
             if (std::chrono::steady_clock::now() >= end) return false;
@@ -114,7 +114,10 @@ bool DurableFile::update(const std::function<std::string(const std::string& cont
     // Opened first, because whatever can fail must do so before the file changes. The folder is locked instead of the file,
     // which is a new one after each change.
     const OpenFile folder(fileSystem_, path.parent_path(), O_RDONLY | O_DIRECTORY);
-    if (!folder.isOpen() || !folder.lock()) return false;
+    if (!folder.isOpen()) return false;
+    // A program that has kept the lock for a second is stopped: later changes try once and do not wait.
+    hasWaitedInVain_ = !folder.lock(hasWaitedInVain_ ? std::chrono::nanoseconds(0) : longestTurn);
+    if (hasWaitedInVain_) return false;
     const auto before = read(path);
     if (!before || !replace(path, change(*before))) return false;
     if (folder.sync()) return true;

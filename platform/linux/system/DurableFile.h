@@ -26,8 +26,8 @@ public:
     /// Replaces the content by what `change` makes of it, and makes the file and its folders where they are missing.
     /// Programs that change the file at the same time take turns; each starts from what the one before has written. True
     /// once the new content is on the disk. False when it could not be read or written, or another program did not finish
-    /// within a second; the content is unchanged then. (If the disk fails again while the old content is put back, the file
-    /// holds either of the two.)
+    /// within a second, for which only the first of several changes waits; the content is unchanged then. (If the disk fails
+    /// again while the old content is put back, the file holds either of the two.)
     [[nodiscard]] bool update(const std::function<std::string(const std::string& content)>& change) const;
 
 private:
@@ -40,6 +40,7 @@ private:
 
     const std::filesystem::path path_;
     FileSystem& fileSystem_;
+    mutable bool hasWaitedInVain_ = false;
 };
 
 }  // namespace ovin

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -196,6 +197,9 @@ TEST_F(FileUserDefaultsTest, AProgramThatDoesNotFinishItsChangeIsWaitedForASecon
     const int folder = open(path().parent_path().c_str(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(flock(folder, LOCK_EX), 0);
     EXPECT_FALSE(defaults.set("key", std::int64_t{2}));
+    const auto afterTheFirst = std::chrono::steady_clock::now();
+    for (int i = 0; i < 10; ++i) EXPECT_FALSE(defaults.set("key", std::int64_t{2}));
+    EXPECT_LT(std::chrono::steady_clock::now() - afterTheFirst, std::chrono::seconds(5)) << "each of them has waited";
     EXPECT_EQ(defaults.object("key"), Value(std::int64_t{1}));
     close(folder);
     EXPECT_TRUE(defaults.set("key", std::int64_t{2}));
