@@ -259,7 +259,7 @@ TEST_F(QtUpdateFeedTest, WhateverAFeedContainsTheMainThreadGoesOn) {
         ASSERT_LE(text.size(), most) << name;
         write(name, text);
         const std::clock_t begin = std::clock();
-        const auto silence = longestSilence([&] { (void)read(plain_ + "/" + name); });
+        const auto silence = longestSilence([&, url = plain_ + "/" + name] { (void)read(url); });
         EXPECT_LT(silence, 20ms) << name;
         EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC) << name;
         RecordProperty(name, static_cast<int>(silence.count()));
