@@ -135,11 +135,11 @@ TEST_F(FileUserDefaultsTest, ALinkStaysOneAndTheFileThatItLeadsToIsChanged) {
 }
 
 TEST_F(FileUserDefaultsTest, ALinkInALinkedFolderIsFollowedAsTheKernelDoes) {
-    const auto target = folder_.path() / "files" / "shared";
+    const auto target = folder_.path() / "files" / "common";
     write(target, "key\ti\t1\n");
     std::filesystem::create_directories(folder_.path() / "files" / "ovin");
     std::filesystem::create_directory_symlink("files/ovin", path().parent_path());
-    std::filesystem::create_symlink("../shared", path());
+    std::filesystem::create_symlink("../common", path());
     FileUserDefaults defaults(path());
     ASSERT_TRUE(defaults.set("key", std::int64_t{2}));
     EXPECT_EQ(defaults.object("key"), Value(std::int64_t{2}));
