@@ -30,6 +30,11 @@ def isNamed(name="org.ovin.Ovin"):
                          "org.freedesktop.DBus.NameHasOwner", name).stdout
 
 
+def record():
+    """What is owed; a build that looks for updates remembers when, besides."""
+    return {key: value for key, value in readDefaults().items() if key.startswith("OvinOriginal")}
+
+
 def beside():
     """What the second session does; its only output is the mode of its display in the end."""
     setAccessibility(True)
@@ -72,13 +77,13 @@ class Sessions(ApplicationTestCase):
 
     def testASecondSessionLeavesWhatTheFirstOneOwes(self):
         ovin = self.organize()
-        record, wide = readDefaults(), mode()
+        owed, wide = record(), mode()
         self.assertEqual(self.runBeside("starts"), [USUAL, LEFT_ALONE])
-        self.assertEqual((readDefaults(), mode()), (record, wide))
+        self.assertEqual((record(), mode()), (owed, wide))
         ovin.kill()
         ovin.wait(BOUND)
         self.assertEqual(self.runBeside("starts"), [USUAL, LEFT_ALONE])
-        self.assertEqual((readDefaults(), mode()), (record, wide))
+        self.assertEqual((record(), mode()), (owed, wide))
         self.assertPaidBy(self.startOvin())
 
     def testWhatASessionOwedThatHasEndedIsNoBurdenForTheNextOne(self):
@@ -112,12 +117,12 @@ class Sessions(ApplicationTestCase):
         self.assertFalse(isNamed("org.kde.StatusNotifierWatcher"), "a preview takes other programs' items")
         preview.send_signal(signal.SIGSTOP)  # two cards could not be told apart
         ovin = self.organize()
-        record = {key: value for key, value in readDefaults().items() if key.startswith("OvinOriginal")}
+        owed = record()
         ovin.kill()
         ovin.wait(BOUND)
         preview.send_signal(signal.SIGCONT)
         toggle(preview)
-        self.assertEqual({key: value for key, value in readDefaults().items() if key.startswith("OvinOriginal")}, record)
+        self.assertEqual(record(), owed)
         self.assertPaidBy(self.startOvin())
         toggle(preview)
         self.assertFalse(isOnRecord())
