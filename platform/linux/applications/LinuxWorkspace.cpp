@@ -98,8 +98,9 @@ void LinuxWorkspace::observeApplications(std::function<void()> handler) {
     if (handlers_.size() > 1) return;
     const auto longAgo = std::chrono::steady_clock::now() - settlingTime;
     for (const ProcessID pid : processes_.processes()) since_.emplace(pid, longAgo);
-    look();
+    // Observed first, so that no process comes between the first look and the first news.
     processes_.observe([outlet = outlet_] { Outlet::lookSoon(outlet); });
+    look();
 }
 
 /// Tells of the applications that have come and gone, and looks again when the next one will have settled.
@@ -120,8 +121,7 @@ void LinuxWorkspace::look() {
     }
     since_ = std::move(since);
     nextLook_ = untilNext ? mainQueue_.after(*untilNext, [this] { look(); }) : nullptr;
-    const bool isNews = isObserved_ && settled != told_;
-    isObserved_ = true;
+    const bool isNews = told_ && settled != told_;
     told_ = std::move(settled);
     if (!isNews) return;
     for (const auto& handler : std::vector(handlers_)) handler();

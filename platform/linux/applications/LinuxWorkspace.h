@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -50,8 +51,7 @@ private:
     std::vector<std::function<void()>> handlers_;
     /// When each process was first seen, and the processes that the handlers were last told of as applications.
     std::map<ProcessID, std::chrono::steady_clock::time_point> since_;
-    std::set<ProcessID> told_;
-    bool isObserved_ = false;
+    std::optional<std::set<ProcessID>> told_;
     std::unique_ptr<MainQueue::Timer> nextLook_;
     const std::shared_ptr<Outlet> outlet_;
     UrlOpener urls_;
