@@ -37,7 +37,9 @@ NSCellImagePosition nativePosition(Button::ImagePosition position) {
     if (!button.toolTip.empty()) node.toolTip = node.accessibilityLabel = ovin::toNSString(button.toolTip);
     ovin::fixLength(node.widthAnchor, button.width);
     ovin::fixLength(node.heightAnchor, button.height);
-    [node setContentHuggingPriority:NSLayoutPriorityRequired forOrientation:NSLayoutConstraintOrientationHorizontal];
+    // An image may be narrower than the width that is stated for its button.
+    const NSLayoutPriority hugging = button.width ? NSLayoutPriorityDefaultHigh : NSLayoutPriorityRequired;
+    [node setContentHuggingPriority:hugging forOrientation:NSLayoutConstraintOrientationHorizontal];
     [target adopt:node];
     return node;
 }
