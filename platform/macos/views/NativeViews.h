@@ -15,7 +15,7 @@ namespace ovin {
 /// only, as is all below.
 NSView* makeNativeView(const View& view, OvinClickTarget* _Nullable target);
 
-/// The size that native views take when nothing limits them.
+/// The size that native views take when nothing limits them. `view` has no superview yet.
 Size fittingSize(NSView* view);
 
 }  // namespace ovin

@@ -52,7 +52,8 @@ NSView* makeNativeView(const View& view, OvinClickTarget* target) {
 }
 
 Size fittingSize(NSView* view) {
-    [view layoutSubtreeIfNeeded];
+    // The frame, which is empty as yet, is not to be a constraint.
+    view.translatesAutoresizingMaskIntoConstraints = NO;
     const NSSize size = view.fittingSize;
     return {size.width, size.height};
 }
