@@ -19,13 +19,15 @@ using ClickHandler = std::function<void(ovin::StatusItemClick)>;
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// The target of the item's button; the item keeps it alive.
-@interface OvinStatusItemTarget : NSObject
+/// The target of the item's button, and the delegate of its menu; the item keeps it alive.
+@interface OvinStatusItemTarget : NSObject <NSMenuDelegate>
 
 /// Empty when no handler is set.
 @property(nonatomic) ClickHandler handler;
 
 - (void)clicked:(nullable id)sender;
+/// Shows a menu at an item. Clicks are dropped until it returns.
+- (void)showMenu:(NSMenu*)menu at:(NSStatusItem*)item;
 
 @end
 
@@ -42,14 +44,40 @@ ovin::StatusItemClick currentClick() {
 
 }  // namespace
 
-@implementation OvinStatusItemTarget
+@implementation OvinStatusItemTarget {
+    BOOL _isShowingMenu;
+    BOOL _hasOpenedMenu;
+}
 
 @synthesize handler = _handler;
 
 - (void)clicked:(id)sender {
     (void)sender;
+    // Systems may tell of the click that opens the menu as of the user's own, which would open the menu again.
+    if (_isShowingMenu) return;
     // A copy, because the handler may be replaced while it runs.
     if (const ClickHandler handler = self.handler) ovin::callBack([&] { handler(currentClick()); });
+}
+
+- (void)showMenu:(NSMenu*)menu at:(NSStatusItem*)item {
+    _isShowingMenu = YES;
+    _hasOpenedMenu = NO;
+    menu.delegate = self;
+    NSStatusBarButton* button = item.button;
+    // The item has a menu only while the menu is open, because an item with a menu reports no clicks.
+    item.menu = menu;
+    [button performClick:nil];
+    item.menu = nil;
+    // Systems may have no menu come of that click.
+    if (!_hasOpenedMenu && button != nil) {
+        [menu popUpMenuPositioningItem:nil atLocation:NSMakePoint(0, NSMaxY(button.bounds)) inView:button];
+    }
+    _isShowingMenu = NO;
+}
+
+- (void)menuWillOpen:(NSMenu*)menu {
+    (void)menu;
+    _hasOpenedMenu = YES;
 }
 
 @end
@@ -87,12 +115,11 @@ public:
     }
 
     void showMenu(const Menu& menu) override {
-        menu_ = nativeMenu(menu);
+        // Variables of this call, because this object may be destroyed while the menu is open.
+        NSMenu* shown = menu_ = nativeMenu(menu);
         NSStatusItem* item = item_;
-        // The item has a menu only while the menu is open, because an item with a menu reports no clicks.
-        item.menu = menu_;
-        [item.button performClick:nil];
-        item.menu = nil;
+        OvinStatusItemTarget* target = target_;
+        [target showMenu:shown at:item];
     }
 
     [[nodiscard]] std::optional<Screen> screen() const override {
