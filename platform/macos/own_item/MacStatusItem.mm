@@ -39,7 +39,10 @@ ovin::StatusItemClick currentClick() {
     NSEvent* event = NSApp.currentEvent;
     if (event == nil) return ovin::StatusItemClick::other;
     if (event.type == NSEventTypeRightMouseUp) return ovin::StatusItemClick::rightMouseUp;
-    return event.type == NSEventTypeLeftMouseUp ? ovin::StatusItemClick::leftMouseUp : ovin::StatusItemClick::other;
+    if (event.type != NSEventTypeLeftMouseUp) return ovin::StatusItemClick::other;
+    // The system makes a secondary click of a Control-click only where a view has a menu of its own.
+    const bool isSecondary = (event.modifierFlags & NSEventModifierFlagControl) != 0;
+    return isSecondary ? ovin::StatusItemClick::rightMouseUp : ovin::StatusItemClick::leftMouseUp;
 }
 
 }  // namespace
