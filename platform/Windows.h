@@ -61,7 +61,8 @@ public:
     virtual void show(const View& content, const Placement& placement) = 0;
 
     /// Shows other content at its fitting size. The top left corner stays where it is, also after the user has moved the
-    /// panel, and the keyboard focus stays on the button with the same tag.
+    /// panel, and the keyboard focus stays on the button with the same tag. While the user holds a button of the panel down,
+    /// the content waits for the release; of several that wait, the last is shown.
     virtual void replace(const View& content) = 0;
 };
 

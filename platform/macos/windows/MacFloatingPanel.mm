@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/macos/displays/Coordinates.h"
+#include "platform/macos/system/CallBack.h"
 #include "platform/macos/views/ClickTarget.h"
 #include "platform/macos/windows/CloseReporter.h"
 #include "platform/macos/windows/WindowContent.h"
@@ -42,12 +43,23 @@ public:
     ~MacFloatingPanel() override { dismiss(panel_); }
 
     void show(const View& content, const Placement& placement) override {
+        waiting_.reset();
         const Size size = fitContent(panel_, content, target_);
         if (placement) [panel_ setFrameTopLeftPoint:toNative(placement(size))];
         [panel_ orderFrontRegardless];
     }
 
-    void replace(const View& content) override { replaceContent(panel_, content, target_); }
+    void replace(const View& content) override {
+        waiting_ = std::make_shared<const View>(content);
+        const auto showWaiting = [weak = std::weak_ptr(waiting_), panel = panel_, target = target_] {
+            if (const auto view = weak.lock()) replaceContent(panel, *view, target);
+        };
+        // Not in the mode for tracking, in which the run loop runs while a mouse button is held down or a menu is open.
+        [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ]
+                                        block:^{
+                                          callBack(showWaiting);
+                                        }];
+    }
 
 private:
     /// Both are destroyed with this panel, so that events that are still queued are dropped.
@@ -56,6 +68,8 @@ private:
     OvinClickTarget* const target_;
     OvinCloseReporter* const closeReporter_;
     NSPanel* const panel_;
+    /// The newest content given to `replace`, which older content that still waits is dropped for. None after `show`.
+    std::shared_ptr<const View> waiting_;
 };
 
 }  // namespace

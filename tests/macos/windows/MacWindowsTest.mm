@@ -183,9 +183,29 @@ TEST_F(MacWindowsTest, AFloatingPanelKeepsItsTopLeftCornerAndItsButtonTheKeyboar
     [window() makeFirstResponder:button(SamplePages::disclose)];
     for (const View& view : {large, small, large}) {
         panel->replace(view);
+        turnRunLoop();
         EXPECT_TRUE((fromNative(window().frame).origin == Point{90, 170}));
         EXPECT_EQ(window().firstResponder, button(SamplePages::disclose));
     }
+}
+
+TEST_F(MacWindowsTest, OtherContentOfAFloatingPanelWaitsUntilTheMouseButtonIsReleased) {
+    auto panel = windows->makeFloatingPanel(
+        "Card", [](int) {}, [] {});
+    const View small = SamplePages::card(1, false);
+    const View large = SamplePages::card(1.3, true);
+    panel->show(small, {});
+    NSButton* held = button(SamplePages::disclose);
+    panel->replace(large);
+    // As AppKit runs it while it tracks the mouse.
+    [NSRunLoop.mainRunLoop runMode:NSEventTrackingRunLoopMode beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.05]];
+    EXPECT_EQ(button(SamplePages::disclose), held);
+    turnRunLoop();
+    EXPECT_NE(button(SamplePages::disclose), held);
+    panel->replace(small);
+    panel.reset();
+    turnRunLoop();
+    EXPECT_EQ(window(), nil);
 }
 
 TEST_F(MacWindowsTest, ATriangleIsTurnedByItsDescriptionAndNotByTheClick) {

@@ -11,6 +11,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @class NSApplication, NSImage, NSMenu, NSWindow;
 
+APPKIT_EXTERN NSRunLoopMode const NSModalPanelRunLoopMode;
 APPKIT_EXTERN NSRunLoopMode const NSEventTrackingRunLoopMode;
 APPKIT_EXTERN NSNotificationName const NSApplicationDidChangeScreenParametersNotification;
 
