@@ -130,6 +130,35 @@ TEST_F(ControlItemTest, ARightClickClosesTheLedgeBeforeTheMenuShows) {
     EXPECT_EQ(menus, 1);
 }
 
+// Where another process shows the bar, the monitor of other programs' clicks sees the press on Ovin's own item as well.
+
+TEST_F(ControlItemTest, AClickWhosePressIsSeenAsOneOutsideClosesTheLedgeAndTheNextOneOpensIt) {
+    const auto pressAndRelease = [&] {
+        world.time.happen(0ms, [&] { world.events.press(); });
+        world.time.happen(80ms, [&] { leftClick(); });
+        world.time.advance(40ms);
+        EXPECT_FALSE(panel->isOpen()) << "while the button is held down";
+        world.time.advance(60ms);
+    };
+    leftClick();
+    pressAndRelease();
+    EXPECT_FALSE(panel->isOpen());
+    pressAndRelease();
+    EXPECT_TRUE(panel->isOpen());
+}
+
+TEST_F(ControlItemTest, AClickIsToldOfBeforeItsPressIsSeenAsOneOutsideAndClosesTheLedge) {
+    leftClick();
+    world.time.happen(0ms, [&] {
+        world.events.press();
+        leftClick();
+    });
+    world.time.advance(1ms);
+    EXPECT_FALSE(panel->isOpen());
+    leftClick();
+    EXPECT_TRUE(panel->isOpen()) << "the late press has closed nothing";
+}
+
 TEST_F(ControlItemTest, ALeftClickWhileOrganizingFinishesAndDoesNotOpenTheLedge) {
     organize();
     leftClick();
