@@ -47,10 +47,15 @@ void AppDelegate::applicationDidFinishLaunching() {
         case Preview::about:
             return about_.show();
         case Preview::guide:
-            return guide_.show(false, [&application = platform_.application] { application.terminate(); });
+            return guide_.show(false,
+                               [this] { control_ ? control_->startOrganizing() : platform_.application.terminate(); });
         case Preview::none:
-            break;
+            return start();
     }
+}
+
+void AppDelegate::start() {
+    previewWindow_.reset();
     removeEarlierSettings();
     createObjects();
     updater_->start();
@@ -64,7 +69,8 @@ void AppDelegate::applicationWillTerminate() {
 }
 
 void AppDelegate::openLedge() {
-    if (control_) control_->openLedge();
+    if (control_) return control_->openLedge();
+    if (isPreview(platform_.process)) start();
 }
 
 bool AppDelegate::isPreview(const ProcessInfo& process) { return preview(process) != Preview::none; }

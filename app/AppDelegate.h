@@ -25,7 +25,8 @@ public:
     /// To be called before the process ends, whatever ends it: puts a widened display back.
     void applicationWillTerminate();
 
-    /// Somebody has started the application a second time: its ledge opens. Does nothing while one window is shown alone.
+    /// Somebody has started the application a second time: its ledge opens. Where one window is shown alone, the application
+    /// starts, because systems start no second process of a program.
     void openLedge();
 
     /// Whether the environment asks for one window alone, without a status item.
@@ -33,6 +34,7 @@ public:
 
 private:
     void previewArrangeWindow();
+    void start();
     void removeEarlierSettings();
     void createObjects();
     void beginFirstTask();

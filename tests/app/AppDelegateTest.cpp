@@ -129,9 +129,30 @@ TEST_F(AppDelegateTest, QuittingInAPreviewDoesNothingExtra) {
     set("OVIN_TEST_ABOUT");
     launch();
     delegate->applicationWillTerminate();
-    delegate->openLedge();
     EXPECT_EQ(currentMode(), widerMode);
-    EXPECT_FALSE(world.windows.ledge());
+}
+
+TEST_F(AppDelegateTest, APreviewThatIsStartedASecondTimeBecomesTheApplication) {
+    set("OVIN_TEST_ARRANGE_WINDOW");
+    launch();
+    delegate->openLedge();
+    EXPECT_FALSE(isCardShown());
+    EXPECT_EQ(world.statusBar.itemCount, 1);
+    EXPECT_EQ(world.updates.startCount, 1);
+    delegate->openLedge();
+    EXPECT_TRUE(world.windows.ledge());
+    EXPECT_EQ(world.updates.startCount, 1);
+}
+
+TEST_F(AppDelegateTest, TheGuideOfAPreviewThatBecameTheApplicationOrganizes) {
+    set("OVIN_TEST_GUIDE");
+    launch();
+    world.defaults.values["OvinHasShownGuide"] = true;
+    delegate->openLedge();
+    world.windows.click("How Ovin Works", viewsOf<PushButton>(windows().at(0).content).at(1).tag);
+    world.time.advance(1s);
+    EXPECT_TRUE(isOrganizing());
+    EXPECT_EQ(world.application.terminationCount, 0);
 }
 
 TEST_F(AppDelegateTest, TheVariablesOfPreviewsAreTold) {

@@ -14,7 +14,9 @@ struct ApplicationEvents {
     std::function<void()> didFinishLaunching;
     /// The process is about to end; called once, whatever ends it but a crash or SIGKILL.
     std::function<void()> willTerminate;
-    /// The user has started the application while it runs, from the Finder or by starting its program again.
+    /// The user has started the application while it runs. Launch Services start a bundle once, and tell the program that
+    /// runs from it of further starts. Nothing else keeps to one program: a second one that asked the first and ended would
+    /// leave none where the first is about to end. One that is started past Launch Services runs beside the first.
     std::function<void()> openAgain;
 };
 

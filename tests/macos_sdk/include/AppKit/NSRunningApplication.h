@@ -15,11 +15,9 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 
 API_AVAILABLE(macos(10.6))
 @interface NSRunningApplication : NSObject
-+ (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)bundleIdentifier;
 + (nullable instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
 @property(class, readonly, strong) NSRunningApplication* currentApplication;
 @property(readonly, getter=isTerminated) BOOL terminated;
-@property(readonly, getter=isFinishedLaunching) BOOL finishedLaunching;
 @property(readonly, getter=isActive) BOOL active;
 @property(readonly) NSApplicationActivationPolicy activationPolicy;
 @property(nullable, readonly, copy) NSString* localizedName;
