@@ -233,6 +233,20 @@ FAULTS = {
     "ACategoryOfNothing": ("@interface NSView (Others)\n- (void)flash;\n@end", "that nothing implements"),
     "AFunctionThatIsDeclaredInstead":
         ("extern \"C\" void NSBoop(void);\nvoid f();\nvoid f() { NSBoop(); }", "declares NSBoop instead"),
+    "AWidthBesideARequiredOneOfTheContent":
+        ("@interface B : NSButton\n@end\n@implementation B\n@end\nvoid f(B* b, bool isTight);\nvoid f(B* b, bool isTight) {\n"
+         "    [b.widthAnchor constraintEqualToConstant:28].active = YES;\n    const float hugging = isTight ? 1000 : 1;\n"
+         "    [b setContentHuggingPriority:hugging forOrientation:NSLayoutConstraintOrientationHorizontal];\n}",
+         "requires the width of the content of B"),
+    "AHeightBesideARequiredOneOfTheContent":
+        ("@interface S : NSView\n@end\n@implementation S\n- (NSSize)intrinsicContentSize {\n    return NSZeroSize;\n}\n"
+         "- (void)layout {\n    [self.heightAnchor constraintEqualToConstant:3].active = YES;\n"
+         "    [self setContentCompressionResistancePriority:NSLayoutPriorityRequired "
+         "forOrientation:NSLayoutConstraintOrientationVertical];\n}\n@end", "requires the height of the content of S"),
+    "AMeasuredViewWhoseFrameIsAConstraint":
+        ("NSSize f(NSView* v, NSView* w);\nNSSize f(NSView* v, NSView* w) {\n"
+         "    w.translatesAutoresizingMaskIntoConstraints = NO;\n    v.translatesAutoresizingMaskIntoConstraints = YES;\n"
+         "    return v.fittingSize;\n}", "measures a view"),
     "AnElementWithoutATimeout":
         ("CFTypeRef f(pid_t p);\nCFTypeRef f(pid_t p) { return AXUIElementCreateApplication(p); }", "has no timeout"),
     "ACopyThatNothingTakesOver":
@@ -256,6 +270,22 @@ struct Reference {
     static id adopt(T object) { return CFBridgingRelease(object); }
 };
 }  // namespace
+struct Wish {
+    double width;
+};
+@interface Plain : NSButton
+- (NSSize)sizeFor:(const Wish&)wish;
+@end
+@implementation Plain
+- (NSSize)sizeFor:(const Wish&)wish {
+    [self.widthAnchor constraintEqualToConstant:wish.width].active = wish.width > 0;
+    const NSLayoutPriority hugging = wish.width > 0 ? NSLayoutPriorityDefaultHigh : NSLayoutPriorityRequired;
+    [self setContentHuggingPriority:hugging forOrientation:NSLayoutConstraintOrientationHorizontal];
+    [self setContentHuggingPriority:NSLayoutPriorityRequired forOrientation:NSLayoutConstraintOrientationVertical];
+    self.translatesAutoresizingMaskIntoConstraints = NO;
+    return self.fittingSize;
+}
+@end
 @interface Delegate : NSView <NSWindowDelegate>
 - (instancetype)initWithWorkspace:(NSWorkspace*)workspace;
 @end

@@ -12,6 +12,7 @@ import re
 import clang.cindex
 
 import compiler
+import layout
 from declarations import children, kind_of
 
 _LIBRARY = clang.cindex.conf.lib
@@ -74,6 +75,8 @@ class OwnCode:
                 self.look_at(cursor)
         for top in self.own:
             self.check_container(top)
+        for cursor, message in layout.faults(self.own):
+            self.tell(cursor, message)
         return self.messages
 
     def look_at(self, cursor):
