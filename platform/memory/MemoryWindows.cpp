@@ -75,13 +75,16 @@ struct Measure {
 class MemoryWindows::Panel final : public LedgePanel {
 public:
     explicit Panel(MemoryWindows& windows) : windows_(windows) {}
-    ~Panel() override { windows_.ledge_.reset(); }
+    ~Panel() override {
+        if (windows_.panel_ == this) windows_.ledge_.reset();
+    }
 
     void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override {
         const auto deliver = [alive = std::weak_ptr(alive_), clicked = std::move(clicked)](int tag) {
             if (!alive.expired()) clicked(tag);
         };
         windows_.ledge_ = Ledge{content, frame, deliver};
+        windows_.panel_ = this;
         ++windows_.layoutCount_;
     }
 

@@ -73,6 +73,8 @@ private:
     class FloatingCard;
 
     std::optional<Ledge> ledge_;
+    /// Whose content that is.
+    const Panel* panel_ = nullptr;
     std::vector<InformationPage*> pages_;
     FloatingCard* card_ = nullptr;
     bool hadTwoCards_ = false;
