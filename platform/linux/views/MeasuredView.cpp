@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/StackLayout.h"
 
 namespace ovin {
 namespace {
@@ -31,7 +32,7 @@ MeasuredView::~MeasuredView() = default;
 QSize MeasuredView::fit(const View& view) {
     widgets_ = std::make_unique<Widgets>(view);
     end_.start(0);
-    return view.isHidden ? QSize(0, 0) : widgets_->root->sizeHint();
+    return view.isHidden ? QSize(0, 0) : naturalSize(*widgets_->root);
 }
 
 QWidget* MeasuredView::take(const View& view, const Clicked& clicked) {

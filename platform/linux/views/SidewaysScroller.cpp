@@ -30,7 +30,7 @@ SidewaysScroller::SidewaysScroller(QWidget* content, Size size) : scroller_(new 
     setWidget(content);  // which shows it
     content->setHidden(isHidden);
     content->setAutoFillBackground(false);
-    content->resize(content->sizeHint().width(), qRound(size.height));
+    content->resize(naturalSize(*content).width(), qRound(size.height));
 
     // The area's own bar would take room from the row, so this one lies over the row and follows that bar.
     scroller_->setStyleSheet(scrollerStyle);

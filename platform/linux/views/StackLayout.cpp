@@ -9,10 +9,6 @@ namespace {
 
 const char* const spacingProperty = "spacingAfter";
 
-QSize naturalSize(const QWidget& widget) {
-    return widget.sizeHint().expandedTo(widget.minimumSize()).boundedTo(widget.maximumSize()).expandedTo({0, 0});
-}
-
 }  // namespace
 
 StackLayout::~StackLayout() = default;
@@ -102,6 +98,10 @@ void StackLayout::setGeometry(const QRect& rect) {
             {room.topLeft() + (isRow ? QPoint(position, offset) : QPoint(offset, position)), view.size});
         position += along(view.size) + view.gap;
     }
+}
+
+QSize naturalSize(const QWidget& widget) {
+    return widget.sizeHint().expandedTo(widget.minimumSize()).boundedTo(widget.maximumSize()).expandedTo({0, 0});
 }
 
 bool isHiddenOnPurpose(const QWidget& widget) {

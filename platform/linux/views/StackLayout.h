@@ -44,6 +44,10 @@ private:
     std::vector<std::unique_ptr<QLayoutItem>> items_;
 };
 
+/// The size that a widget takes when nothing limits it. Its hint alone is the size of its content, also where the view
+/// states a width of its own.
+[[nodiscard]] QSize naturalSize(const QWidget& widget);
+
 /// Whether a widget itself was hidden, not only not shown yet because its parents are not.
 [[nodiscard]] bool isHiddenOnPurpose(const QWidget& widget);
 

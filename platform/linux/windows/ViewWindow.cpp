@@ -9,6 +9,7 @@
 #include "platform/linux/views/PressButton.h"
 #include "platform/linux/views/PushButtonWidget.h"
 #include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/StackLayout.h"
 #include "platform/linux/views/UprightScroller.h"
 
 namespace ovin {
@@ -47,7 +48,7 @@ void ViewWindow::setView(const View& view) {
         if (const auto handlers = weak.lock()) handlers->clicked(tag);
     });
     content_->setParent(this);
-    setFixedSize(content_->sizeHint());
+    setFixedSize(naturalSize(*content_));
     content_->setGeometry(rect());
     if (!view.isHidden) content_->show();
     if (previous == nullptr) return giveFirstFocus();
