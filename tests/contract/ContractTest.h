@@ -23,6 +23,16 @@ protected:
     [[nodiscard]] Stage& stage() const { return *stage_; }
     [[nodiscard]] Platform platform() const { return stage_->platform(); }
 
+    /// Whether a condition holds in the end.
+    [[nodiscard]] bool becomes(const std::function<bool()>& condition) const {
+        return stage().runUntil(condition, longTime);
+    }
+
+    /// Lets the event loop run for as long as what is on its way may take.
+    void settle() const {
+        stage().runUntil([] { return false; }, std::chrono::milliseconds(100));
+    }
+
     /// Runs something in a task, and the main queue until it has ended.
     void inTask(const std::function<void()>& work) const {
         std::atomic<bool> hasEnded = false;

@@ -10,6 +10,7 @@
 #include "platform/linux/system/FileUserDefaults.h"
 #include "platform/linux/system/StandardErrorLog.h"
 #include "platform/linux/updates/QtUpdateFeed.h"
+#include "tests/contract/LinuxUser.h"
 #include "tests/contract/LoopbackServer.h"
 #include "tests/contract/SessionStage.h"
 #include "tests/support/TemporaryFolder.h"
@@ -39,6 +40,7 @@ public:
     ~LinuxStage() override;
 
     [[nodiscard]] Platform platform() override;
+    [[nodiscard]] StagedUser& user() override { return user_; }
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
     [[nodiscard]] WallClock& wallClock() override { return wallClock_; }
@@ -75,6 +77,7 @@ private:
     BootClock wallClock_;
     QtUpdateFeed updateFeed_;
     LoopbackServer server_;
+    LinuxUser user_;
     DisplayMode firstMode_;
     bool hasSecondDisplay_ = false;
 };

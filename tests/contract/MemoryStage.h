@@ -4,6 +4,7 @@
 
 #include "platform/memory/MemoryUpdates.h"
 #include "platform/memory/MemoryWorld.h"
+#include "tests/contract/MemoryUser.h"
 #include "tests/contract/Stage.h"
 
 namespace ovin {
@@ -37,6 +38,7 @@ public:
     MemoryStage();
 
     [[nodiscard]] Platform platform() override;
+    [[nodiscard]] StagedUser& user() override { return user_; }
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
     void wait(Duration duration) override { world_.time.wait(duration); }
@@ -78,6 +80,7 @@ private:
     MemoryUpdateFeed updateFeed_{world_.time};
     std::unique_ptr<MemoryUserDefaults> defaults_ = std::make_unique<MemoryUserDefaults>();
     MemoryApplications applications_{world_.accessibility, world_.workspace};
+    MemoryUser user_{world_};
 };
 
 }  // namespace ovin

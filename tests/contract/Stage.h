@@ -11,6 +11,7 @@
 #include "platform/Platform.h"
 #include "platform/UpdateFeed.h"
 #include "platform/WallClock.h"
+#include "tests/contract/StagedUser.h"
 
 namespace ovin {
 
@@ -39,6 +40,7 @@ public:
         haveResources,
         makeUpdates,
         readLog,
+        pressMouse,
     };
 
     Stage() = default;
@@ -51,6 +53,9 @@ public:
 
     /// The world as the program sees it. `defaults` is the store as it was opened last.
     [[nodiscard]] virtual Platform platform() = 0;
+
+    /// The user of this program.
+    [[nodiscard]] virtual StagedUser& user() = 0;
 
     // Time
 
