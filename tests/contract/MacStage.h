@@ -32,6 +32,7 @@ public:
 
     [[nodiscard]] std::optional<std::string> reasonWithout(Ability ability) const override;
     [[nodiscard]] Platform platform() override;
+    [[nodiscard]] StagedUser& user() override { return *user_; }
 
     bool runUntil(const std::function<bool()>& condition, Duration limit) override;
     [[nodiscard]] WallClock& wallClock() override;
@@ -59,6 +60,7 @@ private:
     MacWorld world_;
     std::unique_ptr<UserDefaults> defaults_;
     std::optional<DisplayMode> firstMode_;
+    const std::unique_ptr<StagedUser> user_;
 };
 
 }  // namespace ovin

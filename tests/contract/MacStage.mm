@@ -8,6 +8,7 @@
 
 #include "platform/macos/system/MacUserDefaults.h"
 #include "platform/macos/system/Strings.h"
+#include "tests/contract/MacUser.h"
 
 namespace ovin {
 namespace {
@@ -41,7 +42,7 @@ void MacStage::prepareProcess(const std::string& program) {
     [NSApplication.sharedApplication finishLaunching];
 }
 
-MacStage::MacStage() {
+MacStage::MacStage() : user_(std::make_unique<MacUser>()) {
     [NSUserDefaults.standardUserDefaults removePersistentDomainForName:toNSString(suite)];
     reopenDefaults();
     const DisplayServices& displays = world_.platform().displays;
@@ -71,6 +72,8 @@ std::optional<std::string> MacStage::reasonWithout(Ability ability) const {
             return "Pictures and versions are in a bundle, which a program of tests does not have.";
         case Ability::makeUpdates:
             return "Updates are a framework's, which fetches and waits by itself, and only within a bundle.";
+        case Ability::pressMouse:
+            return "A press would hit what somebody has open.";
         case Ability::hangApplications:
         case Ability::reportPresses:
         case Ability::renameItems:

@@ -17,7 +17,6 @@ protected:
     /// An item called "Ovin", once it is in the bar.
     [[nodiscard]] std::unique_ptr<StatusItem> makeItem() const {
         auto item = platform().statusBar.makeStatusItem();
-        item->setAutosaveName("Ovin.Contract");
         item->setImage(imageCalled("Ovin"));
         EXPECT_TRUE(isInTheBarAs("Ovin"));
         return item;

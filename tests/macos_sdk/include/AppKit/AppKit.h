@@ -10,6 +10,7 @@
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSAttributedString.h>
 #import <AppKit/NSBezierPath.h>
+#import <AppKit/NSBitmapImageRep.h>
 #import <AppKit/NSBox.h>
 #import <AppKit/NSButton.h>
 #import <AppKit/NSButtonCell.h>

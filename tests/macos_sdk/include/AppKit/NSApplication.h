@@ -13,6 +13,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 APPKIT_EXTERN NSRunLoopMode const NSModalPanelRunLoopMode;
 APPKIT_EXTERN NSRunLoopMode const NSEventTrackingRunLoopMode;
+APPKIT_EXTERN NSRunLoopMode const NSModalPanelRunLoopMode;
 APPKIT_EXTERN NSNotificationName const NSApplicationDidChangeScreenParametersNotification;
 
 typedef NSInteger NSModalResponse;
@@ -37,6 +38,7 @@ static const NSModalResponse NSModalResponseCancel = 0;
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, readonly, strong) NSEvent* currentEvent;
 @property(nullable, readonly, weak) NSWindow* keyWindow;
+@property(nullable, readonly, strong) NSWindow* modalWindow;
 @property(readonly, copy) NSArray<NSWindow*>* windows;
 @property(nullable, strong) NSMenu* mainMenu;
 @property(readonly, getter=isActive) BOOL active;
@@ -49,6 +51,8 @@ static const NSModalResponse NSModalResponseCancel = 0;
                                     inMode:(NSRunLoopMode)mode
                                    dequeue:(BOOL)deqFlag;
 - (void)sendEvent:(NSEvent*)event;
+- (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
+- (void)abortModal;
 - (void)run;
 - (void)stop:(nullable id)sender;
 - (void)terminate:(nullable id)sender;

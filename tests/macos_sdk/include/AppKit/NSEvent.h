@@ -4,7 +4,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@class NSWindow;
+@class NSGraphicsContext, NSWindow;
 
 typedef NS_ENUM(NSUInteger, NSEventType) {
     NSEventTypeLeftMouseDown = 1,
@@ -34,6 +34,16 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
 @property(nullable, readonly, weak) NSWindow* window;
 @property(readonly) NSPoint locationInWindow;
 @property(class, readonly) NSPoint mouseLocation;
+
++ (nullable NSEvent*)mouseEventWithType:(NSEventType)type
+                               location:(NSPoint)location
+                          modifierFlags:(NSEventModifierFlags)flags
+                              timestamp:(NSTimeInterval)time
+                           windowNumber:(NSInteger)wNum
+                                context:(nullable NSGraphicsContext*)unusedPassNil
+                            eventNumber:(NSInteger)eNum
+                             clickCount:(NSInteger)cNum
+                               pressure:(float)pressure;
 + (nullable id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask
                                              handler:(void (^)(NSEvent* event))block API_AVAILABLE(macos(10.6));
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask

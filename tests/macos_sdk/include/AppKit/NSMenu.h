@@ -8,6 +8,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 @class NSMenu, NSMenuItem, NSView;
 
+APPKIT_EXTERN NSNotificationName const NSMenuDidBeginTrackingNotification API_AVAILABLE(macos(10.5));
+
 @protocol NSMenuDelegate <NSObject>
 @optional
 - (void)menuNeedsUpdate:(NSMenu*)menu;
@@ -33,6 +35,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(copy) NSArray<NSMenuItem*>* itemArray API_AVAILABLE(macos(10.6));
 @property(readonly) NSInteger numberOfItems;
 - (nullable NSMenuItem*)itemAtIndex:(NSInteger)index;
+- (NSInteger)indexOfItemWithTitle:(NSString*)title;
 @property BOOL autoenablesItems;
 @property(nullable, weak) id<NSMenuDelegate> delegate;
 - (BOOL)popUpMenuPositioningItem:(nullable NSMenuItem*)item
