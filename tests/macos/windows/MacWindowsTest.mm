@@ -10,6 +10,7 @@
 
 #include "platform/macos/displays/Coordinates.h"
 #include "platform/macos/drawing/NativeImages.h"
+#include "tests/contract/MacUser.h"
 #include "tests/support/SamplePages.h"
 
 namespace ovin {
@@ -22,13 +23,7 @@ protected:
     /// Runs the event loop for as long as anything that is under way may take.
     static void turnRunLoop() { [NSRunLoop.mainRunLoop runUntilDate:[NSDate dateWithTimeIntervalSinceNow:0.05]]; }
 
-    /// The only window that is seen.
-    static NSWindow* window() {
-        for (NSWindow* window in NSApp.windows) {
-            if (window.visible) return window;
-        }
-        return nil;
-    }
+    static NSWindow* window() { return MacUser::window(); }
 
     static NSButton* find(NSView* root, int tag) {
         if ([root isKindOfClass:NSButton.class] && static_cast<NSButton*>(root).tag == tag)
