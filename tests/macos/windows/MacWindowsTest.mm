@@ -4,7 +4,6 @@
 
 #import <AppKit/AppKit.h>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -36,26 +35,13 @@ protected:
 
     static NSButton* button(int tag) { return find(window().contentView, tag); }
 
-    std::unique_ptr<InformationWindow> page(std::function<void(int)> clicked) const {
-        const View view = SamplePages::guide(icon, 300);
-        return windows->makeInformationWindow("Page", view, std::move(clicked));
-    }
-
     const std::unique_ptr<Windows> windows = makeMacWindows();
     const Image icon = makeImage([] { return [NSImage imageNamed:NSImageNameApplicationIcon]; });
 };
 
-TEST_F(MacWindowsTest, AnInformationWindowIsHiddenUntilItIsShown) {
-    const auto shown = page([](int) {});
-    EXPECT_EQ(window(), nil);
-    shown->show();
-    EXPECT_NE(window(), nil);
-    shown->close();
-    EXPECT_EQ(window(), nil);
-}
-
 TEST_F(MacWindowsTest, APageComesUpOnTheScreenThatTheUserWorksOn) {
-    const auto shown = page([](int) {});
+    const View view = SamplePages::guide(icon, 300);
+    const auto shown = windows->makeInformationWindow("Page", view, [](int) {});
     NSScreen* screen = NSScreen.mainScreen;
     shown->show();
     EXPECT_EQ(window().screen, screen);
@@ -70,36 +56,6 @@ TEST_F(MacWindowsTest, AWindowHasTheFittingSizeOfItsView) {
     EXPECT_GT(size.height, 250);
     EXPECT_NEAR(window().frame.size.width, size.width, 1);
     EXPECT_NEAR(window().frame.size.height, size.height, 1);
-}
-
-TEST_F(MacWindowsTest, AHandlerMayDestroyItsWindow) {
-    std::vector<int> clicks;
-    std::unique_ptr<InformationWindow> shown;
-    shown = page([&](int tag) {
-        clicks.push_back(tag);
-        shown.reset();
-    });
-    shown->show();
-    [button(SamplePages::done) performClick:nil];
-    turnRunLoop();
-    EXPECT_EQ(clicks, std::vector<int>{SamplePages::done});
-    EXPECT_EQ(shown, nullptr);
-}
-
-TEST_F(MacWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
-    int clicks = 0;
-    std::unique_ptr<LedgePanel> ledge = windows->makeLedgePanel();
-    Button item;
-    item.title = {{"Item", {}, {}}};
-    item.tag = 7;
-    ledge->show({item}, {{100, 100}, {80, 28}}, [&](int) { ++clicks; });
-    // The press runs the event loop for a moment, in another mode.
-    NSButton* pressed = button(7);
-    [pressed sendAction:pressed.action to:pressed.target];
-    ledge.reset();
-    turnRunLoop();
-    EXPECT_EQ(clicks, 0);
-    EXPECT_EQ(window(), nil);
 }
 
 TEST_F(MacWindowsTest, AClickIsForTheContentThatTheButtonBelongsTo) {
@@ -136,24 +92,6 @@ TEST_F(MacWindowsTest, TheLedgeStandsWhereItWasToldToAndTakesNoFocus) {
     ledge->show({item}, frame, [](int) {});
     EXPECT_TRUE(fromNative(window().frame) == frame);
     EXPECT_FALSE(window().canBecomeKeyWindow);
-}
-
-TEST_F(MacWindowsTest, AFloatingPanelTellsThatTheUserHasClosedItAndMayGoThen) {
-    int closed = 0;
-    std::unique_ptr<FloatingPanel> panel;
-    panel = windows->makeFloatingPanel(
-        "Card", [](int) {},
-        [&] {
-            ++closed;
-            panel.reset();
-        });
-    const View view = SamplePages::card(1, false);
-    panel->show(view, [](Size) { return Point{50, 160}; });
-    [window() performClose:nil];
-    EXPECT_EQ(closed, 0);
-    turnRunLoop();
-    EXPECT_EQ(closed, 1);
-    EXPECT_EQ(panel, nullptr);
 }
 
 TEST_F(MacWindowsTest, AFloatingPanelGoesSilently) {
