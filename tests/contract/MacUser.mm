@@ -86,10 +86,10 @@ NSWindow* MacUser::window() {
     return windows.count == 1 ? windows.firstObject : nil;
 }
 
-NSEvent* MacUser::takeEvent(NSEventType type) {
+NSEvent* MacUser::takeEvent(NSEventType type, NSEventModifierFlags modifiers) {
     NSEvent* event = [NSEvent mouseEventWithType:type
                                         location:NSMakePoint(0, 0)
-                                   modifierFlags:0
+                                   modifierFlags:modifiers
                                        timestamp:NSProcessInfo.processInfo.systemUptime
                                     windowNumber:0
                                          context:nil

@@ -90,6 +90,16 @@ TEST_F(MacStatusItemTest, AClickIsWhatTheEventOfTheMomentSays) {
     EXPECT_EQ(clicks, (std::vector{StatusItemClick::rightMouseUp, StatusItemClick::leftMouseUp, StatusItemClick::other}));
 }
 
+TEST_F(MacStatusItemTest, WithTheControlKeyALeftClickIsARightOne) {
+    std::vector<StatusItemClick> clicks;
+    item->onClick([&](StatusItemClick click) { clicks.push_back(click); });
+    for (const NSEventModifierFlags modifiers : {NSEventModifierFlagControl, NSEventModifierFlagShift}) {
+        (void)MacUser::takeEvent(NSEventTypeLeftMouseUp, modifiers);
+        press();
+    }
+    EXPECT_EQ(clicks, (std::vector{StatusItemClick::rightMouseUp, StatusItemClick::leftMouseUp}));
+}
+
 TEST_F(MacStatusItemTest, AHandlerMayReplaceItself) {
     int later = 0;
     item->onClick([&, held = std::make_shared<int>(1)](StatusItemClick) {

@@ -13,7 +13,6 @@ NS_ASSUME_NONNULL_BEGIN
 
 APPKIT_EXTERN NSRunLoopMode const NSModalPanelRunLoopMode;
 APPKIT_EXTERN NSRunLoopMode const NSEventTrackingRunLoopMode;
-APPKIT_EXTERN NSRunLoopMode const NSModalPanelRunLoopMode;
 APPKIT_EXTERN NSNotificationName const NSApplicationDidChangeScreenParametersNotification;
 
 typedef NSInteger NSModalResponse;
