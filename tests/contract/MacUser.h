@@ -21,7 +21,7 @@ public:
     /// The only window of this program that is shown, besides those of its items; nil when there is none, or more than one.
     [[nodiscard]] static NSWindow* _Nullable window();
     /// Lets the application object take an event of the mouse from its queue, as if the system had put it there.
-    static NSEvent* takeEvent(NSEventType type, NSEventModifierFlags modifiers = 0);
+    static NSEvent* _Nullable takeEvent(NSEventType type, NSEventModifierFlags modifiers = 0);
 
     [[nodiscard]] std::vector<std::string> items() override;
     void clickItem(StatusItemClick click) override;

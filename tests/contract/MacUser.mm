@@ -96,7 +96,7 @@ NSEvent* MacUser::takeEvent(NSEventType type, NSEventModifierFlags modifiers) {
                                      eventNumber:0
                                       clickCount:1
                                         pressure:0];
-    [NSApp postEvent:event atStart:YES];
+    if (event != nil) [NSApp postEvent:event atStart:YES];
     return [NSApp nextEventMatchingMask:1ULL << type untilDate:nil inMode:NSDefaultRunLoopMode dequeue:YES];
 }
 

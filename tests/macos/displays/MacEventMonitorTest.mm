@@ -36,7 +36,8 @@ TEST_F(MacEventMonitorTest, APressInThisProgramIsNotTold) {
     int presses = 0;
     const auto token = events->monitorMouseDowns([&] { ++presses; });
     for (const NSEventType type : {NSEventTypeLeftMouseDown, NSEventTypeRightMouseDown}) {
-        [NSApp sendEvent:MacUser::takeEvent(type)];
+        NSEvent* press = MacUser::takeEvent(type);
+        press != nil ? [NSApp sendEvent:press] : void(ADD_FAILURE() << "there is no such event");
     }
     turnRunLoop();
     EXPECT_EQ(presses, 0);
