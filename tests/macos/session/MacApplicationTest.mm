@@ -76,7 +76,7 @@ TEST_F(ApplicationDelegateTest, ANewStartOpensNoWindowButIsPassedOn) {
 }
 
 TEST_F(ApplicationDelegateTest, TheEndIsToldOnce) {
-    NSNotification* notification = nil;
+    NSNotification* notification = [NSNotification notificationWithName:@"Any" object:nil];
     [delegate applicationDidFinishLaunching:notification];
     EXPECT_EQ(launches, 1);
     EXPECT_EQ(terminations, 0);

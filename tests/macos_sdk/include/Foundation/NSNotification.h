@@ -12,6 +12,7 @@ typedef NSString* NSNotificationName;
 @property(readonly, copy) NSNotificationName name;
 @property(nullable, readonly, retain) id object;
 @property(nullable, readonly, copy) NSDictionary* userInfo;
++ (instancetype)notificationWithName:(NSNotificationName)aName object:(nullable id)anObject;
 @end
 
 @interface NSNotificationCenter : NSObject
