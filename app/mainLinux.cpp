@@ -59,7 +59,7 @@ int run(TerminationSignal& signals) {
     if (!isPreview) {
         if (const auto status = giveWay(instance)) return *status;
     }
-    const auto world = LinuxWorld::open(isPreview ? LinuxWorld::Watcher::never : LinuxWorld::Watcher::ifThereIsNone);
+    const auto world = LinuxWorld::open(isPreview ? LinuxWorld::Watcher::never : LinuxWorld::Watcher::afterGrace);
     if (!world) return fail("there is no session bus");
     world->application().endWith(signals);
     QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));

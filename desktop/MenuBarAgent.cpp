@@ -13,6 +13,7 @@
 #include "desktop/StatusNotifierHost.h"
 #include "platform/linux/items/StatusNotifierWatcher.h"
 #include "platform/linux/system/DBusCall.h"
+#include "platform/linux/system/QtMainQueue.h"
 #include "platform/linux/system/TerminationSignal.h"
 
 namespace ovin {
@@ -53,12 +54,6 @@ void setUpLooks() {
     QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
 }
 
-void reportWatcher(const StatusNotifierWatcher& watcher) {
-    using enum StatusNotifierWatcher::Ownership;
-    if (watcher.ownership() == queued) qWarning("Another program is the watcher of the status items; showing its items");
-    if (watcher.ownership() == unavailable) qWarning("The bus does not let this program be the watcher of the status items");
-}
-
 int run(QApplication& application, TerminationSignal& termination) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected() || !bus.registerService(busName)) {
@@ -68,8 +63,9 @@ int run(QApplication& application, TerminationSignal& termination) {
     setUpLooks();
     ColorScheme scheme(bus, colorChoice(application));
     StatusNotifierHost host(bus, orderFile());
-    StatusNotifierWatcher watcher(bus);
-    reportWatcher(watcher);
+    QtMainQueue mainQueue;
+    const StatusNotifierWatcher watcher(bus, mainQueue, WatcherClaim::Begin::atOnce);
+    if (!watcher.isOwner()) qWarning("Another program is the watcher of the status items; showing its items");
     ActiveApplication active;
     MinuteClock clock;
     BarAccessible::install();

@@ -33,7 +33,10 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher)
       workspace_(processes_, items_, process_.bundleIdentifier(), mainQueue_, log_),
       defaults_(userDefaultsPath()),
       accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {
-    if (watcher == Watcher::ifThereIsNone) watcher_.emplace(QDBusConnection::sessionBus());
+    if (watcher != Watcher::never) {
+        watcher_.emplace(QDBusConnection::sessionBus(), mainQueue_,
+                         watcher == Watcher::atOnce ? WatcherClaim::Begin::atOnce : WatcherClaim::Begin::afterGrace);
+    }
     if (!defaults_.isReadable())
         log_.write("Ovin: the settings cannot be read, and are left as they are: " + defaults_.place());
 }
@@ -43,7 +46,7 @@ LinuxWorld::~LinuxWorld() = default;
 void LinuxWorld::waitForAnswers() {
     accessibilityBus_.waitForAnswer();
     if (!watcher_) return;
-    if (watcher_->ownership() == StatusNotifierWatcher::Ownership::owner) waitForQuiet();
+    if (watcher_->isOwner()) waitForQuiet();
 
     std::vector<std::string> entries;
     for (const QString& entry : watcher_->registeredItems()) entries.push_back(entry.toStdString());

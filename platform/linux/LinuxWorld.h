@@ -39,11 +39,12 @@ namespace ovin {
 /// the others.
 class LinuxWorld {
 public:
-    /// Whether this program becomes the watcher, with which status items register, where no other program is.
-    enum class Watcher { ifThereIsNone, never };
+    /// When this program becomes the watcher, with which status items register, where no other program is: after a while in
+    /// which a bar may come, or at once because it only looks and ends.
+    enum class Watcher { afterGrace, atOnce, never };
 
     /// Null without a session bus.
-    [[nodiscard]] static std::unique_ptr<LinuxWorld> open(Watcher watcher = Watcher::ifThereIsNone);
+    [[nodiscard]] static std::unique_ptr<LinuxWorld> open(Watcher watcher = Watcher::atOnce);
 
     LinuxWorld(const LinuxWorld&) = delete;
     LinuxWorld& operator=(const LinuxWorld&) = delete;
@@ -70,11 +71,11 @@ private:
     StatusNotifierItems items_;
     /// After `items_`, because its objects are matched with the items.
     AccessibilityBus accessibilityBus_;
+    QtMainQueue mainQueue_;
     /// Serves only while no other program does. After `items_`, because it answers on the main thread, where the constructor
     /// of `items_` waits for the answer of a watcher and would block this one.
     std::optional<StatusNotifierWatcher> watcher_;
     LinuxProcessInfo process_;
-    QtMainQueue mainQueue_;
     StandardErrorLog log_;
     LinuxWorkspace workspace_;
     QtDisplays displays_;

@@ -6,7 +6,6 @@
 namespace ovin {
 namespace {
 
-constexpr std::string_view customaryPath = "/StatusNotifierItem";
 constexpr std::size_t longestName = 255;
 constexpr std::size_t longestPath = 1024;
 
@@ -50,8 +49,10 @@ bool isBusName(std::string_view name) {
 
 std::optional<StatusItemAddress> statusItemAddress(std::string_view argument, std::string_view sender) {
     const std::size_t slash = argument.find('/');
-    const std::string_view name = slash == 0 ? sender : argument.substr(0, slash);
-    const std::string_view path = slash == std::string_view::npos ? customaryPath : argument.substr(slash);
+    std::string_view name = slash == 0 ? sender : argument.substr(0, slash);
+    const std::string_view path = slash == std::string_view::npos ? customaryItemPath : argument.substr(slash);
+    // GNOME's watcher lists items like this.
+    if (slash != std::string_view::npos && name.ends_with('@')) name.remove_suffix(1);
     if (!isBusName(name) || !isObjectPath(path)) return std::nullopt;
     return StatusItemAddress{std::string(name), std::string(path)};
 }

@@ -2,7 +2,6 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusError>
-#include <QDBusMessage>
 #include <utility>
 
 #include "platform/linux/system/DBusCall.h"
@@ -15,6 +14,9 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString daemonName = QStringLiteral("org.freedesktop.DBus");
 const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
 
+/// Programs whose watcher asks for the name when they start, and never again.
+const QStringList asksOnce{QStringLiteral("org.kde.kded5"), QStringLiteral("org.kde.kded6")};
+
 /// Keeps a program that registers without end from using up the session's memory.
 constexpr std::size_t mostItems = 10'000;
 constexpr int mostItemsOfOneProgram = 1'000;
@@ -26,30 +28,52 @@ constexpr auto exported =
 
 // Watches the owners of all names with one rule before anything is registered. A rule for each registrant would come too
 // late for a program that ends right after its registration, and there would be many of them.
-StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& bus) : bus_(bus) {
+StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& bus, MainQueue& queue, WatcherClaim::Begin begin)
+    : bus_(bus),
+      claim_(queue, bus.baseService().toStdString(),
+             {[this] { return take(); }, [this] { bus_.interface()->unregisterService(watcherName); },
+              [this] { askWhoWaits(); },
+              [this](const std::string& program) {
+                  return bus_.interface()->isServiceRegistered(QString::fromStdString(program)).value();
+              }}) {
+    if (!bus_.isConnected() || !bus_.registerObject(watcherPath, this, exported)) return;
     bus_.connect(daemonName, daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), this,
                  SLOT(nameOwnerChanged(QString, QString, QString)));
-    if (bus_.registerObject(watcherPath, this, exported)) requestName();
+    // Bars that wait for the name tell it all the same when they become the host of their own watcher.
+    bus_.connect(QString(), watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
+                 SLOT(hostRegistered(QDBusMessage)));
+    // While the name is taken, an extension of GNOME that is switched on again, as after each lock of the screen, does not
+    // even ask for it.
+    bus_.connect(QString(), QString(), QStringLiteral("org.gnome.Shell.Extensions"), QStringLiteral("ExtensionStateChanged"),
+                 this, SLOT(extensionChanged()));
+    claim_.begin(bus_.interface()->serviceOwner(watcherName).value().toStdString(), begin);
 }
 
 StatusNotifierWatcher::~StatusNotifierWatcher() {
-    if (ownership_ != Ownership::unavailable && bus_.isConnected()) bus_.interface()->unregisterService(watcherName);
+    if (bus_.isConnected() && isOwner()) bus_.interface()->unregisterService(watcherName);
     bus_.unregisterObject(watcherPath);
 }
 
-void StatusNotifierWatcher::requestName() {
-    QDBusConnectionInterface* daemon = bus_.interface();
-    if (!daemon) return;
-    connect(daemon, &QDBusConnectionInterface::serviceRegistered, this, &StatusNotifierWatcher::becomeOwner);
-    const auto reply = daemon->registerService(watcherName, QDBusConnectionInterface::QueueService);
-    if (!reply.isValid()) return;
-    if (reply.value() == QDBusConnectionInterface::ServiceRegistered) ownership_ = Ownership::owner;
-    if (reply.value() == QDBusConnectionInterface::ServiceQueued) ownership_ = Ownership::queued;
+bool StatusNotifierWatcher::take() {
+    const auto reply = bus_.interface()->registerService(watcherName, QDBusConnectionInterface::DontQueueService,
+                                                         QDBusConnectionInterface::AllowReplacement);
+    return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
-void StatusNotifierWatcher::becomeOwner(const QString& name) {
-    if (name == watcherName) ownership_ = Ownership::owner;
+void StatusNotifierWatcher::askWhoWaits() {
+    const auto question = dbusCall(daemonName, daemonPath, daemonName, QStringLiteral("ListQueuedOwners"), {watcherName});
+    callLater(bus_, question, untilAnswered, this, [this](const QDBusMessage& answer) {
+        QStringList waiting = answer.arguments().value(0).toStringList();
+        waiting.removeAll(bus_.baseService());
+        claim_.told(!waiting.isEmpty());
+    });
 }
+
+void StatusNotifierWatcher::hostRegistered(const QDBusMessage& signal) {
+    if (signal.service() != bus_.baseService()) claim_.barMayCome();
+}
+
+void StatusNotifierWatcher::extensionChanged() { claim_.rivalIsComing(); }
 
 QStringList StatusNotifierWatcher::registeredItems() const {
     QStringList entries;
@@ -101,17 +125,43 @@ void StatusNotifierWatcher::add(const StatusItemAddress& item, const QString& re
 }
 
 void StatusNotifierWatcher::RegisterStatusNotifierHost(const QString&) {
+    claim_.barMayCome();
     // Notes the connection instead of the name in the argument, because some hosts never own that name.
     if (hosts_.contains(caller())) return;
     hosts_.insert(caller());
     Q_EMIT StatusNotifierHostRegistered();
 }
 
-void StatusNotifierWatcher::nameOwnerChanged(const QString& name, const QString& oldOwner, const QString&) {
-    if (oldOwner.isEmpty()) return;
+void StatusNotifierWatcher::nameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner) {
+    if (name == watcherName) return ownerChanged(newOwner);
+    if (asksOnce.contains(name) && !newOwner.isEmpty()) return claim_.rivalIsComing();
+    if (oldOwner.isEmpty()) return claim_.barMayCome();
+    claim_.disconnected(name.toStdString());
     removeItemsOf(name);
     registrations_.remove(name);
     if (hosts_.remove(name)) Q_EMIT StatusNotifierHostUnregistered();
+}
+
+void StatusNotifierWatcher::ownerChanged(const QString& newOwner) {
+    claim_.ownerChanged(newOwner.toStdString());
+    if (isOwner()) return;
+    if (!newOwner.isEmpty()) handOver();
+    // Whoever registers here registers anew when this program becomes the watcher again.
+    items_.clear();
+    entries_.clear();
+    registrations_.clear();
+    hosts_.clear();
+}
+
+/// Programs that use Qt register only with a watcher that comes when there was none, and their items are at the customary
+/// path, so that they can be registered by others. Registering an item twice does no harm.
+void StatusNotifierWatcher::handOver() {
+    for (const StatusItemAddress& item : items_) {
+        if (item.path != customaryItemPath) continue;
+        const QString destination = QString::fromStdString(item.destination);
+        static_cast<void>(bus_.send(
+            dbusCall(watcherName, watcherPath, watcherName, QStringLiteral("RegisterStatusNotifierItem"), {destination})));
+    }
 }
 
 void StatusNotifierWatcher::removeItemsOf(const QString& destination) {

@@ -2,21 +2,25 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QString>
 #include <QStringList>
-#include <functional>
 #include <vector>
 
+#include "platform/MainQueue.h"
 #include "platform/linux/items/StatusItemAddress.h"
+#include "platform/linux/items/WatcherClaim.h"
 
 namespace ovin {
 
 /// The meeting place of status items and the programs that show them: `org.kde.StatusNotifierWatcher` on a session bus.
+/// This program is the host as well, so that programs that look for one show their items.
 ///
-/// Serves for as long as it exists. While another program owns the name it waits in the bus's queue, and no program sees it.
+/// Owns the name only while no other program is the watcher or wants to be it (`WatcherClaim`). When another program takes
+/// over, it is told of the items that would not register with it by themselves. Main thread only.
 class StatusNotifierWatcher : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -25,21 +29,16 @@ class StatusNotifierWatcher : public QObject, protected QDBusContext {
     Q_PROPERTY(int ProtocolVersion READ protocolVersion)
 
 public:
-    enum class Ownership {
-        /// Programs register here.
-        owner,
-        /// Another program is the watcher; this one takes over when that program ends.
-        queued,
-        /// The bus refused the name: there is no bus, or it has a rule against it.
-        unavailable,
-    };
-
-    explicit StatusNotifierWatcher(const QDBusConnection& bus);
+    /// `queue` must outlive this object.
+    StatusNotifierWatcher(const QDBusConnection& bus, MainQueue& queue, WatcherClaim::Begin begin);
     ~StatusNotifierWatcher() override;
 
-    [[nodiscard]] Ownership ownership() const { return ownership_; }
+    /// Whether programs register here.
+    [[nodiscard]] bool isOwner() const { return claim_.isOwner(); }
+    /// Whether a program besides this one has registered as a host.
+    [[nodiscard]] bool hasBar() const { return !hosts_.isEmpty(); }
     [[nodiscard]] QStringList registeredItems() const;
-    [[nodiscard]] bool isHostRegistered() const { return !hosts_.isEmpty(); }
+    [[nodiscard]] bool isHostRegistered() const { return true; }
     [[nodiscard]] int protocolVersion() const { return 0; }
 
 public Q_SLOTS:
@@ -54,16 +53,20 @@ Q_SIGNALS:
 
 private:
     Q_SLOT void nameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);
+    Q_SLOT void hostRegistered(const QDBusMessage& signal);
+    Q_SLOT void extensionChanged();
 
-    void requestName();
-    void becomeOwner(const QString& name);
+    [[nodiscard]] bool take();
+    void askWhoWaits();
+    void ownerChanged(const QString& newOwner);
+    void handOver();
     [[nodiscard]] QString caller() const;
     void addIfAlive(const StatusItemAddress& item, const QString& registrant);
     void add(const StatusItemAddress& item, const QString& registrant);
     void removeItemsOf(const QString& destination);
 
     QDBusConnection bus_;
-    Ownership ownership_ = Ownership::unavailable;
+    WatcherClaim claim_;
     std::vector<StatusItemAddress> items_;
     /// The addresses in `items_`, to find a repeated registration at once.
     QSet<QString> entries_;

@@ -21,6 +21,13 @@ TEST(StatusItemAddress, OfAPathIsTheSenders) {
 
 TEST(StatusItemAddress, OfBothJoinedIsSplitAtTheFirstSlash) { EXPECT_EQ(joined(":1.9/a/b"), ":1.9 /a/b"); }
 
+TEST(StatusItemAddress, MayHaveAnAtSignBetweenNameAndPath) {
+    EXPECT_EQ(joined(":1.10@/StatusNotifierItem"), ":1.10 /StatusNotifierItem");
+    EXPECT_EQ(joined("org.kde.StatusNotifierItem-812-1@/a/b"), "org.kde.StatusNotifierItem-812-1 /a/b");
+    for (const auto* garbage : {"@/a", ":1.10@", "a@b.c/d", ":1.10@@/a", "/a@/b"})
+        EXPECT_EQ(joined(garbage), "none") << garbage;
+}
+
 TEST(StatusItemAddress, JoinsToTheEntryThatItWasReadFrom) {
     EXPECT_EQ(statusItemAddress(":1.23/StatusNotifierItem", "")->joined(), ":1.23/StatusNotifierItem");
 }

@@ -16,6 +16,7 @@
 
 #include "platform/linux/items/StatusNotifierWatcher.h"
 #include "platform/linux/system/DBusCall.h"
+#include "platform/linux/system/QtMainQueue.h"
 
 namespace ovin {
 namespace {
@@ -33,7 +34,8 @@ bool becomes(Condition condition) {
 /// The item as a bar sees it, over a connection of its own.
 class QtStatusItemTest : public testing::Test {
 protected:
-    StatusNotifierWatcher watcher{QDBusConnection::sessionBus()};
+    QtMainQueue queue;
+    StatusNotifierWatcher watcher{QDBusConnection::sessionBus(), queue, WatcherClaim::Begin::atOnce};
     QDBusConnection bar = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "bar");
     QtScreens screens;
     std::vector<StatusItemClick> clicks;
