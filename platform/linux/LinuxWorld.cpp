@@ -16,6 +16,8 @@ namespace {
 /// Programs react to a new watcher within milliseconds; these times allow for a busy machine and for a thousand programs.
 constexpr std::chrono::milliseconds quietTime{200};
 constexpr std::chrono::seconds longestWait{10};
+/// The setting that keeps that the user has been asked whether Ovin may read the bar.
+constexpr std::string_view wasAskedForTrust = "OvinHasAskedForAccessibility";
 
 }  // namespace
 
@@ -32,7 +34,14 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher)
       accessibilityBus_(*session_),
       workspace_(processes_, items_, process_.bundleIdentifier(), mainQueue_, log_),
       defaults_(userDefaultsPath()),
-      accessibility_({*session_, accessibilityBus_, items_, menus_}, askForTrust) {
+      accessibility_({*session_, accessibilityBus_, items_, menus_}, defaults_.boolean(wasAskedForTrust),
+                     [this](std::function<void(bool)> answered) {
+                         askForTrust([this, answered = std::move(answered)](bool isAgreed) {
+                             // If this cannot be kept, the user is asked in the next session again.
+                             (void)defaults_.set(wasAskedForTrust, true);
+                             answered(isAgreed);
+                         });
+                     }) {
     if (watcher != Watcher::never) {
         watcher_.emplace(QDBusConnection::sessionBus(), mainQueue_,
                          watcher == Watcher::atOnce ? WatcherClaim::Begin::atOnce : WatcherClaim::Begin::afterGrace);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QEventLoop>
@@ -71,6 +72,12 @@ LinuxStage::~LinuxStage() {
     putDisplaysBack();
     world_.reset();
     close(logFile_);
+}
+
+std::optional<std::string> LinuxStage::reasonWithout(Ability ability) const {
+    if (ability != Ability::withdrawTrust) return std::nullopt;
+    const bool hasBar = QDBusConnection::sessionBus().interface()->isServiceRegistered("org.ovin.MenuBarAgent").value();
+    return hasBar ? std::nullopt : std::optional<std::string>("Without a bar that can be read nobody is asked for trust.");
 }
 
 Platform LinuxStage::platform() {

@@ -39,6 +39,7 @@ public:
     LinuxStage();
     ~LinuxStage() override;
 
+    [[nodiscard]] std::optional<std::string> reasonWithout(Ability ability) const override;
     [[nodiscard]] Platform platform() override;
     [[nodiscard]] StagedUser& user() override { return user_; }
 

@@ -191,12 +191,14 @@ class TheCommand(DesktopTestCase):
         result = ovinItems(DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent/bus")
         self.assertEqual((result.returncode, result.stderr), (3, "ovin-items: there is no session bus\n"))
 
-    def testWithoutAccessibilityItSaysSo(self):
+    def testWithoutAccessibilityItemsAreFoundAndPressed(self):
+        item = self.startItem("--title", "One")
+        self.assertFinds(["One"])
         setAccessibility(False)
-        result = ovinItems()
-        setAccessibility(True)
-        self.assertEqual(result.returncode, 4)
-        self.assertIn("accessibility is switched off", result.stderr)
+        self.addCleanup(setAccessibility, True)
+        self.assertFinds(["One"])
+        self.assertEqual(ovinItems("--press", "1").returncode, 0)
+        self.assertTrue(becomes(lambda: item.events()), "the item is not pressed")
 
     def testASessionThatAnswersLateIsWaitedFor(self):
         answer = subprocess.run(["gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path", "/", "--method",

@@ -7,7 +7,7 @@ import signal
 import subprocess
 import time
 
-from DesktopTest import BOUND, DesktopTestCase, OVIN_ITEMS, becomes, isAlive, main, ovinItems, pidOf
+from DesktopTest import BOUND, DesktopTestCase, OVIN_ITEMS, becomes, isAlive, main, ovinItems, pidOf, setAccessibility
 
 COUNT = 30
 FEW = 8  # fewer than ever fit
@@ -33,6 +33,13 @@ class TheMenuBar(DesktopTestCase):
             self.startItem("--name", name, "--title", f"Item of {name}")
             self.awaitRegistrations()  # one after the other, so that the bar has an order to keep
         return names
+
+    def testWithoutAccessibilityItSaysSo(self):
+        setAccessibility(False)
+        self.addCleanup(setAccessibility, True)
+        result = ovinItems()
+        self.assertEqual(result.returncode, 4)
+        self.assertIn("accessibility is switched off", result.stderr)
 
     def slots(self):
         """The slots of the bar: name, left edge and width."""

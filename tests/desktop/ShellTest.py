@@ -9,7 +9,8 @@ import signal
 import time
 
 from OvinTest import (ApplicationTestCase, BAR_HEIGHT, GUIDE_WAS_SHOWN, accessible, awaited, becomes, buttonsOf, click,
-                      entryNamed, geometry, main, press, readSettings, run, windowsOf, writeSettings)
+                      entryNamed, geometry, main, press, readSettings, run, setAccessibility, windowsOf,
+                      writeSettings)
 
 COUNT = 40
 AUTOSTART = os.path.join(os.environ["XDG_CONFIG_HOME"], "autostart", "org.ovin.Ovin.desktop")
@@ -56,6 +57,30 @@ class TheStart(ApplicationTestCase):
         process = self.startOvin(XDG_CONFIG_HOME=folder)
         self.assertTrue(becomes(lambda: self.slot() is not None))
         self.assertIsNone(process.poll())
+
+
+class TheQuestionForAccessibility(ApplicationTestCase):
+    def setUp(self):
+        super().setUp()
+        self.ovin = self.startShown()
+        setAccessibility(False)
+        self.startItem("--title", "One")
+
+    def question(self):
+        return run("xdotool", "search", "--onlyvisible", "--name", "^Accessibility$").stdout.split()
+
+    def testBesideABarThatCanBeReadItIsAskedOnce(self):
+        click(*awaited(self.slot))
+        self.assertTrue(becomes(self.question), "nothing is asked")
+        run("xdotool", "windowactivate", "--sync", *self.question(), "key", "Escape")
+        self.assertTrue(becomes(lambda: not self.question()))
+        self.assertIn("OvinHasAskedForAccessibility\tb\t1", readSettings())
+        self.openLedge(self.ovin)
+        click(300, 500)
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)))
+        self.ovin.terminate()
+        self.assertEnds(self.ovin)
+        self.openLedge(self.startShown())
 
 
 class TheMenu(ApplicationTestCase):

@@ -13,6 +13,8 @@ constexpr const char* service = "org.a11y.Bus";
 constexpr const char* servicePath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
 constexpr const char* accessible = "org.a11y.atspi.Accessible";
+/// The bar whose accessible objects tell which items they draw.
+constexpr const char* readableBar = "org.ovin.MenuBarAgent";
 constexpr std::chrono::milliseconds statusTimeout{500};
 /// Long, because an answer counts even when nobody waits for it any more.
 constexpr std::chrono::seconds patience{25};
@@ -39,6 +41,18 @@ std::future<void> ask(Bus& session, const std::shared_ptr<std::atomic<bool>>& en
                      *enabled = isEnabled != nullptr && *isEnabled;
                      hasAnswered->set_value();
                  });
+    return hasAnswered->get_future();
+}
+
+/// Asks whether a bar runs whose layout can be read, and keeps the answer.
+std::future<void> askForBar(Bus& session, const std::shared_ptr<std::atomic<bool>>& needed) {
+    const auto hasAnswered = std::make_shared<std::promise<void>>();
+    session.call(busDaemonCall("NameHasOwner", {readableBar}), patience, [needed, hasAnswered](const BusReply& reply) {
+        const BusValue value = reply.first();
+        const auto* hasOwner = value.as<bool>();
+        *needed = hasOwner != nullptr && *hasOwner;
+        hasAnswered->set_value();
+    });
     return hasAnswered->get_future();
 }
 
@@ -81,11 +95,18 @@ AccessibilityBus::AccessibilityBus(Bus& session) : session_(session) {
     // The service sends a signal only for changes, so it must be asked whenever it starts.
     session_.watch(nameOwnerRule(service),
                    [&bus = session_, enabled = enabled_](const BusSignal&) { (void)ask(bus, enabled); });
+    session_.watch(nameOwnerRule(readableBar), [needed = needed_](const BusSignal& signal) {
+        if (signal.values.size() >= 3) *needed = !signal.values[2].string().empty();
+    });
+    firstBar_ = askForBar(session_, needed_).share();
     firstAnswer_ = ask(session_, enabled_).share();
     (void)firstAnswer_.wait_for(statusTimeout);
 }
 
-void AccessibilityBus::waitForAnswer() const { (void)firstAnswer_.wait_for(patience); }
+void AccessibilityBus::waitForAnswer() const {
+    (void)firstBar_.wait_for(patience);
+    (void)firstAnswer_.wait_for(patience);
+}
 
 bool AccessibilityBus::enable() {
     const BusReply reply = session_.callAndWait({service,

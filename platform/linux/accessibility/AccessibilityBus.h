@@ -24,10 +24,16 @@ public:
     /// item calls it, also while the bus is busy.
     [[nodiscard]] bool isEnabled() const { return *enabled_; }
 
-    /// Returns when the session has told it for the first time, for which the constructor waits only briefly, or after 25 s.
+    /// Whether a bar runs whose layout is read over this bus, as the session told it last; never blocks. All else that is
+    /// known of status items comes from the session bus.
+    [[nodiscard]] bool isNeeded() const { return *needed_; }
+
+    /// Returns when the session has told both for the first time, for which the constructor waits only briefly, or after 25
+    /// s.
     void waitForAnswer() const;
 
-    /// Enables assistive programs for the session; false when the system refused.
+    /// Enables assistive programs, in the user's later sessions too if the desktop keeps that; false when the system
+    /// refused.
     [[nodiscard]] bool enable();
 
     /// The connection, made at the first call; null when that fails.
@@ -38,9 +44,11 @@ public:
 
 private:
     Bus& session_;
-    /// Shared with the handler of the bus, which may still run while this object is destroyed.
+    /// Shared with the handlers of the bus, which may still run while this object is destroyed.
     std::shared_ptr<std::atomic<bool>> enabled_ = std::make_shared<std::atomic<bool>>(false);
+    std::shared_ptr<std::atomic<bool>> needed_ = std::make_shared<std::atomic<bool>>(false);
     std::shared_future<void> firstAnswer_;
+    std::shared_future<void> firstBar_;
     mutable std::mutex mutex_;
     mutable std::unique_ptr<Bus> bus_;
 };

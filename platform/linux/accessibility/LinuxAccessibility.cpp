@@ -58,6 +58,8 @@ private:
     }
 
     AttributeAnswer windows() {
+        // Asking would start the accessibility bus.
+        if (!desktop_->accessibility.isEnabled()) return failed(AccessibilityError::noValue);
         AttributeValue::Array windows;
         for (const AccessibleName& name : desktop_->accessibility.windowsOf(owner(), timeout())) {
             windows.push_back({AccessibilityElement(
@@ -72,13 +74,20 @@ private:
 
 }  // namespace
 
-LinuxAccessibility::LinuxAccessibility(const Desktop& desktop, std::function<void(std::function<void()>)> askUser)
-    : desktop_(std::make_shared<const Desktop>(desktop)), askUser_(std::move(askUser)) {}
+LinuxAccessibility::LinuxAccessibility(const Desktop& desktop, bool wasAsked, Question askUser)
+    : desktop_(std::make_shared<const Desktop>(desktop)),
+      wasAsked_(std::make_shared<std::atomic<bool>>(wasAsked)),
+      askUser_(std::move(askUser)) {}
 
-bool LinuxAccessibility::isProcessTrusted() const { return desktop_->accessibility.isEnabled(); }
+bool LinuxAccessibility::isProcessTrusted() const {
+    return desktop_->accessibility.isEnabled() || !desktop_->accessibility.isNeeded() || *wasAsked_;
+}
 
 void LinuxAccessibility::promptForTrust() {
-    askUser_([desktop = desktop_] { (void)desktop->accessibility.enable(); });
+    askUser_([desktop = desktop_, wasAsked = wasAsked_](bool isAgreed) {
+        *wasAsked = true;
+        if (isAgreed) (void)desktop->accessibility.enable();
+    });
 }
 
 AccessibilityElement LinuxAccessibility::applicationElement(ProcessID pid) const {
@@ -91,7 +100,7 @@ void LinuxAccessibility::setMessagingTimeout(const AccessibilityElement& element
 
 AttributeAnswer LinuxAccessibility::copyAttributeValue(const AccessibilityElement& element,
                                                        std::string_view attribute) const {
-    if (!desktop_->accessibility.isEnabled()) return {AccessibilityError::apiDisabled, {}};
+    if (!isProcessTrusted()) return {AccessibilityError::apiDisabled, {}};
     return LinuxElement::of(element).read(attribute);
 }
 
@@ -100,7 +109,7 @@ ProcessIDAnswer LinuxAccessibility::processIdentifier(const AccessibilityElement
 }
 
 AccessibilityError LinuxAccessibility::performAction(const AccessibilityElement& element, std::string_view action) const {
-    if (!desktop_->accessibility.isEnabled()) return AccessibilityError::apiDisabled;
+    if (!isProcessTrusted()) return AccessibilityError::apiDisabled;
     return LinuxElement::of(element).perform(action);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <functional>
 #include <memory>
 
 #include "platform/Accessibility.h"
@@ -18,7 +20,8 @@ namespace ovin {
 /// accessible objects. An object whose description is the address of a status item stands for that item; menu bars that show
 /// items give such descriptions. "AXPress" does what a click on the item does, "AXShowMenu" shows its menu.
 ///
-/// This program is trusted when assistive programs are enabled in the session.
+/// Only the layout of a bar needs the accessibility bus. So this program is trusted unless assistive programs are disabled
+/// and such a bar runs. Who has been asked and has not enabled them is not asked again: then no layout is read.
 class LinuxAccessibility final : public Accessibility {
 public:
     /// What the elements need of the desktop; shared with them.
@@ -29,9 +32,11 @@ public:
         ItemMenus& menus;
     };
 
-    /// Everything in `desktop` outlives this object and all elements. `askUser` asks the user whether to enable assistive
-    /// programs, and calls its argument if the user agrees.
-    LinuxAccessibility(const Desktop& desktop, std::function<void(std::function<void()>)> askUser);
+    /// Asks the user whether to enable assistive programs, and calls its argument with the answer.
+    using Question = std::function<void(std::function<void(bool isAgreed)> answered)>;
+
+    /// Everything in `desktop` outlives this object and all elements. `wasAsked` tells whether the user has answered before.
+    LinuxAccessibility(const Desktop& desktop, bool wasAsked, Question askUser);
 
     [[nodiscard]] bool isProcessTrusted() const override;
     void promptForTrust() override;
@@ -45,7 +50,9 @@ public:
 
 private:
     const std::shared_ptr<const Desktop> desktop_;
-    const std::function<void(std::function<void()>)> askUser_;
+    /// Shared with the question, whose answer may come after the end of this object.
+    const std::shared_ptr<std::atomic<bool>> wasAsked_;
+    const Question askUser_;
 };
 
 }  // namespace ovin

@@ -20,7 +20,7 @@ QWidget* shownPrompt() {
     return nullptr;
 }
 
-QWidget* makePrompt(std::function<void()> enable) {
+QWidget* makePrompt(std::function<void(bool)> answered) {
     auto* const prompt = new QMessageBox;
     prompt->setObjectName(promptName);
     prompt->setAttribute(Qt::WA_DeleteOnClose);
@@ -28,22 +28,22 @@ QWidget* makePrompt(std::function<void()> enable) {
     prompt->setIcon(QMessageBox::Question);
     prompt->setText("Ovin would like to read the menu bar");
     prompt->setInformativeText(
-        "Ovin finds and opens the items of your menu bar through the accessibility support of this desktop, which is "
-        "switched off. It can be switched on for this session.");
+        "To leave out the items that your menu bar draws already, Ovin reads the bar through the accessibility support of "
+        "this desktop, which is switched off. Switched on, it has all programs tell others what their windows show. It "
+        "stays on in later sessions too, until you switch it off in the settings of the desktop.\n\nWithout it Ovin shows "
+        "all items. It asks only this once.");
     prompt->addButton("Not Now", QMessageBox::RejectRole);
     const QPushButton* const accept = prompt->addButton("Switch On", QMessageBox::AcceptRole);
-    QObject::connect(prompt, &QMessageBox::buttonClicked,
-                     [accept, enable = std::move(enable)](const QAbstractButton* clicked) {
-                         if (clicked == accept) enable();
-                     });
+    QObject::connect(prompt, &QMessageBox::finished,
+                     [prompt, accept, answered = std::move(answered)] { answered(prompt->clickedButton() == accept); });
     return prompt;
 }
 
 }  // namespace
 
-void askForTrust(std::function<void()> enable) {
+void askForTrust(std::function<void(bool)> answered) {
     QWidget* const shown = shownPrompt();
-    WindowManager::bringToFront(shown != nullptr ? *shown : *makePrompt(std::move(enable)));
+    WindowManager::bringToFront(shown != nullptr ? *shown : *makePrompt(std::move(answered)));
 }
 
 }  // namespace ovin

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <utility>
 #include <vector>
 
 namespace ovin {
@@ -12,10 +13,10 @@ namespace {
 
 class TrustPromptTest : public testing::Test {
 protected:
-    int enabled = 0;
+    std::vector<bool> answers;
 
     void ask() {
-        askForTrust([this] { ++enabled; });
+        askForTrust([this](bool isAgreed) { answers.push_back(isAgreed); });
     }
 
     static void handleEvents() {
@@ -39,24 +40,30 @@ protected:
     }
 };
 
-TEST_F(TrustPromptTest, WhatTheUserAcceptsIsDoneOnce) {
-    ask();
-    ASSERT_EQ(prompts().size(), 1U);
-    EXPECT_TRUE(prompts()[0]->isVisible());
-    EXPECT_EQ(enabled, 0);
-    press("Switch On");
-    EXPECT_EQ(enabled, 1);
-    EXPECT_TRUE(prompts().empty());
+TEST_F(TrustPromptTest, ItTellsWhatTheUserAnswers) {
+    for (const auto& [button, answer] : {std::pair{"Switch On", true}, {"Not Now", false}}) {
+        ask();
+        ASSERT_EQ(prompts().size(), 1U);
+        EXPECT_TRUE(prompts()[0]->isVisible());
+        EXPECT_TRUE(answers.empty());
+        press(button);
+        EXPECT_EQ(answers, std::vector{answer});
+        EXPECT_TRUE(prompts().empty());
+        answers.clear();
+    }
 }
 
-TEST_F(TrustPromptTest, WhoDeclinesIsAskedAgainNextTime) {
+TEST_F(TrustPromptTest, WhoClosesItDeclines) {
     ask();
+    prompts().at(0)->close();
+    handleEvents();
+    EXPECT_EQ(answers, std::vector{false});
+}
+
+TEST_F(TrustPromptTest, ItSaysForHowLong) {
+    ask();
+    EXPECT_TRUE(prompts().at(0)->informativeText().contains("stays on in later sessions"));
     press("Not Now");
-    EXPECT_EQ(enabled, 0);
-    EXPECT_TRUE(prompts().empty());
-    ask();
-    press("Switch On");
-    EXPECT_EQ(enabled, 1);
 }
 
 TEST_F(TrustPromptTest, AQuestionWithoutAnAnswerYetIsNotAskedTwice) {
@@ -64,7 +71,7 @@ TEST_F(TrustPromptTest, AQuestionWithoutAnAnswerYetIsNotAskedTwice) {
     ask();
     ASSERT_EQ(prompts().size(), 1U);
     press("Switch On");
-    EXPECT_EQ(enabled, 1);
+    EXPECT_EQ(answers, std::vector{true});
 }
 
 }  // namespace
