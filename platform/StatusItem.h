@@ -40,6 +40,13 @@ public:
     /// Shows a menu at the item. May return while the menu is open; the user sees one menu at a time.
     virtual void showMenu(const Menu& menu) = 0;
 
+    /// Sets what makes the menu for a bar that opens the item's menu by itself, some with every click. Does nothing where
+    /// the bar passes all clicks on.
+    virtual void setMenu(std::function<Menu()> menu) { static_cast<void>(menu); }
+
+    /// Whether a bar draws the item, as far as is known.
+    [[nodiscard]] virtual bool isDrawn() const { return true; }
+
     /// The screen that the item is on; nothing when that is not known.
     [[nodiscard]] virtual std::optional<Screen> screen() const = 0;
 };

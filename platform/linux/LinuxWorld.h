@@ -88,7 +88,7 @@ private:
     QtScreens screens_;
     QtWindows windows_;
     XInputEventMonitor events_;
-    QtStatusBar statusBar_{screens_};
+    QtStatusBar statusBar_{screens_, [this] { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); }};
     QtAlerts alerts_;
     AutostartEntry launchAtLogin_;
     QtResources resources_;

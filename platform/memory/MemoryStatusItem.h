@@ -19,6 +19,9 @@ public:
     std::string symbol;
     std::string accessibilityDescription;
     std::optional<Menu> menu;
+    /// Makes the menu of a bar that opens menus by itself.
+    std::function<Menu()> barMenu;
+    bool isDrawn = true;
     /// Runs when a menu is shown.
     std::function<void()> showingMenu;
     std::string autosaveName;
@@ -48,6 +51,7 @@ private:
         ~Item() override {
             --bar_.itemCount;
             bar_.handler_ = nullptr;
+            bar_.barMenu = nullptr;
         }
 
         void setAutosaveName(const std::string& name) override { bar_.autosaveName = name; }
@@ -69,6 +73,8 @@ private:
             bar_.menu = shown;
             if (bar_.showingMenu) bar_.showingMenu();
         }
+        void setMenu(std::function<Menu()> made) override { bar_.barMenu = std::move(made); }
+        [[nodiscard]] bool isDrawn() const override { return bar_.isDrawn; }
         [[nodiscard]] std::optional<Screen> screen() const override {
             return bar_.hasButton ? bar_.itemScreen : std::nullopt;
         }

@@ -46,8 +46,9 @@ class InstalledFiles(unittest.TestCase):
                  for folder, _, files in os.walk(self.root) for file in files}
         icons = {name for name in found if name.startswith("share/icons/hicolor/")}
         self.assertEqual({name.split("/")[3] for name in icons},
-                         {f"{side}x{side}" for side in (16, 22, 24, 32, 48, 64, 128, 256, 512)})
-        self.assertEqual({name.split("/", 4)[4] for name in icons}, {"apps/org.ovin.Ovin.png"})
+                         {"symbolic"} | {f"{side}x{side}" for side in (16, 22, 24, 32, 48, 64, 128, 256, 512)})
+        self.assertEqual({name.split("/", 4)[4] for name in icons},
+                         {"apps/org.ovin.Ovin.png", "apps/org.ovin.Ovin-symbolic.svg", "apps/org.ovin.Ovin-done-symbolic.svg"})
         self.assertEqual(found - icons, {
             "bin/ovin", "bin/ovin-items", "share/applications/org.ovin.Ovin.desktop",
             "share/metainfo/org.ovin.Ovin.metainfo.xml", "share/man/man1/ovin.1.gz", "share/man/man1/ovin-items.1.gz",

@@ -2,11 +2,19 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <cmath>
+#include <numbers>
 
 #include "platform/linux/drawing/QtColors.h"
 
 namespace ovin {
 namespace {
+
+/// In points.
+constexpr double outlineWidth = 0.8;
+/// Of each of the shifted copies that the outline is made of.
+constexpr double outlineOpacity = 0.45;
+constexpr int outlineSteps = 8;
 
 QPainterPath pathOf(const DrawnShape& shape) {
     QPainterPath path;
@@ -43,6 +51,28 @@ QImage rendered(const DrawnImage& image, double scale, const QPalette& palette) 
     for (const DrawnShape& shape : image.shapes(isDark(palette) ? Appearance::dark : Appearance::light)) {
         draw(painter, shape, palette);
     }
+    return result;
+}
+
+QImage outlined(const QImage& picture, double scale, const QPalette& palette) {
+    QImage shadow = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    {
+        QPainter painter(&shadow);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(shadow.rect(), isDark(palette) ? Qt::black : Qt::white);
+    }
+    QImage result(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    const double distance = outlineWidth * scale;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setOpacity(outlineOpacity);
+    for (int step = 0; step < outlineSteps; ++step) {
+        const double angle = 2 * std::numbers::pi * step / outlineSteps;
+        painter.drawImage(QPointF(distance * std::cos(angle), distance * std::sin(angle)), shadow);
+    }
+    painter.setOpacity(1);
+    painter.drawImage(0, 0, picture);
     return result;
 }
 

@@ -2,10 +2,11 @@
 
 #include <QCursor>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPointer>
-#include <QScreen>
+#include <QStandardPaths>
 #include <QtEndian>
 #include <array>
 #include <chrono>
@@ -21,6 +22,9 @@ namespace {
 
 const QString objectPath = "/StatusNotifierItem";
 const QString watcherName = "org.kde.StatusNotifierWatcher";
+const QString watcherPath = "/StatusNotifierWatcher";
+const QString usualIcon = "org.ovin.Ovin-symbolic";
+const QString symbolIcon = "org.ovin.Ovin-done-symbolic";
 
 /// For bars at ordinary and at high density; a bar takes the picture that suits it.
 constexpr std::array scales{1.0, 2.0};
@@ -40,15 +44,10 @@ BusPicture pictureOf(const QImage& image) {
     return picture;
 }
 
-/// Turns a bar's position, in pixels of the X server, into the toolkit's points, which may have several pixels. Screens have
-/// the same origin in both.
-QPoint fromServer(QPoint position) {
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        const QPoint origin = screen->geometry().topLeft();
-        const QRect pixels(origin, (QSizeF(screen->geometry().size()) * screen->devicePixelRatio()).toSize());
-        if (pixels.contains(position)) return origin + (position - origin) / screen->devicePixelRatio();
-    }
-    return position;
+/// The name of an icon that is installed with this program; empty where it is not, so that no bar looks for it in vain.
+QString installed(const QString& icon) {
+    const QString file = "icons/hicolor/symbolic/apps/" + icon + ".svg";
+    return QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty() ? QString() : icon;
 }
 
 QString nextConnectionName() {
@@ -70,13 +69,14 @@ struct QtStatusItem::Registration {
     QDBusServiceWatcher watchers{watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange};
 };
 
-QtStatusItem::QtStatusItem(const QtScreens& screens) : screens_(screens), object_("Ovin") {
+QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost)
+    : screens_(screens), isOnlyHost_(std::move(isOnlyHost)), object_("Ovin") {
     // Bars report only the button. With the Control key held, the left button counts as the secondary one, as on macOS.
-    object_.activated = [this](int x, int y) {
+    object_.activated = [this] {
         const bool isSecondary = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
-        clicked(isSecondary ? StatusItemClick::rightMouseUp : StatusItemClick::leftMouseUp, x, y);
+        clicked(isSecondary ? StatusItemClick::rightMouseUp : StatusItemClick::leftMouseUp);
     };
-    object_.contextMenuRequested = [this](int x, int y) { clicked(StatusItemClick::rightMouseUp, x, y); };
+    object_.contextMenuRequested = [this] { clicked(StatusItemClick::rightMouseUp); };
     release_.setSingleShot(true);
     connect(&release_, &QTimer::timeout, this, &QtStatusItem::deliverClicks);
     qGuiApp->installEventFilter(this);
@@ -88,21 +88,34 @@ QtStatusItem::~QtStatusItem() = default;
 void QtStatusItem::enter() {
     registration_.reset();
     registration_ = std::make_unique<Registration>();
-    registration_->bus.registerObject(objectPath, &object_,
-                                      QDBusConnection::ExportAllProperties | QDBusConnection::ExportScriptableSlots |
-                                          QDBusConnection::ExportScriptableSignals);
+    constexpr auto exported = QDBusConnection::ExportAllProperties | QDBusConnection::ExportScriptableSlots |
+                              QDBusConnection::ExportScriptableSignals;
+    registration_->bus.registerObject(objectPath, &object_, exported);
+    registration_->bus.registerObject(StatusNotifierObject::menuPath, &exportedMenu_, exported);
     // The next owner may follow at once: a watcher, such as this program's own, that was queued for the name.
     connect(&registration_->watchers, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) {
+                hasHost_ = false;
                 if (!newOwner.isEmpty()) enroll();
             });
+    for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
+        registration_->bus.connect(watcherName, watcherPath, watcherName, signal, this, SLOT(askForHost()));
+    }
     enroll();
 }
 
 void QtStatusItem::enroll() {
-    const QDBusMessage call =
-        dbusCall(watcherName, "/StatusNotifierWatcher", watcherName, "RegisterStatusNotifierItem", {objectPath});
+    const QDBusMessage call = dbusCall(watcherName, watcherPath, watcherName, "RegisterStatusNotifierItem", {objectPath});
     static_cast<void>(registration_->bus.send(call));
+    askForHost();
+}
+
+void QtStatusItem::askForHost() {
+    const QDBusMessage question = dbusCall(watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
+                                           {watcherName, "IsStatusNotifierHostRegistered"});
+    callLater(registration_->bus, question, untilAnswered, this, [this](const QDBusMessage& answer) {
+        hasHost_ = answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
+    });
 }
 
 void QtStatusItem::setAutosaveName(const std::string& name) {
@@ -116,7 +129,7 @@ void QtStatusItem::setAutosaveName(const std::string& name) {
 void QtStatusItem::onClick(std::function<void(StatusItemClick)> handler) { handler_ = std::move(handler); }
 
 void QtStatusItem::setImage(const DrawnImage& image) {
-    show([image](double scale) { return rendered(image, scale, QGuiApplication::palette()); },
+    show([image](double scale) { return rendered(image, scale, QGuiApplication::palette()); }, usualIcon,
          image.accessibilityDescription);
 }
 
@@ -125,24 +138,28 @@ bool QtStatusItem::setSymbol(std::string_view name, const std::string& accessibi
         return symbolImage(symbol, scale, QGuiApplication::palette());
     };
     if (picture(1).isNull()) return false;
-    show(picture, accessibilityDescription);
+    show(picture, symbolIcon, accessibilityDescription);
     return true;
 }
 
-void QtStatusItem::show(Picture picture, const std::string& description) {
+void QtStatusItem::show(Picture picture, const QString& iconName, const std::string& description) {
     picture_ = std::move(picture);
+    iconName_ = installed(iconName);
     object_.setTitle(QString::fromStdString(description));
     draw();
+    // What changes the picture changes the menu as well.
+    exportedMenu_.refresh();
 }
 
 void QtStatusItem::draw() {
     if (!picture_) return;
     BusPictures pictures;
-    for (const double scale : scales) pictures.append(pictureOf(picture_(scale)));
-    object_.setPictures(pictures);
+    const QPalette palette = QGuiApplication::palette();
+    for (const double scale : scales) pictures.append(pictureOf(outlined(picture_(scale), scale, palette)));
+    object_.setIcon(iconName_, pictures);
 }
 
-void QtStatusItem::showMenu(const Menu& menu) { menu_.show(menu, position_.value_or(QCursor::pos())); }
+void QtStatusItem::showMenu(const Menu& menu) { menu_.show(menu, QCursor::pos()); }
 
 std::optional<Screen> QtStatusItem::screen() const {
     if (!position_) return std::nullopt;
@@ -156,8 +173,8 @@ bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
 
 /// Bars report the press, but a click is delivered at the release. Besides, the bar holds the pointer while the button is
 /// down, so that a menu could grab neither the pointer nor the keyboard.
-void QtStatusItem::clicked(StatusItemClick click, int x, int y) {
-    position_ = fromServer({x, y});
+void QtStatusItem::clicked(StatusItemClick click) {
+    position_ = QCursor::pos();
     // Drops a right click whose menu has not opened yet, because this press would have closed that menu. This press counts
     // as a click all the same, because the user has seen no menu that it could have been meant to close.
     if (!clicks_.empty() && clicks_.back() == StatusItemClick::rightMouseUp) clicks_.pop_back();
@@ -181,6 +198,6 @@ void QtStatusItem::deliverClicks() {
     }
 }
 
-std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() { return std::make_unique<QtStatusItem>(screens_); }
+std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() { return std::make_unique<QtStatusItem>(screens_, isOnlyHost_); }
 
 }  // namespace ovin

@@ -5,26 +5,32 @@
 #include <QImage>
 #include <QPoint>
 #include <QTimer>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/StatusItem.h"
 #include "platform/linux/displays/QtScreens.h"
 #include "platform/linux/displays/RawButtons.h"
+#include "platform/linux/own_item/MenuObject.h"
 #include "platform/linux/own_item/QtStatusMenu.h"
 #include "platform/linux/own_item/StatusNotifierObject.h"
 
 namespace ovin {
 
 /// This program's status item. It registers with the session's watcher, and again with every new one. An assistive program's
-/// press arrives through the bar as a left click. The item's place is unknown until the first click. Clicks that come faster
-/// than they are handled are all delivered, except a right click that another click follows at once.
+/// press arrives through the bar as a left click. The item is taken to be where the pointer was at the last click, because
+/// bars tell places in coordinates of their own, or wrongly. Clicks that come faster than they are handled are all
+/// delivered, except a right click that another click follows at once.
 class QtStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
 public:
-    explicit QtStatusItem(const QtScreens& screens);
+    /// `isOnlyHost` tells whether the session's watcher is this program's own and no bar has registered there.
+    QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost);
     ~QtStatusItem() override;
 
     /// Sets the Id, by which bars tell the item from others. If a bar has read another Id before, the item leaves the bar
@@ -34,6 +40,9 @@ public:
     void setImage(const DrawnImage& image) override;
     [[nodiscard]] bool setSymbol(std::string_view name, const std::string& accessibilityDescription) override;
     void showMenu(const Menu& menu) override;
+    void setMenu(std::function<Menu()> menu) override { exportedMenu_.setMenu(std::move(menu)); }
+    /// A bar draws the item where a host is registered with the watcher.
+    [[nodiscard]] bool isDrawn() const override { return hasHost_ && !isOnlyHost_(); }
     [[nodiscard]] std::optional<Screen> screen() const override;
 
 protected:
@@ -45,16 +54,21 @@ private:
 
     void enter();
     void enroll();
-    void show(Picture picture, const std::string& description);
+    Q_SLOT void askForHost();
+    void show(Picture picture, const QString& iconName, const std::string& description);
     void draw();
-    void clicked(StatusItemClick click, int x, int y);
+    void clicked(StatusItemClick click);
     void deliverClicks();
 
     const QtScreens& screens_;
+    const std::function<bool()> isOnlyHost_;
+    bool hasHost_ = false;
     StatusNotifierObject object_;
+    MenuObject exportedMenu_;
     std::unique_ptr<Registration> registration_;
     std::function<void(StatusItemClick)> handler_;
     Picture picture_;
+    QString iconName_;
     QtStatusMenu menu_;
     /// Where the last click was, in the toolkit's coordinates.
     std::optional<QPoint> position_;
@@ -68,12 +82,15 @@ private:
 /// The session's status items.
 class QtStatusBar final : public StatusBar {
 public:
-    explicit QtStatusBar(const QtScreens& screens) : screens_(screens) {}
+    /// `isOnlyHost` as for `QtStatusItem`.
+    QtStatusBar(const QtScreens& screens, std::function<bool()> isOnlyHost)
+        : screens_(screens), isOnlyHost_(std::move(isOnlyHost)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
 
 private:
     const QtScreens& screens_;
+    const std::function<bool()> isOnlyHost_;
 };
 
 }  // namespace ovin

@@ -38,7 +38,8 @@ StatusNotifierObject::StatusNotifierObject(const QString& id) : id_(id), title_(
     qDBusRegisterMetaType<BusToolTip>();
 }
 
-void StatusNotifierObject::setPictures(const BusPictures& pictures) {
+void StatusNotifierObject::setIcon(const QString& name, const BusPictures& pictures) {
+    iconName_ = name;
     pictures_ = pictures;
     Q_EMIT NewIcon();
 }
@@ -59,15 +60,15 @@ QString StatusNotifierObject::id() const {
     return id_;
 }
 
-void StatusNotifierObject::Activate(int x, int y) {
-    if (activated) activated(x, y);
+void StatusNotifierObject::Activate(int, int) {
+    if (activated) activated();
 }
 
 // A middle click does nothing, and neither does the wheel.
 void StatusNotifierObject::SecondaryActivate(int, int) {}
 
-void StatusNotifierObject::ContextMenu(int x, int y) {
-    if (contextMenuRequested) contextMenuRequested(x, y);
+void StatusNotifierObject::ContextMenu(int, int) {
+    if (contextMenuRequested) contextMenuRequested();
 }
 
 void StatusNotifierObject::Scroll(int, const QString&) {}

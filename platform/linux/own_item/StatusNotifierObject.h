@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusArgument>
+#include <QDBusObjectPath>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -29,8 +30,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, BusPicture& pictu
 QDBusArgument& operator<<(QDBusArgument& argument, const BusToolTip& toolTip);
 const QDBusArgument& operator>>(const QDBusArgument& argument, BusToolTip& toolTip);
 
-/// A status item of this program on the session bus: `org.kde.StatusNotifierItem`. It names no menu, so that the bar passes
-/// every click on.
+/// A status item of this program on the session bus: `org.kde.StatusNotifierItem`. Its menu is another object of the same
+/// connection, at `menuPath`.
 class StatusNotifierObject final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -43,14 +44,16 @@ class StatusNotifierObject final : public QObject {
     Q_PROPERTY(QString IconAccessibleDesc READ title)
     Q_PROPERTY(ovin::BusToolTip ToolTip READ toolTip)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
+    Q_PROPERTY(QDBusObjectPath Menu READ menu)
 
 public:
-    using PositionHandler = std::function<void(int x, int y)>;
+    static constexpr const char* menuPath = "/MenuBar";
 
     /// `id` is also the first title.
     explicit StatusNotifierObject(const QString& id);
 
-    void setPictures(const BusPictures& pictures);
+    /// Sets the icon's name, which may be empty, and the pictures for bars that do not find it.
+    void setIcon(const QString& name, const BusPictures& pictures);
     /// Sets the title, the tool tip and the icon's description.
     void setTitle(const QString& title);
     /// The interface has no signal for this.
@@ -58,17 +61,19 @@ public:
     /// Whether a program has read the Id since it was set.
     [[nodiscard]] bool hasToldId() const { return hasToldId_; }
 
-    PositionHandler activated;
-    PositionHandler contextMenuRequested;
+    /// Clicks. Where they were is left out, because some bars tell it wrongly.
+    std::function<void()> activated;
+    std::function<void()> contextMenuRequested;
 
     [[nodiscard]] QString category() const { return "ApplicationStatus"; }
     [[nodiscard]] QString id() const;
     [[nodiscard]] QString title() const { return title_; }
     [[nodiscard]] QString status() const { return "Active"; }
-    [[nodiscard]] QString iconName() const { return {}; }
+    [[nodiscard]] QString iconName() const { return iconName_; }
     [[nodiscard]] BusPictures iconPixmap() const { return pictures_; }
-    [[nodiscard]] BusToolTip toolTip() const { return {{}, {}, title_, {}}; }
+    [[nodiscard]] BusToolTip toolTip() const { return {iconName_, {}, title_, {}}; }
     [[nodiscard]] bool itemIsMenu() const { return false; }
+    [[nodiscard]] QDBusObjectPath menu() const { return QDBusObjectPath(menuPath); }
 
 public Q_SLOTS:
     Q_SCRIPTABLE void Activate(int x, int y);
@@ -85,6 +90,7 @@ private:
     QString id_;
     mutable bool hasToldId_ = false;
     QString title_;
+    QString iconName_;
     BusPictures pictures_;
 };
 

@@ -6,9 +6,12 @@
 #include <QDBusArgument>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QThread>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -76,13 +79,13 @@ protected:
 };
 
 TEST_F(QtStatusItemTest, BarsRememberItByItsAutosaveName) {
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     item.setAutosaveName("Ovin.Control");
     EXPECT_EQ(property("Id"), "Ovin.Control");
 }
 
 TEST_F(QtStatusItemTest, AnItemThatIsKnownByAnotherNameComesBackUnderTheNewOne) {
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     EXPECT_EQ(property("Id"), "Ovin");
     const QString before = service();
     item.setAutosaveName("Ovin.Control");
@@ -94,7 +97,7 @@ TEST_F(QtStatusItemTest, AnItemThatIsKnownByAnotherNameComesBackUnderTheNewOne) 
 }
 
 TEST_F(QtStatusItemTest, TitleAndToolTipFollowWhatIsShown) {
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     item.setImage({{22, 18}, "Ovin", [](Appearance) { return std::vector<DrawnShape>(); }});
     EXPECT_EQ(property("Title"), "Ovin");
     EXPECT_TRUE(item.setSymbol("checkmark.circle.fill", "Finish arranging"));
@@ -109,7 +112,7 @@ TEST_F(QtStatusItemTest, TitleAndToolTipFollowWhatIsShown) {
 }
 
 TEST_F(QtStatusItemTest, ItsImageIsDrawnAnewWhenTheDesktopTurnsDarkOrLight) {
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     item.setImage({{22, 18}, "Ovin", [](Appearance appearance) {
                        DrawnShape shape;
                        shape.rect = {{0, 0}, {22, 18}};
@@ -135,7 +138,7 @@ TEST_F(QtStatusItemTest, ItsImageIsDrawnAnewWhenTheDesktopTurnsDarkOrLight) {
 }
 
 TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
     press("SecondaryActivate");
     EXPECT_EQ(ask(interfaceName, "Scroll", {120, "vertical"}).type(), QDBusMessage::ReplyMessage);
@@ -147,7 +150,7 @@ TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
 }
 
 TEST_F(QtStatusItemTest, AClickWithTheControlKeyHeldIsASecondaryOne) {
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
     ASSERT_EQ(QProcess::execute("xdotool", {"keydown", "Control_L"}), 0);
     press("Activate");
@@ -166,7 +169,7 @@ TEST_F(QtStatusItemTest, ClicksThatComeAtOnceAreDeliveredOneByOneAndAMenuOnlyFor
         {{left, right}, {left, right}},
         {{right, left, left}, {left, left}},
         {{right, right}, {right}}};
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
     for (const auto& [made, delivered] : cases) {
         clicks.clear();
@@ -178,7 +181,7 @@ TEST_F(QtStatusItemTest, ClicksThatComeAtOnceAreDeliveredOneByOneAndAMenuOnlyFor
 }
 
 TEST_F(QtStatusItemTest, AClickMayDestroyTheItemAndTheNextOneIsForgotten) {
-    auto item = std::make_unique<QtStatusItem>(screens);
+    auto item = std::make_unique<QtStatusItem>(screens, [] { return false; });
     item->onClick([&](StatusItemClick click) {
         clicks.push_back(click);
         item.reset();
@@ -190,16 +193,117 @@ TEST_F(QtStatusItemTest, AClickMayDestroyTheItemAndTheNextOneIsForgotten) {
 }
 
 TEST_F(QtStatusItemTest, ItsScreenIsKnownFromTheFirstClickOn) {
-    QtStatusItem item(screens);
+    QtStatusItem item(screens, [] { return false; });
     EXPECT_EQ(item.screen(), std::nullopt);
     press("Activate");
     EXPECT_EQ(item.screen(), screens.at({30, 40}));
     EXPECT_NE(item.screen(), std::nullopt);
 }
 
+TEST_F(QtStatusItemTest, ItsMenuIsToldAsItIsNow) {
+    bool isOn = false;
+    int chosen = 0;
+    QtStatusItem item(screens, [] { return false; });
+    item.setMenu([&] {
+        return Menu{MenuEntry{"Some_thing…", "q", isOn, [&chosen] { ++chosen; }}, std::nullopt,
+                    MenuEntry{"Last", "", false, {}}};
+    });
+    EXPECT_EQ(qvariant_cast<QDBusObjectPath>(property("Menu")).path(), "/MenuBar");
+    const QString menu = "com.canonical.dbusmenu";
+    const auto askMenu = [&](const QString& method, const QVariantList& arguments) {
+        const QDBusPendingCall call = bar.asyncCall(dbusCall(service(), "/MenuBar", menu, method, arguments));
+        EXPECT_TRUE(becomes([&] { return call.isFinished(); }));
+        return QDBusPendingReply<>(call).reply();
+    };
+    const auto entries = [&] {
+        QStringList lines;
+        const auto arguments = askMenu("GetLayout", {0, -1, QStringList()}).arguments();
+        for (const QDBusVariant& child : qdbus_cast<BusMenuLayout>(arguments.value(1)).children) {
+            const auto entry = qdbus_cast<BusMenuLayout>(child.variant());
+            lines += QString::number(entry.id) + entry.properties.value("type").toString() +
+                     entry.properties.value("label").toString() + entry.properties.value("toggle-state").toString();
+        }
+        return lines;
+    };
+    EXPECT_EQ(entries(), (QStringList{"1Some__thing…", "2separator", "3Last"}));
+    EXPECT_EQ(askMenu("AboutToShow", {0}).arguments().value(0), false);
+    isOn = true;
+    EXPECT_EQ(askMenu("AboutToShow", {0}).arguments().value(0), true);
+    EXPECT_EQ(entries(), (QStringList{"1Some__thing…1", "2separator", "3Last"}));
+    const auto press = [&](int id, const QString& name) {
+        return askMenu("Event", {id, name, QVariant::fromValue(QDBusVariant(0)), 0U}).type();
+    };
+    EXPECT_EQ(press(1, "clicked"), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(becomes([&] { return chosen == 1; }));
+    for (const int id : {-1, 0, 2, 3, 4}) EXPECT_EQ(press(id, "clicked"), QDBusMessage::ReplyMessage) << id;
+    EXPECT_EQ(press(1, "hovered"), QDBusMessage::ReplyMessage);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(chosen, 1);
+    const auto group = qdbus_cast<BusMenuGroup>(
+        askMenu("GetGroupProperties", {QVariant::fromValue(QList<int>{3, 9}), QStringList{"label"}}).arguments().value(0));
+    ASSERT_EQ(group.size(), 1);
+    EXPECT_EQ(group[0].properties, (QVariantMap{{"label", "Last"}}));
+}
+
+TEST_F(QtStatusItemTest, BarsGetTheNameOfAnIconOnlyWhereItIsInstalled) {
+    QTemporaryDir data;
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
+    QtStatusItem item(screens, [] { return false; });
+    const DrawnImage image{{22, 18}, "Ovin", [](Appearance) { return std::vector<DrawnShape>(); }};
+    item.setImage(image);
+    EXPECT_EQ(property("IconName"), "");
+    ASSERT_TRUE(QDir(data.path()).mkpath("icons/hicolor/symbolic/apps"));
+    for (const char* name : {"org.ovin.Ovin-symbolic", "org.ovin.Ovin-done-symbolic"}) {
+        QFile file(data.path() + "/icons/hicolor/symbolic/apps/" + name + ".svg");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    item.setImage(image);
+    EXPECT_EQ(property("IconName"), "org.ovin.Ovin-symbolic");
+    EXPECT_TRUE(item.setSymbol("checkmark.circle.fill", "Done"));
+    EXPECT_EQ(property("IconName"), "org.ovin.Ovin-done-symbolic");
+    EXPECT_EQ(qdbus_cast<BusPictures>(property("IconPixmap")).size(), 2);
+    qputenv("XDG_DATA_HOME", before);
+}
+
+/// A line in the text colour alone would be lost on a bar that has the colour of that text.
+TEST_F(QtStatusItemTest, ItsPictureHasBothDarkAndLightInIt) {
+    QtStatusItem item(screens, [] { return false; });
+    for (const bool isSymbol : {false, true}) {
+        if (isSymbol) {
+            ASSERT_TRUE(item.setSymbol("checkmark.circle.fill", "Done"));
+        } else {
+            DrawnShape line;
+            line.rect = {{2, 2}, {18, 3}};
+            line.fill = {SystemColor::label};
+            item.setImage({{22, 18}, "Ovin", [line](Appearance) { return std::vector{line}; }});
+        }
+        int darkest = 255;
+        int lightest = 0;
+        for (const BusPicture& picture : qdbus_cast<BusPictures>(property("IconPixmap"))) {
+            for (qsizetype i = 0; i + 3 < picture.pixels.size(); i += 4) {
+                if (static_cast<uchar>(picture.pixels[i]) < 100) continue;
+                const int green = static_cast<uchar>(picture.pixels[i + 2]);
+                darkest = std::min(darkest, green);
+                lightest = std::max(lightest, green);
+            }
+        }
+        EXPECT_LT(darkest, 80);
+        EXPECT_GT(lightest, 175);
+    }
+}
+
+TEST_F(QtStatusItemTest, ABarDrawsItWhereAHostIsRegistered) {
+    bool isOnlyHost = true;
+    QtStatusItem item(screens, [&] { return isOnlyHost; });
+    EXPECT_FALSE(item.isDrawn());
+    isOnlyHost = false;
+    EXPECT_TRUE(becomes([&] { return item.isDrawn(); }));
+}
+
 TEST_F(QtStatusItemTest, AnItemThatIsDestroyedLeavesTheBar) {
     {
-        const QtStatusItem item(screens);
+        const QtStatusItem item(screens, [] { return false; });
         EXPECT_NE(service(), "");
     }
     EXPECT_TRUE(becomes([this] { return watcher.registeredItems().isEmpty(); }));
