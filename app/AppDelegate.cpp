@@ -69,8 +69,12 @@ void AppDelegate::applicationWillTerminate() {
 }
 
 void AppDelegate::openLedge() {
-    if (control_) return control_->openLedge();
+    if (control_) return perform(Command::showHiddenItems);
     if (isPreview(platform_.process)) start();
+}
+
+void AppDelegate::perform(Command command) {
+    if (control_) control_->perform(command);
 }
 
 bool AppDelegate::isPreview(const ProcessInfo& process) { return preview(process) != Preview::none; }
@@ -104,7 +108,7 @@ void AppDelegate::beginFirstTask() {
     if (platform_.defaults.boolean(hasShownGuideKey)) return;
     // Recorded before the guide is shown, so that a guide that crashes the program does so only once.
     (void)platform_.defaults.set(hasShownGuideKey, true);
-    control_->showGuide();
+    control_->perform(Command::howThisWorks);
 }
 
 bool AppDelegate::isSet(std::string_view variable) const { return platform_.process.environment(variable).has_value(); }

@@ -29,6 +29,9 @@ public:
     /// starts, because systems start no second process of a program.
     void openLedge();
 
+    /// Somebody has told the application to do something. Does nothing while one window is shown alone.
+    void perform(Command command);
+
     /// Whether the environment asks for one window alone, without a status item.
     [[nodiscard]] static bool isPreview(const ProcessInfo& process);
 

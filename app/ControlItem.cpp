@@ -1,6 +1,8 @@
 #include "app/ControlItem.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "app/MenuBarIcon.h"
 
@@ -18,7 +20,9 @@ ControlItem::ControlItem(const Platform& platform, const Commanded& commanded)
 template <typename Method>
 auto ControlItem::calling(Method method) {
     return [weak = weak_from_this(), method](const auto&... arguments) {
-        if (const auto control = weak.lock()) (*control.*method)(arguments...);
+        const auto control = weak.lock();
+        using Result = decltype((*control.*method)(arguments...));
+        return control ? (*control.*method)(arguments...) : Result();
     };
 }
 
@@ -28,6 +32,7 @@ void ControlItem::install() {
     };
     item_->setAutosaveName("Ovin.Control");
     item_->onClick(calling(&ControlItem::clicked));
+    item_->setMenu(calling(&ControlItem::barMenu));
     updateIcon();
 }
 
@@ -39,7 +44,7 @@ void ControlItem::updateIcon() {
 void ControlItem::clicked(StatusItemClick click) {
     if (click == StatusItemClick::rightMouseUp) {
         commanded_.panel.close();
-        item_->showMenu(menu());
+        showMenu();
     } else if (commanded_.arrange.isActive()) {
         finishOrganizing();
     } else {
@@ -47,23 +52,58 @@ void ControlItem::clicked(StatusItemClick click) {
     }
 }
 
+void ControlItem::perform(Command command) {
+    switch (command) {
+        case Command::showHiddenItems:
+            return openLedge();
+        case Command::organize:
+            return toggleArrange();
+        case Command::howThisWorks:
+            return showGuide();
+        case Command::launchAtLogin:
+            return toggleLaunchAtLogin();
+        case Command::about:
+            return commanded_.about.show();
+        case Command::checkForUpdates:
+            return commanded_.updater.checkForUpdates();
+        case Command::quit:
+            return platform_.application.terminate();
+    }
+}
+
+/// Where no bar draws the item, the ledge has its menu.
 void ControlItem::openLedge() {
-    if (!commanded_.panel.isOpen()) commanded_.panel.open(item_->screen());
+    if (commanded_.panel.isOpen()) return;
+    commanded_.panel.open(item_->screen(),
+                          item_->isDrawn() ? nullptr : std::function<void()>(calling(&ControlItem::showMenu)));
+}
+
+void ControlItem::showMenu() { item_->showMenu(menu()); }
+
+MenuEntry ControlItem::entry(std::string title, Command command, std::string keyEquivalent, bool isOn) {
+    return {std::move(title), std::move(keyEquivalent), isOn, [weak = weak_from_this(), command] {
+                if (const auto control = weak.lock()) control->perform(command);
+            }};
 }
 
 Menu ControlItem::menu() {
-    const bool isActive = commanded_.arrange.isActive();
     const bool launchesAtLogin = platform_.launchAtLogin.status() == LaunchAtLogin::Status::enabled;
     return {
-        MenuEntry{isActive ? "Done Organizing" : "Organize Menu Bar…", "", false, calling(&ControlItem::toggleArrange)},
-        MenuEntry{"How This Works", "", false, calling(&ControlItem::showGuide)},
+        entry(commanded_.arrange.isActive() ? "Done Organizing" : "Organize Menu Bar…", Command::organize),
+        entry("How This Works", Command::howThisWorks),
         std::nullopt,
-        MenuEntry{"Launch at Login", "", launchesAtLogin, calling(&ControlItem::toggleLaunchAtLogin)},
+        entry("Launch at Login", Command::launchAtLogin, "", launchesAtLogin),
         std::nullopt,
-        MenuEntry{"About Ovin", "", false, calling(&ControlItem::showAbout)},
-        MenuEntry{"Check for Updates…", "", false, calling(&ControlItem::checkForUpdates)},
-        MenuEntry{"Quit Ovin", "q", false, calling(&ControlItem::quit)},
+        entry("About Ovin", Command::about),
+        entry("Check for Updates…", Command::checkForUpdates),
+        entry("Quit Ovin", Command::quit, "q"),
     };
+}
+
+Menu ControlItem::barMenu() {
+    Menu all = menu();
+    all.insert(all.begin(), {entry("Show Hidden Items", Command::showHiddenItems), std::nullopt});
+    return all;
 }
 
 void ControlItem::showGuide() { commanded_.guide.show(commanded_.arrange.isActive(), calling(&ControlItem::toggleArrange)); }
@@ -115,12 +155,6 @@ void ControlItem::toggleLaunchAtLogin() {
     const auto failure = isEnabled ? login.unregisterApplication() : login.registerApplication();
     if (failure) platform_.log.write("Ovin: launch-at-login toggle failed: " + *failure);
 }
-
-void ControlItem::showAbout() { commanded_.about.show(); }
-
-void ControlItem::checkForUpdates() { commanded_.updater.checkForUpdates(); }
-
-void ControlItem::quit() { platform_.application.terminate(); }
 
 ArrangeWindow& ControlItem::arrangeWindow() {
     if (!arrangeWindow_) arrangeWindow_.emplace(platform_, calling(&ControlItem::finishOrganizing));

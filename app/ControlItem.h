@@ -2,7 +2,9 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
+#include "app/Command.h"
 #include "app/Updater.h"
 #include "info/AboutWindow.h"
 #include "info/GuideWindow.h"
@@ -35,11 +37,11 @@ public:
     ControlItem& operator=(const ControlItem&) = delete;
     ~ControlItem() = default;
 
-    void showGuide();
+    /// Does what the entry of the menu does. `showHiddenItems` opens the ledge on the item's screen, or leaves it open, also
+    /// while the user organizes.
+    void perform(Command command);
     /// Begins to organize, unless that is under way.
     void startOrganizing();
-    /// Opens the ledge on the item's screen, or leaves it open; also while the user organizes.
-    void openLedge();
 
 private:
     ControlItem(const Platform& platform, const Commanded& commanded);
@@ -50,12 +52,15 @@ private:
 
     void clicked(StatusItemClick click);
     [[nodiscard]] Menu menu();
+    /// For bars that open the menu by themselves, some also with a left click.
+    [[nodiscard]] Menu barMenu();
+    [[nodiscard]] MenuEntry entry(std::string title, Command command, std::string keyEquivalent = {}, bool isOn = false);
+    void showMenu();
+    void openLedge();
     /// Begins to organize, or finishes it.
     void toggleArrange();
     void toggleLaunchAtLogin();
-    void showAbout();
-    void checkForUpdates();
-    void quit();
+    void showGuide();
     void updateIcon();
 
     void organizingHasBegun(const BeginResult& result);

@@ -6,8 +6,10 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "app/AppDelegate.h"
+#include "app/Command.h"
 #include "platform/linux/LinuxWorld.h"
 #include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/session/CommandLine.h"
@@ -37,10 +39,11 @@ int fail(const char* problem) {
 constexpr int pictureCache = 2048;
 
 /// The exit status when this program is not to run.
-std::optional<int> giveWay(SingleInstance& instance) {
-    switch (instance.claim(patience)) {
+std::optional<int> giveWay(SingleInstance& instance, const QString& action) {
+    switch (instance.claim(patience, action)) {
         case SingleInstance::Claim::first:
-            return std::nullopt;
+            // Nobody runs who could be told to end.
+            return commandNamed(action.toStdString()) == Command::quit ? std::optional(0) : std::nullopt;
         case SingleInstance::Claim::second:
             return 0;
         case SingleInstance::Claim::unresponsive:
@@ -51,13 +54,28 @@ std::optional<int> giveWay(SingleInstance& instance) {
     return 1;
 }
 
-int run(TerminationSignal& signals) {
+std::vector<CommandLineAction> actions() {
+    std::vector<CommandLineAction> result;
+    for (const NamedCommand& named : namedCommands) {
+        result.push_back({QString::fromUtf8(named.name.data(), static_cast<qsizetype>(named.name.size())),
+                          QString::fromUtf8(named.help.data(), static_cast<qsizetype>(named.help.size()))});
+    }
+    return result;
+}
+
+/// Does what another program has asked for; names that nobody knows are ignored.
+void perform(AppDelegate& delegate, const QString& action) {
+    if (action.isEmpty()) return delegate.openLedge();
+    if (const auto command = commandNamed(action.toStdString())) delegate.perform(*command);
+}
+
+int run(TerminationSignal& signals, const QString& action) {
     SingleInstance instance("org.ovin.Ovin");
     // A program that only previews one window may run beside the real one, and leaves the real one's place and other
     // programs' items alone.
-    const bool isPreview = AppDelegate::isPreview(LinuxProcessInfo());
+    const bool isPreview = action.isEmpty() && AppDelegate::isPreview(LinuxProcessInfo());
     if (!isPreview) {
-        if (const auto status = giveWay(instance)) return *status;
+        if (const auto status = giveWay(instance, action)) return *status;
     }
     const auto world = LinuxWorld::open(isPreview ? LinuxWorld::Watcher::never : LinuxWorld::Watcher::afterGrace);
     if (!world) return fail("there is no session bus");
@@ -74,8 +92,9 @@ int run(TerminationSignal& signals) {
         instance.giveUp();
         delegate.applicationWillTerminate();
     });
-    instance.onActivate([&delegate] { delegate.openLedge(); });
+    instance.onActivate([&delegate](const QString& name) { perform(delegate, name); });
     delegate.applicationDidFinishLaunching();
+    if (!action.isEmpty()) perform(delegate, action);
     return world->application().run();
 }
 
@@ -87,10 +106,11 @@ int main(int argumentCount, char** arguments) {
     const auto application = ovin::makeApplication(argumentCount, arguments);
     QCoreApplication::setApplicationName("Ovin");
     QCoreApplication::setApplicationVersion(OVIN_VERSION);
-    if (const auto status = ovin::readCommandLine()) return *status;
+    const auto commandLine = ovin::readCommandLine(ovin::actions());
+    if (commandLine.status) return *commandLine.status;
     QGuiApplication::setDesktopFileName("org.ovin.Ovin");
     // Ovin lives in the menu bar, so closing its last window does not end it.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QPixmapCache::setCacheLimit(ovin::pictureCache);
-    return ovin::run(signals);
+    return ovin::run(signals, commandLine.action);
 }

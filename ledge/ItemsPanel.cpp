@@ -56,9 +56,10 @@ void ItemsPanel::toggle(const std::optional<Screen>& screen) {
     open(screen);
 }
 
-void ItemsPanel::open(const std::optional<Screen>& screen) {
+void ItemsPanel::open(const std::optional<Screen>& screen, std::function<void()> showMenu) {
     if (!ItemProvider::isTrusted(platform_)) return ItemProvider::requestTrust(platform_);
     isOpen_ = true;
+    showMenu_ = std::move(showMenu);
     screen_ = screen ? screen : platform_.screens.main();
     present();
     refresh();
@@ -77,8 +78,9 @@ void ItemsPanel::present() {
     if (!screen_) return;
     displayedIdentities_ = identities(cachedItems_);
 
-    View row =
-        ledgeRow(platform_.text, cachedItems_, hasRefreshedOnce_ ? EmptyLedge::everythingFits : EmptyLedge::stillLoading);
+    const auto empty = hasRefreshedOnce_ ? EmptyLedge::everythingFits : EmptyLedge::stillLoading;
+    const auto menuIcon = showMenu_ ? std::optional(platform_.resources.applicationIcon()) : std::nullopt;
+    View row = ledgeRow(platform_.text, cachedItems_, empty, menuIcon);
     const double maximumWidth = screen_->visibleFrame.size.width - sideMargin;
     const Size fittingSize = platform_.windows.fittingSize(row);
     const LedgeContent content = ledgeContent(std::move(row), fittingSize, maximumWidth);
@@ -93,6 +95,7 @@ void ItemsPanel::host(const View& content, Size size) {
     // A click is for the item that its button showed, also when the list has changed before the click is told of.
     panel_->show(content, {{right - size.width, top}, size}, [weak = weak_from_this(), shown = cachedItems_](int tag) {
         const auto self = weak.lock();
+        if (self && tag == ledgeMenuTag) return self->menuClicked();
         if (self && tag >= 0 && static_cast<std::size_t>(tag) < shown.size()) {
             self->itemClicked(shown[static_cast<std::size_t>(tag)]);
         }
@@ -122,6 +125,12 @@ void ItemsPanel::itemClicked(DiscoveredItem item) {
         if (ItemProvider::activate(platform, item)) return;
         platform.mainQueue.async([&application = platform.application] { application.beep(); });
     });
+}
+
+void ItemsPanel::menuClicked() {
+    if (!showMenu_) return;
+    close();
+    showMenu_();
 }
 
 void ItemsPanel::refresh() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,9 +31,9 @@ public:
     /// closed it as a press outside.
     void toggle(const std::optional<Screen>& screen);
 
-    /// Opens the ledge on `screen`, or on the main one when none is given. Without trust it only lets the system ask the
-    /// user for trust.
-    void open(const std::optional<Screen>& screen);
+    /// Opens the ledge on `screen`, or on the main one when none is given. With `showMenu` it ends with a button that closes
+    /// the ledge and calls it. Without trust it only lets the system ask the user for trust.
+    void open(const std::optional<Screen>& screen, std::function<void()> showMenu = {});
 
     void close();
 
@@ -52,6 +53,7 @@ private:
     void installClickMonitor();
     void clickedOutside();
     void itemClicked(DiscoveredItem item);
+    void menuClicked();
 
     void refresh();
     void startDiscovery();
@@ -71,6 +73,7 @@ private:
     /// Another discovery was asked for while one was running.
     bool refreshQueued_ = false;
     std::optional<Screen> screen_;
+    std::function<void()> showMenu_;
     std::unique_ptr<MainQueue::Timer> warmTimer_;
     std::optional<std::chrono::nanoseconds> closedByOutsideClickAt_;
 };

@@ -56,15 +56,28 @@ View buttons(const Text& text, const std::vector<DiscoveredItem>& items) {
     return {std::move(row)};
 }
 
+Button menuButton(const Image& icon) {
+    Button button;
+    button.toolTip = "Ovin";
+    button.tag = ledgeMenuTag;
+    button.height = buttonHeight;
+    button.width = iconButtonWidth;
+    button.image = SizedImage{icon, iconSize};
+    button.imagePosition = Button::ImagePosition::only;
+    return button;
+}
+
 }  // namespace
 
-View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, EmptyLedge empty) {
+View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, EmptyLedge empty,
+              const std::optional<Image>& menuIcon) {
     Stack row;
     row.orientation = Stack::Orientation::horizontal;
-    row.alignment = Stack::Alignment::top;
+    row.alignment = menuIcon ? Stack::Alignment::center : Stack::Alignment::top;
     row.spacing = rowSpacing;
     row.insets = rowInsets;
     row.views.push_back(items.empty() ? message(empty) : buttons(text, items));
+    if (menuIcon) row.views.push_back({menuButton(*menuIcon)});
     return {std::move(row)};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "discovery/DiscoveredItem.h"
@@ -11,8 +12,13 @@ namespace ovin {
 /// What the ledge shows when it has no items.
 enum class EmptyLedge { stillLoading, everythingFits };
 
-/// The ledge's row: a button for each item, tagged with the item's index, or one line of text when there is none.
-[[nodiscard]] View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, EmptyLedge empty);
+/// The tag of the button that opens this application's own menu.
+inline constexpr int ledgeMenuTag = -1;
+
+/// The ledge's row: a button for each item, tagged with the item's index, or one line of text when there is none. With
+/// `menuIcon` the button of this application's own menu, which has that icon, comes last.
+[[nodiscard]] View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, EmptyLedge empty,
+                            const std::optional<Image>& menuIcon = {});
 
 /// The whole ledge around a row that takes `fittingSize`: as wide as that, or `maximumWidth` wide and scrolling.
 struct LedgeContent {

@@ -47,17 +47,22 @@ protected:
         }
     }
     [[nodiscard]] bool isOrganizing() const { return arrange->isActive(); }
-    /// What the menu shows: title, key and mark of each entry; separators are empty.
-    [[nodiscard]] std::vector<std::string> menu() {
-        rightClick();
+    /// What a menu shows: title, key and mark of each entry; separators are empty.
+    [[nodiscard]] static std::vector<std::string> linesOf(const Menu& menu) {
         std::vector<std::string> lines;
-        for (const auto& entry : item.menu.value()) {
+        for (const auto& entry : menu) {
             lines.push_back(entry ? entry->title + (entry->keyEquivalent.empty() ? "" : " [" + entry->keyEquivalent + "]") +
                                         (entry->isOn ? " ✓" : "")
                                   : "");
         }
         return lines;
     }
+    [[nodiscard]] std::vector<std::string> menu() {
+        rightClick();
+        return linesOf(item.menu.value());
+    }
+    /// The last button of the open ledge.
+    [[nodiscard]] Button lastButton() const { return viewsOf<Button>(world.windows.ledge()->content).back(); }
 };
 
 // The item
@@ -175,13 +180,65 @@ TEST_F(ControlItemTest, ALeftClickWhileOrganizingIsAboutToBeginOpensTheLedge) {
 }
 
 TEST_F(ControlItemTest, OpeningTheLedgeFromOutsideLeavesAnOpenOneOpen) {
-    control->openLedge();
+    control->perform(Command::showHiddenItems);
     EXPECT_TRUE(panel->isOpen());
-    control->openLedge();
+    control->perform(Command::showHiddenItems);
     EXPECT_TRUE(panel->isOpen());
 }
 
 // The menu
+
+TEST_F(ControlItemTest, AMenuThatTheBarOpensBeginsWithTheLedge) {
+    ASSERT_TRUE(item.barMenu);
+    Menu shown = item.barMenu();
+    EXPECT_THAT(linesOf(shown), ElementsAre("Show Hidden Items", "", "Organize Menu Bar…", "How This Works", "",
+                                            "Launch at Login", "", "About Ovin", "Check for Updates…", "Quit Ovin [q]"));
+    shown.at(0)->action();
+    EXPECT_TRUE(panel->isOpen());
+    organize();
+    EXPECT_EQ(linesOf(item.barMenu()).at(2), "Done Organizing");
+}
+
+TEST_F(ControlItemTest, WhereNoBarDrawsTheItemTheLedgeEndsWithTheMenu) {
+    item.isDrawn = false;
+    control->perform(Command::showHiddenItems);
+    world.time.advance(1s);
+    EXPECT_EQ(lastButton().toolTip, "Ovin");
+    world.windows.click(lastButton().tag);
+    EXPECT_FALSE(panel->isOpen());
+    EXPECT_THAT(linesOf(item.menu.value()), SizeIs(8));
+    item.choose("Quit Ovin");
+    EXPECT_EQ(world.application.terminationCount, 1);
+}
+
+TEST_F(ControlItemTest, WhereABarDrawsTheItemTheLedgeHasItemsAlone) {
+    control->perform(Command::showHiddenItems);
+    world.time.advance(1s);
+    EXPECT_THAT(viewsOf<Button>(world.windows.ledge()->content), SizeIs(1));
+    EXPECT_NE(lastButton().toolTip, "Ovin");
+}
+
+TEST_F(ControlItemTest, WhatIsCommandedFromOutsideIsWhatTheMenuDoes) {
+    control->perform(Command::organize);
+    world.time.advance(1s);
+    EXPECT_TRUE(isOrganizing());
+    control->perform(Command::organize);
+    EXPECT_FALSE(isOrganizing());
+    control->perform(Command::launchAtLogin);
+    EXPECT_EQ(menu().at(3), "Launch at Login ✓");
+    control->perform(Command::about);
+    EXPECT_THAT(windows(), SizeIs(1));
+    control->perform(Command::howThisWorks);
+    EXPECT_THAT(windows(), SizeIs(2));
+    control->perform(Command::quit);
+    EXPECT_EQ(world.application.terminationCount, 1);
+}
+
+TEST(Command, HasANameOutsideOfTheApplication) {
+    for (const NamedCommand& named : namedCommands) EXPECT_EQ(commandNamed(named.name), named.command);
+    EXPECT_EQ(commandNamed("other"), std::nullopt);
+    EXPECT_EQ(commandNamed(""), std::nullopt);
+}
 
 TEST_F(ControlItemTest, TheMenuHasItsEntriesInOrder) {
     EXPECT_THAT(menu(), ElementsAre("Organize Menu Bar…", "How This Works", "", "Launch at Login", "", "About Ovin",
@@ -239,7 +296,7 @@ TEST_F(ControlItemTest, AnEntryThatIsChosenAfterTheItemIsGoneDoesNothing) {
 // The guide
 
 TEST_F(ControlItemTest, TheGuidesButtonOrganizes) {
-    control->showGuide();
+    control->perform(Command::howThisWorks);
     world.windows.click("How Ovin Works", viewsOf<PushButton>(windows().at(0).content).at(1).tag);
     world.time.advance(1s);
     EXPECT_TRUE(isOrganizing());
@@ -247,12 +304,12 @@ TEST_F(ControlItemTest, TheGuidesButtonOrganizes) {
 
 TEST_F(ControlItemTest, WhileOrganizingTheGuideHasNoButtonToStartIt) {
     organize();
-    control->showGuide();
+    control->perform(Command::howThisWorks);
     EXPECT_THAT(viewsOf<PushButton>(windows().at(0).content), SizeIs(1));
 }
 
 TEST_F(ControlItemTest, AGuideFromBeforeOrganizingFinishesIt) {
-    control->showGuide();
+    control->perform(Command::howThisWorks);
     const int organizeTag = viewsOf<PushButton>(windows().at(0).content).at(1).tag;
     organize();
     world.windows.click("How Ovin Works", organizeTag);

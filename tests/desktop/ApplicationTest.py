@@ -10,7 +10,8 @@ import subprocess
 import time
 import unittest
 
-from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, BOUND, OVIN, accessible, activeWindow, awaitAccessible, awaited,
+from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, BOUND, OVIN, accessible, activeWindow, askForOwnMenu,
+                      awaitAccessible, awaited,
                       becomes, buttonsOf, click, colours, geometry, isSanitized, main, memoryOf, pidOf, placeOf, press, run,
                       windowsOf)
 
@@ -133,8 +134,10 @@ class TheStatusItem(ApplicationTestCase):
         self.ovin = self.startShown()
 
     def openMenu(self):
+        """Ovin's own menu; the bar draws the one of a right click itself."""
         x, y = awaited(self.slot)
-        click(x, y, 3)
+        askForOwnMenu(x, y)
+        self.assertTrue(becomes(lambda: self.isOpen(self.ovin)), "no menu opens")
         self.assertTrue(becomes(lambda: self.isOpen(self.ovin)), "no menu opens")
         return x, windowsOf(self.ovin.pid)[0]
 
@@ -172,9 +175,17 @@ class TheStatusItem(ApplicationTestCase):
         press(entry)
         self.assertEnds(self.ovin)
 
+    def testARightClickOpensTheMenuThatTheBarDraws(self):
+        click(*awaited(self.slot), 3)
+        search = ("xdotool", "search", "--onlyvisible", "--class", "MenuBarAgent")
+        self.assertTrue(becomes(lambda: len(run(*search).stdout.split()) == 2), "no menu opens")
+        self.assertFalse(self.isOpen(self.ovin))
+        run("xdotool", "key", "Down", "Return")  # the first entry
+        self.assertTrue(becomes(lambda: self.isOpen(self.ovin)), "the ledge does not open")
+
     def testASecondRequestReplacesTheMenu(self):
         _, first = self.openMenu()
-        accessible("MenuBarAgent", "Ovin").do_action(1)  # as if clicked on with the right button
+        askForOwnMenu(*awaited(self.slot))
         self.assertTrue(becomes(lambda: len(windowsOf(self.ovin.pid)) == 1 and windowsOf(self.ovin.pid) != [first]))
         run("xdotool", "key", "Escape")
         self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)))
@@ -279,7 +290,7 @@ class TheEnd(ApplicationTestCase):
 
     def testASignalEndsItWithItsMenuOpen(self):
         ovin = self.startShown()
-        click(*awaited(self.slot), 3)
+        askForOwnMenu(*awaited(self.slot))
         self.assertTrue(becomes(lambda: self.isOpen(ovin)))
         ovin.terminate()
         self.assertEnds(ovin)

@@ -8,9 +8,9 @@ import re
 import subprocess
 import time
 
-from OvinTest import (BOUND, GUIDE_WAS_SHOWN, OVIN, SETTINGS, ApplicationTestCase, Atspi, GLib, Item, accessible, awaited,
-                      becomes, children, click, descendant, entryNamed, geometry, middle, placeOf, readSettings, run,
-                      setAccessibility, writeSettings)
+from OvinTest import (BOUND, GUIDE_WAS_SHOWN, OVIN, SETTINGS, ApplicationTestCase, Atspi, GLib, Item, accessible,
+                      askForOwnMenu, awaited, becomes, children, click, descendant, entryNamed, geometry, middle, placeOf,
+                      readSettings, run, setAccessibility, writeSettings)
 
 USUAL = "1440x900"
 COUNT = 56
@@ -183,7 +183,7 @@ class OrganizeTestCase(ApplicationTestCase):
     def choose(self, entry):
         def opens():
             if "Ovin" in drawn() or "Done organizing" in drawn():
-                click(*awaited(self.slot), 3)
+                askForOwnMenu(*awaited(self.slot))
             # The next click would close the menu again, so the menu has to be seen before that, however slowly it is looked
             # at.
             return awaited(lambda: entryNamed(entry), BOUND / 3)

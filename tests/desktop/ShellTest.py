@@ -8,7 +8,7 @@ import re
 import signal
 import time
 
-from OvinTest import (ApplicationTestCase, BAR_HEIGHT, GUIDE_WAS_SHOWN, accessible, awaited, becomes, buttonsOf, click,
+from OvinTest import (ApplicationTestCase, BAR_HEIGHT, BOUND, GUIDE_WAS_SHOWN, OVIN, accessible, awaited, askForOwnMenu, becomes, buttonsOf, click,
                       entryNamed, geometry, main, press, readSettings, run, setAccessibility, windowsOf,
                       writeSettings)
 
@@ -90,7 +90,7 @@ class TheMenu(ApplicationTestCase):
 
     def choose(self, entry):
         self.assertTrue(becomes(lambda: entryNamed(entry) is None), "the menu before is still there")
-        click(*awaited(self.slot), 3)
+        askForOwnMenu(*awaited(self.slot))
         found = awaited(lambda: entryNamed(entry))
         self.assertIsNotNone(found, f"{entry} is not in the menu")
         press(found)
@@ -123,6 +123,57 @@ class TheMenu(ApplicationTestCase):
         self.assertTrue(becomes(lambda: windowsOf(self.ovin.pid)))
         key("Return")
         self.assertTrue(becomes(lambda: not windowsOf(self.ovin.pid)))
+
+
+class CommandsFromOutside(ApplicationTestCase):
+    def setUp(self):
+        super().setUp()
+        self.ovin = self.startShown()
+
+    def tell(self, option):
+        self.assertEqual(self.startOvin(option).wait(BOUND), 0, option)
+
+    def testOptionsTellTheOvinThatRunsWhatToDo(self):
+        self.tell("--about")
+        self.assertTrue(becomes(lambda: isShown("Made by Vorda")))
+        self.tell("--launch-at-login")
+        self.assertTrue(becomes(lambda: os.path.exists(AUTOSTART)))
+        self.tell("--launch-at-login")
+        self.assertTrue(becomes(lambda: not os.path.exists(AUTOSTART)))
+        self.tell("--quit")
+        self.assertEnds(self.ovin)
+        self.assertEqual(self.startOvin("--quit", DISPLAY="").wait(BOUND), 0, "nobody runs who could be told to end")
+
+    def testAnOptionStartsOvinWhereNoneRuns(self):
+        self.tell("--quit")
+        self.assertEnds(self.ovin)
+        other = self.startOvin("--about")
+        self.assertTrue(becomes(lambda: isShown("Made by Vorda")))
+        self.assertIsNone(other.poll())
+
+    def testTwoOptionsAtOnceAreAMistake(self):
+        self.assertEqual(self.startOvin("--about", "--quit").wait(BOUND), 2)
+        self.assertIsNone(self.ovin.poll())
+
+    def ask(self, path, method, *arguments):
+        return run("gdbus", "call", "--session", "--dest", "org.ovin.Ovin", "--object-path", path, "--method", method, *arguments)
+
+    def testTheDesktopActivatesItsActions(self):
+        activate = "org.freedesktop.Application.ActivateAction"
+        for action, answer in (("no-such-action", 0), ("about", 0)):
+            self.assertEqual(self.ask("/org/ovin/Ovin", activate, action, "[]", "{}").returncode, answer)
+        self.assertTrue(becomes(lambda: isShown("Made by Vorda")))
+        self.ask("/org/ovin/Ovin", activate, "quit", "[]", "{}")
+        self.assertEnds(self.ovin)
+
+    def testEveryActionOfTheDesktopEntryIsAnOption(self):
+        entry = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "resources", "org.ovin.Ovin.desktop")
+        with open(entry, encoding="utf-8") as file:
+            options = re.findall(r"^Exec=ovin (--.+)$", file.read(), re.MULTILINE)
+        self.assertEqual(len(options), 7)
+        text = run(OVIN, "--help").stdout
+        for option in options:
+            self.assertIn(option + " ", text)
 
 
 class TheOpenLedge(ApplicationTestCase):

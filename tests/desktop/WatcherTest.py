@@ -110,7 +110,8 @@ if len(sys.argv) > 2 and sys.argv[1] == "--watcher":
     beWatcher(sys.argv[2])
     sys.exit()
 
-from OvinTest import BOUND, ApplicationTestCase, Item, becomes, main, run  # noqa: E402
+from OvinTest import (BOUND, ApplicationTestCase, Item, awaited, becomes, buttonsOf, click, entryNamed, main,  # noqa: E402
+                      middle, press, run)
 
 GRACE = 3
 
@@ -267,6 +268,17 @@ class Orders(ApplicationTestCase):
     def testWhereThereIsNoBarOvinIsTheHost(self):
         self.startAsWatcher()
         self.assertIn("true", watcherProperty("IsStatusNotifierHostRegistered"))
+
+
+    def testWhereNoBarDrawsItsItemTheLedgeHasItsMenu(self):
+        ovin = self.startAsWatcher()
+        self.assertEqual(self.startOvin().wait(BOUND), 0)
+        self.assertTrue(becomes(lambda: len(buttonsOf("Ovin")) == 2), "the ledge has no button for the menu")
+        click(*middle(buttonsOf("Ovin")[-1]))
+        entry = awaited(lambda: entryNamed("Quit Ovin"))
+        self.assertIsNotNone(entry, "no menu opens")
+        press(entry)
+        self.assertEnds(ovin)
 
 
 if __name__ == "__main__":

@@ -35,13 +35,15 @@ SingleInstance::SingleInstance(const QString& name)
 
 SingleInstance::~SingleInstance() { QDBusConnection::disconnectFromBus(connectionName); }
 
-SingleInstance::Claim SingleInstance::claim(milliseconds bound) {
+SingleInstance::Claim SingleInstance::claim(milliseconds bound, const QString& action) {
     // Registers the object before the name, so that no program finds the name without the object.
     if (!bus_.isConnected() || !bus_.registerObject(pathOf(name_), this, QDBusConnection::ExportScriptableSlots)) {
         return Claim::unavailable;
     }
     const auto deadline = Clock::now() + bound;
-    const auto call = dbusCall(name_, pathOf(name_), interfaceName, "Activate", {QVariantMap()});
+    const auto call = action.isEmpty() ? dbusCall(name_, pathOf(name_), interfaceName, "Activate", {QVariantMap()})
+                                       : dbusCall(name_, pathOf(name_), interfaceName, "ActivateAction",
+                                                  {action, QVariantList(), QVariantMap()});
     for (int left = remaining(deadline); left > 0; left = remaining(deadline)) {
         const auto reply = bus_.interface()->registerService(name_, QDBusConnectionInterface::DontQueueService,
                                                              QDBusConnectionInterface::DontAllowReplacement);
@@ -54,25 +56,25 @@ SingleInstance::Claim SingleInstance::claim(milliseconds bound) {
     return Claim::unresponsive;
 }
 
-void SingleInstance::onActivate(std::function<void()> handler) {
+void SingleInstance::onActivate(std::function<void(const QString&)> handler) {
     handler_ = std::move(handler);
-    if (handler_ && std::exchange(isWanted_, false)) activateLater();
+    for (const QString& action : std::exchange(wanted_, {})) activateLater(action);
 }
 
 /// Queues the handler, so that the caller has its answer before the handler does any work.
-void SingleInstance::activateLater() {
+void SingleInstance::activateLater(const QString& action) {
     if (isGivenUp_) {
         if (calledFromDBus()) sendErrorReply(QDBusError::Failed, "The program is about to end");
         return;
     }
     QMetaObject::invokeMethod(
-        this, [this] { handler_ ? handler_() : void(isWanted_ = true); }, Qt::QueuedConnection);
+        this, [this, action] { handler_ ? handler_(action) : wanted_.append(action); }, Qt::QueuedConnection);
 }
 
 void SingleInstance::Activate(const QVariantMap&) { activateLater(); }
 
 void SingleInstance::Open(const QStringList&, const QVariantMap&) { activateLater(); }
 
-void SingleInstance::ActivateAction(const QString&, const QVariantList&, const QVariantMap&) {}
+void SingleInstance::ActivateAction(const QString& name, const QVariantList&, const QVariantMap&) { activateLater(name); }
 
 }  // namespace ovin

@@ -33,13 +33,14 @@ public:
     explicit SingleInstance(const QString& name);
     ~SingleInstance() override;
 
-    /// Becomes the one instance, or asks the running one to come forward and waits for its answer for at most `bound`. Takes
-    /// over when that one ends meanwhile. `bound` must allow for the time until its event loop runs. Call it once.
-    [[nodiscard]] Claim claim(std::chrono::milliseconds bound);
+    /// Becomes the one instance, or asks the running one for `action` and waits for its answer for at most `bound`. Without
+    /// an action the running one is asked to come forward. Takes over when that one ends meanwhile. `bound` must allow for
+    /// the time until its event loop runs. Call it once.
+    [[nodiscard]] Claim claim(std::chrono::milliseconds bound, const QString& action = {});
 
-    /// Sets what to do when another instance asks this one to come forward. Called from the event loop, also for a request
-    /// that came before.
-    void onActivate(std::function<void()> handler);
+    /// Sets what to do when another program asks this one for an action, or to come forward: then the action is empty. Names
+    /// may be anything. Called from the event loop, also for requests that came before.
+    void onActivate(std::function<void(const QString& action)> handler);
 
     /// This program is about to end: instances that ask are refused, and take over when this object is destroyed.
     void giveUp() { isGivenUp_ = true; }
@@ -48,16 +49,16 @@ public Q_SLOTS:
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
     /// The same as `Activate`, because this program can open nothing.
     Q_SCRIPTABLE void Open(const QStringList& uris, const QVariantMap& platformData);
-    /// Does nothing, because there are no actions.
     Q_SCRIPTABLE void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
 
 private:
-    void activateLater();
+    void activateLater(const QString& action = {});
 
     const QString name_;
     QDBusConnection bus_;
-    std::function<void()> handler_;
-    bool isWanted_ = false;
+    std::function<void(const QString& action)> handler_;
+    /// What was asked for before there was a handler.
+    QStringList wanted_;
     bool isGivenUp_ = false;
 };
 
