@@ -16,6 +16,7 @@ CONSTANT_NAMES = {
     "NSImageCacheMode": ("NSImageCache", ""),
     "NSEventModifierFlags": ("NSEventModifierFlag", ""),
     "NSImageScaling": ("NS", ""),
+    "NSJSONWritingOptions": ("NSJSONWriting", ""),
     "NSKeyValueObservingOptions": ("NSKeyValueObservingOption", ""),
     "NSLineBreakMode": ("NSLineBreakBy", ""),
     "NSStringCompareOptions": ("NS", "Search"),
@@ -27,6 +28,9 @@ CONSTANT_NAMES = {
     "NSWindowTitleVisibility": ("NSWindowTitle", ""),
     "CFStringBuiltInEncodings": ("kCFStringEncoding", ""),
     "CGConfigureOption": ("kCGConfigure", ""),
+    "CGEventFlags": ("kCGEventFlagMask", ""),
+    "CGEventTapLocation": ("kCG", "EventTap"),
+    "CGEventType": ("kCGEvent", ""),
     "qos_class_t": ("QOS_CLASS_", ""),
 }
 

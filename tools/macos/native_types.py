@@ -11,7 +11,7 @@ ATTRIBUTES = re.compile(r"\b(?:API|NS|CF)_[A-Z_]{4,}\b(?:\((?:[^()]|\([^()]*\))*
 BUILT_IN = {"id", "Class", "SEL", "instancetype"}
 NUMBERS = {"char", "signed char", "unsigned char", "short", "unsigned short", "int", "unsigned int", "long", "unsigned long",
            "long long", "unsigned long long", "float", "double", "size_t", "pid_t", "int32_t", "uint32_t", "int64_t",
-           "uint64_t", "intptr_t", "uintptr_t", "unsigned", "UInt8"}
+           "uint16_t", "uint64_t", "intptr_t", "uintptr_t", "unsigned", "UInt8"}
 POINTERS = {"interop.PointerConvertible", "interop.Pointer"}
 OBJECTS = {"interop.Object"}
 # The typings take the arrays and dictionaries of the language too.

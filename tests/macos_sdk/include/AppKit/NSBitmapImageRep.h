@@ -9,9 +9,12 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSImageRep : NSObject <NSCopying, NSCoding>
 @property NSSize size;
+@property NSInteger pixelsWide;
+@property NSInteger pixelsHigh;
 @end
 
 @interface NSBitmapImageRep : NSImageRep <NSSecureCoding>
++ (nullable instancetype)imageRepWithData:(NSData*)data;
 - (nullable instancetype)initWithBitmapDataPlanes:(unsigned char* _Nullable* _Nullable)planes
                                        pixelsWide:(NSInteger)width
                                        pixelsHigh:(NSInteger)height

@@ -22,6 +22,7 @@ APPKIT_EXTERN NSString* const NSWorkspaceApplicationKey API_AVAILABLE(macos(10.6
 
 @interface NSWorkspace (NSWorkspaceRunningApplications)
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications API_AVAILABLE(macos(10.6));
+@property(nullable, readonly, strong) NSRunningApplication* frontmostApplication API_AVAILABLE(macos(10.7));
 @end
 
 NS_ASSUME_NONNULL_END

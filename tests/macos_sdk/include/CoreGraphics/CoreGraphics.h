@@ -4,4 +4,5 @@
 #include <CoreGraphics/CGDirectDisplay.h>
 #include <CoreGraphics/CGDisplayConfiguration.h>
 #include <CoreGraphics/CGError.h>
+#include <CoreGraphics/CGEvent.h>
 #include <CoreGraphics/CGGeometry.h>

@@ -14,6 +14,7 @@
 #import <Foundation/NSError.h>
 #import <Foundation/NSFileManager.h>
 #import <Foundation/NSGeometry.h>
+#import <Foundation/NSJSONSerialization.h>
 #import <Foundation/NSKeyValueObserving.h>
 #import <Foundation/NSLocale.h>
 #import <Foundation/NSNotification.h>
