@@ -1,10 +1,11 @@
-// The eyes and hands of tools/first_mac: tells what a program shows through the Accessibility interface, presses it, and looks
-// at what else Python cannot reach. Each call does one thing, and prints one line of JSON:
+// The eyes and hands of tools/first_mac: tells what a program shows through the Accessibility interface, presses it, and
+// looks at what else Python cannot reach. Each call does one thing, and prints one line of JSON:
 //
 //     mac-hand look               permissions of this program, main display, its modes, the program in front
 //     mac-hand ask                has the system ask the user for the permissions that are missing
 //     mac-hand apps IDENTIFIER    running programs of a bundle
-//     mac-hand tree PID           elements of a program, parents before children
+//     mac-hand end IDENTIFIER     kills them
+//     mac-hand tree PID           elements of a program, parents before children, status items before windows
 //     mac-hand press PID ROLE TEXT
 //     mac-hand click left|right|control X Y
 //     mac-hand key CODE
@@ -15,12 +16,15 @@
 #import <ApplicationServices/ApplicationServices.h>
 #import <CoreGraphics/CoreGraphics.h>
 #import <Foundation/Foundation.h>
+#include <signal.h>
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/macos/accessibility/MacAccessibility.h"
@@ -43,8 +47,8 @@ class Elements {
 public:
     explicit Elements(ProcessID pid) : application_(accessibility_->applicationElement(pid)) {
         accessibility_->setMessagingTimeout(application_, std::chrono::seconds(2));
-        // What is not a window to the one attribute may be a child to the other; and a menu bar of items is neither.
-        for (const char* attribute : {"AXWindows", "AXChildren", "AXExtrasMenuBar"}) {
+        // Status items first, before a main menu that the system may add. What is not among the windows may be a child.
+        for (const char* attribute : {"AXExtrasMenuBar", "AXWindows", "AXChildren"}) {
             const AttributeValue value = read(application_, attribute);
             if (const auto* one = std::get_if<AccessibilityElement>(&value.content)) add(*one, 0);
             addMembers(value, 0);
@@ -67,12 +71,12 @@ public:
         return all;
     }
 
-    /// Presses the first element of this role that is called so, or any where `name` is empty. The error is 0 where it
-    /// succeeded; nothing where there is no such element.
+    /// Presses the first element of this role that is called so; where either is empty, any will do. The error is 0 where
+    /// it succeeded; nothing where there is no such element.
     [[nodiscard]] std::optional<int> press(const std::string& role, const std::string& name) const {
         NSString* wanted = toNSString(name);
         for (const Found& one : found_) {
-            if (![text(one.element, "AXRole") isEqualToString:toNSString(role)]) continue;
+            if (!role.empty() && ![text(one.element, "AXRole") isEqualToString:toNSString(role)]) continue;
             const bool isCalledSo = name.empty() || [text(one.element, "AXTitle") isEqualToString:wanted] ||
                                     [text(one.element, "AXDescription") isEqualToString:wanted];
             if (isCalledSo) return static_cast<int>(accessibility_->performAction(one.element, "AXPress"));
@@ -157,23 +161,35 @@ id ask() {
 /// Each with its process id and whether it has neither Dock icon nor main menu.
 NSArray* applications(const std::string& identifier) {
     NSMutableArray* all = [NSMutableArray array];
-    for (NSRunningApplication* one in [NSRunningApplication runningApplicationsWithBundleIdentifier:toNSString(identifier)]) {
+    for (NSRunningApplication* one in
+         [NSRunningApplication runningApplicationsWithBundleIdentifier:toNSString(identifier)]) {
         const bool isAccessory = one.activationPolicy == NSApplicationActivationPolicyAccessory;
         [all addObject:@[ @(one.processIdentifier), @(isAccessory) ]];
     }
     return all;
 }
 
+id end(const std::string& identifier) {
+    for (NSRunningApplication* one in
+         [NSRunningApplication runningApplicationsWithBundleIdentifier:toNSString(identifier)]) {
+        kill(one.processIdentifier, SIGKILL);
+    }
+    return @YES;
+}
+
 void post(CGEventRef event, CGEventFlags flags) {
     const auto owned = Reference<CGEventRef>::adopt(event);
     if (flags != 0) CGEventSetFlags(event, flags);
     CGEventPost(kCGHIDEventTap, event);
+    // What is posted together may be taken for one, and what is posted last is lost if the program ends at once.
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
 }
 
 id click(const std::string& button, CGPoint place) {
     const bool isRight = button == "right";
     const CGEventFlags flags = button == "control" ? kCGEventFlagMaskControl : 0;
     const CGMouseButton number = isRight ? kCGMouseButtonRight : kCGMouseButtonLeft;
+    post(CGEventCreateMouseEvent(nullptr, kCGEventMouseMoved, place, number), 0);
     post(CGEventCreateMouseEvent(nullptr, isRight ? kCGEventRightMouseDown : kCGEventLeftMouseDown, place, number), flags);
     post(CGEventCreateMouseEvent(nullptr, isRight ? kCGEventRightMouseUp : kCGEventLeftMouseUp, place, number), flags);
     return @YES;
@@ -216,6 +232,7 @@ id _Nullable answer(const Words& words) {
     if (isCall("look", 0)) return look();
     if (isCall("ask", 0)) return ask();
     if (isCall("apps", 1)) return applications(words[1]);
+    if (isCall("end", 1)) return end(words[1]);
     if (isCall("tree", 1)) return Elements(number(1)).described();
     if (isCall("press", 3)) {
         const auto error = Elements(number(1)).press(words[2], words[3]);

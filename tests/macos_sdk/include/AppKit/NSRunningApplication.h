@@ -15,6 +15,7 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 
 API_AVAILABLE(macos(10.6))
 @interface NSRunningApplication : NSObject
++ (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)bundleIdentifier;
 + (nullable instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
 @property(class, readonly, strong) NSRunningApplication* currentApplication;
 @property(readonly, getter=isTerminated) BOOL terminated;

@@ -14,7 +14,8 @@ typedef CF_ENUM(uint32_t, CGEventType) {
     kCGEventLeftMouseDown = 1,
     kCGEventLeftMouseUp = 2,
     kCGEventRightMouseDown = 3,
-    kCGEventRightMouseUp = 4
+    kCGEventRightMouseUp = 4,
+    kCGEventMouseMoved = 5
 };
 typedef CF_ENUM(uint32_t, CGMouseButton) { kCGMouseButtonLeft = 0, kCGMouseButtonRight = 1 };
 typedef CF_ENUM(uint32_t, CGEventTapLocation) { kCGHIDEventTap = 0, kCGSessionEventTap = 1 };
@@ -22,7 +23,8 @@ typedef CF_OPTIONS(uint64_t, CGEventFlags) { kCGEventFlagMaskControl = 0x40000 }
 
 CF_EXPORT CGEventRef _Nullable CGEventCreateMouseEvent(CGEventSourceRef _Nullable source, CGEventType mouseType,
                                                        CGPoint mouseCursorPosition, CGMouseButton mouseButton);
-CF_EXPORT CGEventRef _Nullable CGEventCreateKeyboardEvent(CGEventSourceRef _Nullable source, CGKeyCode virtualKey, bool keyDown);
+CF_EXPORT CGEventRef _Nullable CGEventCreateKeyboardEvent(CGEventSourceRef _Nullable source, CGKeyCode virtualKey,
+                                                          bool keyDown);
 CF_EXPORT void CGEventSetFlags(CGEventRef _Nullable event, CGEventFlags flags);
 CF_EXPORT void CGEventPost(CGEventTapLocation tap, CGEventRef _Nullable event);
 CF_EXPORT bool CGPreflightPostEventAccess(void) API_AVAILABLE(macos(10.15));

@@ -1,0 +1,462 @@
+"""What is tried for each row of docs/macos.md, and what has to be seen.
+
+A probe returns what it has seen, if there is anything to tell, and raises Failed or NotTried.
+"""
+
+import contextlib
+import os
+import re
+import signal
+
+from machine import CONSTRAINTS, ESCAPE, IDENTIFIER, dark_mode
+from page import Failed, NotTried
+
+PROBES = {}
+
+ENTRIES = ["Organize Menu Bar…", "How This Works", "Launch at Login", "About Ovin", "Check for Updates…", "Quit Ovin"]
+SCALES = ("1", "1.37", "1.5", "2.2")
+CONTRACTS, NATIVE = "^mac_contract_tests$", "^macos_tests$"
+DISTANCE_FROM_RIGHT = 8  # points
+LONGEST_DISCOVERY = 1  # second
+
+
+def probe(name, *needs):
+    """`needs` are permissions: what `mac-hand look` calls trusted, events and pictures."""
+    def add(function):
+        PROBES[name] = (function, needs)
+        return function
+    return add
+
+
+def probe_of_ovin(name, *needs, **environment):
+    """Of a program that is started for it, in this environment. Nothing can be seen of it without trust."""
+    def add(function):
+        def started(mac):
+            with mac.ovin(**environment) as ovin:
+                return function(mac, ovin)
+        PROBES[name] = (started, ("trusted", *needs))
+        return function
+    return add
+
+
+def expect(condition, otherwise):
+    if not condition:
+        raise Failed(otherwise)
+
+
+# What is built
+
+
+@probe("build")
+def build(mac):
+    for preset in ("macos", "macos-dev"):
+        mac.must("cmake", "--preset", preset)
+        mac.must("cmake", "--build", "--preset", preset)
+    mac.make_copy()
+
+
+@probe("bundle")
+def bundle(mac):
+    application = os.path.join(mac.root, "build", "macos", "Ovin.app")
+    program = os.path.join(application, "Contents", "MacOS", "Ovin")
+    mac.must("plutil", "-lint", os.path.join(application, "Contents", "Info.plist"),
+             *(os.path.join(mac.root, "packaging", "macos", name) for name in ("Ovin.entitlements", "OvinAdHoc.entitlements")))
+    mac.must("lipo", program, "-verify_arch", "arm64", "x86_64")
+    expect("@executable_path/../Frameworks" in mac.must("otool", "-l", program), "the program does not look into Frameworks")
+    mac.must("codesign", "--verify", "--deep", "--strict", "--verbose=2", application)
+    mac.must("iconutil", "--convert", "iconset", "--output", os.path.join(mac.folder, "Ovin.iconset"),
+             os.path.join(application, "Contents", "Resources", "Ovin.icns"))
+
+
+def run_tests(mac, *selection):
+    done = mac.run("ctest", "--preset", "macos-dev", "--no-tests=error", *selection)
+    failed = re.findall(r"^\s*\d+ - (\S+) \(", done.stdout, re.MULTILINE)
+    cases = sorted(set(re.findall(r"^\[  FAILED  \] ([\w./]+)", done.stdout, re.MULTILINE)))
+    expect(done.returncode == 0, ", ".join(failed + cases) or " ".join(done.stdout.splitlines()[-3:]))
+    return " ".join(re.findall(r".*tests passed.*", done.stdout))
+
+
+@probe("tests")
+def tests(mac):
+    return run_tests(mac, "--exclude-regex", f"{CONTRACTS}|{NATIVE}")
+
+
+@probe("contracts", "trusted")
+def contracts(mac):
+    return run_tests(mac, "--tests-regex", CONTRACTS)
+
+
+@probe("native-tests")
+def native_tests(mac):
+    return run_tests(mac, "--tests-regex", NATIVE)
+
+
+# Windows by themselves
+
+
+def check_inside(window):
+    """No element reaches out of its window, but for those that scroll. Returns the window's size."""
+    x, y, width, height = window[0]["frame"]
+    scrolling = None  # The depth below which everything scrolls.
+    for element in window[1:]:
+        if scrolling is not None and element["depth"] > scrolling:
+            continue
+        scrolling = element["depth"] if element["role"] == "AXScrollArea" else None
+        left, top, wide, high = element["frame"] or (x, y, 0, 0)
+        expect(left >= x - 1 and top >= y - 1 and left + wide <= x + width + 1 and top + high <= y + height + 1,
+               f"{element['role']} “{element['title'] or element['value']}” at {element['frame']} reaches out of the window at "
+               f"{window[0]['frame']}")
+    return f"{width:g} x {height:g}"
+
+
+@probe_of_ovin("guide", OVIN_TEST_GUIDE="1")
+def guide(_, ovin):
+    seen = check_inside(ovin.window("How Ovin Works"))
+    ovin.press("AXButton", "Done")
+    ovin.wait_for_end()
+    return seen
+
+
+@probe_of_ovin("about", OVIN_TEST_ABOUT="1")
+def about(_, ovin):
+    window = ovin.window("About Ovin")
+    expect(any(element["role"] == "AXLink" for element in window), "no link is told of as one")
+    return check_inside(window)
+
+
+@probe("card", "trusted")
+def card(mac):
+    seen = []
+    for scale in SCALES:
+        with mac.ovin(OVIN_TEST_ARRANGE_WINDOW=scale, OVIN_TEST_CARD="1") as ovin:
+            seen.append(f"{scale}: {check_inside(ovin.window('Done'))}")
+            ovin.press("AXButton", "Done")
+            ovin.wait_for_end()
+    return "\n".join(seen)
+
+
+@probe_of_ovin("card-opens", OVIN_TEST_ARRANGE_WINDOW="1")
+def card_opens(mac, ovin):
+    before = ovin.window("Done")[0]["frame"]
+    ovin.press("", "How does this work?")
+    mac.wait("a higher card", lambda: ovin.window("Done")[0]["frame"][3] > before[3])
+    after = ovin.window("Done")[0]["frame"]
+    expect(after[:2] == before[:2], f"the top left corner went from {before[:2]} to {after[:2]}")
+    ovin.press("", "How does this work?")
+    mac.wait("a card as before", lambda: ovin.window("Done")[0]["frame"] == before)
+    return f"{before} and {after}"
+
+
+@probe_of_ovin("card-escape", "events", OVIN_TEST_ARRANGE_WINDOW="1")
+def card_escape(mac, ovin):
+    x, y, width, _ = ovin.window("Done")[0]["frame"]
+    mac.click("left", (x + width / 2, y + 20))
+    mac.hand("key", ESCAPE)
+    ovin.wait_for_end()
+
+
+# Item, menu and ledge
+
+
+@probe("launch", "trusted")
+def launch(mac):
+    mac.must("open", mac.bundle)
+    try:
+        expect(mac.wait_for_opened(), "the program is in the Dock")
+    finally:
+        mac.end_opened()
+
+
+@probe("guide-once", "trusted")
+def guide_once(mac):
+    mac.set_guide_shown(False)
+    try:
+        with mac.ovin() as ovin:
+            ovin.window("How Ovin Works")
+        with mac.ovin() as ovin:
+            ovin.item()
+            expect(not ovin.windows(), "there is a window at the second start too")
+    finally:
+        mac.set_guide_shown(True)
+
+
+@probe_of_ovin("item")
+def item(mac, ovin):
+    x, y, width, height = ovin.open_ledge()[0]["frame"]
+    right = mac.look()["width"] - DISTANCE_FROM_RIGHT
+    ovin.press_item()
+    ovin.wait_for_no_ledge()
+    expect(abs(x + width - right) <= 1, f"the ledge ends at {x + width:g}, not at {right}")
+    return f"ledge at {x:g}, {y:g}: {width:g} x {height:g}"
+
+
+@probe_of_ovin("focus")
+def focus(mac, ovin):
+    before = mac.look()["front"]
+    ovin.open_ledge()
+    expect(mac.look()["front"] == before, "another program is in front when the ledge is open")
+
+
+@probe_of_ovin("own-clicks", "events")
+def own_clicks(mac, ovin):
+    ovin.click_item("left")
+    ovin.wait_for_ledge()
+    ovin.click_item("left")
+    ovin.wait_for_no_ledge()
+    discovers_meanwhile(mac, ovin)  # Takes longer than the ledge would need to come again.
+    expect(not ovin.ledges(), "the click that closes the ledge opens it again")
+
+
+@probe_of_ovin("clicks-elsewhere", "events")
+def clicks_elsewhere(mac, ovin):
+    screen = mac.look()
+    ovin.open_ledge()
+    mac.click("right", (screen["width"] / 2, screen["height"] / 2))
+    try:
+        ovin.wait_for_no_ledge()
+    finally:
+        mac.hand("key", ESCAPE)  # For the menu of whatever was clicked.
+
+
+@probe_of_ovin("menu", "events")
+def menu(mac, ovin):
+    for _ in range(2):
+        titles = [entry["title"] for entry in ovin.open_menu() if entry["title"]]
+        expect(titles == ENTRIES, f"the entries are {titles}")
+        ovin.close_menu()
+        ovin.click_item("left")
+        ovin.wait_for_ledge()
+        expect(not ovin.entries(), "a left click opens the menu too")
+        ovin.click_item("left")
+        ovin.wait_for_no_ledge()
+    ovin.click_item("control")
+    mac.wait("an open menu after a Control-click", ovin.entries)
+    ovin.close_menu()
+
+
+@probe_of_ovin("entries", "events")
+def entries(mac, ovin):
+    for title, text in (("About Ovin", "About Ovin"), ("How This Works", "How Ovin Works")):
+        ovin.choose(title)
+        ovin.window(text)
+        expect(len(ovin.windows()) == 1, f"{title} opens {len(ovin.windows())} windows")
+        ovin.press("AXButton", "Done")
+        mac.wait("a closed window", lambda: not ovin.windows())
+    ovin.choose("Quit Ovin")
+    ovin.wait_for_end()
+
+
+@probe_of_ovin("no-updates", "events")
+def no_updates(mac, ovin):
+    ovin.open_alert()
+    expect(ovin.windows_with("This copy of Ovin does not update itself"), "the alert says something else")
+    ovin.press("AXButton", "OK")
+    mac.wait("a closed alert", lambda: not ovin.windows())
+
+
+@probe_of_ovin("login-item", "events")
+def login_item(mac, ovin):
+    def is_on():
+        mark = next(entry["mark"] for entry in ovin.open_menu() if entry["title"] == "Launch at Login")
+        ovin.close_menu()
+        return bool(mark)
+
+    expect(not is_on(), "it is on before it was switched on")
+    ovin.choose("Launch at Login")
+    try:
+        mac.wait("a check mark", is_on)
+    finally:
+        if is_on():
+            ovin.choose("Launch at Login")
+    mac.wait("no check mark", lambda: not is_on())
+
+
+@probe("ledge", "trusted")
+def ledge(mac):
+    with mac.items() as program, mac.ovin() as ovin:
+        ovin.wait_for_discovery(0)
+        window = ovin.open_ledge()
+        names = [name for element in window for name in (element["name"], element["title"]) if "Kit item " in name]
+        expect(names, "none of 60 items is on the ledge")
+        check_inside(window)
+        ovin.press("AXButton", names[-1])
+        mac.wait("the press in the program of the item", lambda: program.lines() == [str(int(names[-1][-2:]))])
+        ovin.wait_for_no_ledge()
+    return f"{len(names)} of 60 items, pressed “{names[-1]}”"
+
+
+def discovers_meanwhile(mac, ovin):
+    """When a program starts, and when it ends."""
+    before = len(ovin.discoveries())
+    with mac.items(1):
+        ovin.wait_for_discovery(before)
+        before = len(ovin.discoveries())
+    ovin.wait_for_discovery(before)
+
+
+@probe_of_ovin("launches")
+def launches(mac, ovin):
+    ovin.wait_for_discovery(0)
+    discovers_meanwhile(mac, ovin)
+
+
+@probe_of_ovin("beside-menu", "events")
+def beside_menu(mac, ovin):
+    ovin.open_menu()
+    discovers_meanwhile(mac, ovin)
+    expect(ovin.entries(), "the menu has closed")
+    ovin.close_menu()
+
+
+@probe_of_ovin("beside-alert", "events")
+def beside_alert(mac, ovin):
+    ovin.open_alert()
+    discovers_meanwhile(mac, ovin)
+    expect(ovin.windows_with("OK"), "the alert has closed")
+    ovin.press("AXButton", "OK")
+
+
+@probe("hung-programs", "trusted")
+def hung_programs(mac):
+    with contextlib.ExitStack() as stack:
+        programs = [stack.enter_context(mac.items(2)) for _ in range(10)]
+        ovin = stack.enter_context(mac.ovin())
+        ovin.wait_for_discovery(0)
+        for program in programs:
+            program.process.send_signal(signal.SIGSTOP)
+        before = len(ovin.discoveries())
+        ovin.open_ledge()
+        seconds = ovin.wait_for_discovery(before)
+    expect(seconds < LONGEST_DISCOVERY, f"beside ten programs that hang a discovery takes {seconds:g} s")
+    return f"{seconds:g} s"
+
+
+# One program
+
+
+@probe_of_ovin("second-start")
+def second_start(mac, ovin):
+    ovin.item()
+    mac.must("open", mac.bundle)
+    ovin.wait_for_ledge()
+
+
+@probe_of_ovin("start-beside-preview", OVIN_TEST_ABOUT="1")
+def start_beside_preview(mac, preview):
+    preview.window("About Ovin")
+    mac.must("open", mac.bundle)
+    preview.item()
+
+
+@probe_of_ovin("start-beside-ending")
+def start_beside_ending(mac, ending):
+    ending.item()
+    ending.process.send_signal(signal.SIGTERM)
+    try:
+        mac.must("open", mac.bundle)
+        ending.wait_for_end()
+        mac.wait_for_opened()
+    finally:
+        mac.end_opened()
+
+
+# Organizing
+
+
+def organize(mac, finish):
+    usual = mac.look()
+    if usual["widest"] <= usual["width"]:
+        raise NotTried(f"No mode of this display is wider than its {usual['width']} points.")
+    with mac.items(), mac.ovin(OVIN_TEST_ORGANIZE="1") as ovin:
+        mac.wait("a wider display", lambda: mac.look()["width"] > usual["width"])
+        wide = mac.look()["width"]
+        check_inside(ovin.window("Done"))
+        finish(ovin)
+        mac.wait("the usual mode", lambda: mac.look()["mode"] == usual["mode"])
+    return f"{usual['width']}, then {wide}, then {usual['width']} points"
+
+
+@probe("organize", "trusted")
+def organize_done(mac):
+    return organize(mac, lambda ovin: ovin.press("AXButton", "Done"))
+
+
+@probe("organize-item", "trusted")
+def organize_item(mac):
+    return organize(mac, lambda ovin: ovin.press_item())
+
+
+@probe("organize-ended", "trusted", "events")
+def organize_ended(mac):
+    prepared = (lambda ovin: None, lambda ovin: ovin.open_menu(), lambda ovin: ovin.open_alert())
+    return [organize(mac, lambda ovin, prepare=prepare: (prepare(ovin), ovin.end(signal.SIGTERM))) for prepare in prepared][0]
+
+
+@probe("organize-killed", "trusted")
+def organize_killed(mac):
+    def kill_and_start(ovin):
+        ovin.end(signal.SIGKILL)
+        with mac.ovin() as again:
+            again.item()
+            mac.wait("the usual mode", lambda: mac.look()["mode"] == mac.first["mode"])
+
+    return organize(mac, kill_and_start)
+
+
+# What is seen
+
+
+@probe("appearance", "trusted", "pictures")
+def appearance(mac):
+    usual, shades = mac.is_dark(), {}
+    mac.undo.add("appearance", *dark_mode(usual))
+    try:
+        for name, environment, text in (("guide", {"OVIN_TEST_GUIDE": "1"}, "How Ovin Works"),
+                                        ("about", {"OVIN_TEST_ABOUT": "1"}, "About Ovin"),
+                                        ("card", {"OVIN_TEST_ARRANGE_WINDOW": "1", "OVIN_TEST_CARD": "1"}, "Done")):
+            with mac.ovin(**environment) as ovin:
+                frame = ovin.window(text)[0]["frame"]
+                for shown in ("light", "dark"):
+                    mac.set_dark(shown == "dark")
+                    shades[f"{name}-{shown}"] = mac.take_picture(f"{name}-{shown}", frame)
+        with mac.items(), mac.ovin() as ovin:
+            for shown in ("light", "dark"):
+                mac.set_dark(shown == "dark")
+                x, _, width, height = ovin.open_ledge()[0]["frame"]
+                mac.take_picture(f"ledge-{shown}", (x, 0, width, 2 * height))
+                ovin.press_item()
+                ovin.wait_for_no_ledge()
+    finally:
+        mac.set_dark(usual)
+    for name, shade in shades.items():
+        expect(shade < 0.5 if name.endswith("dark") else shade > 0.5, f"{name} has a brightness of {shade:.2f}")
+    return ", ".join(f"{name} {shade:.2f}" for name, shade in shades.items())
+
+
+@probe("log", "trusted")
+def log(mac):
+    _, system = mac.texts_logged()
+    if system is None:
+        raise NotTried("The system's log cannot be read.")
+    expect("Ovin DEBUG" in system, "nothing that Ovin has written can be read in the system's log")
+
+
+@probe("constraints")
+def constraints(mac):
+    texts, system = mac.texts_logged()
+    found = {match[0].strip() for text in [*texts, system or ""] for match in CONSTRAINTS.finditer(text)}
+    expect(not found, "\n".join(sorted(found)[:5]))
+    if system is None:
+        raise NotTried("The system's log cannot be read; the programs themselves have said nothing.")
+    return f"nothing in {len(texts)} logs of programs and the system's"
+
+
+@probe("left-behind")
+def left_behind(mac):
+    """The last one: it ends the kit's own doings."""
+    mac.undo.close()
+    mode = mac.look()["mode"]
+    expect(mode == mac.first["mode"], f"the display is in mode {mode}, and was in {mac.first['mode']}")
+    expect(not mac.hand("apps", IDENTIFIER), "Ovin still runs")
+    expect(mac.run("defaults", "read", IDENTIFIER).returncode != 0, "there are settings left")
+    expect(not os.path.exists(mac.folder), f"{mac.folder} is left")
