@@ -186,7 +186,8 @@ def ovin(_):
                 now["ovin"][pid]["ending"] = True
             if FAULT != "organize-ended" and not preview:
                 restore(now)
-        time.sleep(0.15)
+        # Long enough for the next start to meet it, where that has to go wrong.
+        time.sleep(1 if FAULT == "start-beside-ending" else 0.1)
 
 
 def live(pid):

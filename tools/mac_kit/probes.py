@@ -104,7 +104,7 @@ def check_inside(window):
         scrolling = element["depth"] if element["role"] == "AXScrollArea" else None
         left, top, wide, high = element["frame"] or (x, y, 0, 0)
         expect(left >= x - 1 and top >= y - 1 and left + wide <= x + width + 1 and top + high <= y + height + 1,
-               f"{element['role']} “{element['title'] or element['value']}” at {element['frame']} reaches out of the window at "
+               f"{element['role']} “{element['title'] or element['value']}” at {element['frame']} is outside of the window at "
                f"{window[0]['frame']}")
     return f"{width:g} x {height:g}"
 
