@@ -2,8 +2,8 @@
 
     FeedServer.py FOLDER
 
-Prints two ports: of plain HTTP and of HTTPS for "localhost", with a certificate of its own, FOLDER/certificate.pem. Ends when
-its standard input does.
+Prints three ports: of plain HTTP and of HTTPS at 127.0.0.1, with a certificate of its own, FOLDER/certificate.pem, and of
+HTTPS at 127.0.0.2 with the same certificate, which is not for that address. Ends when its standard input does.
 """
 
 import functools
@@ -43,7 +43,7 @@ class Handler(http.server.SimpleHTTPRequestHandler):
         self.begin(302, Location=url, Content_Length=0)
 
     def _redirect_to_plain(self):
-        self.redirect(f"http://localhost:{self.plain_port}/feed")
+        self.redirect(f"http://127.0.0.1:{self.plain_port}/feed")
 
     def _redirect_to_remote(self):
         self.redirect("http://ovin.example/feed")
@@ -176,7 +176,7 @@ class Handler(http.server.SimpleHTTPRequestHandler):
         self.redirect("http://127.0.0.1@ovin.example/feed")
 
     def _redirect_to_tls(self):
-        self.redirect(f"https://localhost:{self.tls_port}/feed")
+        self.redirect(f"https://127.0.0.1:{self.tls_port}/feed")
 
     def _slow_headers(self):
         self.raw(b"HTTP/1.1 200 OK\r\n")
@@ -197,26 +197,26 @@ class Handler(http.server.SimpleHTTPRequestHandler):
         self.begin(Content_Length=0, Set_Cookie="a=b")
 
 
-def serve(folder):
+def serve(folder, address, context=None):
     handler = functools.partial(Handler, directory=folder)
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
+    server = http.server.ThreadingHTTPServer((address, 0), handler)
     server.daemon_threads = True
-    return server
+    if context:
+        server.socket = context.wrap_socket(server.socket, server_side=True)
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    return server.server_port
 
 
 def main(folder):
     certificate, key = os.path.join(folder, "certificate.pem"), os.path.join(folder, "key.pem")
     subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-days", "2",
-                    "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost", "-keyout", key, "-out", certificate],
+                    "-subj", "/CN=ovin.example", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout", key, "-out", certificate],
                    check=True, capture_output=True)
-    plain, tls = serve(folder), serve(folder)
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
     context.load_cert_chain(certificate, key)
-    tls.socket = context.wrap_socket(tls.socket, server_side=True)
-    Handler.plain_port, Handler.tls_port = plain.server_port, tls.server_port
-    for server in plain, tls:
-        threading.Thread(target=server.serve_forever, daemon=True).start()
-    print(plain.server_port, tls.server_port, flush=True)
+    Handler.plain_port = serve(folder, "127.0.0.1")
+    Handler.tls_port = serve(folder, "127.0.0.1", context)
+    print(Handler.plain_port, Handler.tls_port, serve(folder, "127.0.0.2", context), flush=True)
     sys.stdin.read()
 
 

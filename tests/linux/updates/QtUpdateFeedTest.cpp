@@ -43,13 +43,13 @@ protected:
         server_.start(OVIN_PYTHON, {"-B", OVIN_FEED_SERVER, QString::fromStdString(folder_.path().string())});
         while (!server_.canReadLine() && server_.waitForReadyRead(static_cast<int>(bound))) continue;
         const QList<QByteArray> ports = server_.readLine().trimmed().split(' ');
-        if (ports.size() != 2) {
+        if (ports.size() != 3) {
             ADD_FAILURE() << "the server does not start: " << server_.errorString().toStdString() << server_.state();
             return;
         }
         plain_ = "http://127.0.0.1:" + ports[0].toStdString();
-        safe_ = "https://localhost:" + ports[1].toStdString();
-        mismatched_ = "https://127.0.0.1:" + ports[1].toStdString();
+        safe_ = "https://127.0.0.1:" + ports[1].toStdString();
+        mismatched_ = "https://127.0.0.2:" + ports[2].toStdString();
     }
     ~QtUpdateFeedTest() override {
         server_.closeWriteChannel();
