@@ -127,9 +127,7 @@ void ControlItem::organizingHasBegun(const BeginResult& result) {
         case BeginResult::Outcome::started:
             return arrangeWindow().show(commanded_.widener.scale(), true);
         case BeginResult::Outcome::notNeeded:
-            return alert({"Everything already fits",
-                          "All of your menu bar items are drawn at this resolution. Hold ⌘ and drag them into the order you "
-                          "want."});
+            return alert({"Everything already fits", platform_.resources.words().everythingIsDrawn});
         case BeginResult::Outcome::unavailable:
             return alert({"Can’t widen this display", result.text});
         case BeginResult::Outcome::superseded:

@@ -120,7 +120,7 @@ private:
             if (counts) series.all.push_back(Milliseconds(now - last).count());
             last = now;
         };
-        View row = ledgeRow(text_, items_, EmptyLedge::everythingFits);
+        View row = ledgeRow(text_, items_, "");
         lap(described_);
         const Size size = windows_.fittingSize(row);
         lap(measured_);

@@ -1,13 +1,13 @@
 #include "info/GuidePage.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "info/PageText.h"
-#include "platform/Deployment.h"
 
 namespace ovin {
 namespace {
@@ -32,98 +32,43 @@ constexpr Insets columnInsets{30, 0, 18, 0};
 constexpr double gapAfterHeader = 18;
 constexpr double gapAfterSeparator = 16;
 
-View paragraph(std::string_view text, double size = textSize, SystemColor color = SystemColor::label) {
-    return {Label{markedText(text, size, color), textWidth, lineSpacing}};
+View paragraph(std::string_view text) {
+    return {Label{markedText(text, textSize, SystemColor::label), textWidth, lineSpacing}};
 }
 
-/// Collects the page's views.
-class Page {
-public:
-    explicit Page(const Resources& resources) : resources_(resources) {}
+View smallParagraph(std::string_view text) {
+    return {Label{markedText(text, captionSize, SystemColor::secondaryLabel), textWidth, lineSpacing}};
+}
 
-    Page& heading(std::string_view text) {
-        views_.push_back({Spacer{views_.empty() ? 0 : headingGap}});
-        views_.push_back({Label{{{std::string(text), headingFont, Color{SystemColor::label}}}, {}}});
-        return *this;
-    }
-
-    Page& text(std::string_view text) {
-        views_.push_back(paragraph(text));
-        return *this;
-    }
-
-    Page& picture(std::string_view name, std::string_view caption) {
-        const auto picture = resources_.picture(name);
-        if (picture && picture->size.width > 0) {
-            const double height = textWidth * picture->size.height / picture->size.width;
-            // The caption says what the picture shows.
-            views_.push_back({ImageView{picture->image, {textWidth, height}, pictureCornerRadius, {}}});
-        }
-        views_.push_back(paragraph(caption, captionSize, SystemColor::secondaryLabel));
-        return *this;
-    }
-
-    Page& closing(std::string_view text) {
-        views_.push_back({Spacer{closingGap}});
-        views_.push_back(paragraph(text, captionSize, SystemColor::secondaryLabel));
-        return *this;
-    }
-
-    [[nodiscard]] std::vector<View> views() const { return views_; }
-
-private:
-    const Resources& resources_;
-    std::vector<View> views_;
-};
+/// The caption says what the picture shows.
+std::optional<ImageView> pictureView(const std::optional<Picture>& picture) {
+    if (!picture || !(picture->size.width > 0)) return std::nullopt;
+    const double height = textWidth * picture->size.height / picture->size.width;
+    return ImageView{picture->image, {textWidth, height}, pictureCornerRadius, {}};
+}
 
 std::vector<View> pageViews(const Resources& resources) {
-    const std::string permission =
-        "Ovin needs one permission, **Accessibility**, to find the icons macOS isn’t drawing and to open their menus for "
-        "you. It doesn’t record your screen, never moves or clicks anything on its own, and collects nothing about you. "
-        "Once a day it checks " +
-        std::string(deployment::siteDomain) + " for a newer version, and asks before installing one.";
-    return Page(resources)
-        .heading("Your menu bar is full.")
-        .text(
-            "macOS 27 draws as many menu bar icons as it can fit, starting from the clock, and tucks the rest behind a "
-            "little « on the left.")
-        .picture("explainer-collapsed", "Collapsed: only the icons that fit.")
-        .text("Click the « and the extras appear over your app’s menus, as many as your screen has room for.")
-        .picture("explainer-expanded", "Expanded: the rest, if there’s space. Often there isn’t.")
-        .text(
-            "With enough icons, some are left over entirely. They’re still running; you just can’t see them, click them, or "
-            "drag them anywhere. Rather like a sock behind the radiator.")
-        .heading("Why Ovin doesn’t hide or move icons.")
-        .text(
-            "Menu bar managers used to shuffle icons about behind the scenes, hiding some and promoting others. In macOS "
-            "27, Apple rebuilt the menu bar, and those tricks no longer work reliably.")
-        .text(
-            "We’d rather not promise what macOS won’t let us keep. So Ovin does the two things that do work, and does them "
-            "properly.")
-        .heading("The ledge.")
-        .text(
-            "**Click Ovin’s icon** and every icon macOS couldn’t fit lines up in a row underneath the menu bar. Click one "
-            "and its menu opens, as if it had been in the bar all along.")
-        .text("Click Ovin again, or anywhere else, to put the ledge away.")
-        .heading("Deciding who gets the good seats.")
-        .text(
-            "macOS keeps the icons nearest the clock and lets the leftmost ones spill over, so the order of your icons "
-            "decides which stay in view. You’d normally **⌘-drag** them into order, but you can’t drag what you can’t see. "
-            "So:")
-        .text(
-            "**1.** Choose **Organize Menu Bar…** from Ovin’s menu. Ovin switches your display to a higher resolution, "
-            "which gives the menu bar room to draw every icon. Everything gets smaller for a moment. That’s expected, and "
-            "temporary.")
-        .text(
-            "**2.** Hold **⌘** and drag your favourites towards the clock. Drag the ones you can live without to the left.")
-        .text(
-            "**3.** Click **Done**. Your usual resolution comes back, and your new order stays put. Anything that still "
-            "doesn’t fit is waiting on the ledge.")
-        .heading("Good manners.")
-        .text(permission)
-        .text("If Ovin is interrupted while organizing, it puts your resolution back the next time it opens.")
-        .closing("Control-click Ovin’s icon for its menu. This page lives there too, under How This Works.")
-        .views();
+    std::vector<View> views;
+    for (const GuidePiece& piece : resources.words().guide) {
+        switch (piece.kind) {
+            case GuidePiece::Kind::heading:
+                views.push_back({Spacer{views.empty() ? 0 : headingGap}});
+                views.push_back({Label{{{piece.text, headingFont, Color{SystemColor::label}}}, {}}});
+                break;
+            case GuidePiece::Kind::paragraph:
+                views.push_back(paragraph(piece.text));
+                break;
+            case GuidePiece::Kind::picture:
+                if (auto view = pictureView(resources.picture(piece.picture))) views.push_back({*std::move(view)});
+                views.push_back(smallParagraph(piece.text));
+                break;
+            case GuidePiece::Kind::closing:
+                views.push_back({Spacer{closingGap}});
+                views.push_back(smallParagraph(piece.text));
+                break;
+        }
+    }
+    return views;
 }
 
 Stack row(double spacing) {

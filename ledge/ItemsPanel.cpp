@@ -78,9 +78,10 @@ void ItemsPanel::present() {
     if (!screen_) return;
     displayedIdentities_ = identities(cachedItems_);
 
-    const auto empty = hasRefreshedOnce_ ? EmptyLedge::everythingFits : EmptyLedge::stillLoading;
+    const std::string_view whenEmpty =
+        hasRefreshedOnce_ ? std::string_view(platform_.resources.words().emptyLedge) : "Loading…";
     const auto menuIcon = showMenu_ ? std::optional(platform_.resources.applicationIcon()) : std::nullopt;
-    View row = ledgeRow(platform_.text, cachedItems_, empty, menuIcon);
+    View row = ledgeRow(platform_.text, cachedItems_, whenEmpty, menuIcon);
     const double maximumWidth = screen_->visibleFrame.size.width - sideMargin;
     const Size fittingSize = platform_.windows.fittingSize(row);
     const LedgeContent content = ledgeContent(std::move(row), fittingSize, maximumWidth);

@@ -42,10 +42,7 @@ Button button(const Text& text, const DiscoveredItem& item, std::size_t index) {
     return button;
 }
 
-View message(EmptyLedge empty) {
-    const std::string text = empty == EmptyLedge::everythingFits ? "Every item fits in the menu bar" : "Loading…";
-    return {Label{{{text, {}, Color{SystemColor::secondaryLabel}}}, {}}};
-}
+View message(std::string_view text) { return {Label{{{std::string(text), {}, Color{SystemColor::secondaryLabel}}}, {}}}; }
 
 View buttons(const Text& text, const std::vector<DiscoveredItem>& items) {
     Stack row;
@@ -69,14 +66,14 @@ Button menuButton(const Image& icon) {
 
 }  // namespace
 
-View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, EmptyLedge empty,
+View ledgeRow(const Text& text, const std::vector<DiscoveredItem>& items, std::string_view whenEmpty,
               const std::optional<Image>& menuIcon) {
     Stack row;
     row.orientation = Stack::Orientation::horizontal;
     row.alignment = menuIcon ? Stack::Alignment::center : Stack::Alignment::top;
     row.spacing = rowSpacing;
     row.insets = rowInsets;
-    row.views.push_back(items.empty() ? message(empty) : buttons(text, items));
+    row.views.push_back(items.empty() ? message(whenEmpty) : buttons(text, items));
     if (menuIcon) row.views.push_back({menuButton(*menuIcon)});
     return {std::move(row)};
 }

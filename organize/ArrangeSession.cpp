@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <exception>
+#include <string>
 #include <utility>
 
 #include "discovery/ItemProvider.h"
@@ -28,7 +29,7 @@ bool everythingFits(const Platform& platform, const std::vector<AppInfo>& apps) 
     return isAllDrawn && isNothingMissing;
 }
 
-BeginResult unavailable(const char* text) { return {BeginResult::Outcome::unavailable, text}; }
+BeginResult unavailable(std::string text) { return {BeginResult::Outcome::unavailable, std::move(text)}; }
 
 }  // namespace
 
@@ -77,20 +78,21 @@ void ArrangeSession::finishStarting(std::uint64_t expected, const Findings& find
 }
 
 void ArrangeSession::widen(const Findings& findings) {
+    const Words& words = platform_.resources.words();
+    if (!platform_.displays.canSwitchModes()) return report(unavailable(words.fixedModes));
+    if (!findings.itemsWidth && words.withoutLayout) return report(unavailable(*words.withoutLayout));
     const double needed = findings.itemsWidth ? *findings.itemsWidth + widthBesideItems : widthWithoutGeometry;
     switch (widener_.widen(needed)) {
         case WidenResult::widened:
             return settle();
         case WidenResult::mirrored:
-            return report(
-                unavailable("Your displays are mirrored, and mirrored displays change resolution together. Turn "
-                            "mirroring off in System Settings → Displays, then try again."));
+            return report(unavailable(words.mirrored));
         case WidenResult::noSuitableMode:
             return report(
                 unavailable("This display has no wider resolution, so some items stay out of reach. An external "
                             "display, or quitting a few menu bar apps, makes room."));
         case WidenResult::failed:
-            return report(unavailable("macOS refused the resolution change. Nothing was altered."));
+            return report(unavailable(words.refused));
     }
 }
 

@@ -9,21 +9,9 @@
 namespace ovin {
 namespace {
 
-constexpr const char* introduction =
-    "macOS 27 changed how the menu bar works, which broke the approach used by menu bar managers like Ice and Bartender. "
-    "Ovin takes a simpler approach: it temporarily switches your display resolution so you can see every item and ⌘-drag "
-    "them into order.";
 constexpr const char* fitWarning =
     "Even at this display’s widest resolution, a few items still don’t fit. Organize the ones you can see; the rest stay on "
     "Ovin’s row.";
-constexpr const char* aboutCollapsed =
-    "macOS 27 adds an expander («) to the menu bar. Collapsed, it shows as many items as fit.";
-constexpr const char* aboutExpanded =
-    "Expanded, it shows the rest over the app menus. Unfortunately, the rest may not all fit on your screen.";
-constexpr const char* aboutWidening =
-    "Ovin increases the screen resolution so you can temporarily see all of your items and ⌘-drag them into your preferred "
-    "priority. Back at your normal resolution some will still overflow to the left, but they’ll be your lowest-priority "
-    "items.";
 constexpr const char* farewell = "Click Done when you’ve organized your items the way you want.";
 constexpr const char* question = "How does this work?";
 
@@ -70,24 +58,25 @@ Stack header(const ArrangeContent& content) {
     return row;
 }
 
-Stack card(const ArrangeContent& content) {
+Stack card(const Words& words, const ArrangeContent& content) {
     const double s = content.scale;
     Stack card;
     card.spacing = 10 * s;
     card.insets = scaled({cardInset, cardInset, cardInset, cardInset}, s);
     card.box = Box{{SystemColor::quaternaryLabel, cardBackgroundAlpha}, {SystemColor::separator}, 1, 10 * s};
 
-    const auto addParagraph = [&](const char* text) {
+    const auto addParagraph = [&](const std::string& text) {
+        if (text.empty()) return;
         card.views.push_back({arrangeParagraph(text, cardTextSize * s, cardTextWidth * s)});
     };
     const auto addPicture = [&](const std::optional<Picture>& picture) {
         if (auto image = barImage(picture, cardTextWidth * s)) card.views.push_back({*std::move(image)});
     };
-    addParagraph(aboutCollapsed);
+    addParagraph(words.aboutCollapsed);
     addPicture(content.collapsedPicture);
-    addParagraph(aboutExpanded);
+    addParagraph(words.aboutExpanded);
     addPicture(content.expandedPicture);
-    addParagraph(aboutWidening);
+    addParagraph(words.aboutWidening);
     return card;
 }
 
@@ -118,7 +107,7 @@ Label arrangeParagraph(std::string_view text, double size, double width) {
     return label;
 }
 
-View arrangeView(const ArrangeContent& content) {
+View arrangeView(const Words& words, const ArrangeContent& content) {
     const double s = content.scale;
     Stack stack;
     stack.spacing = 12 * s;
@@ -126,10 +115,10 @@ View arrangeView(const ArrangeContent& content) {
     stack.width = textWidth * s + (contentInsets.left + contentInsets.right) * s;
 
     stack.views.push_back({Label{{{"Organize your menu bar", Font{17 * s, Font::Weight::semibold}, {}}}, {}}});
-    stack.views.push_back({arrangeParagraph(introduction, textSize * s, textWidth * s)});
+    stack.views.push_back({arrangeParagraph(words.introduction, textSize * s, textWidth * s)});
     if (content.hasFitWarning) stack.views.push_back({makeFitWarning(s)});
     stack.views.push_back({header(content)});
-    stack.views.push_back({card(content), !content.isCardExpanded});
+    stack.views.push_back({card(words, content), !content.isCardExpanded});
     stack.views.push_back({arrangeParagraph(farewell, textSize * s, textWidth * s), false, 16 * s});
     stack.views.push_back({doneButton(s)});
     return {std::move(stack)};

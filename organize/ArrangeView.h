@@ -5,6 +5,7 @@
 
 #include "platform/Resources.h"
 #include "platform/Views.h"
+#include "platform/Words.h"
 
 namespace ovin {
 
@@ -26,6 +27,6 @@ struct ArrangeContent {
 [[nodiscard]] Label arrangeParagraph(std::string_view text, double size, double width);
 
 /// The arrange window's content: what goes on, what to do, a card that explains it, and the button that ends it.
-[[nodiscard]] View arrangeView(const ArrangeContent& content);
+[[nodiscard]] View arrangeView(const Words& words, const ArrangeContent& content);
 
 }  // namespace ovin

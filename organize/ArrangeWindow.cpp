@@ -38,7 +38,7 @@ void ArrangeWindow::show(double scale, bool allItemsFit) {
     // The panel is part of this object, and silent once it is gone.
     panel_ = platform_.windows.makeFloatingPanel(
         windowTitle, [this](int tag) { clicked(tag); }, [this] { closedByUser(); });
-    panel_->show(arrangeView(content_), placementOn(platform_.screens.main(), content_.scale));
+    panel_->show(arrangeView(platform_.resources.words(), content_), placementOn(platform_.screens.main(), content_.scale));
 }
 
 void ArrangeWindow::addFitWarning() {
@@ -84,6 +84,6 @@ void ArrangeWindow::closedByUser() {
     doneClicked();
 }
 
-void ArrangeWindow::describeAgain() { panel_->replace(arrangeView(content_)); }
+void ArrangeWindow::describeAgain() { panel_->replace(arrangeView(platform_.resources.words(), content_)); }
 
 }  // namespace ovin

@@ -48,6 +48,9 @@ public:
     /// All modes of a display in the system's order, low-resolution doubles of scaled ones included; empty when it is gone.
     [[nodiscard]] virtual std::vector<DisplayMode> modes(DisplayID display) const = 0;
 
+    /// Whether this session lets programs switch the modes of displays at all. Main thread only.
+    [[nodiscard]] virtual bool canSwitchModes() const { return true; }
+
     /// Switches the display to the mode that `mode` names, in one transaction, until the end of the login session. False
     /// when the display has no such mode or the system refused; nothing has changed then. True says only that the system
     /// reported success; a system may do so and change nothing.

@@ -6,6 +6,7 @@
 
 #include "platform/Geometry.h"
 #include "platform/Image.h"
+#include "platform/Words.h"
 
 namespace ovin {
 
@@ -29,6 +30,9 @@ public:
     /// The text under `key`, such as the version, in the description that is delivered with the program; nothing when it is
     /// missing or no text.
     [[nodiscard]] virtual std::optional<std::string> infoString(std::string_view key) const = 0;
+
+    /// What this system's windows say.
+    [[nodiscard]] virtual const Words& words() const = 0;
 };
 
 }  // namespace ovin

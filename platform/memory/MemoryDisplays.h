@@ -37,6 +37,7 @@ public:
         {1, {{0, 0}, {1512, 982}}, {{1, 1512, 982, 3024, true}}, {{1, 1512, 982, 3024, true}}, false}};
     Answer answer = Answer::switches;
     int applyCount = 0;
+    bool areModesFixed = false;
     std::optional<std::string> server;
     /// The servers of other sessions that run.
     std::set<std::string> otherServers;
@@ -45,6 +46,8 @@ public:
 
     [[nodiscard]] std::optional<std::string> serverName() const override { return server; }
     [[nodiscard]] bool isAnotherServer(const std::string& name) const override { return otherServers.contains(name); }
+
+    [[nodiscard]] bool canSwitchModes() const override { return !areModesFixed; }
 
     [[nodiscard]] DisplayID mainDisplay() const override {
         const std::lock_guard lock(mutex_);

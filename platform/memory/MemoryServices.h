@@ -61,6 +61,9 @@ public:
         {"explainer-collapsed", {824, 120}}, {"explainer-expanded", {824, 120}}, {"Ovin", {512, 512}}};
     std::map<std::string, std::string, std::less<>> info{{"CFBundleShortVersionString", "1.0"}, {"CFBundleVersion", "1"}};
     const Image icon = MemoryImage::named("application icon");
+    const Words* spoken = &macWords();
+
+    [[nodiscard]] const Words& words() const override { return *spoken; }
 
     [[nodiscard]] std::optional<Picture> picture(std::string_view name) const override {
         const auto found = pictures.find(name);

@@ -11,11 +11,25 @@ protected:
 };
 
 TEST_P(ResourcesContract, ThePicturesOfTheWindowsAreThereInTheSizeInWhichTheyAreMeant) {
-    for (const char* name : {"explainer-collapsed", "explainer-expanded", "Ovin"}) {
+    std::vector<std::string> names{"Ovin"};
+    for (const GuidePiece& piece : resources().words().guide) {
+        if (piece.kind == GuidePiece::Kind::picture) names.push_back(piece.picture);
+    }
+    for (const std::string& name : names) {
         const auto picture = resources().picture(name);
         ASSERT_TRUE(picture.has_value()) << name;
         EXPECT_GT(picture->size.width, 0) << name;
         EXPECT_GT(picture->size.height, 0) << name;
+    }
+}
+
+TEST_P(ResourcesContract, EveryWindowAndAnswerHasItsWords) {
+    const Words& words = resources().words();
+    EXPECT_FALSE(words.guide.empty());
+    for (const GuidePiece& piece : words.guide) EXPECT_NE(piece.text, "");
+    for (const std::string& text : {words.introduction, words.aboutWidening, words.everythingIsDrawn, words.mirrored,
+                                    words.refused, words.withoutLayout.value_or("-"), words.emptyLedge}) {
+        EXPECT_NE(text, "");
     }
 }
 

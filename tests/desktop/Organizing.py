@@ -19,7 +19,7 @@ SERVER_KEY = "OvinOriginalDisplayServer"
 ORDER = os.path.join(os.path.dirname(SETTINGS), "menu-bar-order")  # the bar's own
 ORGANIZE = "Organize Menu Bar…"
 TITLE = "Organize your menu bar"
-REFUSED = "macOS refused the resolution change. Nothing was altered."
+REFUSED = "The resolution could not be changed. Nothing was altered."
 
 
 def place(output="DUMMY0"):

@@ -19,7 +19,7 @@ ARGUMENTS = sys.argv[1:4]
 
 from OvinTest import (BOUND, GUIDE_WAS_SHOWN, OVIN, SETTINGS, ApplicationTestCase, accessible, becomes,  # noqa: E402
                       descendant, main, run, setAccessibility)
-from Organizing import DISPLAY_KEY, MODE_KEY, TITLE, USUAL, isOnRecord, mode, readDefaults, show  # noqa: E402
+from Organizing import COUNT, DISPLAY_KEY, MODE_KEY, TITLE, USUAL, isOnRecord, mode, readDefaults, show, slots  # noqa: E402
 
 QUESTION = "How does this work?"
 LEFT_ALONE = "Ovin: a display of another session is widened; that session will restore it"
@@ -35,33 +35,73 @@ def record():
     return {key: value for key, value in readDefaults().items() if key.startswith("OvinOriginal")}
 
 
+def letTheBarBeRead():
+    setAccessibility(True)
+    if not becomes(lambda: len(slots()) >= COUNT):
+        raise AssertionError(f"{len(slots())} items in the bar")
+
+
 def beside():
     """What the second session does; its only output is the mode of its display in the end."""
-    setAccessibility(True)
     environment = dict(os.environ, XDG_CONFIG_HOME=SHARED)
-    if ROLE == "organizes":
-        environment["OVIN_TEST_ORGANIZE"] = "1"
-    ovin = subprocess.Popen([OVIN], env=environment, stderr=subprocess.PIPE, text=True)
-    if ROLE == "organizes":
-        becomes(lambda: mode() != USUAL)
-        ovin.kill()
-    else:
+    if ROLE == "starts":
+        ovin = startBeside(environment)
         # Ovin deals with the record before it can be asked to open the ledge.
         becomes(lambda: isNamed() and subprocess.run([OVIN], env=environment, timeout=BOUND, check=False).returncode == 0)
         ovin.terminate()
+    elif ROLE == "organizes":
+        letTheBarBeRead()
+        ovin = startBeside(environment, OVIN_TEST_ORGANIZE="1")
+        becomes(lambda: mode() != USUAL)
+        ovin.kill()
+    else:
+        ovin = loseTheBus(environment)
     # The same at its launch and at its end.
     print(mode(), *sorted(set(ovin.communicate(timeout=BOUND)[1].splitlines())), sep="|")
+
+
+def startBeside(environment, **more):
+    return subprocess.Popen([OVIN], env=dict(environment, **more), stderr=subprocess.PIPE, text=True)
+
+
+def loseTheBus(environment):
+    """Organizes on a bus that is not the desktop's, which would end with it, and ends that bus."""
+    bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True)
+    environment = dict(environment, DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip())
+    subprocess.run(["gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus", "--method",
+                    "org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled", "<true>"], env=environment,
+                   stdout=subprocess.DEVNULL, check=True)
+    for program in ([os.environ["OVIN_MENU_BAR_AGENT"]], [os.environ["OVIN_STATUS_ITEM"], "--items", str(COUNT)]):
+        subprocess.Popen(program, env=environment, stdout=subprocess.DEVNULL)
+
+    def organize():
+        """Until the bar can be read, organizing is refused."""
+        ovin = startBeside(environment, OVIN_TEST_ORGANIZE="1")
+        if becomes(lambda: mode() != USUAL, 3):
+            return ovin
+        ovin.kill()
+        ovin.wait(BOUND)
+        return None
+
+    ovin = None
+    while ovin is None:
+        ovin = organize()
+    bus.kill()
+    becomes(lambda: mode() == USUAL)
+    return ovin
 
 
 class Sessions(ApplicationTestCase):
     def setUp(self):
         super().setUp()
+        letTheBarBeRead()
         show("DUMMY0", "--mode", USUAL, "--primary")
         self.addCleanup(show, "DUMMY0", "--mode", USUAL)
 
     def runBeside(self, role):
         """A whole session of its own, with these settings; returns the mode that it ended in and what Ovin said in it."""
-        said = subprocess.run([os.path.join(ROOT, "desktop", "private-desktop"), "--bare", "--", sys.executable, "-B", HERE,
+        options = ["--bare"] if role == "losesItsBus" else ["--items", "60"]
+        said = subprocess.run([os.path.join(ROOT, "desktop", "private-desktop"), *options, "--", sys.executable, "-B", HERE,
                                "--beside", role, os.path.dirname(os.path.dirname(SETTINGS)), *ARGUMENTS],
                               stdout=subprocess.PIPE, text=True, timeout=10 * BOUND, check=True).stdout
         return said.strip().split("|")
@@ -95,6 +135,10 @@ class Sessions(ApplicationTestCase):
         ovin.wait(BOUND)
         self.organize()
 
+    def testTheEndOfTheSessionBusEndsOrganizing(self):
+        self.assertEqual(self.runBeside("losesItsBus")[0], USUAL)
+        self.assertFalse(isOnRecord())
+
     def testNumbersThatAnEarlierServerGaveMeanNothing(self):
         with open(SETTINGS, "a", encoding="utf-8") as file:
             file.write(f"{MODE_KEY}\ti\t95\n{DISPLAY_KEY}\ti\t78\n")
@@ -114,7 +158,6 @@ class Sessions(ApplicationTestCase):
 
         preview = self.startOvin(OVIN_TEST_ARRANGE_WINDOW="1")
         toggle(preview)
-        self.assertFalse(isNamed("org.kde.StatusNotifierWatcher"), "a preview takes other programs' items")
         preview.send_signal(signal.SIGSTOP)  # two cards could not be told apart
         ovin = self.organize()
         owed = record()

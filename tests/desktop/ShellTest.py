@@ -28,7 +28,7 @@ class TheStart(ApplicationTestCase):
     def testTheFirstStartShowsTheGuideAndTheSecondDoesNot(self):
         writeSettings()
         first = self.startShown()
-        self.assertTrue(becomes(lambda: isShown("Your menu bar is full.")), "there is no guide")
+        self.assertTrue(becomes(lambda: isShown("Some icons are out of sight.")), "there is no guide")
         self.assertIn(GUIDE_WAS_SHOWN, readSettings())
         first.terminate()
         self.assertEnds(first)

@@ -24,7 +24,7 @@ protected:
     }
 
     std::vector<Button> buttons(const std::vector<DiscoveredItem>& items) {
-        const View view = ledgeRow(world.text, items, EmptyLedge::stillLoading);
+        const View view = ledgeRow(world.text, items, "");
         const auto& outer = std::get<Stack>(view.content);
         EXPECT_EQ(outer.views.size(), 1u);
         std::vector<Button> result;
@@ -33,15 +33,10 @@ protected:
         }
         return result;
     }
-
-    Label message(EmptyLedge empty) {
-        const View view = ledgeRow(world.text, {}, empty);
-        return std::get<Label>(std::get<Stack>(view.content).views.at(0).content);
-    }
 };
 
 TEST_F(LedgeViewTest, TheRowHasItsInsetsAndSpacings) {
-    const View view = ledgeRow(world.text, {item("App", "", {}, {})}, EmptyLedge::stillLoading);
+    const View view = ledgeRow(world.text, {item("App", "", {}, {})}, "");
     const auto& outer = std::get<Stack>(view.content);
     EXPECT_EQ(outer.orientation, Stack::Orientation::horizontal);
     EXPECT_EQ(outer.alignment, Stack::Alignment::top);
@@ -52,10 +47,10 @@ TEST_F(LedgeViewTest, TheRowHasItsInsetsAndSpacings) {
     EXPECT_EQ(row.spacing, 4);
 }
 
-TEST_F(LedgeViewTest, AnEmptyLedgeSaysThatItIsLoadingOrThatEverythingFits) {
-    EXPECT_EQ(message(EmptyLedge::stillLoading), (Label{{{"Loading…", {}, Color{SystemColor::secondaryLabel}}}, {}}));
-    EXPECT_EQ(message(EmptyLedge::everythingFits),
-              (Label{{{"Every item fits in the menu bar", {}, Color{SystemColor::secondaryLabel}}}, {}}));
+TEST_F(LedgeViewTest, AnEmptyLedgeIsOneLineOfText) {
+    const View view = ledgeRow(world.text, {}, "Loading…");
+    EXPECT_EQ(std::get<Label>(std::get<Stack>(view.content).views.at(0).content),
+              (Label{{{"Loading…", {}, Color{SystemColor::secondaryLabel}}}, {}}));
 }
 
 TEST_F(LedgeViewTest, AnItemWithAnIconAndNoLabelIsASquareIcon) {
@@ -111,7 +106,7 @@ TEST_F(LedgeViewTest, TagsCountTheItems) {
 }
 
 TEST_F(LedgeViewTest, ARowThatFitsFillsTheBackground) {
-    const View row = ledgeRow(world.text, {}, EmptyLedge::stillLoading);
+    const View row = ledgeRow(world.text, {}, "");
     const LedgeContent content = ledgeContent(row, {1472, 40}, 1472);
     EXPECT_EQ(content.size, (Size{1472, 40}));
     const auto& background = std::get<MenuBackground>(content.view.content);
@@ -120,7 +115,7 @@ TEST_F(LedgeViewTest, ARowThatFitsFillsTheBackground) {
 }
 
 TEST_F(LedgeViewTest, AWiderRowScrollsAtExactlyTheMaximumWidth) {
-    const View row = ledgeRow(world.text, {}, EmptyLedge::stillLoading);
+    const View row = ledgeRow(world.text, {}, "");
     const LedgeContent content = ledgeContent(row, {1472.5, 40}, 1472);
     EXPECT_EQ(content.size, (Size{1472, 40}));
     const auto& scroll = std::get<ScrollView>(std::get<MenuBackground>(content.view.content).content->content);

@@ -181,6 +181,26 @@ TEST_F(ArrangeSessionTest, WithoutGeometryTheNeededWidthIs1960Points) {
     EXPECT_EQ(discoveryCount(), 0u);
 }
 
+TEST_F(ArrangeSessionTest, OnADesktopWhoseBarDoesNotTellItsLayoutNothingIsWidenedAndTheAnswerSaysWhy) {
+    world.resources.spoken = &desktopWords();
+    world.workspace.quit(MenuBarScene::agentPID);
+    begin();
+    world.time.runUntilIdle();
+    EXPECT_THAT(results, ElementsAre(BeginResult{Outcome::unavailable, *desktopWords().withoutLayout}));
+    EXPECT_EQ(world.displays.applyCount, 0);
+    EXPECT_FALSE(session->isActive());
+}
+
+TEST_F(ArrangeSessionTest, WhereNoDisplayCanSwitchItsModeTheAnswerSaysSo) {
+    world.resources.spoken = &desktopWords();
+    world.displays.areModesFixed = true;
+    scene.hide(items);
+    begin();
+    world.time.runUntilIdle();
+    EXPECT_THAT(results, ElementsAre(BeginResult{Outcome::unavailable, desktopWords().fixedModes}));
+    EXPECT_EQ(world.displays.applyCount, 0);
+}
+
 TEST_F(ArrangeSessionTest, TheUserWaitsForTheBeginningAndNotForTheCheck) {
     scene.hide(items);
     begin();

@@ -60,7 +60,7 @@ std::string warningText() {
 std::string farewellText() { return "Click Done when you’ve organized your items the way you want."; }
 
 TEST(ArrangeView, ItsTextsStandInOrderWordForWord) {
-    const View view = arrangeView(contentAt(1));
+    const View view = arrangeView(macWords(), contentAt(1));
     EXPECT_THAT(textsOf(stackOf(view)),
                 ElementsAre("Organize your menu bar", introductionText(), warningText(), "", "", farewellText(), "Done"));
     EXPECT_THAT(textsOf(stackOf(stackOf(view).views.at(3))), ElementsAre("", "How does this work?"));
@@ -77,7 +77,7 @@ TEST(ArrangeView, ItsTextsStandInOrderWordForWord) {
 TEST(ArrangeView, WithoutTheWarningTheRestStaysInOrder) {
     ArrangeContent content = contentAt(1);
     content.hasFitWarning = false;
-    EXPECT_THAT(textsOf(stackOf(arrangeView(content))),
+    EXPECT_THAT(textsOf(stackOf(arrangeView(macWords(), content))),
                 ElementsAre("Organize your menu bar", introductionText(), "", "", farewellText(), "Done"));
 }
 
@@ -99,7 +99,7 @@ TEST(ArrangeView, EveryGestureInATextIsSetOff) {
 class ScaledArrangeView : public testing::TestWithParam<double> {
 protected:
     const double s = GetParam();
-    const View view = arrangeView(contentAt(s));
+    const View view = arrangeView(macWords(), contentAt(s));
     const Stack& stack = stackOf(view);
     const Stack& header = stackOf(stack.views.at(3));
     const Stack& card = stackOf(stack.views.at(4));
@@ -205,29 +205,29 @@ INSTANTIATE_TEST_SUITE_P(Scales, ScaledArrangeView, testing::Values(1.0, 1.3, 2.
 TEST(ArrangeView, ACollapsedCardIsHiddenAndStaysWhereItIs) {
     ArrangeContent content = contentAt(1);
     content.isCardExpanded = false;
-    const View view = arrangeView(content);
+    const View view = arrangeView(macWords(), content);
     EXPECT_TRUE(stackOf(view).views.at(4).isHidden);
-    EXPECT_EQ(stackOf(stackOf(view).views.at(4)), stackOf(stackOf(arrangeView(contentAt(1))).views.at(4)));
+    EXPECT_EQ(stackOf(stackOf(view).views.at(4)), stackOf(stackOf(arrangeView(macWords(), contentAt(1))).views.at(4)));
     EXPECT_FALSE(std::get<DisclosureTriangle>(stackOf(stackOf(view).views.at(3)).views.at(0).content).isOn);
 }
 
 TEST(ArrangeView, AMissingPictureLeavesItsNeighboursInPlace) {
     ArrangeContent content = contentAt(1);
-    const Stack complete = stackOf(stackOf(arrangeView(content)).views.at(4));
+    const Stack complete = stackOf(stackOf(arrangeView(macWords(), content)).views.at(4));
     content.collapsedPicture.reset();
     Stack rest = complete;
     rest.views.erase(rest.views.begin() + 1);
-    EXPECT_EQ(stackOf(stackOf(arrangeView(content)).views.at(4)), rest);
+    EXPECT_EQ(stackOf(stackOf(arrangeView(macWords(), content)).views.at(4)), rest);
     content.expandedPicture.reset();
     rest.views.erase(rest.views.begin() + 2);
-    EXPECT_EQ(stackOf(stackOf(arrangeView(content)).views.at(4)), rest);
+    EXPECT_EQ(stackOf(stackOf(arrangeView(macWords(), content)).views.at(4)), rest);
 }
 
 TEST(ArrangeView, APictureWithoutWidthCountsAsMissing) {
     for (const double width : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
         ArrangeContent content = contentAt(1);
         content.collapsedPicture->size.width = width;
-        EXPECT_EQ(stackOf(stackOf(arrangeView(content)).views.at(4)).views.size(), 4u) << width;
+        EXPECT_EQ(stackOf(stackOf(arrangeView(macWords(), content)).views.at(4)).views.size(), 4u) << width;
     }
 }
 

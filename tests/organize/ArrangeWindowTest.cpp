@@ -35,7 +35,8 @@ protected:
 
     /// What the content ought to be.
     [[nodiscard]] View content(double scale, bool isExpanded, bool hasWarning) const {
-        return arrangeView({scale, isExpanded, hasWarning, world.resources.picture("explainer-collapsed"),
+        return arrangeView(world.resources.words(),
+                           {scale, isExpanded, hasWarning, world.resources.picture("explainer-collapsed"),
                             world.resources.picture("explainer-expanded")});
     }
     void expectShown(double scale, bool isExpanded, bool hasWarning) const {

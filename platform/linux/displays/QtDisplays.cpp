@@ -18,10 +18,7 @@ namespace {
 
 using Areas = std::map<DisplayID, Rect>;
 
-std::unique_ptr<XcbRandr> openServer() {
-    // Not in a Wayland session: its X server is there for old programs and does not drive the displays.
-    return QGuiApplication::platformName() == "xcb" ? XcbRandr::connect() : nullptr;
-}
+std::unique_ptr<XcbRandr> openServer() { return QGuiApplication::platformName() == "xcb" ? XcbRandr::connect() : nullptr; }
 
 /// Has no outputs when no server answers.
 RandrState currentState() {
@@ -173,6 +170,8 @@ std::vector<DisplayMode> QtDisplays::modes(DisplayID display) const {
     for (const auto& [mode, known] : modesOf(state, *outputOf(state, display))) result.push_back(known);
     return result;
 }
+
+bool QtDisplays::canSwitchModes() const { return !qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && openServer(); }
 
 bool QtDisplays::apply(std::int32_t mode, DisplayID display) {
     const auto server = openServer();

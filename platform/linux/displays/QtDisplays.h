@@ -33,6 +33,9 @@ public:
     [[nodiscard]] std::optional<DisplayMode> currentMode(DisplayID display) const override;
     [[nodiscard]] std::vector<DisplayMode> modes(DisplayID display) const override;
 
+    /// Not in a Wayland session: its X server is there for other programs and does not drive the displays.
+    [[nodiscard]] bool canSwitchModes() const override;
+
     /// Displays beside and below it move along. `bounds` follows when the event loop has run.
     [[nodiscard]] bool apply(std::int32_t mode, DisplayID display) override;
 

@@ -13,6 +13,7 @@ class QtResources final : public Resources {
 public:
     QtResources();
 
+    [[nodiscard]] const Words& words() const override { return desktopWords(); }
     [[nodiscard]] std::optional<Picture> picture(std::string_view name) const override;
     [[nodiscard]] Image applicationIcon() const override { return icon_; }
     /// `CFBundleName`, `CFBundleShortVersionString` and `CFBundleVersion`.

@@ -30,6 +30,8 @@ std::optional<Picture> load(std::string_view name) {
 
 class MacResources final : public Resources {
 public:
+    [[nodiscard]] const Words& words() const override { return macWords(); }
+
     [[nodiscard]] std::optional<Picture> picture(std::string_view name) const override {
         if (const auto found = pictures_.find(name); found != pictures_.end()) return found->second;
         auto picture = load(name);

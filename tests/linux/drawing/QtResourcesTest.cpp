@@ -43,23 +43,6 @@ TEST(QtResources, APictureHasTwoPixelsForEachPointAndIsEqualToItself) {
     EXPECT_TRUE(qtIcon(picture->image).availableSizes().contains(QSize(512, 512)));
 }
 
-TEST(QtResources, BothStatesOfTheExpanderAreExplainedInPicturesAsWideAsTheGuidesText) {
-    const QtResources resources;
-    const auto collapsed = resources.picture("explainer-collapsed");
-    const auto expanded = resources.picture("explainer-expanded");
-    ASSERT_TRUE(collapsed && expanded);
-    EXPECT_EQ(collapsed->size.width, 416);
-    EXPECT_EQ(expanded->size, collapsed->size);
-    const QSize pixels(832, static_cast<int>(2 * collapsed->size.height));
-    const QImage one = qtIcon(collapsed->image).pixmap(pixels).toImage();
-    const QImage other = qtIcon(expanded->image).pixmap(pixels).toImage();
-    EXPECT_EQ(one.size(), pixels);
-    EXPECT_NE(one, other);
-    EXPECT_EQ(one.pixelColor(0, 0).alpha(), 0) << "the corners are round";
-    // The clock's part is the same.
-    EXPECT_EQ(one.copy(680, 0, 152, pixels.height()), other.copy(680, 0, 152, pixels.height()));
-}
-
 TEST(QtResources, APictureThatIsMissingIsNone) {
     const QtResources resources;
     for (const char* name : {"no-such-picture", "", "../icon/16", "../pictures/Ovin", "Ovin.png"}) {

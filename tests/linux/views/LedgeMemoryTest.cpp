@@ -64,7 +64,7 @@ std::vector<DiscoveredItem> items(int count) {
 
 /// Opens a ledge with these items, lets it be painted, and closes it.
 void open(QtWindows& windows, const std::vector<DiscoveredItem>& items) {
-    View row = ledgeRow(IcuText(), items, EmptyLedge::everythingFits);
+    View row = ledgeRow(IcuText(), items, "");
     const Size size = windows.fittingSize(row);
     const LedgeContent content = ledgeContent(std::move(row), size, widestLedge);
     auto panel = windows.makeLedgePanel();

@@ -41,7 +41,7 @@ TEST_F(QtViewsTest, EveryKindOfLedgeReadsBackAsItWasShown) {
     const std::vector<DiscoveredItem> items{item("App", icon, {}), item("App", icon, "Label"), item("App", {}, "Label"),
                                             item("App", {}, {}), item("<b>&amp;", {}, "<i>&x")};
     for (const auto& shown : {items, {}}) {
-        const View row = ledgeRow(world.text, shown, EmptyLedge::everythingFits);
+        const View row = ledgeRow(world.text, shown, "");
         for (const double width : {40.0, 2000.0}) {
             const View view = ledgeContent(row, QtWindows().fittingSize(row), width).view;
             EXPECT_EQ(differencesWhileShown(view), std::vector<std::string>());
@@ -61,25 +61,25 @@ TEST_F(QtViewsTest, AVerticalStackAndAParagraphReadBackAsTheyWereShown) {
 }
 
 TEST_F(QtViewsTest, AChangedWidgetReadsBackDifferently) {
-    const View row = ledgeRow(world.text, {item("App", {}, "Label")}, EmptyLedge::everythingFits);
+    const View row = ledgeRow(world.text, {item("App", {}, "Label")}, "");
     const std::unique_ptr<QWidget> widget(makeWidget(row, {}));
     widget->findChild<ItemButton*>()->setText("Other");
     EXPECT_FALSE(differences(*widget, row).empty());
 }
 
 TEST_F(QtViewsTest, ButtonsAreAsLargeAsTheySay) {
-    const View row = ledgeRow(world.text, {item("App", icon, {})}, EmptyLedge::everythingFits);
+    const View row = ledgeRow(world.text, {item("App", icon, {})}, "");
     EXPECT_EQ(QtWindows().fittingSize(row), (Size{28 + 20, 28 + 12}));
 }
 
 TEST_F(QtViewsTest, EveryButtonIsCalledByItsToolTip) {
-    const View row = ledgeRow(world.text, {item("<b>App</b>", icon, {})}, EmptyLedge::everythingFits);
+    const View row = ledgeRow(world.text, {item("<b>App</b>", icon, {})}, "");
     const std::unique_ptr<QWidget> widget(makeWidget(row, {}));
     EXPECT_EQ(widget->findChild<ItemButton*>()->accessibleName(), "<b>App</b> — Title");
 }
 
 TEST_F(QtViewsTest, AClickDeliversTheTagEvenWhenTheHandlerDeletesTheButton) {
-    const View row = ledgeRow(world.text, std::vector(3, item("App", icon, {})), EmptyLedge::everythingFits);
+    const View row = ledgeRow(world.text, std::vector(3, item("App", icon, {})), "");
     std::unique_ptr<QWidget> widget;
     int clicked = -1;
     widget.reset(makeWidget(row, [&](int tag) {
@@ -101,7 +101,7 @@ TEST_F(QtViewsTest, AnIconThatCannotBeReadIsReplacedByAGenericOne) {
     for (const std::string& name :
          {file.fileName().toStdString(), std::string("/nowhere.png"), std::string("no-such-icon")}) {
         const Image image(std::make_shared<NamedIcon>(name));
-        const View row = ledgeRow(world.text, {item("App", image, {})}, EmptyLedge::everythingFits);
+        const View row = ledgeRow(world.text, {item("App", image, {})}, "");
         EXPECT_EQ(differencesWhileShown(row), std::vector<std::string>()) << name;
     }
 }

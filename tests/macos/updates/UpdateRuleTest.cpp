@@ -14,6 +14,7 @@ public:
     explicit Bundle(std::map<std::string, std::string, std::less<>> texts) : texts_(std::move(texts)) {}
 
     [[nodiscard]] std::optional<Picture> picture(std::string_view) const override { return std::nullopt; }
+    [[nodiscard]] const Words& words() const override { return macWords(); }
     [[nodiscard]] Image applicationIcon() const override { return Image(std::make_shared<Image::Content>()); }
     [[nodiscard]] std::optional<std::string> infoString(std::string_view key) const override {
         const auto found = texts_.find(key);
