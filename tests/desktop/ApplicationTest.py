@@ -31,11 +31,18 @@ class TheLedge(ApplicationTestCase):
         return self.items[int(re.match(r"App (\d+) — Item \1$", button.get_name())[1]) - 1]
 
     def testOthersReadItsButtonsAndPressThem(self):
-        self.openLedge(self.ovin)
-        found = buttonsOf("Ovin")
+        def openWhole():
+            self.openLedge(self.ovin)
+            found = buttonsOf("Ovin")
+            if all(re.match(r"App (\d\d) — Item \1$", button.get_name()) for button in found):
+                return found
+            # A title that was not told in time is missing until the next opening.
+            click(*awaited(self.slot))
+            self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)))
+            return None
+
+        found = awaited(openWhole)
         self.assertGreater(len(found), 3)
-        for button in found:
-            self.assertRegex(button.get_name(), r"^App (\d\d) — Item \1$")
         item = self.itemOf(found[1])
         press(found[1])
         self.assertTrue(becomes(lambda: item.events() == ["activate"]), item.lines())
