@@ -194,6 +194,15 @@ class TheScreen(PrivateDesktopTestCase):
         listed = Desktop(self, "--bare").run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").stdout
         self.assertIn("window id", listed)
 
+    def testItCanDoWithoutAWindowManager(self):
+        listed = Desktop(self, "--bare", "--no-window-manager").run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").stdout
+        self.assertNotIn("window id", listed)
+
+    def testItHasOpenGLWhereAskedTo(self):
+        for options, has in (([], False), (["--gl"], True)):
+            extensions = Desktop(self, "--bare", *options).run("xdpyinfo").stdout
+            self.assertEqual("GLX" in extensions.split(), has)
+
     @unittest.skipUnless(shutil.which("Xephyr"), "Xephyr is missing")
     def testItCanBeAWindowOfAnotherDesktop(self):
         outer = Desktop(self, "--bare")
