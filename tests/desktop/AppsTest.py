@@ -11,11 +11,34 @@ import subprocess
 import time
 import unittest
 
-from DesktopTest import BOUND, becomes, isAlive, main, ovinItems, pidOf, setAccessibility
+from DesktopTest import BOUND, OVIN_ITEMS, becomes, isAlive, main, ovinItems, pidOf, setAccessibility
 
 # Their commands, and their names in their desktop entries.
-PROGRAMS = {"copyq": "CopyQ", "flameshot": "Flameshot", "qbittorrent": "qBittorrent", "pasystray": "PulseAudio System Tray",
-            "psensor": "Psensor"}
+PROGRAMS = {
+    "copyq": "CopyQ",
+    "diodon": "Diodon",
+    "fcitx5": "Fcitx 5",
+    "flameshot": "Flameshot",
+    "keepassxc": "KeePassXC",
+    "pasystray": "PulseAudio System Tray",
+    "psensor": "Psensor",
+    "qbittorrent": "qBittorrent",
+    "qlipper": "Qlipper",
+    "redshift-gtk -l 0:0 -m dummy": "Redshift",
+    "remmina --icon": "remmina",  # its entry starts it by way of a script
+    "solaar --window=hide": "Solaar",
+    "transmission-gtk --minimized": "Transmission",
+    "transmission-qt --minimized": "Transmission (Qt)",
+    "xpad": "Xpad",
+}
+# Those that an interpreter runs.
+INTERPRETED = {"Redshift", "Solaar"}
+# What some of them want to be told before they show an item, as files of their own.
+SETTINGS = {
+    "keepassxc/keepassxc.ini": "[General]\nUpdateCheckMessageShown=true\n[GUI]\nShowTrayIcon=true\nCheckForUpdates=false\n",
+    "qBittorrent/qBittorrent.conf": "[LegalNotice]\nAccepted=true\n",  # it asks otherwise, before it does anything else
+    "transmission/settings.json": '{"show-notification-area-icon": true, "user-has-given-informed-consent": true}\n',
+}
 STARTING = 60.0  # seconds, on a machine that has other things to do
 
 
@@ -32,12 +55,13 @@ class ProgramsOfOthers(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         setAccessibility(True)
-        folder = os.path.join(os.environ["XDG_CONFIG_HOME"], "qBittorrent")
-        os.makedirs(folder)
-        with open(os.path.join(folder, "qBittorrent.conf"), "w", encoding="utf-8") as file:
-            file.write("[LegalNotice]\nAccepted=true\n")  # it asks otherwise, before it does anything else
+        for name, content in SETTINGS.items():
+            path = os.path.join(os.environ["XDG_CONFIG_HOME"], name)
+            os.makedirs(os.path.dirname(path))
+            with open(path, "w", encoding="utf-8") as file:
+                file.write(content)
         with open(os.path.join(os.environ["OVIN_DESKTOP_DIR"], "logs", "programs"), "wb") as log:
-            cls.programs = [subprocess.Popen([name], stdout=log, stderr=log) for name in PROGRAMS]
+            cls.programs = [subprocess.Popen(command.split(), stdout=log, stderr=log) for command in PROGRAMS]
 
     @classmethod
     def tearDownClass(cls):
@@ -46,8 +70,11 @@ class ProgramsOfOthers(unittest.TestCase):
             program.wait(BOUND)
 
     def assertFindsAll(self):
-        names = sorted(PROGRAMS.values(), key=str.lower)
-        self.assertTrue(becomes(lambda: found() == names, STARTING), found())
+        def findsAll():
+            names = found() or []
+            return len(names) == len(PROGRAMS) and set(PROGRAMS.values()) - INTERPRETED <= set(names)
+
+        self.assertTrue(becomes(findsAll, STARTING), found())
 
     # The names of the methods are in the order in which they run.
 
@@ -56,17 +83,26 @@ class ProgramsOfOthers(unittest.TestCase):
         time.sleep(1)  # one of them takes its item back and registers it again
         self.assertFindsAll()
 
-    def test2NoneIsFoundWhereTheBarDrawsAll(self):
-        show("1440x900")
-        self.assertTrue(becomes(lambda: found() == []), found())
+    # Known to fail: they have the interpreter's name.
+    @unittest.expectedFailure
+    def test2ProgramsThatAnInterpreterRunsHaveTheirOwnNames(self):
+        self.assertLessEqual(INTERPRETED, set(found()))
 
-    def test3AllAreFoundWithoutABar(self):
+    def test3OneThatHidesIsFoundAloneWhereTheBarDrawsAll(self):
+        show("1440x900")
+        self.assertTrue(becomes(lambda: len(found() or PROGRAMS) == 1), found())  # without a device solaar has nothing to show
+
+    def test4AllAreFoundWithoutABar(self):
         agent = pidOf("menu bar agent")
         os.kill(agent, signal.SIGKILL)
         self.assertTrue(becomes(lambda: not isAlive(agent)))
+        # A watcher that stays, as Ovin does: some take longer to register than a look lasts.
+        watcher = subprocess.Popen([OVIN_ITEMS, "--stay"], stdout=subprocess.DEVNULL)
+        self.addClassCleanup(watcher.wait, BOUND)
+        self.addClassCleanup(watcher.kill)
         self.assertFindsAll()
 
-    def test4APressOpensTheWindow(self):
+    def test5APressOpensTheWindow(self):
         window = lambda: subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "copyq"], capture_output=True,
                                         timeout=BOUND, check=False).stdout
         self.assertEqual(window(), b"")
