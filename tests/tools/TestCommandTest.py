@@ -19,7 +19,8 @@ class TestCommand(unittest.TestCase):
         result = run("--help")
         self.assertEqual(result.returncode, 0)
         self.assertTrue(result.stdout.startswith("Usage: ./test"), result.stdout)
-        self.assertIn("--with-apps", result.stdout)
+        for option in ("--with-apps", "--with-desktops"):
+            self.assertIn(option, result.stdout)
         self.assertNotIn("Packages ...", result.stdout)
 
     def test_an_unknown_option_is_refused_and_nothing_is_run(self):
