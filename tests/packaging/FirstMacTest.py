@@ -162,7 +162,7 @@ class FirstMac(unittest.TestCase):
 
     def testWhatThisMacCannotShowIsNotTried(self):
         for fault, row, reason in (("no scripts", "appearance", "Apple events"), ("no log", "log", "cannot be read"),
-                                   ("no log", "constraints", "cannot be read"),
+                                   ("", "constraints", "No other row"),
                                    (first_mac_tools.NO_TRUST, "item", "Ovin may not"),
                                    (first_mac_tools.NO_TRUST, "launches", "Ovin may not")):
             with self.subTest(row=row):
@@ -170,6 +170,9 @@ class FirstMac(unittest.TestCase):
                 self.assertEqual(mac.run("--only", row, fault=fault, patience=IMPATIENT)[0], 0)
                 self.assertEqual(mac.results()[row][0], "not tried")
                 self.assertIn(reason, mac.results()[row][1])
+        mac = self.mac("no log")
+        self.assertEqual(mac.run("--only", "about", "constraints", fault="no log")[0], 0)
+        self.assertIn("cannot be read", mac.results()["constraints"][1])
         mac = self.mac(widest=1440)
         self.assertEqual(mac.run("--only", "organize")[0], 0)
         self.assertIn("wider than its 1440 points", mac.results()["organize"][1])

@@ -341,7 +341,8 @@ def hand(words):
                 os.kill(int(pid), signal.SIGKILL)
             found = True
         elif name == "tree":
-            found = tree(now["ovin"][rest[0]], now) if rest[0] in now["ovin"] else []
+            found = tree(now["ovin"][rest[0]], now) if rest[0] in now["ovin"] else \
+                [element(1, "AXMenuBarItem", title) for title in now["items"].get(rest[0], [])]
         elif name == "press":
             found = press(rest, now)
         elif name == "click":

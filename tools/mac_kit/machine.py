@@ -31,13 +31,13 @@ class Mac:
         self.logs, self.pictures = [], []
         self.first = None  # What there was to look at before anything was tried.
 
-    def run(self, *command, **more):
+    def run(self, *command):
         """What it prints is kept beside the page."""
         with open(self.command_log, "a", encoding="utf-8") as log:
             log.write(f"$ {' '.join(command)}\n")
             try:
                 done = subprocess.run(command, cwd=self.root, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                      stderr=subprocess.STDOUT, text=True, errors="replace", check=False, **more)
+                                      stderr=subprocess.STDOUT, text=True, errors="replace", check=False)
             except OSError as error:
                 raise Failed(str(error)) from error
             log.write(done.stdout)
@@ -95,12 +95,18 @@ class Mac:
     def items(self, count=60):
         """A program with as many status items, in Program.lines the number of each that is pressed."""
         words = [os.path.join(self.tests, "contract", "mac-status-item")]
-        return Program(self, words + [f"Kit item {i:02}" for i in range(count)], {})
+        program = Program(self, words + [f"Kit item {i:02}" for i in range(count)], {})
+        # An Ovin that starts before them would find that everything fits.
+        self.wait(f"{count} items", lambda: len(self.items_of(program.pid)) >= count)
+        return program
+
+    def items_of(self, pid):
+        return [one for one in self.hand("tree", pid) if one["role"] == "AXMenuBarItem"]
 
     def wait_for_opened(self):
         """For the item of a program that Launch Services have started. Whether it has no Dock icon."""
         pid, is_accessory = self.wait("a running program", lambda: self.hand("apps", IDENTIFIER))[0]
-        self.wait("its item", lambda: any(one["role"] == "AXMenuBarItem" for one in self.hand("tree", pid)))
+        self.wait("its item", lambda: self.items_of(pid))
         return is_accessory
 
     def end_opened(self):
@@ -110,12 +116,16 @@ class Mac:
     def click(self, button, place):
         self.hand("click", button, round(place[0]), round(place[1]))
 
-    def take_picture(self, name, frame):
-        """Returns how bright it is."""
-        path = os.path.join(self.output, name + ".png")
-        self.must("screencapture", "-x", "-R", ",".join(str(round(number)) for number in frame), path)
+    def take_picture(self, name, frame, is_right=lambda shade: True):
+        """Takes it anew until it is right, because programs draw some time after the appearance has changed, or until patience
+        ends. Returns how bright it is."""
+        path, end = os.path.join(self.output, name + ".png"), time.monotonic() + self.patience
         self.pictures.append(name + ".png")
-        return self.hand("shade", path)
+        while True:
+            self.must("screencapture", "-x", "-R", ",".join(str(round(number)) for number in frame), path)
+            shade = self.hand("shade", path)
+            if is_right(shade) or time.monotonic() > end:
+                return shade
 
     def set_dark(self, dark):
         self.must(*dark_mode(dark))
@@ -234,7 +244,7 @@ class Ovin(Program):
     def item(self):
         """Where the middle of its status item is."""
         def look():
-            return next((one for one in self.tree() if one["role"] == "AXMenuBarItem" and one["frame"]), None)
+            return next((one for one in self.mac.items_of(self.pid) if one["frame"]), None)
         x, y, width, height = self.mac.wait("a status item", look)["frame"]
         return x + width / 2, y + height / 2
 
