@@ -179,7 +179,8 @@ id end(const std::string& identifier) {
 
 void post(CGEventRef event, CGEventFlags flags) {
     const auto owned = Reference<CGEventRef>::adopt(event);
-    if (flags != 0) CGEventSetFlags(event, flags);
+    // Also where there are none: it would be taken for one with the keys that are held down.
+    CGEventSetFlags(event, flags);
     CGEventPost(kCGHIDEventTap, event);
     // What is posted together may be taken for one, and what is posted last is lost if the program ends at once.
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
