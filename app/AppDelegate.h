@@ -25,8 +25,8 @@ public:
     /// To be called before the process ends, whatever ends it: puts a widened display back.
     void applicationWillTerminate();
 
-    /// Somebody has started the application a second time: its ledge opens. Where one window is shown alone, the application
-    /// starts, because systems start no second process of a program.
+    /// Somebody has started the application a second time: its ledge opens. A preview becomes the application, because a
+    /// system that tells it of the start has started no other process.
     void openLedge();
 
     /// Somebody has told the application to do something. Does nothing while one window is shown alone.

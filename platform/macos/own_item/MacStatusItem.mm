@@ -56,7 +56,7 @@ ovin::StatusItemClick currentClick() {
 
 - (void)clicked:(id)sender {
     (void)sender;
-    // Systems may tell of the click that opens the menu as of the user's own, which would open the menu again.
+    // Some systems may send this action for the click below that opens the menu, and the handler would open it again.
     if (_isShowingMenu) return;
     // A copy, because the handler may be replaced while it runs.
     if (const ClickHandler handler = self.handler) ovin::callBack([&] { handler(currentClick()); });
@@ -71,7 +71,7 @@ ovin::StatusItemClick currentClick() {
     item.menu = menu;
     [button performClick:nil];
     item.menu = nil;
-    // Systems may have no menu come of that click.
+    // On some systems that click may open no menu.
     if (!_hasOpenedMenu && button != nil) {
         [menu popUpMenuPositioningItem:nil atLocation:NSMakePoint(0, NSMaxY(button.bounds)) inView:button];
     }

@@ -14,9 +14,9 @@ struct ApplicationEvents {
     std::function<void()> didFinishLaunching;
     /// The process is about to end; called once, whatever ends it but a crash or SIGKILL.
     std::function<void()> willTerminate;
-    /// The user has started the application while it runs. Launch Services start a bundle once, and tell the program that
-    /// runs from it of further starts. Nothing else keeps to one program: a second one that asked the first and ended would
-    /// leave none where the first is about to end. One that is started past Launch Services runs beside the first.
+    /// The user has started the application while it runs: Launch Services start a bundle once, and tell its process of
+    /// further starts. A process that is started past them is not told of, and runs beside the first: if it gave way to one
+    /// that is about to end, none would be left.
     std::function<void()> openAgain;
 };
 

@@ -123,7 +123,9 @@ TEST_F(MacStatusItemTest, ItShowsImagesAndSymbolsWithoutATitle) {
     EXPECT_EQ(toString(button().image.accessibilityDescription), "Done");
 }
 
-TEST_F(MacStatusItemTest, ItHasAMenuOnlyWhileThatIsOpen) {
+TEST_F(MacStatusItemTest, ItHasAMenuOnlyWhileThatIsOpenAndTellsOfNoClickMeanwhile) {
+    int clicks = 0;
+    item->onClick([&](StatusItemClick) { ++clicks; });
     __block NSMenu* open = nil;
     NSStatusItem* shown = native();
     const id<NSObject> observer = [NSNotificationCenter.defaultCenter addObserverForName:NSMenuDidBeginTrackingNotification
@@ -131,12 +133,16 @@ TEST_F(MacStatusItemTest, ItHasAMenuOnlyWhileThatIsOpen) {
                                                                                    queue:nil
                                                                               usingBlock:^(NSNotification* opening) {
                                                                                 open = opening.object;
+                                                                                press();
                                                                               }];
     user.willChoose("Entry");
     item->showMenu(menuOf("Entry"));
     [NSNotificationCenter.defaultCenter removeObserver:observer];
     EXPECT_EQ(toString([open itemAtIndex:0].title), "Entry");
     EXPECT_EQ(shown.menu, nil);
+    EXPECT_EQ(clicks, 0);
+    press();
+    EXPECT_EQ(clicks, 1);
 }
 
 TEST_F(MacStatusItemTest, AnItemThatIsGoneCallsNobody) {
