@@ -64,7 +64,7 @@ int run(QApplication& application, TerminationSignal& termination) {
     ColorScheme scheme(bus, colorChoice(application));
     StatusNotifierHost host(bus, orderFile());
     QtMainQueue mainQueue;
-    const StatusNotifierWatcher watcher(bus, mainQueue, WatcherClaim::Begin::atOnce);
+    const StatusNotifierWatcher watcher(bus, mainQueue, WatcherClaim::Begin::asBar);
     if (!watcher.isOwner()) qWarning("Another program is the watcher of the status items; showing its items");
     ActiveApplication active;
     MinuteClock clock;

@@ -18,8 +18,9 @@ WatcherClaim::WatcherClaim(MainQueue& queue, std::string self, Steps steps)
 
 void WatcherClaim::begin(const std::string& owner, Begin begin) {
     owner_ = owner;
+    isBar_ = begin == Begin::asBar;
     if (!owner_.empty()) return;
-    begin == Begin::atOnce ? takeNow() : takeAfterGrace();
+    begin == Begin::afterGrace ? takeAfterGrace() : takeNow();
 }
 
 void WatcherClaim::ownerChanged(const std::string& owner) {
@@ -33,7 +34,7 @@ void WatcherClaim::ownerChanged(const std::string& owner) {
 
 void WatcherClaim::barMayCome() {
     // A look that is near is not put off, so that a busy bus does not put it off for ever.
-    if (!isOwner() || (timer_ && looks_ == 0)) return;
+    if (isBar_ || !isOwner() || (timer_ && looks_ == 0)) return;
     looks_ = 0;
     lookLater();
 }

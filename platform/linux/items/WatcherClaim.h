@@ -22,8 +22,9 @@ public:
     /// How long the name must have been free before this program takes it.
     static constexpr std::chrono::seconds grace{3};
 
-    /// When a free name is taken for the first time.
-    enum class Begin { afterGrace, atOnce };
+    /// When a free name is taken for the first time. A bar takes it at once and keeps it from those who wait: it is replaced
+    /// only by those who ask for that.
+    enum class Begin { afterGrace, atOnce, asBar };
 
     /// What is done on the bus.
     struct Steps {
@@ -70,6 +71,7 @@ private:
     /// Of the grace while the name is free, and of the next look at the queue while this program owns it.
     std::unique_ptr<MainQueue::Timer> timer_;
     std::size_t looks_ = 0;
+    bool isBar_ = false;
 };
 
 }  // namespace ovin

@@ -71,6 +71,15 @@ TEST_F(WatcherClaimTest, AProgramThatLooksOnceTakesItAtOnce) {
     EXPECT_EQ(owner, "ovin");
 }
 
+TEST_F(WatcherClaimTest, ABarTakesItAtOnceAndNeverLooksWhoWaits) {
+    waiting = "other";
+    begin(WatcherClaim::Begin::asBar);
+    claim.barMayCome();
+    time.runUntilIdle();
+    EXPECT_EQ(owner, "ovin");
+    EXPECT_EQ(looks, 0);
+}
+
 TEST_F(WatcherClaimTest, ABarThatStartsInTheGraceKeepsTheName) {
     begin();
     time.advance(2s);
