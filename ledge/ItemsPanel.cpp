@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "discovery/ItemProvider.h"
+#include "ledge/LedgePlace.h"
 #include "ledge/LedgeView.h"
 
 namespace ovin {
@@ -18,8 +19,6 @@ constexpr auto clickDuration = 500ms;
 
 /// What stays free of the visible width beside the widest ledge.
 constexpr double sideMargin = 40;
-constexpr double distanceFromRight = 8;
-constexpr double distanceFromMenuBar = 6;
 
 std::vector<std::string> identities(const std::vector<DiscoveredItem>& items) {
     std::vector<std::string> result;
@@ -82,7 +81,7 @@ void ItemsPanel::present() {
         hasRefreshedOnce_ ? std::string_view(platform_.resources.words().emptyLedge) : "Loading…";
     const auto menuIcon = showMenu_ ? std::optional(platform_.resources.applicationIcon()) : std::nullopt;
     View row = ledgeRow(platform_.text, cachedItems_, whenEmpty, menuIcon);
-    const double maximumWidth = screen_->visibleFrame.size.width - sideMargin;
+    const double maximumWidth = ledgeRoom(*screen_).size.width - sideMargin;
     const Size fittingSize = platform_.windows.fittingSize(row);
     const LedgeContent content = ledgeContent(std::move(row), fittingSize, maximumWidth);
     host(content.view, content.size);
@@ -90,11 +89,8 @@ void ItemsPanel::present() {
 
 void ItemsPanel::host(const View& content, Size size) {
     if (!panel_) panel_ = platform_.windows.makeLedgePanel();
-    const Rect& screen = screen_->frame;
-    const double right = screen.origin.x + screen.size.width - distanceFromRight;
-    const double top = screen_->visibleFrame.origin.y + distanceFromMenuBar;
     // A click is for the item that its button showed, also when the list has changed before the click is told of.
-    panel_->show(content, {{right - size.width, top}, size}, [weak = weak_from_this(), shown = cachedItems_](int tag) {
+    panel_->show(content, {ledgeOrigin(*screen_, size), size}, [weak = weak_from_this(), shown = cachedItems_](int tag) {
         const auto self = weak.lock();
         if (self && tag == ledgeMenuTag) return self->menuClicked();
         if (self && tag >= 0 && static_cast<std::size_t>(tag) < shown.size()) {

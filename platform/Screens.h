@@ -9,11 +9,27 @@
 
 namespace ovin {
 
+/// Where a bar was clicked, in global coordinates.
+struct BarPlace {
+    enum class Edge { top, bottom, left, right };
+
+    /// The edge of the screen that the bar is at.
+    Edge edge = Edge::top;
+    /// The bar itself. It may lie within the visible frame of its screen, because some bars reserve no room.
+    Rect frame;
+    Point clicked;
+
+    friend bool operator==(const BarPlace&, const BarPlace&) = default;
+};
+
 /// A screen at one moment, in global coordinates: the origin at the top left of the main display, y growing downwards.
 struct Screen {
     Rect frame;
     /// The frame without the menu bar and docks.
     Rect visibleFrame;
+    /// Of the screen of a status item: the bar that has the item. Nothing where bars are always the system's menu bar, and
+    /// where it is not known.
+    std::optional<BarPlace> bar = std::nullopt;
 
     friend bool operator==(const Screen&, const Screen&) = default;
 };

@@ -135,6 +135,75 @@ class TheLedge(ApplicationTestCase):
         self.assertTrue(becomes(lambda: first() == before), (before, first()))
 
 
+class TheLedgesPlace(ApplicationTestCase):
+    """Beside bars that others wrote: a window with the properties of one, and a click as such a bar reports it."""
+
+    def setUp(self):
+        super().setUp()
+        self.ovin = self.startShown()
+        self.startItem("--name", "App", "--title", "Item", "--pixmap", "#c01090")
+
+    def startBar(self, x, y, width, height, strut):
+        program = subprocess.Popen(["xev", "-name", "Foreign bar", "-geometry", f"{width}x{height}+{x}+{y}", "-event", "focus"],
+                                   stdout=subprocess.DEVNULL)
+        self.addCleanup(program.wait, BOUND)
+        self.addCleanup(program.kill)
+        window, = awaited(lambda: run("xdotool", "search", "--onlyvisible", "--name", "Foreign bar").stdout.split())
+        # A window manager looks at the type of a window when the window is shown.
+        run("xdotool", "windowunmap", "--sync", window)
+        run("xprop", "-id", window, "-f", "_NET_WM_WINDOW_TYPE", "32a", "-set", "_NET_WM_WINDOW_TYPE",
+            "_NET_WM_WINDOW_TYPE_DOCK")
+        run("xprop", "-id", window, "-f", "_NET_WM_STRUT_PARTIAL", "32c", "-set", "_NET_WM_STRUT_PARTIAL",
+            ",".join(map(str, strut)))
+        run("xdotool", "windowmap", "--sync", window, "windowmove", "--sync", window, str(x), str(y))
+        self.assertTrue(becomes(lambda: geometry(window) == (x, y, width, height)), geometry(window))
+
+    def clickIn(self, x, y):
+        """The place of the ledge after the item was clicked in a bar."""
+        run("xdotool", "mousemove", str(x), str(y))
+        items = run("gdbus", "call", "--session", "--dest", "org.kde.StatusNotifierWatcher", "--object-path",
+                    "/StatusNotifierWatcher", "--method", "org.freedesktop.DBus.Properties.Get",
+                    "org.kde.StatusNotifierWatcher", "RegisteredStatusNotifierItems").stdout
+        for service, path in re.findall(r"'([^'/@]+)@?(/[^']+)'", items):
+            item = ("gdbus", "call", "--session", "--dest", service, "--object-path", path, "--method")
+            if "Ovin.Control" in run(*item, "org.freedesktop.DBus.Properties.Get", "org.kde.StatusNotifierItem", "Id").stdout:
+                run(*item, "org.kde.StatusNotifierItem.Activate", str(x), str(y))
+        return geometry(awaited(lambda: windowsOf(self.ovin.pid))[0])
+
+    def testItStandsAboveABarAtTheBottom(self):
+        self.startBar(0, 820, 1440, 80, (0, 0, 0, 80, 0, 0, 0, 0, 0, 0, 0, 1439))
+        x, y, width, height = self.clickIn(500, 885)
+        self.assertEqual(y + height, 820 - 6)
+        self.assertAlmostEqual(x + width / 2, 500, delta=1)
+
+    def testItStandsBesideABarAtTheSide(self):
+        self.startBar(0, 28, 80, 872, (80, 0, 0, 0, 28, 899, 0, 0, 0, 0, 0, 0))
+        x, y, _, height = self.clickIn(25, 400)
+        self.assertEqual(x, 80 + 6)
+        self.assertAlmostEqual(y + height / 2, 400, delta=1)
+
+    def testItCoversNoBarThatReservesNothing(self):
+        self.startBar(200, 820, 700, 80, (0,) * 12)
+        _, y, _, height = self.clickIn(880, 880)
+        self.assertEqual(y + height, 820 - 6)
+
+    def testWithTwoScreensItStandsAtTheBarOfItsOwn(self):
+        run("xrandr")
+        run("xrandr", "--addmode", "DUMMY1", "1920x1080")
+        run("xrandr", "--output", "DUMMY1", "--mode", "1920x1080", "--right-of", "DUMMY0")
+        self.addCleanup(run, "xrandr", "--output", "DUMMY1", "--off")
+        # The first screen ends 180 pixels above the lower edge of the X screen, from which the bar's room is measured.
+        self.startBar(0, 820, 1440, 80, (0, 0, 0, 260, 0, 0, 0, 0, 0, 0, 0, 1439))
+        x, y, width, height = self.clickIn(1400, 885)
+        self.assertEqual((x + width, y + height), (1440 - 8, 820 - 6))
+        click(500, 500)
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)))
+        time.sleep(0.6)  # a click on the item right after such a press counts as the same one
+        click(*awaited(self.slot))
+        self.assertTrue(becomes(lambda: self.isOpen(self.ovin)))
+        self.assertEqual(geometry(windowsOf(self.ovin.pid)[0])[1], BAR_HEIGHT + 6)
+
+
 class TheStatusItem(ApplicationTestCase):
     def setUp(self):
         super().setUp()

@@ -4,17 +4,71 @@
 #include <QScreen>
 #include <utility>
 
+#include "platform/linux/displays/XcbDocks.h"
+#include "platform/linux/system/WaylandSession.h"
+
 namespace ovin {
 namespace {
 
-Rect rectOf(const QRect& rect) {
-    return {{static_cast<double>(rect.x()), static_cast<double>(rect.y())},
-            {static_cast<double>(rect.width()), static_cast<double>(rect.height())}};
+/// How much of a Wayland session's screen a bar may take at the top. The X server of such a session knows nothing of it.
+constexpr double unknownBar = 48;
+
+Rect rectOf(const QRectF& rect) { return {{rect.x(), rect.y()}, {rect.width(), rect.height()}}; }
+
+/// Screens have the same origin in pixels of the X server and in the toolkit's points, of which each may have several
+/// pixels.
+Rect inPixels(const QScreen& screen) {
+    const QRectF points = screen.geometry();
+    return rectOf({points.topLeft(), points.size() * screen.devicePixelRatio()});
 }
 
-std::optional<Screen> screenOf(const QScreen* screen) {
+Point inPixels(const QScreen& screen, QPointF point) {
+    const QPointF origin = screen.geometry().topLeft();
+    const QPointF pixels = origin + (point - origin) * screen.devicePixelRatio();
+    return {pixels.x(), pixels.y()};
+}
+
+Point inPoints(const QScreen& screen, Point point) {
+    const QPointF origin = screen.geometry().topLeft();
+    const QPointF points = origin + (QPointF(point.x, point.y) - origin) / screen.devicePixelRatio();
+    return {points.x(), points.y()};
+}
+
+Rect inPoints(const QScreen& screen, const Rect& rect) {
+    return {inPoints(screen, rect.origin),
+            {rect.size.width / screen.devicePixelRatio(), rect.size.height / screen.devicePixelRatio()}};
+}
+
+Rect visiblePixels(const DockLayout& layout, const QScreen& screen) {
+    const Rect pixels = inPixels(screen);
+    Rect visible = visibleFrame(layout, pixels, QGuiApplication::screens().size() == 1);
+    if (isWaylandSession() && !layout.workArea && visible == pixels) {
+        const double bar = unknownBar * screen.devicePixelRatio();
+        visible.origin.y += bar;
+        visible.size.height -= bar;
+    }
+    return visible;
+}
+
+std::optional<Screen> screenOf(const QScreen* screen, const std::optional<DockLayout>& layout) {
     if (screen == nullptr) return std::nullopt;
-    return Screen{rectOf(screen->geometry()), rectOf(screen->availableGeometry())};
+    const Rect frame = rectOf(screen->geometry());
+    if (!layout) return Screen{frame, rectOf(screen->availableGeometry())};
+    return Screen{frame, inPoints(*screen, visiblePixels(*layout, *screen))};
+}
+
+std::optional<Screen> withBar(const QScreen& screen, const DockLayout& layout, const BarPlace& bar) {
+    auto result = screenOf(&screen, layout);
+    result->bar = BarPlace{bar.edge, inPoints(screen, bar.frame), inPoints(screen, bar.clicked)};
+    return result;
+}
+
+const QScreen* screenWith(const Dock& dock) {
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const auto common = intersection(inPixels(*screen), dock.frame);
+        if (common && common->size.width > 0 && common->size.height > 0) return screen;
+    }
+    return nullptr;
 }
 
 class Connected final : public Screens::Observation {
@@ -30,13 +84,27 @@ private:
 
 }  // namespace
 
-std::optional<Screen> QtScreens::main() const { return screenOf(QGuiApplication::primaryScreen()); }
+std::optional<Screen> QtScreens::main() const { return screenOf(QGuiApplication::primaryScreen(), readDocks()); }
 
 std::unique_ptr<Screens::Observation> QtScreens::observeChanges(std::function<void()> handler) {
     // The handler may end its own observation: the toolkit keeps it until it has returned.
     return std::make_unique<Connected>(QObject::connect(&changes_, &ScreenChanges::changed, std::move(handler)));
 }
 
-std::optional<Screen> QtScreens::at(QPoint position) const { return screenOf(QGuiApplication::screenAt(position)); }
+std::optional<Screen> QtScreens::ofItem(std::optional<QPoint> clicked) const {
+    const auto layout = readDocks();
+    const QScreen* const screen = clicked ? QGuiApplication::screenAt(*clicked) : nullptr;
+    // Under Wayland the pointer is known only over windows of X programs, and no bar is one.
+    if (isWaylandSession() && layout) return std::nullopt;
+    if (screen != nullptr && layout) {
+        const auto bar = barAt(*layout, inPixels(*screen), visiblePixels(*layout, *screen), inPixels(*screen, *clicked));
+        if (bar) return withBar(*screen, *layout, *bar);
+    }
+    if (layout && layout->docks.size() == 1) {
+        const Dock& dock = layout->docks.front();
+        if (const QScreen* const other = screenWith(dock)) return withBar(*other, *layout, endOf(dock, inPixels(*other)));
+    }
+    return screenOf(screen, layout);
+}
 
 }  // namespace ovin

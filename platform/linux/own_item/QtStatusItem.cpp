@@ -161,10 +161,7 @@ void QtStatusItem::draw() {
 
 void QtStatusItem::showMenu(const Menu& menu) { menu_.show(menu, QCursor::pos()); }
 
-std::optional<Screen> QtStatusItem::screen() const {
-    if (!position_) return std::nullopt;
-    return screens_.at(*position_);
-}
+std::optional<Screen> QtStatusItem::screen() const { return screens_.ofItem(position_); }
 
 bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
     if (object == qGuiApp && event->type() == QEvent::ApplicationPaletteChange) draw();

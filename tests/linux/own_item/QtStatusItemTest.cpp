@@ -196,7 +196,7 @@ TEST_F(QtStatusItemTest, ItsScreenIsKnownFromTheFirstClickOn) {
     QtStatusItem item(screens, [] { return false; });
     EXPECT_EQ(item.screen(), std::nullopt);
     press("Activate");
-    EXPECT_EQ(item.screen(), screens.at({30, 40}));
+    EXPECT_EQ(item.screen(), screens.ofItem(QPoint(30, 40)));
     EXPECT_NE(item.screen(), std::nullopt);
 }
 

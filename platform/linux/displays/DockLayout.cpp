@@ -1,0 +1,130 @@
+#include "platform/linux/displays/DockLayout.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace ovin {
+namespace {
+
+using Edge = BarPlace::Edge;
+
+constexpr std::size_t plainLength = 4;
+constexpr std::size_t partialLength = 12;
+
+double right(const Rect& rect) { return rect.origin.x + rect.size.width; }
+double bottom(const Rect& rect) { return rect.origin.y + rect.size.height; }
+
+bool hasArea(const std::optional<Rect>& rect) { return rect && rect->size.width > 0 && rect->size.height > 0; }
+
+bool contains(const Rect& rect, Point point) {
+    return point.x >= rect.origin.x && point.x < right(rect) && point.y >= rect.origin.y && point.y < bottom(rect);
+}
+
+Rect placeOf(const Strut& strut, Size screen) {
+    const double length = strut.last - strut.first + 1;
+    switch (strut.edge) {
+        case Edge::top:
+            return {{strut.first, 0}, {length, strut.depth}};
+        case Edge::bottom:
+            return {{strut.first, screen.height - strut.depth}, {length, strut.depth}};
+        case Edge::left:
+            return {{0, strut.first}, {strut.depth, length}};
+        case Edge::right:
+            break;
+    }
+    return {{screen.width - strut.depth, strut.first}, {strut.depth, length}};
+}
+
+/// The part of `rect` on the inner side of what is reserved at an edge.
+Rect inside(const Rect& rect, Edge edge, const Rect& reserved) {
+    double left = rect.origin.x;
+    double top = rect.origin.y;
+    double farX = right(rect);
+    double farY = bottom(rect);
+    if (edge == Edge::top) top = std::max(top, bottom(reserved));
+    if (edge == Edge::bottom) farY = std::min(farY, reserved.origin.y);
+    if (edge == Edge::left) left = std::max(left, right(reserved));
+    if (edge == Edge::right) farX = std::min(farX, reserved.origin.x);
+    return {{left, top}, {farX - left, farY - top}};
+}
+
+/// By its deepest strut, or else by its shape and the nearer edge.
+Edge edgeOf(const Dock& dock, const Rect& screen) {
+    const auto deepest = std::max_element(dock.struts.begin(), dock.struts.end(),
+                                          [](const Strut& one, const Strut& other) { return one.depth < other.depth; });
+    if (deepest != dock.struts.end()) return deepest->edge;
+    const Rect& frame = dock.frame;
+    if (frame.size.width >= frame.size.height)
+        return frame.origin.y + bottom(frame) <= screen.origin.y + bottom(screen) ? Edge::top : Edge::bottom;
+    return frame.origin.x + right(frame) <= screen.origin.x + right(screen) ? Edge::left : Edge::right;
+}
+
+/// The strip between the edge and the visible frame that has the point.
+std::optional<BarPlace> stripAt(const Rect& screen, const Rect& visible, Point point) {
+    if (!contains(screen, point) || contains(visible, point)) return std::nullopt;
+    if (point.y < visible.origin.y)
+        return BarPlace{Edge::top, {screen.origin, {screen.size.width, visible.origin.y - screen.origin.y}}, point};
+    if (point.y >= bottom(visible)) {
+        return BarPlace{Edge::bottom,
+                        {{screen.origin.x, bottom(visible)}, {screen.size.width, bottom(screen) - bottom(visible)}},
+                        point};
+    }
+    if (point.x < visible.origin.x)
+        return BarPlace{Edge::left, {screen.origin, {visible.origin.x - screen.origin.x, screen.size.height}}, point};
+    return BarPlace{
+        Edge::right, {{right(visible), screen.origin.y}, {right(screen) - right(visible), screen.size.height}}, point};
+}
+
+}  // namespace
+
+std::vector<Strut> strutsOf(std::span<const std::uint32_t> numbers) {
+    constexpr std::array edges{Edge::left, Edge::right, Edge::top, Edge::bottom};
+    constexpr double farthest = 65535;
+    std::vector<Strut> struts;
+    if (numbers.size() < plainLength) return struts;
+    for (std::size_t index = 0; index < edges.size(); ++index) {
+        if (numbers[index] == 0) continue;
+        Strut strut{edges.at(index), static_cast<double>(numbers[index]), 0, farthest};
+        if (numbers.size() >= partialLength) {
+            strut.first = numbers[plainLength + 2 * index];
+            strut.last = numbers[plainLength + 2 * index + 1];
+        }
+        struts.push_back(strut);
+    }
+    return struts;
+}
+
+Rect visibleFrame(const DockLayout& layout, const Rect& screen, bool isOnlyScreen) {
+    Rect visible = screen;
+    bool hasDocks = false;
+    for (const Dock& dock : layout.docks) {
+        // Of another screen, across which its strut may reach.
+        if (!hasArea(intersection(dock.frame, screen))) continue;
+        hasDocks = true;
+        for (const Strut& strut : dock.struts) {
+            const auto reserved = intersection(placeOf(strut, layout.size), screen);
+            if (!hasArea(reserved)) continue;
+            const Rect rest = inside(visible, strut.edge, *reserved);
+            if (hasArea(rest)) visible = rest;
+        }
+    }
+    if (layout.workArea && (isOnlyScreen || !hasDocks)) {
+        const auto rest = intersection(visible, *layout.workArea);
+        if (hasArea(rest)) visible = *rest;
+    }
+    return visible;
+}
+
+std::optional<BarPlace> barAt(const DockLayout& layout, const Rect& screen, const Rect& visible, Point point) {
+    for (const Dock& dock : layout.docks) {
+        if (contains(dock.frame, point)) return BarPlace{edgeOf(dock, screen), dock.frame, point};
+    }
+    return stripAt(screen, visible, point);
+}
+
+BarPlace endOf(const Dock& dock, const Rect& screen) {
+    return {edgeOf(dock, screen), dock.frame, {right(dock.frame), bottom(dock.frame)}};
+}
+
+}  // namespace ovin
