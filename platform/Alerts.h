@@ -18,7 +18,8 @@ class Alerts {
 public:
     virtual ~Alerts() = default;
 
-    /// Shows a modal alert with the system's one default button. May return while it is still shown.
+    /// Shows an alert with the system's one default button, in front of all windows of this application. May return while it
+    /// is still shown; these windows can then be used beside it.
     virtual void run(const Alert& alert) = 0;
 };
 

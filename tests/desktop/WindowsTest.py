@@ -278,8 +278,36 @@ class FloatingPanels(WindowsTestCase):
         click(x + 5, y + 5)
         self.samples.say("guide")
         self.assertBecomes(lambda: activeWindow() == windowNamed("Sample guide"))
-        self.assertGreater(stacking().index(card), stacking().index(windowNamed("Sample guide")))
         self.assertGreater(stacking().index(card), stacking().index(other))
+
+    def testAPageIsNotHiddenBehindIt(self):
+        card = self.shown("card 60 80", "Sample card")
+        guide = self.shownAndActive("guide", "Sample guide")
+        above = lambda one, other: stacking().index(one) > stacking().index(other)
+        self.assertBecomes(lambda: above(guide, card))
+        x, y, _, _ = frameGeometry(card)
+        click(x + 30, y + 6)
+        self.assertBecomes(lambda: above(card, guide), "a click on the card does not bring it forward")
+        self.samples.say("drop card")
+        self.assertBecomes(lambda: "ABOVE" not in prop(guide, "_NET_WM_STATE"), "the page stays above all others")
+        # A card that comes later does not hide the page for good either.
+        card = self.shown("card 60 80", "Sample card")
+        self.samples.say("guide")
+        self.assertBecomes(lambda: above(guide, card))
+
+    def testAnAlertIsAboveItAndLeavesItsButtonsAlone(self):
+        self.samples.say("alert One text")
+        self.assertBecomes(lambda: windowNamed("Ovin"))
+        card = self.shown("card 60 80", "Sample card")
+        self.samples.say("alert Two text")
+        self.assertBecomes(lambda: len([window for window in stacking() if "Ovin" in prop(window, "WM_NAME")]) == 2)
+        self.assertBecomes(lambda: "Ovin" in prop(stacking()[-1], "WM_NAME"))
+        # With the keyboard, because the alert may lie over them.
+        x, y, _, _ = frameGeometry(card)
+        click(x + 30, y + 6)
+        self.assertBecomes(lambda: activeWindow() == card, "the card cannot be used")
+        key("Return")
+        self.assertTrue(self.samples.hears(f"clicked card {DONE}"), "an alert takes its keys")
 
     def testItsFrameStandsWhereItWasTold(self):
         card = self.shown("card 60 80", "Sample card")

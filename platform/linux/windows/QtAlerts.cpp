@@ -44,7 +44,9 @@ void QtAlerts::run(const Alert& alert) {
     box->setAccessibleName(box->text());
     box->setAccessibleDescription(box->informativeText());
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowModality(Qt::ApplicationModal);
+    // Above the card, which stays above all others, and not modal, so that the card's buttons work beside it.
+    box->setWindowModality(Qt::NonModal);
+    box->setWindowFlag(Qt::WindowStaysOnTopHint);
     WindowManager::bringToFront(*box);
 }
 

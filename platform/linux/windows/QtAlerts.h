@@ -9,8 +9,8 @@ class QMessageBox;
 
 namespace ovin {
 
-/// Alerts as Qt's message boxes. `run` returns at once; the box is modal to the whole program. Several boxes are shown one
-/// above the other. Destroying this object closes them; it must not outlive the Qt program.
+/// Alerts as Qt's message boxes. `run` returns at once; the program's other windows can be used meanwhile. Several boxes are
+/// shown one above the other. Destroying this object closes them; it must not outlive the Qt program.
 class QtAlerts final : public Alerts {
 public:
     QtAlerts() = default;

@@ -26,8 +26,7 @@ void QtFloatingPanel::show(const View& content, const Placement& placement) {
         window_->move(qRound(origin.x), qRound(origin.y));
     }
     // Asked for at each show, because a window manager forgets it when the window is hidden.
-    if (!window_->isVisible()) WindowManager::putOnAllDesktops(*window_);
-    window_->show();
+    WindowManager::showOnAllDesktops(*window_);
     window_->raise();
     if (hasOrigin_) window_->windowHandle()->setFramePosition(window_->pos());
 }

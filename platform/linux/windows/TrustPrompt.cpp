@@ -24,6 +24,9 @@ QWidget* makePrompt(std::function<void(bool)> answered) {
     auto* const prompt = new QMessageBox;
     prompt->setObjectName(promptName);
     prompt->setAttribute(Qt::WA_DeleteOnClose);
+    // Above the card, which stays above all others, and beside it, so that the card's buttons work.
+    prompt->setWindowModality(Qt::NonModal);
+    prompt->setWindowFlag(Qt::WindowStaysOnTopHint);
     prompt->setWindowTitle("Accessibility");
     prompt->setIcon(QMessageBox::Question);
     prompt->setText("Ovin would like to read the menu bar");

@@ -1,10 +1,13 @@
 #include "platform/linux/windows/ViewWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QWindow>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/views/PressButton.h"
 #include "platform/linux/views/PushButtonWidget.h"
@@ -27,6 +30,25 @@ Widget* first(QWidget* root, const Condition& condition) {
 
 UprightScroller* page(QWidget* root) {
     return first<UprightScroller>(root, [](const UprightScroller&) { return true; });
+}
+
+/// Puts the pages on the level of the floating panels while there are any: a page below a panel would be hidden by it, and
+/// no click could bring it forward. `hidden` counts as hidden already.
+void levelPages(const ViewWindow* hidden) {
+    std::vector<ViewWindow*> pages;
+    bool isBesideAPanel = false;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        auto* const window = dynamic_cast<ViewWindow*>(widget);
+        if (window == nullptr || window == hidden || !window->isVisible()) continue;
+        if (window->windowType() == Qt::Tool) {
+            isBesideAPanel = true;
+        } else {
+            pages.push_back(window);
+        }
+    }
+    for (ViewWindow* const page : pages) {
+        if (QWindow* const native = page->windowHandle()) native->setFlag(Qt::WindowStaysOnTopHint, isBesideAPanel);
+    }
 }
 
 }  // namespace
@@ -119,10 +141,12 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
 void ViewWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     content_->setGeometry(rect());
+    levelPages(nullptr);
 }
 
 void ViewWindow::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
+    levelPages(this);
     lastPosition_ = pos();
     showWaiting();
 }

@@ -16,8 +16,8 @@ void bringToFront(QWindow& window);
 /// The same for a widget's window, which is shown first.
 void bringToFront(QWidget& window);
 
-/// Puts a window on all desktops when it is shown next.
-void putOnAllDesktops(QWidget& window);
+/// Shows a window on all desktops.
+void showOnAllDesktops(QWidget& window);
 
 /// Whether windows may be translucent, because a compositor runs.
 [[nodiscard]] bool composesWindows();
