@@ -88,7 +88,12 @@ void ItemsPanel::present() {
 }
 
 void ItemsPanel::host(const View& content, Size size) {
-    if (!panel_) panel_ = platform_.windows.makeLedgePanel();
+    if (!panel_) {
+        panel_ = platform_.windows.makeLedgePanel();
+        panel_->onDismissal([weak = weak_from_this()] {
+            if (const auto self = weak.lock()) self->close();
+        });
+    }
     // A click is for the item that its button showed, also when the list has changed before the click is told of.
     panel_->show(content, {ledgeOrigin(*screen_, size), size}, [weak = weak_from_this(), shown = cachedItems_](int tag) {
         const auto self = weak.lock();

@@ -23,6 +23,10 @@ public:
     /// tag of a button of this content that was clicked, also when the click is delivered only after other content has taken
     /// its place, but never after the panel has been destroyed.
     virtual void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) = 0;
+
+    /// Sets what is called when the user puts the panel away with the Escape key, or the system does. Never called where
+    /// neither can be.
+    virtual void onDismissal(std::function<void()> handler) { static_cast<void>(handler); }
 };
 
 /// A window with a title bar that shows neither title nor buttons: a page to read and to close. Hidden until `show`;

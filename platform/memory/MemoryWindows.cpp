@@ -83,13 +83,16 @@ public:
         const auto deliver = [alive = std::weak_ptr(alive_), clicked = std::move(clicked)](int tag) {
             if (!alive.expired()) clicked(tag);
         };
-        windows_.ledge_ = Ledge{content, frame, deliver};
+        windows_.ledge_ = Ledge{content, frame, deliver, dismissed_};
         windows_.panel_ = this;
         ++windows_.layoutCount_;
     }
 
+    void onDismissal(std::function<void()> handler) override { dismissed_ = std::move(handler); }
+
 private:
     MemoryWindows& windows_;
+    std::function<void()> dismissed_;
     const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 
@@ -156,6 +159,13 @@ void MemoryWindows::click(int tag) {
     // A copy, because the handler may destroy the panel, and itself with it.
     const auto clicked = ledge_->clicked;
     clicked(tag);
+}
+
+void MemoryWindows::dismissLedge() {
+    if (!ledge_) return;
+    // A copy, because the handler may destroy the panel, and itself with it.
+    const auto dismissed = ledge_->dismissed;
+    dismissed();
 }
 
 Size MemoryWindows::fittingSize(const View& view) const { return std::visit(Measure{}, view.content); }

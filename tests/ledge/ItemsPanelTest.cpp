@@ -206,6 +206,25 @@ TEST_F(ItemsPanelTest, TogglingClosesAnOpenLedge) {
     EXPECT_FALSE(world.windows.ledge());
 }
 
+TEST_F(ItemsPanelTest, ALedgeThatTheUserOrTheSystemPutsAwayIsClosed) {
+    open();
+    world.windows.dismissLedge();
+    EXPECT_FALSE(panel->isOpen());
+    EXPECT_FALSE(world.windows.ledge());
+    EXPECT_EQ(world.events.monitorCount(), 0u);
+    open();
+    EXPECT_TRUE(world.windows.ledge());
+}
+
+TEST_F(ItemsPanelTest, TheLedgeStandsAtTheBarThatHasItsItem) {
+    Screen screen{{{0, 0}, {1280, 800}}, {{0, 0}, {1280, 770}}};
+    screen.bar = BarPlace{BarPlace::Edge::bottom, {{0, 770}, {1280, 30}}, {600, 785}};
+    panel->open(screen);
+    const Rect frame = world.windows.ledge()->frame;
+    EXPECT_EQ(frame.origin.x + frame.size.width / 2, 600);
+    EXPECT_EQ(frame.origin.y + frame.size.height, 770 - 6);
+}
+
 TEST_F(ItemsPanelTest, ThePanelHangsUnderTheMenuBarAtTheRightEdgeOfItsScreen) {
     panel->open(Screen{{{1512, 100}, {1000, 800}}, {{1512, 130}, {960, 700}}});
     const Rect frame = world.windows.ledge()->frame;

@@ -1,6 +1,10 @@
 #include "platform/linux/windows/LedgeWindow.h"
 
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
 #include <algorithm>
+#include <utility>
 
 #include "platform/linux/views/MenuBackgroundWidget.h"
 #include "platform/linux/windows/WindowManager.h"
@@ -19,6 +23,10 @@ LedgeWindow::LedgeWindow()
     layout_.setContentsMargins(0, 0, 0, 0);
     // By default the minimum size of the old content would keep the window too large for smaller new content.
     layout_.setSizeConstraint(QLayout::SetNoConstraint);
+    doubleClick_.setSingleShot(true);
+    connect(&doubleClick_, &QTimer::timeout, this, [this] {
+        if (content_ != nullptr) content_->setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    });
 }
 
 bool LedgeWindow::isUpToDate() const {
@@ -29,6 +37,8 @@ void LedgeWindow::present(QWidget* content, const QRect& frame) {
     dropContent();
     content_ = content;
     layout_.addWidget(content);
+    if (!isVisible()) ignoreDoubleClick(frame);
+    content->setAttribute(Qt::WA_TransparentForMouseEvents, doubleClick_.isActive());
     setGeometry(frame);
     // In a window that is shown already, both would otherwise wait for the event loop, and it would be painted empty now.
     content->show();
@@ -36,9 +46,37 @@ void LedgeWindow::present(QWidget* content, const QRect& frame) {
     show();
     raise();
     paintNow();
+    // After the first frame, because it asks the X server. A window without the keyboard hears of no key.
+    if (!escape_) escape_ = EscapeKey::grab([this] { tellOfDismissal(); });
+}
+
+void LedgeWindow::ignoreDoubleClick(const QRect& frame) {
+    if (frame.contains(QCursor::pos())) doubleClick_.start(QApplication::doubleClickInterval());
+}
+
+void LedgeWindow::onDismissal(std::function<void()> handler) {
+    dismissed_ = std::make_shared<const std::function<void()>>(std::move(handler));
+}
+
+void LedgeWindow::tellOfDismissal() {
+    QMetaObject::invokeMethod(
+        this,
+        [weak = std::weak_ptr(dismissed_)] {
+            if (const auto dismissed = weak.lock()) (*dismissed)();
+        },
+        Qt::QueuedConnection);
+}
+
+/// A window that no window manager manages may still be closed, by a Wayland compositor or by a program of the user.
+void LedgeWindow::closeEvent(QCloseEvent* event) {
+    event->accept();
+    tellOfDismissal();
 }
 
 void LedgeWindow::dismiss() {
+    dismissed_.reset();
+    escape_.reset();
+    doubleClick_.stop();
     hide();
     dropContent();
 }

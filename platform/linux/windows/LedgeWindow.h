@@ -2,7 +2,12 @@
 
 #include <QBoxLayout>
 #include <QRect>
+#include <QTimer>
 #include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "platform/linux/displays/EscapeKey.h"
 
 namespace ovin {
 
@@ -19,21 +24,33 @@ public:
     /// way round.
     [[nodiscard]] bool isUpToDate() const;
 
+    /// Sets what the event loop calls when the user presses the Escape key or the system closes the window, until `dismiss`.
+    void onDismissal(std::function<void()> handler);
+
     /// Takes ownership of `content` and shows it in place of the old content. The window has been painted when this returns.
+    /// If it has come up under the pointer, presses do nothing for the time of a double click: the second press of one on
+    /// whatever opened the ledge is meant for no button of it.
     void present(QWidget* content, const QRect& frame);
 
     /// Removes it from the screen. The event loop deletes the content, because a button of it may be handling a click.
     void dismiss();
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void paintNow();
+    void ignoreDoubleClick(const QRect& frame);
+    void tellOfDismissal();
     void dropContent();
 
     QHBoxLayout layout_{this};
     QWidget* content_ = nullptr;
+    /// Runs while presses do nothing.
+    QTimer doubleClick_;
+    std::shared_ptr<const std::function<void()>> dismissed_;
+    std::unique_ptr<EscapeKey> escape_;
 };
 
 }  // namespace ovin

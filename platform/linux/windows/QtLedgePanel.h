@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/Windows.h"
 #include "platform/linux/views/MeasuredView.h"
@@ -25,6 +26,7 @@ public:
     ~QtLedgePanel() override;
 
     void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override;
+    void onDismissal(std::function<void()> handler) override { window_->onDismissal(std::move(handler)); }
 
 private:
     /// Destroyed with this panel, so that a click that has not been delivered by then is dropped.

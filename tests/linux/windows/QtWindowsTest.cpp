@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCursor>
+#include <QElapsedTimer>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
 #include <QScrollBar>
+#include <QWindow>
 #include <memory>
 #include <vector>
 
@@ -186,6 +190,67 @@ TEST_F(QtWindowsTest, OfTwoQuickClicksOnTheLedgeOnlyTheOneThatClosesItCounts) {
     handleEvents();
     EXPECT_EQ(clicks, std::vector<int>{7});
     EXPECT_EQ(ledgeButton(), nullptr);
+}
+
+TEST_F(QtWindowsTest, ALedgeThatTheSystemClosesIsToldOfOnce) {
+    int dismissals = 0;
+    Button button;
+    auto ledge = windows.makeLedgePanel();
+    ledge->onDismissal([&] {
+        ++dismissals;
+        ledge.reset();
+    });
+    ledge->show({button}, {{100, 30}, {80, 28}}, [](int) {});
+    ledgeButton()->window()->close();
+    EXPECT_EQ(dismissals, 0) << "not within the window's own event";
+    handleEvents();
+    EXPECT_EQ(dismissals, 1);
+    EXPECT_EQ(ledge, nullptr);
+    // The next ledge takes the window, but not the handler.
+    ledge = windows.makeLedgePanel();
+    ledge->show({button}, {{100, 30}, {80, 28}}, [](int) {});
+    ledgeButton()->window()->close();
+    handleEvents();
+    EXPECT_EQ(dismissals, 1);
+}
+
+/// A click as the display's server reports it.
+void clickAt(QPoint global) {
+    QWindow* const window = ledgeButton()->window()->windowHandle();
+    const QPoint local = window->mapFromGlobal(global);
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, local, local, global, Qt::LeftButton, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(window, &event);
+    }
+}
+
+TEST_F(QtWindowsTest, TheSecondPressOfADoubleClickOnTheItemPressesNoButtonThatCameUpUnderThePointer) {
+    const int interval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(100);
+    for (const bool isUnderThePointer : {true, false}) {
+        QCursor::setPos(isUnderThePointer ? QPoint(140, 44) : QPoint(400, 400));
+        std::vector<int> clicks;
+        const auto ledge = windows.makeLedgePanel();
+        Button button;
+        button.tag = 7;
+        const auto show = [&] { ledge->show({button}, {{100, 30}, {80, 28}}, [&](int tag) { clicks.push_back(tag); }); };
+        show();
+        clickAt({140, 44});
+        handleEvents();
+        EXPECT_EQ(clicks.size(), isUnderThePointer ? 0U : 1U);
+        // Other content does not change that.
+        show();
+        clickAt({140, 44});
+        handleEvents();
+        EXPECT_EQ(clicks.size(), isUnderThePointer ? 0U : 2U);
+        QElapsedTimer waited;
+        for (waited.start(); waited.elapsed() < 150;) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        clickAt({140, 44});
+        handleEvents();
+        EXPECT_EQ(clicks.size(), isUnderThePointer ? 1U : 3U);
+    }
+    QApplication::setDoubleClickInterval(interval);
 }
 
 View itemButton(const std::string& title, int tag) {
@@ -493,7 +558,8 @@ TEST_F(QtWindowsTest, SeveralAlertsAreShownAndEachIsAcknowledgedByItself) {
     EXPECT_EQ(first->text(), "<b>First</b>");
     EXPECT_EQ(first->textFormat(), Qt::PlainText);
     EXPECT_EQ(first->informativeText(), "Why & how");
-    EXPECT_TRUE(first->isModal());
+    EXPECT_FALSE(first->isModal()) << "the buttons of the card must work beside it";
+    EXPECT_TRUE(first->windowFlags().testFlag(Qt::WindowStaysOnTopHint)) << "the card would hide it";
     first->button(QMessageBox::Ok)->click();
     handleEvents();
     ASSERT_EQ(boxes().size(), 1U);
