@@ -27,6 +27,7 @@
 #include "platform/linux/system/LinuxProcessInfo.h"
 #include "platform/linux/system/QtMainQueue.h"
 #include "platform/linux/system/StandardErrorLog.h"
+#include "platform/linux/windows/PressCatcher.h"
 #include "platform/linux/windows/QtAlerts.h"
 #include "platform/linux/windows/QtWindows.h"
 #include "platform/threads/SteadyClock.h"
@@ -87,6 +88,7 @@ private:
     QtApplication application_;
     QtScreens screens_;
     QtWindows windows_;
+    PressCatcher presses_;
     XInputEventMonitor events_;
     QtStatusBar statusBar_{screens_, [this] { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); }};
     QtAlerts alerts_;

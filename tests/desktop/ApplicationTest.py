@@ -91,6 +91,14 @@ class TheLedge(ApplicationTestCase):
             self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), (x, y, button))
             time.sleep(0.6)  # a click on the item right after such a press counts as the same one
 
+    def testEscapeClosesItThoughAnotherProgramHasTheKeyboard(self):
+        window = self.startWindow("Other")
+        self.openLedge(self.ovin)
+        run("xdotool", "key", "Escape")
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "Escape does not close it")
+        self.assertEqual(activeWindow(), window)
+        self.openLedge(self.ovin)
+
     def testAClickOnTheItemClosesItAgain(self):
         self.openLedge(self.ovin)
         click(*awaited(self.slot))
@@ -385,6 +393,20 @@ class TheEnd(ApplicationTestCase):
         bus.kill()
         self.assertEnds(ovin)
         self.assertIn("Ovin: the session bus is gone\n", ovin.stderr.read())
+
+    def testUnderWaylandWithoutAnXServerItSaysSo(self):
+        ovin = self.startOvin(WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland", DISPLAY="",
+                              QT_QPA_PLATFORM="")
+        self.assertEnds(ovin, 1)
+        self.assertEqual(ovin.stderr.read(),
+                         "ovin: under Wayland Ovin needs XWayland, and there is none in this session\n")
+
+    def testUnderWaylandItTakesTheXServer(self):
+        ovin = self.startOvin(WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland", QT_QPA_PLATFORM="")
+        self.assertTrue(becomes(lambda: self.slot() is not None))
+        ovin.terminate()
+        self.assertEnds(ovin)
+        self.assertEqual(ovin.stderr.read(), "")
 
     def testWithoutASessionBusItSaysSo(self):
         ovin = self.startOvin(DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent/bus")

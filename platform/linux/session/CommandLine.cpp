@@ -1,15 +1,23 @@
 #include "platform/linux/session/CommandLine.h"
 
+#include <xcb/xcb.h>
+
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
+#include <vector>
+
+#include "platform/linux/system/WaylandSession.h"
 
 namespace ovin {
 namespace {
 
+constexpr int noDisplay = 1;
 constexpr int wrongUsage = 2;
 
 void print(std::FILE* stream, const QString& text) { std::fputs(text.toLocal8Bit().constData(), stream); }
@@ -18,12 +26,44 @@ bool needsNoDisplay(std::string_view argument) {
     return argument == "-h" || argument == "--help" || argument == "-v" || argument == "--version" || argument == "--quit";
 }
 
+/// Whether it is plain, or the user's own decision, on what the toolkit shows its windows.
+bool isPlatformChosen(int count, char** arguments) {
+    const auto names = [](std::string_view argument) { return argument == "-platform" || argument == "--platform"; };
+    return !isWaylandSession() || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
+           std::any_of(arguments, arguments + count, names);
+}
+
+bool hasXServer() {
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool isThere = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return isThere;
+}
+
+/// In a Wayland session the toolkit would take the plug-in that happens to be installed, but only on an X server can windows
+/// be placed and kept above others. As arguments of the toolkit, because programs that this one starts would inherit a
+/// variable of the environment. The arguments are replaced by others that last as long as the process.
+void choosePlatform(int& count, char**& arguments) {
+    if (!hasXServer()) {
+        print(stderr, "ovin: under Wayland Ovin needs XWayland, and there is none in this session\n");
+        std::exit(noDisplay);  // NOLINT(concurrency-mt-unsafe): there are no other threads yet
+    }
+    static std::array<char, 10> option{"-platform"};
+    static std::array<char, 4> value{"xcb"};
+    static std::vector<char*> all;
+    all.assign(arguments, arguments + count);
+    all.insert(all.end(), {option.data(), value.data(), nullptr});
+    arguments = all.data();
+    count += 2;
+}
+
 }  // namespace
 
 std::unique_ptr<QCoreApplication> makeApplication(int& argumentCount, char** arguments) {
     if (std::any_of(arguments, arguments + argumentCount, needsNoDisplay)) {
         return std::make_unique<QCoreApplication>(argumentCount, arguments);
     }
+    if (!isPlatformChosen(argumentCount, arguments)) choosePlatform(argumentCount, arguments);
     return std::make_unique<QApplication>(argumentCount, arguments);
 }
 
