@@ -20,6 +20,16 @@ QColor over(const QColor& below, const QColor& above) {
                             mixed(below.blueF(), above.blueF()));
 }
 
+/// The squares at the corners, in which the outline is not straight.
+QRegion cornersOf(const QRect& whole, double radius) {
+    const QSize size = QSize(qCeil(radius), qCeil(radius)).boundedTo(whole.size());
+    QRegion corners;
+    for (const int x : {0, whole.width() - size.width()}) {
+        for (const int y : {0, whole.height() - size.height()}) corners += QRect(QPoint(x, y), size);
+    }
+    return corners;
+}
+
 }  // namespace
 
 QRegion roundedRegion(const QRect& rect, double cornerRadius, Coverage coverage) {
@@ -46,33 +56,31 @@ MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius
 /// takes longer than drawing, and far longer while a discovery keeps the processors busy.
 void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    // In pixels: where a point has one and a half of them, a line of a point would take two at one side and one at another.
+    const double pixels = painter.deviceTransform().m11();
+    painter.scale(1 / pixels, 1 / pixels);
+    const QRect whole(QPoint(), size() * pixels);
+    const int thickness = std::max(1, qFloor(pixels));
+    const double radius = cornerRadius_ * pixels;
+
     const QColor fill = palette().color(QPalette::Window);
     const QColor line = over(fill, qtColor({SystemColor::quaternaryLabel}, palette()));
-    const QRegion corners = this->corners();
-    const QRegion edge = QRegion(rect()) - rect().adjusted(1, 1, -1, -1);
-    for (const QRect& straight : QRegion(rect()) - corners) painter.fillRect(straight, fill);
+    const QRegion corners = cornersOf(whole, radius);
+    const QRegion edge = QRegion(whole) - whole.adjusted(thickness, thickness, -thickness, -thickness);
+    for (const QRect& straight : QRegion(whole) - corners) painter.fillRect(straight, fill);
     for (const QRect& straight : edge - corners) painter.fillRect(straight, line);
 
     // An opaque window shows this colour in the pixels that the outline only touches.
     const bool isOpaque = !window()->testAttribute(Qt::WA_TranslucentBackground);
+    const double half = thickness / 2.0;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(fill);
-    painter.setPen(QPen(line, 1));
+    painter.setPen(QPen(line, thickness));
     for (const QRect& corner : corners) {
         painter.setClipRect(corner);
         if (isOpaque) painter.fillRect(corner, line);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius_ - 0.5, cornerRadius_ - 0.5);
+        painter.drawRoundedRect(QRectF(whole).adjusted(half, half, -half, -half), radius - half, radius - half);
     }
-}
-
-QRegion MenuBackgroundWidget::corners() const {
-    const QSize size = QSize(qCeil(cornerRadius_), qCeil(cornerRadius_)).boundedTo(QWidget::size());
-    const QPoint farthest(width() - size.width(), height() - size.height());
-    QRegion corners;
-    for (const int x : {0, farthest.x()}) {
-        for (const int y : {0, farthest.y()}) corners += QRect(QPoint(x, y), size);
-    }
-    return corners;
 }
 
 }  // namespace ovin

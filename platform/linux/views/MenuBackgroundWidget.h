@@ -21,9 +21,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    /// The squares at the corners, in which the outline is not straight.
-    [[nodiscard]] QRegion corners() const;
-
     const double cornerRadius_;
 };
 

@@ -351,6 +351,29 @@ QImage menuBackground(bool isTranslucent) {
     return seen;
 }
 
+TEST(MenuBackgroundWidget, ItsEdgeIsAsThickAtEverySideWhereAPointHasOneAndAHalfPixels) {
+    const std::unique_ptr<QWidget> widget(
+        makeWidget({MenuBackground{10, std::make_shared<const View>(View{Spacer{}})}}, [](int) {}));
+    for (const QSize size : {QSize(60, 40), QSize(61, 41)}) {
+        widget->resize(size);
+        QImage seen(size * 1.5, QImage::Format_ARGB32_Premultiplied);
+        seen.setDevicePixelRatio(1.5);
+        seen.fill(Qt::transparent);
+        widget->render(&seen, {}, {}, QWidget::DrawChildren);
+        const int right = seen.width() - 1;
+        const int below = seen.height() - 1;
+        const QPoint middle = seen.rect().center();
+        const QColor edge = seen.pixelColor(middle.x(), 0);
+        const QColor fill = seen.pixelColor(middle);
+        ASSERT_NE(edge, fill);
+        for (const QPoint place : {QPoint(middle.x(), below), QPoint(0, middle.y()), QPoint(right, middle.y())})
+            EXPECT_EQ(seen.pixelColor(place), edge) << place.x() << ", " << place.y();
+        for (const QPoint place :
+             {QPoint(middle.x(), 1), QPoint(middle.x(), below - 1), QPoint(1, middle.y()), QPoint(right - 1, middle.y())})
+            EXPECT_EQ(seen.pixelColor(place), fill) << place.x() << ", " << place.y();
+    }
+}
+
 TEST(MenuBackgroundWidget, ItsEdgeIsOpaqueAllTheWayRound) {
     const QImage seen = menuBackground(true);
     EXPECT_EQ(seen.pixelColor(30, 0).alpha(), 255);
