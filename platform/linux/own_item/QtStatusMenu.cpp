@@ -1,5 +1,6 @@
 #include "platform/linux/own_item/QtStatusMenu.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -24,9 +25,15 @@ protected:
     }
 };
 
+/// Where menus run from right to left, the dots at the end of a title in Latin letters would stand at its beginning. These
+/// marks (first strong isolate, pop directional isolate) let the title run as its letters do.
+QString running(const QString& title) {
+    return QGuiApplication::isRightToLeft() ? QChar(0x2068) + title + QChar(0x2069) : title;
+}
+
 void addEntry(QMenu& menu, const MenuEntry& entry) {
     // Doubled, because the toolkit takes an ampersand for the mark of a shortcut.
-    QAction* const action = menu.addAction(QString::fromStdString(entry.title).replace("&", "&&"));
+    QAction* const action = menu.addAction(running(QString::fromStdString(entry.title).replace("&", "&&")));
     action->setCheckable(entry.isOn);
     action->setChecked(entry.isOn);
     if (!entry.keyEquivalent.empty()) {
