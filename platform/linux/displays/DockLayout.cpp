@@ -123,8 +123,19 @@ std::optional<BarPlace> barAt(const DockLayout& layout, const Rect& screen, cons
     return stripAt(screen, visible, point);
 }
 
-BarPlace endOf(const Dock& dock, const Rect& screen) {
-    return {edgeOf(dock, screen), dock.frame, {right(dock.frame), bottom(dock.frame)}};
+std::optional<BarPlace> onlyBar(const DockLayout& layout, const Rect& screen, const Rect& visible) {
+    if (layout.docks.size() == 1 && hasArea(intersection(layout.docks.front().frame, screen))) {
+        const Rect& frame = layout.docks.front().frame;
+        return BarPlace{edgeOf(layout.docks.front(), screen), frame, {right(frame), bottom(frame)}};
+    }
+    if (!layout.docks.empty()) return std::nullopt;
+    const Point end{right(screen) - 1, bottom(screen) - 1};
+    std::vector<Point> ends;
+    if (visible.origin.y > screen.origin.y) ends.push_back({end.x, screen.origin.y});
+    if (bottom(visible) < bottom(screen)) ends.push_back(end);
+    if (visible.origin.x > screen.origin.x) ends.push_back({screen.origin.x, end.y});
+    if (right(visible) < right(screen)) ends.push_back(end);
+    return ends.size() == 1 ? stripAt(screen, visible, ends.front()) : std::nullopt;
 }
 
 }  // namespace ovin

@@ -46,7 +46,8 @@ struct DockLayout {
 /// The bar at a point of the screen: a dock, or what no window may cover. Nothing when there is none there.
 [[nodiscard]] std::optional<BarPlace> barAt(const DockLayout& layout, const Rect& screen, const Rect& visible, Point point);
 
-/// The dock as a bar that was clicked at its end, where bars have their status items.
-[[nodiscard]] BarPlace endOf(const Dock& dock, const Rect& screen);
+/// The only bar there is, as if it was clicked at its end, where bars have their status items: the only dock or, without
+/// docks, the only strip of the screen that no window may cover. Nothing where there are several, or none on this screen.
+[[nodiscard]] std::optional<BarPlace> onlyBar(const DockLayout& layout, const Rect& screen, const Rect& visible);
 
 }  // namespace ovin

@@ -63,14 +63,6 @@ std::optional<Screen> withBar(const QScreen& screen, const DockLayout& layout, c
     return result;
 }
 
-const QScreen* screenWith(const Dock& dock) {
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        const auto common = intersection(inPixels(*screen), dock.frame);
-        if (common && common->size.width > 0 && common->size.height > 0) return screen;
-    }
-    return nullptr;
-}
-
 class Connected final : public Screens::Observation {
 public:
     explicit Connected(QMetaObject::Connection connection) : connection_(std::move(connection)) {}
@@ -94,17 +86,18 @@ std::unique_ptr<Screens::Observation> QtScreens::observeChanges(std::function<vo
 std::optional<Screen> QtScreens::ofItem(std::optional<QPoint> clicked) const {
     const auto layout = readDocks();
     const QScreen* const screen = clicked ? QGuiApplication::screenAt(*clicked) : nullptr;
+    if (!layout) return screenOf(screen, layout);
     // Under Wayland the pointer is known only over windows of X programs, and no bar is one.
-    if (isWaylandSession() && layout) return std::nullopt;
-    if (screen != nullptr && layout) {
+    const bool isKnown = screen != nullptr && !isWaylandSession();
+    if (isKnown) {
         const auto bar = barAt(*layout, inPixels(*screen), visiblePixels(*layout, *screen), inPixels(*screen, *clicked));
         if (bar) return withBar(*screen, *layout, *bar);
     }
-    if (layout && layout->docks.size() == 1) {
-        const Dock& dock = layout->docks.front();
-        if (const QScreen* const other = screenWith(dock)) return withBar(*other, *layout, endOf(dock, inPixels(*other)));
+    for (const QScreen* const other : QGuiApplication::screens()) {
+        const auto bar = onlyBar(*layout, inPixels(*other), visiblePixels(*layout, *other));
+        if (bar) return withBar(*other, *layout, *bar);
     }
-    return screenOf(screen, layout);
+    return isKnown ? screenOf(screen, layout) : std::nullopt;
 }
 
 }  // namespace ovin

@@ -111,8 +111,21 @@ TEST(DockLayoutTest, AClickOutsideTheVisibleFrameIsInABarThatIsNoWindow) {
     EXPECT_EQ(barAt({{1280, 800}, {}, {}}, only, visible, {2000, 10}), std::nullopt);
 }
 
-TEST(DockLayoutTest, ItemsAreAtTheEndOfABar) {
-    EXPECT_EQ(endOf(bottomDock(), only), (BarPlace{Edge::bottom, {{0, 770}, {1280, 30}}, {1280, 800}}));
+TEST(DockLayoutTest, WithoutAClickTheItemIsAtTheEndOfTheOnlyBar) {
+    const auto barOf = [](const DockLayout& layout) { return onlyBar(layout, only, visibleFrame(layout, only, true)); };
+    EXPECT_EQ(barOf({{1280, 800}, {bottomDock()}, {}}), (BarPlace{Edge::bottom, {{0, 770}, {1280, 30}}, {1280, 800}}));
+    EXPECT_EQ(barOf({{1280, 800}, {bottomDock(), {{{0, 0}, {1280, 30}}, {}}}, {}}), std::nullopt);
+    EXPECT_EQ(barOf({{1280, 800}, {}, {}}), std::nullopt);
+    EXPECT_EQ(onlyBar({{3200, 1080}, {bottomDock()}, {}}, right, right), std::nullopt) << "it is on the other screen";
+}
+
+TEST(DockLayoutTest, TheOnlyBarMayBeNoWindow) {
+    const auto barOf = [](const Rect& visible) { return onlyBar({{1280, 800}, {}, visible}, only, visible); };
+    EXPECT_EQ(barOf({{0, 0}, {1280, 756}}), (BarPlace{Edge::bottom, {{0, 756}, {1280, 44}}, {1279, 799}}));
+    EXPECT_EQ(barOf({{0, 32}, {1280, 768}}), (BarPlace{Edge::top, {{0, 0}, {1280, 32}}, {1279, 0}}));
+    EXPECT_EQ(barOf({{50, 0}, {1230, 800}}), (BarPlace{Edge::left, {{0, 0}, {50, 800}}, {0, 799}}));
+    EXPECT_EQ(barOf({{0, 0}, {1230, 800}}), (BarPlace{Edge::right, {{1230, 0}, {50, 800}}, {1279, 799}}));
+    EXPECT_EQ(barOf({{0, 32}, {1280, 700}}), std::nullopt);
 }
 
 }  // namespace
