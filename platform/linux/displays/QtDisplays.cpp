@@ -12,6 +12,7 @@
 #include "platform/linux/displays/LastingIDs.h"
 #include "platform/linux/displays/RandrSwitch.h"
 #include "platform/linux/displays/XcbRandr.h"
+#include "platform/linux/system/WaylandSession.h"
 
 namespace ovin {
 namespace {
@@ -171,7 +172,7 @@ std::vector<DisplayMode> QtDisplays::modes(DisplayID display) const {
     return result;
 }
 
-bool QtDisplays::canSwitchModes() const { return !qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && openServer(); }
+bool QtDisplays::canSwitchModes() const { return !isWaylandSession() && openServer(); }
 
 bool QtDisplays::apply(std::int32_t mode, DisplayID display) {
     const auto server = openServer();
