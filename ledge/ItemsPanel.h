@@ -12,10 +12,10 @@
 
 namespace ovin {
 
-/// The ledge: a panel at the bar that was clicked or, where that is not told, under the menu bar at the right-hand end of the
-/// screen, with one button for each status item that the system is not drawing. It opens at once with the latest list that it
-/// has; discovery runs away from the main thread, one at a time, and an open ledge is laid out again only when the list has
-/// changed.
+/// The ledge: a panel at the bar that was clicked or, where that is not told, under the menu bar at the right-hand end of
+/// the screen, with one button for each status item that the system is not drawing. It opens at once with the latest list
+/// that it has; discovery runs away from the main thread, one at a time, and an open ledge is laid out again only when the
+/// list has changed.
 ///
 /// Main thread only. Whatever outlives a call (tasks, timers, observers) holds the ledge weakly.
 class ItemsPanel : public std::enable_shared_from_this<ItemsPanel> {
