@@ -85,7 +85,10 @@ void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& ite
         return "Ovin DEBUG discovery: " + std::to_string(itemCount) + " items from " + std::to_string(appCount) + " apps; ";
     };
     auto snapshot = MenuBarGeometry::snapshot(platform);
-    if (!snapshot) return logDebug(platform, [&] { return found() + "geometry unavailable"; });
+    if (!snapshot) {
+        std::erase_if(items, [&](const auto& item) { return platform.accessibility.isDrawnByProtocol(item.element); });
+        return logDebug(platform, [&] { return found() + "geometry unavailable"; });
+    }
 
     const auto foreign = snapshot->foreign();
     const MatchingMode mode = matchingMode(items, foreign);

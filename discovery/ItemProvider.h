@@ -26,8 +26,8 @@ void requestTrust(const Platform& platform);
 /// nested in the bundle of another has the name and the icon of the outermost one, which is the one that the user knows.
 [[nodiscard]] std::vector<AppInfo> snapshotApps(const Platform& platform);
 
-/// The status items of `apps` that the system is not drawing, labelled and sorted for display. All are taken as undrawn
-/// when the menu bar's geometry is not available; there are none without trust.
+/// The status items of `apps` that the system is not drawing, labelled and sorted for display. Where the menu bar's geometry
+/// is not available, all are taken as undrawn but those that a bar draws by its protocol; there are none without trust.
 ///
 /// Blocks until every application has answered or let its time run out, so it is called within a task. All applications
 /// are asked at once: those that do not answer cost 0.25 s, however many they are. An application that stops answering in

@@ -136,6 +136,10 @@ public:
     /// The process that owns an element. Known from the reference; no request is sent.
     [[nodiscard]] virtual ProcessIDAnswer processIdentifier(const AccessibilityElement& element) const = 0;
 
+    /// Whether the bar is known to draw the status item that an element stands for although the bar's layout cannot be read:
+    /// by what the item told of itself when it was read last. No request is sent.
+    [[nodiscard]] virtual bool isDrawnByProtocol(const AccessibilityElement& /*item*/) const { return false; }
+
     /// Performs one action, "AXPress" or "AXShowMenu". `cannotComplete` usually means that the process opened a menu and
     /// answers only when it closes.
     [[nodiscard]] virtual AccessibilityError performAction(const AccessibilityElement& element,

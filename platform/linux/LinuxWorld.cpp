@@ -34,7 +34,7 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher)
       accessibilityBus_(*session_),
       workspace_(processes_, items_, process_.bundleIdentifier(), mainQueue_, log_),
       defaults_(userDefaultsPath()),
-      accessibility_({*session_, accessibilityBus_, items_, menus_}, defaults_.boolean(wasAskedForTrust),
+      accessibility_({*session_, accessibilityBus_, items_, menus_, hasBar_}, defaults_.boolean(wasAskedForTrust),
                      [this](std::function<void(bool)> answered) {
                          askForTrust([this, answered = std::move(answered)](bool isAgreed) {
                              // If this cannot be kept, the user is asked in the next session again.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -84,13 +85,16 @@ private:
     IcuText text_;
     SteadyClock clock_;
     QtItemMenus menus_;
+    /// A bar that draws Ovin's item draws the others too.
+    std::atomic<bool> hasBar_ = false;
     LinuxAccessibility accessibility_;
     QtApplication application_;
     QtScreens screens_;
     QtWindows windows_;
     PressCatcher presses_;
     XInputEventMonitor events_;
-    QtStatusBar statusBar_{screens_, [this] { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); }};
+    QtStatusBar statusBar_{screens_, [this] { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); },
+                           [this](bool isDrawn) { hasBar_ = isDrawn; }};
     QtAlerts alerts_;
     AutostartEntry launchAtLogin_;
     QtResources resources_;

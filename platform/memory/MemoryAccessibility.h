@@ -96,6 +96,9 @@ public:
     /// Makes `processIdentifier` fail for an element.
     void hideOwner(const MemoryElement& element);
 
+    /// What `isDrawnByProtocol` answers. Not while a discovery runs.
+    std::function<bool(const AccessibilityElement&)> drawnByProtocol;
+
     void setTrusted(bool trusted);
     /// How often the user was asked for trust.
     [[nodiscard]] int promptCount() const;
@@ -112,6 +115,9 @@ public:
     [[nodiscard]] ProcessIDAnswer processIdentifier(const AccessibilityElement& element) const override;
     [[nodiscard]] AccessibilityError performAction(const AccessibilityElement& element,
                                                    std::string_view action) const override;
+    [[nodiscard]] bool isDrawnByProtocol(const AccessibilityElement& item) const override {
+        return drawnByProtocol && drawnByProtocol(item);
+    }
 
 private:
     using Node = MemoryElement::Node;

@@ -510,6 +510,22 @@ TEST_F(ItemDiscovery, TheLogTellsOfADiscoveryWithoutGeometry) {
                                                      "Ovin DEBUG discovery: 3 undrawn items, 0.23s: zeta, zeta, Alpha"));
 }
 
+TEST_F(ItemDiscovery, WithoutGeometryWhatABarDrawsByItsProtocolIsLeftOut) {
+    const auto items = scene.launchWithItems(512, "Net", {"a", "b"});
+    accessibility.drawnByProtocol = [shown = items[0].element()](const auto& item) { return item == shown; };
+    const auto found = scene.discover();
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].element, items[1].element());
+}
+
+TEST_F(ItemDiscovery, WithGeometryTheProtocolDoesNotCount) {
+    scene.launchAgent();
+    const auto items = scene.launchWithItems(512, "Net", {"a", "b"});
+    scene.hide(items);
+    accessibility.drawnByProtocol = [](const auto&) { return true; };
+    EXPECT_EQ(scene.discover().size(), 2u);
+}
+
 TEST_F(ItemDiscovery, TheLogTellsHowItemsWereMatched) {
     scene.launchAgent();
     debug();

@@ -108,6 +108,10 @@ ProcessIDAnswer LinuxAccessibility::processIdentifier(const AccessibilityElement
     return {AccessibilityError::success, LinuxElement::of(element).owner()};
 }
 
+bool LinuxAccessibility::isDrawnByProtocol(const AccessibilityElement& item) const {
+    return desktop_->hasBar && !desktop_->accessibility.isNeeded() && LinuxElement::of(item).isDrawnByProtocol();
+}
+
 AccessibilityError LinuxAccessibility::performAction(const AccessibilityElement& element, std::string_view action) const {
     if (!isProcessTrusted()) return AccessibilityError::apiDisabled;
     return LinuxElement::of(element).perform(action);

@@ -30,6 +30,8 @@ public:
         AccessibilityBus& accessibility;
         StatusNotifierItems& items;
         ItemMenus& menus;
+        /// Whether some bar shows what is registered with the watcher. Any thread.
+        const std::atomic<bool>& hasBar;
     };
 
     /// Asks the user whether to enable assistive programs, and calls its argument with the answer.
@@ -45,6 +47,8 @@ public:
     [[nodiscard]] AttributeAnswer copyAttributeValue(const AccessibilityElement& element,
                                                      std::string_view attribute) const override;
     [[nodiscard]] ProcessIDAnswer processIdentifier(const AccessibilityElement& element) const override;
+    /// Bars draw all items that do not ask to be hidden. Of bars whose layout can be read nothing is taken as known.
+    [[nodiscard]] bool isDrawnByProtocol(const AccessibilityElement& item) const override;
     [[nodiscard]] AccessibilityError performAction(const AccessibilityElement& element,
                                                    std::string_view action) const override;
 

@@ -36,6 +36,8 @@ public:
     // Requests to the element's owner: see `Accessibility`.
     [[nodiscard]] virtual AttributeAnswer read(std::string_view attribute) = 0;
     [[nodiscard]] virtual AccessibilityError perform(std::string_view) { return AccessibilityError::actionUnsupported; }
+    /// See `Accessibility`.
+    [[nodiscard]] virtual bool isDrawnByProtocol() { return false; }
 
 protected:
     [[nodiscard]] static AttributeAnswer failed(AccessibilityError error) { return {error, {}}; }

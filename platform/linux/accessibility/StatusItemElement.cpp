@@ -47,6 +47,11 @@ AccessibilityError StatusItemElement::perform(std::string_view action) {
     return error;
 }
 
+bool StatusItemElement::isDrawnByProtocol() {
+    const auto known = properties_.last();
+    return known && known->isDone() && known->error().empty() && !known->isPassive();
+}
+
 /// An item is gone for all references as soon as its program ends or unregisters it.
 bool StatusItemElement::isRegistered() const { return desktop_->items.itemAt(item_.address) == item_; }
 

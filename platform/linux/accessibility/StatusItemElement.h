@@ -26,6 +26,7 @@ public:
 
     [[nodiscard]] AttributeAnswer read(std::string_view attribute) override;
     [[nodiscard]] AccessibilityError perform(std::string_view action) override;
+    [[nodiscard]] bool isDrawnByProtocol() override;
 
 private:
     using Deadline = std::chrono::steady_clock::time_point;

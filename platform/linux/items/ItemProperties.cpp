@@ -102,6 +102,11 @@ std::optional<std::string> ItemProperties::menu() const {
     return path;
 }
 
+bool ItemProperties::isPassive() const {
+    const auto* status = property("Status").as<std::string>();
+    return status != nullptr && *status == "Passive";
+}
+
 std::optional<bool> ItemProperties::isMenu() const {
     const auto* value = property("ItemIsMenu").as<bool>();
     if (value == nullptr) return std::nullopt;

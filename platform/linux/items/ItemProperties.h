@@ -29,6 +29,8 @@ public:
     [[nodiscard]] std::string id() const;
     /// The path of the item's menu; nothing when it says that it has none.
     [[nodiscard]] std::optional<std::string> menu() const;
+    /// Whether the item asks bars to hide it.
+    [[nodiscard]] bool isPassive() const;
     /// The property `ItemIsMenu`; nothing when the item does not have it.
     [[nodiscard]] std::optional<bool> isMenu() const;
 

@@ -69,8 +69,9 @@ struct QtStatusItem::Registration {
     QDBusServiceWatcher watchers{watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange};
 };
 
-QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost)
-    : screens_(screens), isOnlyHost_(std::move(isOnlyHost)), object_("Ovin") {
+QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost,
+                           std::function<void(bool)> drawnChanged)
+    : screens_(screens), isOnlyHost_(std::move(isOnlyHost)), drawnChanged_(std::move(drawnChanged)), object_("Ovin") {
     // Bars report only the button. With the Control key held, the left button counts as the secondary one, as on macOS.
     object_.activated = [this] {
         const bool isSecondary = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
@@ -95,7 +96,7 @@ void QtStatusItem::enter() {
     // The next owner may follow at once: a watcher, such as this program's own, that was queued for the name.
     connect(&registration_->watchers, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) {
-                hasHost_ = false;
+                setHasHost(false);
                 if (!newOwner.isEmpty()) enroll();
             });
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
@@ -114,8 +115,13 @@ void QtStatusItem::askForHost() {
     const QDBusMessage question = dbusCall(watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
                                            {watcherName, "IsStatusNotifierHostRegistered"});
     callLater(registration_->bus, question, untilAnswered, this, [this](const QDBusMessage& answer) {
-        hasHost_ = answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
+        setHasHost(answer.arguments().value(0).value<QDBusVariant>().variant().toBool());
     });
+}
+
+void QtStatusItem::setHasHost(bool hasHost) {
+    hasHost_ = hasHost;
+    drawnChanged_(isDrawn());
 }
 
 void QtStatusItem::setAutosaveName(const std::string& name) {
@@ -195,6 +201,8 @@ void QtStatusItem::deliverClicks() {
     }
 }
 
-std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() { return std::make_unique<QtStatusItem>(screens_, isOnlyHost_); }
+std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() {
+    return std::make_unique<QtStatusItem>(screens_, isOnlyHost_, drawnChanged_);
+}
 
 }  // namespace ovin

@@ -30,7 +30,8 @@ class QtStatusItem final : public QObject, public StatusItem {
 
 public:
     /// `isOnlyHost` tells whether the session's watcher is this program's own and no bar has registered there.
-    QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost);
+    /// `drawnChanged` is told whenever `isDrawn` may have changed.
+    QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost, std::function<void(bool isDrawn)> drawnChanged);
     ~QtStatusItem() override;
 
     /// Sets the Id, by which bars tell the item from others. If a bar has read another Id before, the item leaves the bar
@@ -55,6 +56,7 @@ private:
     void enter();
     void enroll();
     Q_SLOT void askForHost();
+    void setHasHost(bool hasHost);
     void show(Picture picture, const QString& iconName, const std::string& description);
     void draw();
     void clicked(StatusItemClick click);
@@ -62,6 +64,7 @@ private:
 
     const QtScreens& screens_;
     const std::function<bool()> isOnlyHost_;
+    const std::function<void(bool)> drawnChanged_;
     bool hasHost_ = false;
     StatusNotifierObject object_;
     MenuObject exportedMenu_;
@@ -82,15 +85,16 @@ private:
 /// The session's status items.
 class QtStatusBar final : public StatusBar {
 public:
-    /// `isOnlyHost` as for `QtStatusItem`.
-    QtStatusBar(const QtScreens& screens, std::function<bool()> isOnlyHost)
-        : screens_(screens), isOnlyHost_(std::move(isOnlyHost)) {}
+    /// The functions are those for `QtStatusItem`.
+    QtStatusBar(const QtScreens& screens, std::function<bool()> isOnlyHost, std::function<void(bool isDrawn)> drawnChanged)
+        : screens_(screens), isOnlyHost_(std::move(isOnlyHost)), drawnChanged_(std::move(drawnChanged)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
 
 private:
     const QtScreens& screens_;
     const std::function<bool()> isOnlyHost_;
+    const std::function<void(bool)> drawnChanged_;
 };
 
 }  // namespace ovin
