@@ -159,6 +159,16 @@ class FirstMac(unittest.TestCase):
                 self.assertIn(name, mac.results()[row][1])
                 self.assertTrue(mac.state()["asked"])
                 self.assertEqual(code, 0)
+                self.assertEqual(mac.run("--only", row, "--expect", missing)[0], 1)
+                self.assertEqual(mac.results()[row][0], "failed")
+                self.assertIn(name, mac.results()[row][1])
+
+    def testAnExpectedPermissionThatOvinDoesNotGetFails(self):
+        mac = self.mac()
+        code, _ = mac.run("--only", "item", "--expect", "trusted", fault=first_mac_tools.NO_TRUST, patience=IMPATIENT)
+        self.assertEqual(code, 1)
+        self.assertEqual(mac.results()["item"][0], "failed")
+        self.assertIn("Ovin may not", mac.results()["item"][1])
 
     def testWhatThisMacCannotShowIsNotTried(self):
         for fault, row, reason in (("no scripts", "appearance", "Apple events"), ("no log", "log", "cannot be read"),

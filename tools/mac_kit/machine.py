@@ -18,10 +18,10 @@ ESCAPE = "53"
 
 
 class Mac:
-    """`patience` is how many seconds anything may take to be seen."""
+    """`patience` is how many seconds anything may take to be seen, `expected` the permissions that there must be."""
 
-    def __init__(self, root, output, patience, undo):
-        self.root, self.output, self.patience, self.undo = root, output, patience, undo
+    def __init__(self, root, output, patience, expected, undo):
+        self.root, self.output, self.patience, self.expected, self.undo = root, output, patience, expected, undo
         self.folder = tempfile.mkdtemp(prefix="ovin-first-mac-")
         undo.add("folder", "rm", "-rf", self.folder)
         self.bundle = os.path.join(self.folder, "Ovin.app")
@@ -61,6 +61,10 @@ class Mac:
 
     def look(self):
         return self.hand("look")
+
+    def refusal(self, *permissions):
+        """What to raise where these are missing."""
+        return Failed if set(permissions) & set(self.expected) else NotTried
 
     def wait(self, what, look):
         end = time.monotonic() + self.patience
@@ -216,7 +220,7 @@ class Ovin(Program):
             return self.mac.wait(what, look)
         except Failed as fault:
             if any("AX: trusted=0" in line for line in self.lines()):
-                raise NotTried("The kit may use Accessibility, but Ovin may not, which it has started.") from fault
+                raise self.mac.refusal("trusted")("The kit may use Accessibility, but Ovin may not, which it has started.") from fault
             raise
 
     def windows_with(self, text):
