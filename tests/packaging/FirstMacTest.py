@@ -194,6 +194,13 @@ class FirstMac(unittest.TestCase):
         self.assertEqual(mac.results()["about"][0], "passed")
         self.assertEqual(mac.results()["constraints"], ("failed", "Unable to simultaneously satisfy constraints."))
 
+    def testAMessageAboutConstraintsInTheSystemsLogOfTestsFails(self):
+        for name in ("macos_tests", "mac_contract_tests"):
+            with self.subTest(name=name):
+                mac = self.mac(name)
+                mac.run("--only", "constraints", fault=f"constraints in {name}")
+                self.assertEqual(mac.results()["constraints"][0], "failed")
+
     def testWhoeverKillsTheKitFindsEverythingAsItWas(self):
         for number in (signal.SIGKILL, signal.SIGTERM, signal.SIGINT):
             with self.subTest(number=number):

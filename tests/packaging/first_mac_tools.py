@@ -10,6 +10,7 @@ import contextlib
 import fcntl
 import json
 import os
+import re
 import signal
 import sys
 import time
@@ -133,13 +134,22 @@ def screencapture(arguments):
         file.write("0.1" if now["dark"] and FAULT != "appearance" else "0.9")
 
 
-def log(_):
+def log(arguments):
     if FAULT == "no log":
         sys.exit("log: could not open")
+    names, *folders = re.match(r'process IN \{(.+)\} AND \(processImagePath CONTAINS "(.+)" OR processImagePath CONTAINS "(.+)"\)$',
+                               arguments[-1]).groups()
+    conflict = "[Layout] Unable to simultaneously satisfy constraints."
+    lines = [("/Applications/Ovin.app/Contents/MacOS/Ovin", "Ovin DEBUG AX: trusted=1\n" + conflict)]
     if FAULT != "log":
-        print("Ovin DEBUG AX: trusted=1")
-    if FAULT == "constraints":
-        print("[Layout] Unable to simultaneously satisfy constraints.")
+        lines.append((os.path.join(folders[0], "Ovin.app/Contents/MacOS/Ovin"), "Ovin DEBUG AX: trusted=1"))
+    for fault, path in (("constraints", os.path.join(folders[0], "Ovin.app/Contents/MacOS/Ovin")),
+                        ("constraints in macos_tests", os.path.abspath("build/macos-dev/tests/macos/macos_tests")),
+                        ("constraints in mac_contract_tests", os.path.abspath("build/macos-dev/tests/contract/mac_contract_tests"))):
+        lines += [(path, conflict)] * (FAULT == fault)
+    for path, text in lines:
+        if f'"{os.path.basename(path)}"' in names and any(folder in path for folder in folders):
+            print(text)
 
 
 # Programs that were built

@@ -143,7 +143,10 @@ class Mac:
 
     def texts_logged(self):
         """What the programs of the kit have said, and the system of them."""
-        shown = self.run("log", "show", "--style", "compact", "--start", self.start, "--predicate", 'process == "Ovin"')
+        # Started in these folders: an Ovin that is in use is none of the kit's.
+        predicate = ('process IN {"Ovin", "macos_tests", "mac_contract_tests"} AND '
+                     f'(processImagePath CONTAINS "{self.folder}" OR processImagePath CONTAINS "{self.tests}")')
+        shown = self.run("log", "show", "--style", "compact", "--start", self.start, "--predicate", predicate)
         with open(os.path.join(self.output, "system.log"), "w", encoding="utf-8") as file:
             file.write(shown.stdout)
         texts = []
