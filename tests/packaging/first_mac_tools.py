@@ -193,6 +193,8 @@ def ovin(_):
     finally:
         with state() as now:
             if pid in now["ovin"]:
+                if now["ovin"][pid]["ledge"] and FAULT != "start-beside-ending":
+                    print("Ovin DEBUG AX: trusted=1", flush=True)
                 now["ovin"][pid]["ending"] = True
             if FAULT != "organize-ended" and not preview:
                 restore(now)

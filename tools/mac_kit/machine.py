@@ -222,7 +222,7 @@ class Ovin(Program):
         try:
             return self.mac.wait(what, look)
         except Failed as fault:
-            if any("AX: trusted=0" in line for line in self.lines()):
+            if self.trust_checks("0"):
                 raise self.mac.refusal("trusted")("The kit may use Accessibility, but Ovin may not, which it has started.") from fault
             raise
 
@@ -288,6 +288,10 @@ class Ovin(Program):
         """That of a build that does not update itself."""
         self.choose("Check for Updates…")
         return self.window("OK")
+
+    def trust_checks(self, result=""):
+        """How many discoveries have begun."""
+        return sum("AX: trusted=" + result in line for line in self.lines())
 
     def discoveries(self):
         """Seconds that each took."""
