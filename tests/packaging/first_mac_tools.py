@@ -204,18 +204,19 @@ def ovin(_):
 
 def live(pid):
     """Looks for items whenever programs have come or gone, or somebody has asked."""
-    looked = None
+    looked, was_stopped = None, False
     while True:
         with state() as now:
             me = now["ovin"][pid]
             reasons = [sorted(now["items"]), me["asked"]]
             is_held_up = FAULT == "launches" or FAULT == "beside-menu" and me["menu"] or \
                 FAULT == "beside-alert" and "alert" in me["windows"]
-            hangs = any(is_stopped(one) for one in now["items"]) and FAULT == "hung-programs"
+            stopped = any(is_stopped(one) for one in now["items"])
+            hangs = was_stopped and FAULT == "hung-programs"
         if me["quit"]:
             return
         if not me["preview"] and reasons != looked and (looked is None or not is_held_up):
-            looked = reasons
+            looked, was_stopped = reasons, stopped  # The first beside them was under way before.
             print(f"Ovin DEBUG AX: trusted={int(FAULT != NO_TRUST)}", flush=True)
             if FAULT == NO_TRUST:
                 continue

@@ -333,8 +333,12 @@ def hung_programs(mac):
         for program in programs:
             program.process.send_signal(signal.SIGSTOP)
         before = len(ovin.discoveries())
-        ovin.open_ledge()
-        seconds = ovin.wait_for_discovery(before)
+        for count in (0, 1):  # The first may have been under way before they hung.
+            ovin.open_ledge()
+            ovin.wait_for_discovery(before + count)
+            ovin.press_item()
+            ovin.wait_for_no_ledge()
+        seconds = max(ovin.discoveries()[before:])
     expect(seconds < LONGEST_DISCOVERY, f"beside ten programs that hang a discovery takes {seconds:g} s")
     return f"{seconds:g} s"
 
