@@ -64,6 +64,10 @@ class StandIn:
         with open(self.path("project", "build", "first-mac", "page.md"), encoding="utf-8") as file:
             return file.read()
 
+    def commands(self):
+        with open(self.path("project", "build", "first-mac", "commands.log"), encoding="utf-8") as file:
+            return file.read()
+
     def results(self):
         """Of each row its result and what was seen."""
         found = re.findall(r"^\| `([a-z-]+)` \| .+? \| (?:\*\*)?(passed|failed|not tried)(?:\*\*)? \| (.*) \|$", self.page(),
@@ -115,11 +119,11 @@ class FirstMac(unittest.TestCase):
             self.assertTrue(os.path.exists(mac.path("project", "build", "first-mac", name)))
         self.assertEqual(mac.leftovers(), [])
         self.checkPresets(mac)
+        self.assertLess(mac.commands().index("$ osascript"), mac.commands().index("$ lipo"))  # Asks before rows are tried.
 
     def checkPresets(self, mac):
         """Those that the kit has called are there."""
-        with open(mac.path("project", "build", "first-mac", "commands.log"), encoding="utf-8") as file:
-            calls = re.findall(r"^\$ (cmake|cmake --build|ctest) --preset (\S+)", file.read(), re.MULTILINE)
+        calls = re.findall(r"^\$ (cmake|cmake --build|ctest) --preset (\S+)", mac.commands(), re.MULTILINE)
         with open(os.path.join(TOP, "CMakePresets.json"), encoding="utf-8") as file:
             presets = json.load(file)
         kinds = {"cmake": "configurePresets", "cmake --build": "buildPresets", "ctest": "testPresets"}
