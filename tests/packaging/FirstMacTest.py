@@ -143,7 +143,16 @@ class FirstMac(unittest.TestCase):
                     self.assertEqual(results[row][0], "failed", output)
                     self.assertEqual([name for name in results if results[name][0] == "failed"], [row])
                     self.assertEqual(code, 1)
-                    self.assertEqual(leftovers, [("settings", {"OvinHasShownGuide": "true"})] if row == "left-behind" else [])
+                    self.assertEqual(leftovers, [("settings", {first_mac_tools.IDENTIFIER: {"OvinHasShownGuide": "true"}})] if row == "left-behind" else [])
+
+    def testWhatIsLeftBehindIsSeen(self):
+        for fault, row, seen in (("items left", "launches", "programs with items"), ("appearance left", "appearance", "another one"),
+                                 ("login item left", "login-item", "login item")):
+            with self.subTest(fault=fault):
+                mac = self.mac(row)
+                mac.run("--only", row, "left-behind", fault=fault, patience=IMPATIENT)
+                self.assertEqual(mac.results()["left-behind"][0], "failed")
+                self.assertIn(seen, mac.results()["left-behind"][1])
 
     def testWithoutABuildNothingElseIsTried(self):
         mac = self.mac()

@@ -17,6 +17,7 @@ import time
 
 FAULT = os.environ.get("MAC_FAULT")
 NO_TRUST = "no trust"  # In Ovin, although the kit has it.
+IDENTIFIER = "org.ovin.FirstMac"
 USUAL, WIDE = 1, 2
 ENTRIES = ["Organize Menu Bar…", "How This Works", "Launch at Login", "About Ovin", "Check for Updates…", "Quit Ovin"]
 NO_UPDATES = "This copy of Ovin does not update itself"
@@ -111,20 +112,24 @@ def open_application(arguments):
 
 def defaults(arguments):
     with state() as now:
-        settings = now["settings"]
         if arguments[0] == "write":
-            settings[arguments[2]] = arguments[4]
+            now["settings"].setdefault(arguments[1], {})[arguments[2]] = arguments[4]
         elif arguments[0] == "read":
-            sys.exit(not settings)
+            sys.exit(arguments[1] not in now["settings"])
         elif FAULT != "left-behind":
-            settings.clear()
+            now["settings"].pop(arguments[1], None)
+
+
+def pgrep(arguments):
+    with state() as now:
+        sys.exit(not (now["items"] or FAULT == "items left") or not os.path.exists(arguments[1]))
 
 
 def osascript(arguments):
     if FAULT == "no scripts":
         sys.exit("not authorised to send Apple events")
     with state() as now:
-        if " set dark mode " in arguments[1]:
+        if " set dark mode " in arguments[1] and not (FAULT == "appearance left" and now["dark"]):
             now["dark"] = arguments[1].endswith("true")
         print(str(now["dark"]).lower())
 
@@ -158,6 +163,7 @@ def log(arguments):
 def status_items(titles):
     with state() as now:
         now["items"][str(os.getpid())] = titles
+        now["settings"]["mac-status-item"] = {"NSStatusItem Preferred Position Item-0": "300"}
     sys.stdin.read()
 
 
@@ -179,10 +185,11 @@ def ovin(_):
         else:
             if FAULT != "organize-killed":
                 restore(now)
-            if now["settings"].get("OvinHasShownGuide") != "true" or FAULT == "guide-once" and now["guides"]:
+            settings = now["settings"].setdefault(IDENTIFIER, {})
+            if settings.get("OvinHasShownGuide") != "true" or FAULT == "guide-once" and now["guides"]:
                 me["windows"] = ["guide"]
                 now["guides"] += 1
-            now["settings"]["OvinHasShownGuide"] = "true"
+            settings["OvinHasShownGuide"] = "true"
             if "OVIN_TEST_ORGANIZE" in environment:
                 now.update(mode=WIDE, owed=True)
                 me["windows"] = ["card"]
@@ -285,7 +292,7 @@ def press_item(me, now):
 
 def choose(title, me, now):
     me["menu"] = False
-    if title == "Launch at Login" and FAULT != "login-item":
+    if title == "Launch at Login" and FAULT != "login-item" and not (FAULT == "login item left" and now["login"]):
         now["login"] = not now["login"]
     elif title == "Quit Ovin":
         me["quit"] = True
@@ -372,7 +379,7 @@ def hand(words):
 
 
 PROGRAMS = {"cmake": cmake, "ctest": ctest, "lipo": lipo, "otool": otool, "ditto": ditto, "sw_vers": sw_vers, "git": git,
-            "open": open_application, "defaults": defaults, "osascript": osascript, "screencapture": screencapture, "log": log,
+            "open": open_application, "defaults": defaults, "pgrep": pgrep, "osascript": osascript, "screencapture": screencapture, "log": log,
             "mac-status-item": status_items, "mac-hand": hand, "Ovin": ovin}
 # Called, and without effect here.
 TOOLS = ("codesign", "iconutil", "plutil")

@@ -13,6 +13,8 @@ from page import Failed, NotTried
 
 # Of the copy that the kit starts, so that settings, login item and permissions of an Ovin that is in use stay as they are.
 IDENTIFIER = "org.ovin.FirstMac"
+ITEMS = "mac-status-item"
+DOMAINS = (IDENTIFIER, ITEMS)  # Of settings: the system keeps there where items were.
 CONSTRAINTS = re.compile(r".*(?:satisfy constraints|breaking constraint|[Cc]onflicting constraints|already being laid out).*")
 ESCAPE = "53"
 
@@ -29,6 +31,7 @@ class Mac:
         self.start = datetime.datetime.now().strftime("%Y-%m-%d %H:%M:%S")
         self.command_log = os.path.join(output, "commands.log")
         self.logs, self.pictures = [], []
+        self.login_item_may_be_on = False
         self.first = None  # What there was to look at before anything was tried.
 
     def run(self, *command):
@@ -83,7 +86,8 @@ class Mac:
                   os.path.join(self.bundle, "Contents", "Info.plist"))
         self.must(os.path.join(self.root, "packaging", "macos", "sign"), self.bundle)
         self.first = self.look()
-        self.undo.add("settings", "defaults", "delete", IDENTIFIER)
+        for domain in DOMAINS:
+            self.undo.add(f"settings of {domain}", "defaults", "delete", domain)
         self.set_guide_shown(True)
         self.undo.add("mode", self.hand_path(), "mode", str(self.first["mode"]))
         self.undo.add("programs", self.hand_path(), "end", IDENTIFIER)
@@ -98,11 +102,14 @@ class Mac:
 
     def items(self, count=60):
         """A program with as many status items, in Program.lines the number of each that is pressed."""
-        words = [os.path.join(self.tests, "contract", "mac-status-item")]
+        words = [self.items_path()]
         program = Program(self, words + [f"Kit item {i:02}" for i in range(count)], {})
         # An Ovin that starts before them would find that everything fits.
         self.wait(f"{count} items", lambda: len(self.items_of(program.pid)) >= count)
         return program
+
+    def items_path(self):
+        return os.path.join(self.tests, "contract", ITEMS)
 
     def items_of(self, pid):
         return [one for one in self.hand("tree", pid) if one["role"] == "AXMenuBarItem"]

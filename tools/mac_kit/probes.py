@@ -9,7 +9,7 @@ import re
 import signal
 import threading
 
-from machine import CONSTRAINTS, ESCAPE, IDENTIFIER, dark_mode
+from machine import CONSTRAINTS, DOMAINS, ESCAPE, IDENTIFIER, dark_mode
 from page import Failed, NotTried
 
 PROBES = {}
@@ -266,13 +266,15 @@ def login_item(mac, ovin):
         return bool(mark)
 
     expect(not is_on(), "it is on before it was switched on")
+    mac.login_item_may_be_on = True
     ovin.choose("Launch at Login")
     try:
         mac.wait("a check mark", is_on)
     finally:
         if is_on():
             ovin.choose("Launch at Login")
-    mac.wait("no check mark", lambda: not is_on())
+        mac.wait("no check mark", lambda: not is_on())
+        mac.login_item_may_be_on = False
 
 
 def names_on(ledge):
@@ -489,5 +491,10 @@ def left_behind(mac):
     mode = mac.look()["mode"]
     expect(mode == mac.first["mode"], f"the display is in mode {mode}, and was in {mac.first['mode']}")
     expect(not mac.hand("apps", IDENTIFIER), "Ovin still runs")
-    expect(mac.run("defaults", "read", IDENTIFIER).returncode != 0, "there are settings left")
+    expect(mac.run("pgrep", "-f", mac.items_path()).returncode != 0, "programs with items still run")
+    dark = {mac.first["dark"].strip(), mac.run(*dark_mode()).stdout.strip()}
+    expect(dark != {"true", "false"}, "the appearance is another one")
+    expect(not mac.login_item_may_be_on, "the login item may be on")
+    for domain in DOMAINS:
+        expect(mac.run("defaults", "read", domain).returncode != 0, f"there are settings of {domain} left")
     expect(not os.path.exists(mac.folder), f"{mac.folder} is left")
