@@ -143,16 +143,25 @@ class FirstMac(unittest.TestCase):
                     self.assertEqual(results[row][0], "failed", output)
                     self.assertEqual([name for name in results if results[name][0] == "failed"], [row])
                     self.assertEqual(code, 1)
-                    self.assertEqual(leftovers, [("settings", {first_mac_tools.IDENTIFIER: {"OvinHasShownGuide": "true"}})] if row == "left-behind" else [])
+                    settings = {first_mac_tools.IDENTIFIER: {"OvinHasShownGuide": "true"}}
+                    self.assertEqual(leftovers, [("settings", settings)] if row == "left-behind" else [])
 
     def testWhatIsLeftBehindIsSeen(self):
-        for fault, row, seen in (("items left", "launches", "programs with items"), ("appearance left", "appearance", "another one"),
+        for fault, row, seen in (("items left", "launches", "programs with items"),
+                                 ("appearance left", "appearance", "another one"),
                                  ("login item left", "login-item", "login item")):
             with self.subTest(fault=fault):
                 mac = self.mac(row)
                 mac.run("--only", row, "left-behind", fault=fault, patience=IMPATIENT)
                 self.assertEqual(mac.results()["left-behind"][0], "failed")
                 self.assertIn(seen, mac.results()["left-behind"][1])
+
+    def testAWindowThatTheScreenCutsOffFails(self):
+        for row in ("guide", "card"):
+            with self.subTest(row=row):
+                mac = self.mac(row)
+                self.assertEqual(mac.run("--only", row, fault=f"{row} below the screen")[0], 1)
+                self.assertIn("not all on the display", mac.results()[row][1])
 
     def testWithoutABuildNothingElseIsTried(self):
         mac = self.mac()

@@ -142,16 +142,16 @@ def screencapture(arguments):
 def log(arguments):
     if FAULT == "no log":
         sys.exit("log: could not open")
-    names, *folders = re.match(r'process IN \{(.+)\} AND \(processImagePath CONTAINS "(.+)" OR processImagePath CONTAINS "(.+)"\)$',
-                               arguments[-1]).groups()
+    path = 'processImagePath CONTAINS "(.+)"'
+    names, *folders = re.match(rf"process IN {{(.+)}} AND \({path} OR {path}\)$", arguments[-1]).groups()
     conflict = "[Layout] Unable to simultaneously satisfy constraints."
     lines = [("/Applications/Ovin.app/Contents/MacOS/Ovin", "Ovin DEBUG AX: trusted=1\n" + conflict)]
+    own = os.path.join(folders[0], "Ovin.app/Contents/MacOS/Ovin")
     if FAULT != "log":
-        lines.append((os.path.join(folders[0], "Ovin.app/Contents/MacOS/Ovin"), "Ovin DEBUG AX: trusted=1"))
-    for fault, path in (("constraints", os.path.join(folders[0], "Ovin.app/Contents/MacOS/Ovin")),
-                        ("constraints in macos_tests", os.path.abspath("build/macos-dev/tests/macos/macos_tests")),
-                        ("constraints in mac_contract_tests", os.path.abspath("build/macos-dev/tests/contract/mac_contract_tests"))):
-        lines += [(path, conflict)] * (FAULT == fault)
+        lines.append((own, "Ovin DEBUG AX: trusted=1"))
+    for fault, program in (("constraints", own), ("constraints in macos_tests", "build/macos-dev/tests/macos/macos_tests"),
+                           ("constraints in mac_contract_tests", "build/macos-dev/tests/contract/mac_contract_tests")):
+        lines += [(os.path.abspath(program), conflict)] * (FAULT == fault)
     for path, text in lines:
         if f'"{os.path.basename(path)}"' in names and any(folder in path for folder in folders):
             print(text)
@@ -252,20 +252,21 @@ def tree(me, now):
             found += [element(3, "AXMenuItem", title, mark="✓" if now["login"] and "Login" in title else "")
                       for title in titles]
     for window in me["windows"]:
+        top = 400 if FAULT == f"{window} below the screen" else 100
         if window == "guide":
             outside = 1000 if FAULT == "guide" else 120
-            found += [element(0, "AXWindow", "How Ovin Works", (100, 100, 480, 700)), element(1, "AXScrollArea"),
+            found += [element(0, "AXWindow", "How Ovin Works", (100, top, 480, 700)), element(1, "AXScrollArea"),
                       element(2, "AXStaticText", value="x", frame=(100, 2000, 50, 50)),
-                      element(1, "AXButton", "Done", (outside, 700, 80, 24))]
+                      element(1, "AXButton", "Done", (outside, top + 600, 80, 24))]
         elif window == "about":
             found += [element(0, "AXWindow", "About Ovin", (100, 100, 388, 430)),
                       element(1, "AXStaticText" if FAULT == "about" else "AXLink", "Contact support ↗", (120, 300, 90, 20)),
                       element(1, "AXButton", "Done", (300, 480, 80, 24))]
         elif window == "card":
-            corner = 90 if FAULT == "card-opens" and me["tall"] else 100
-            height = 900 if me["tall"] else 400
+            corner = 90 if FAULT == "card-opens" and me["tall"] else top
+            height = 700 if me["tall"] else 400
             found += [element(0, "AXWindow", "Organize", (100, corner, 492, height)),
-                      element(1, "AXButton", "Done", (300, 440 + (2000 if FAULT == "card" else 0), 80, 24))]
+                      element(1, "AXButton", "Done", (300, top + 340 + (2000 if FAULT == "card" else 0), 80, 24))]
         elif window == "alert":
             found += [element(0, "AXWindow", "", (100, 100, 300, 200)),
                       element(1, "AXStaticText", value="Something else" if FAULT == "no-updates" else NO_UPDATES),
@@ -379,8 +380,8 @@ def hand(words):
 
 
 PROGRAMS = {"cmake": cmake, "ctest": ctest, "lipo": lipo, "otool": otool, "ditto": ditto, "sw_vers": sw_vers, "git": git,
-            "open": open_application, "defaults": defaults, "pgrep": pgrep, "osascript": osascript, "screencapture": screencapture, "log": log,
-            "mac-status-item": status_items, "mac-hand": hand, "Ovin": ovin}
+            "open": open_application, "defaults": defaults, "pgrep": pgrep, "osascript": osascript,
+            "screencapture": screencapture, "log": log, "mac-status-item": status_items, "mac-hand": hand, "Ovin": ovin}
 # Called, and without effect here.
 TOOLS = ("codesign", "iconutil", "plutil")
 

@@ -98,9 +98,13 @@ def native_tests(mac):
 # Windows by themselves
 
 
-def check_inside(window):
-    """No element reaches out of its window, but for those that scroll. Returns the window's size."""
+def check_inside(mac, window, scale=1):
+    """The window is on the main display, as if that were larger by `scale`, and no element reaches out of it, but for those
+    that scroll. Returns the window's size."""
     x, y, width, height = window[0]["frame"]
+    screen = mac.look()
+    expect(x + width <= screen["width"] * scale and 0 <= y and y + height <= screen["height"] * scale and (x >= 0 or scale > 1),
+           f"the window at {window[0]['frame']} is not all on the display of {screen['width']} x {screen['height']}")
     scrolling = None  # The depth below which everything scrolls.
     for element in window[1:]:
         if scrolling is not None and element["depth"] > scrolling:
@@ -114,18 +118,18 @@ def check_inside(window):
 
 
 @probe_of_ovin("guide", OVIN_TEST_GUIDE="1")
-def guide(_, ovin):
-    seen = check_inside(ovin.window("How Ovin Works"))
+def guide(mac, ovin):
+    seen = check_inside(mac, ovin.window("How Ovin Works"))
     ovin.press("AXButton", "Done")
     ovin.wait_for_end()
     return seen
 
 
 @probe_of_ovin("about", OVIN_TEST_ABOUT="1")
-def about(_, ovin):
+def about(mac, ovin):
     window = ovin.window("About Ovin")
     expect(any(element["role"] == "AXLink" for element in window), "no link is told of as one")
-    return check_inside(window)
+    return check_inside(mac, window)
 
 
 @probe("card", "trusted")
@@ -133,7 +137,7 @@ def card(mac):
     seen = []
     for scale in SCALES:
         with mac.ovin(OVIN_TEST_ARRANGE_WINDOW=scale, OVIN_TEST_CARD="1") as ovin:
-            seen.append(f"{scale}: {check_inside(ovin.window('Done'))}")
+            seen.append(f"{scale}: {check_inside(mac, ovin.window('Done'), float(scale))}")
             ovin.press("AXButton", "Done")
             ovin.wait_for_end()
     return "\n".join(seen)
@@ -288,7 +292,7 @@ def ledge(mac):
         ovin.wait_for_discovery(0)
         ovin.open_ledge()
         names = mac.wait("an item of the kit on the ledge", lambda: names_on(ovin.wait_for_ledge()))
-        check_inside(ovin.wait_for_ledge())
+        check_inside(mac, ovin.wait_for_ledge())
         ovin.press("AXButton", names[-1])
         mac.wait("the press in the program of the item", lambda: str(int(names[-1][-2:])) in program.lines())
         ovin.wait_for_no_ledge()
@@ -398,7 +402,7 @@ def organize(mac, finish):
         with mac.items(), mac.ovin(OVIN_TEST_ORGANIZE="1") as ovin:
             mac.wait("a wider display", lambda: mac.look()["width"] > usual["width"])
             wide = mac.look()["width"]
-            check_inside(ovin.window("Done"))
+            check_inside(mac, ovin.window("Done"))
             finish(ovin)
             mac.wait("the usual mode", lambda: mac.look()["mode"] == usual["mode"])
     finally:
