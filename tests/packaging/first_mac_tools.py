@@ -59,7 +59,7 @@ def install(path):
 
 def cmake(arguments):
     if FAULT == "build":
-        sys.exit("ninja: build stopped")
+        sys.exit("ninja: build stopped: <private> *")
     if arguments == ["--build", "--preset", "macos"]:
         install("build/macos/Ovin.app/Contents/MacOS/Ovin")
         with open("build/macos/Ovin.app/Contents/Info.plist", "w", encoding="utf-8"):

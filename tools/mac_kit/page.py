@@ -30,7 +30,7 @@ def read_rows(root):
 
 def text_of(seen):
     """As a cell of a table can hold it."""
-    return re.sub(r"\s*\n\s*", "; ", str(seen).strip()).replace("|", "\\|") or "nothing"
+    return re.sub(r"([\\`*<|])", r"\\\1", re.sub(r"\s*\n\s*", "; ", str(seen).strip())) or "nothing"
 
 
 def write(folder, machine, rows, pictures):
