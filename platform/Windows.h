@@ -66,7 +66,8 @@ public:
 
     /// Shows other content at its fitting size. The top left corner stays where it is, also after the user has moved the
     /// panel, and the keyboard focus stays on the button with the same tag. While the user holds a button of the panel down,
-    /// the content waits for the release; of several that wait, the last is shown.
+    /// the content waits for the release; of several that wait, the last is shown. It is there at the latest when the event
+    /// loop has next run with no mouse button held down and no menu of this process open.
     virtual void replace(const View& content) = 0;
 };
 
