@@ -3,6 +3,9 @@
 A view asks for a stated length as strongly as it can. Where its class has a size of its own content, the hugging and the
 compression resistance ask for that size, and must ask less strongly where a length is stated. And a view that stands in no
 other asks to keep its frame until it is told not to translate its autoresizing mask.
+
+This sees one source at a time, and one class: a length and a priority meet only where the same source states both, of
+expressions of the same static type.
 """
 
 from declarations import kind_of
