@@ -68,7 +68,7 @@ void AppDelegate::applicationWillTerminate() {
     if (arrange_) arrange_->end();
 }
 
-void AppDelegate::openLedge() {
+void AppDelegate::openAgain() {
     if (control_) return perform(Command::showHiddenItems);
     if (isPreview(platform_.process)) start();
 }

@@ -27,7 +27,7 @@ public:
 
     /// Somebody has started the application a second time: its ledge opens. A preview becomes the application, because a
     /// system that tells it of the start has started no other process.
-    void openLedge();
+    void openAgain();
 
     /// Somebody has told the application to do something. Does nothing while one window is shown alone.
     void perform(Command command);

@@ -65,7 +65,7 @@ std::vector<CommandLineAction> actions() {
 
 /// Does what another program has asked for; names that nobody knows are ignored.
 void perform(AppDelegate& delegate, const QString& action) {
-    if (action.isEmpty()) return delegate.openLedge();
+    if (action.isEmpty()) return delegate.openAgain();
     if (const auto command = commandNamed(action.toStdString())) delegate.perform(*command);
 }
 

@@ -10,7 +10,7 @@ void run() {
     MacWorld world;
     AppDelegate delegate(world.platform());
     world.application().run({[&delegate] { delegate.applicationDidFinishLaunching(); },
-                             [&delegate] { delegate.applicationWillTerminate(); }, [&delegate] { delegate.openLedge(); }});
+                             [&delegate] { delegate.applicationWillTerminate(); }, [&delegate] { delegate.openAgain(); }});
 }
 
 }  // namespace

@@ -135,11 +135,11 @@ TEST_F(AppDelegateTest, QuittingInAPreviewDoesNothingExtra) {
 TEST_F(AppDelegateTest, APreviewThatIsStartedASecondTimeBecomesTheApplication) {
     set("OVIN_TEST_ARRANGE_WINDOW");
     launch();
-    delegate->openLedge();
+    delegate->openAgain();
     EXPECT_FALSE(isCardShown());
     EXPECT_EQ(world.statusBar.itemCount, 1);
     EXPECT_EQ(world.updates.startCount, 1);
-    delegate->openLedge();
+    delegate->openAgain();
     EXPECT_TRUE(world.windows.ledge());
     EXPECT_EQ(world.updates.startCount, 1);
 }
@@ -148,7 +148,7 @@ TEST_F(AppDelegateTest, TheGuideOfAPreviewThatBecameTheApplicationOrganizes) {
     set("OVIN_TEST_GUIDE");
     launch();
     world.defaults.values["OvinHasShownGuide"] = true;
-    delegate->openLedge();
+    delegate->openAgain();
     world.windows.click("How Ovin Works", viewsOf<PushButton>(windows().at(0).content).at(1).tag);
     world.time.advance(1s);
     EXPECT_TRUE(isOrganizing());
@@ -301,7 +301,7 @@ TEST_F(AppDelegateTest, AStoreThatRefusesToChangeDoesNotStopTheLaunch) {
 
 TEST_F(AppDelegateTest, ASecondStartOpensTheLedgeOfTheFirst) {
     launch();
-    delegate->openLedge();
+    delegate->openAgain();
     EXPECT_TRUE(world.windows.ledge());
 }
 
