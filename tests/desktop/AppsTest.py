@@ -83,10 +83,9 @@ class ProgramsOfOthers(unittest.TestCase):
         time.sleep(1)  # one of them takes its item back and registers it again
         self.assertFindsAll()
 
-    # Known to fail: they have the interpreter's name.
-    @unittest.expectedFailure
-    def test2ProgramsThatAnInterpreterRunsHaveTheirOwnNames(self):
-        self.assertLessEqual(INTERPRETED, set(found()))
+    def test2ProgramsThatAnInterpreterRunsStillHaveItsName(self):
+        # A known fault: once it is mended, all names are to be found.
+        self.assertTrue(INTERPRETED.isdisjoint(found()))
 
     def test3OneThatHidesIsFoundAloneWhereTheBarDrawsAll(self):
         show("1440x900")
