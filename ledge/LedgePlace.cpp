@@ -18,6 +18,12 @@ double beginning(double middle, double length, double least, double most, double
     return std::max(least + distance, std::min(middle - length / 2, most - distance - length));
 }
 
+/// Moved into the screen, as what passes for a bar may cover all of it.
+Point within(const Rect& frame, Size size, Point origin) {
+    return {std::max(frame.origin.x, std::min(origin.x, right(frame) - size.width)),
+            std::max(frame.origin.y, std::min(origin.y, bottom(frame) - size.height))};
+}
+
 }  // namespace
 
 Rect ledgeRoom(const Screen& screen) {
@@ -54,15 +60,15 @@ Point ledgeOrigin(const Screen& screen, Size size) {
     const double y = beginning(clicked.y, size.height, room.origin.y, bottom(room), distanceFromBar);
     switch (screen.bar->edge) {
         case Edge::bottom:
-            return {x, bottom(room) - distanceFromBar - size.height};
+            return within(screen.frame, size, {x, bottom(room) - distanceFromBar - size.height});
         case Edge::left:
-            return {room.origin.x + distanceFromBar, y};
+            return within(screen.frame, size, {room.origin.x + distanceFromBar, y});
         case Edge::right:
-            return {right(room) - distanceFromBar - size.width, y};
+            return within(screen.frame, size, {right(room) - distanceFromBar - size.width, y});
         case Edge::top:
             break;
     }
-    return {x, top};
+    return within(screen.frame, size, {x, top});
 }
 
 }  // namespace ovin

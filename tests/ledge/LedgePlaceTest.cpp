@@ -65,5 +65,16 @@ TEST_F(LedgePlaceTest, ALedgeThatHasNotRoomEnoughBeginsWhereTheRoomBegins) {
     EXPECT_EQ(ledgeOrigin(screen, {1270, 40}).x, 1008);
 }
 
+TEST_F(LedgePlaceTest, BesideWhatCoversTheWholeScreenItIsOnTheScreen) {
+    for (const Edge edge : {Edge::top, Edge::bottom, Edge::left, Edge::right}) {
+        screen.bar = BarPlace{edge, screen.frame, {1500, 500}};
+        const Point origin = ledgeOrigin(screen, {200, 40});
+        EXPECT_GE(origin.x, screen.frame.origin.x);
+        EXPECT_GE(origin.y, screen.frame.origin.y);
+        EXPECT_LE(origin.x + 200, screen.frame.origin.x + screen.frame.size.width);
+        EXPECT_LE(origin.y + 40, screen.frame.origin.y + screen.frame.size.height);
+    }
+}
+
 }  // namespace
 }  // namespace ovin

@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -64,9 +63,8 @@ private:
     [[nodiscard]] Numbers answer(xcb_get_property_cookie_t question) const {
         const FromXcb<xcb_get_property_reply_t> reply{xcb_get_property_reply(connection_, question, nullptr)};
         if (!reply || reply->format != 32) return {};
-        Numbers numbers(reply->value_len);
-        std::memcpy(numbers.data(), xcb_get_property_value(reply.get()), numbers.size() * sizeof(std::uint32_t));
-        return numbers;
+        const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+        return {first, first + reply->value_len};
     }
 
     [[nodiscard]] Numbers children() const {
