@@ -26,7 +26,8 @@ public:
 
     /// Sets what is called when the user puts the panel away with the Escape key, or the system does. Never called where
     /// neither can be.
-    virtual void onDismissal(std::function<void()> handler) { static_cast<void>(handler); }
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): a world that heeds it keeps it
+    virtual void onDismissal(std::function<void()> /*handler*/) {}
 };
 
 /// A window with a title bar that shows neither title nor buttons: a page to read and to close. Hidden until `show`;
