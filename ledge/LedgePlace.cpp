@@ -18,10 +18,20 @@ double beginning(double middle, double length, double least, double most, double
     return std::max(least + distance, std::min(middle - length / 2, most - distance - length));
 }
 
-/// Moved into the screen, as what passes for a bar may cover all of it.
-Point within(const Rect& frame, Size size, Point origin) {
-    return {std::max(frame.origin.x, std::min(origin.x, right(frame) - size.width)),
-            std::max(frame.origin.y, std::min(origin.y, bottom(frame) - size.height))};
+Point besideBar(const BarPlace& bar, const Rect& room, Size size) {
+    const double x = beginning(bar.clicked.x, size.width, room.origin.x, right(room), distanceFromSide);
+    const double y = beginning(bar.clicked.y, size.height, room.origin.y, bottom(room), distanceFromBar);
+    switch (bar.edge) {
+        case Edge::bottom:
+            return {x, bottom(room) - distanceFromBar - size.height};
+        case Edge::left:
+            return {room.origin.x + distanceFromBar, y};
+        case Edge::right:
+            return {right(room) - distanceFromBar - size.width, y};
+        case Edge::top:
+            break;
+    }
+    return {x, room.origin.y + distanceFromBar};
 }
 
 }  // namespace
@@ -52,23 +62,13 @@ Rect ledgeRoom(const Screen& screen) {
 }
 
 Point ledgeOrigin(const Screen& screen, Size size) {
+    const Rect& frame = screen.frame;
     const Rect room = ledgeRoom(screen);
-    const double top = room.origin.y + distanceFromBar;
-    if (!screen.bar) return {right(screen.frame) - distanceFromSide - size.width, top};
-    const Point& clicked = screen.bar->clicked;
-    const double x = beginning(clicked.x, size.width, room.origin.x, right(room), distanceFromSide);
-    const double y = beginning(clicked.y, size.height, room.origin.y, bottom(room), distanceFromBar);
-    switch (screen.bar->edge) {
-        case Edge::bottom:
-            return within(screen.frame, size, {x, bottom(room) - distanceFromBar - size.height});
-        case Edge::left:
-            return within(screen.frame, size, {room.origin.x + distanceFromBar, y});
-        case Edge::right:
-            return within(screen.frame, size, {right(room) - distanceFromBar - size.width, y});
-        case Edge::top:
-            break;
-    }
-    return within(screen.frame, size, {x, top});
+    if (!screen.bar) return {right(frame) - distanceFromSide - size.width, room.origin.y + distanceFromBar};
+    // What passes for a bar may cover the whole screen.
+    const Point origin = besideBar(*screen.bar, room, size);
+    return {std::max(frame.origin.x, std::min(origin.x, right(frame) - size.width)),
+            std::max(frame.origin.y, std::min(origin.y, bottom(frame) - size.height))};
 }
 
 }  // namespace ovin
