@@ -1,16 +1,17 @@
 // Ovin on the Linux desktop: the only place that chooses a world.
 
 #include <QApplication>
-#include <QPixmapCache>
 #include <chrono>
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "app/AppDelegate.h"
 #include "app/Command.h"
 #include "platform/linux/LinuxWorld.h"
+#include "platform/linux/drawing/IconLoader.h"
 #include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/session/CommandLine.h"
 #include "platform/linux/session/SingleInstance.h"
@@ -33,10 +34,6 @@ int fail(const char* problem) {
     std::fprintf(stderr, "ovin: %s\n", problem);
     return 1;
 }
-
-/// In KiB: room for some hundred icons of the ledge's size. More would only keep pictures that nobody asks for again,
-/// because icons that other programs draw are new to the toolkit each time that the ledge opens.
-constexpr int pictureCache = 2048;
 
 /// The exit status when this program is not to run.
 std::optional<int> giveWay(SingleInstance& instance, const QString& action) {
@@ -82,6 +79,8 @@ int run(TerminationSignal& signals, const QString& action) {
     world->application().endWith(signals);
     QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));
 
+    IconLoader::share(std::make_unique<IconLoader>("/proc/self/exe"));
+
     BootClock wallClock;
     std::unique_ptr<UpdateFeed> feed;
     if constexpr (looksForUpdates) feed = std::make_unique<QtUpdateFeed>();
@@ -102,6 +101,7 @@ int run(TerminationSignal& signals, const QString& action) {
 }  // namespace ovin
 
 int main(int argumentCount, char** arguments) {
+    if (argumentCount == 2 && std::string_view(arguments[1]) == ovin::readIconsArgument) return ovin::readIcons();
     ovin::TerminationSignal signals;
     const auto application = ovin::makeApplication(argumentCount, arguments);
     QCoreApplication::setApplicationName("Ovin");
@@ -111,6 +111,5 @@ int main(int argumentCount, char** arguments) {
     QGuiApplication::setDesktopFileName("org.ovin.Ovin");
     // Ovin lives in the menu bar, so closing its last window does not end it.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    QPixmapCache::setCacheLimit(ovin::pictureCache);
     return ovin::run(signals, commandLine.action);
 }

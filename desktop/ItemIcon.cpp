@@ -2,11 +2,11 @@
 
 #include <QFont>
 #include <QGuiApplication>
-#include <QIcon>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
-#include "platform/linux/drawing/ItemPicture.h"
+#include "platform/linux/drawing/IconReader.h"
 #include "platform/linux/drawing/SymbolicIcon.h"
 
 namespace ovin {
@@ -19,12 +19,6 @@ QPixmap scaled(const QImage& image, const ItemIconStyle& style) {
     QPixmap result = QPixmap::fromImage(image.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     result.setDevicePixelRatio(style.pixelRatio);
     return result;
-}
-
-QPixmap pixels(const QIcon& icon, const QString& name, const ItemIconStyle& style) {
-    QPixmap picture = icon.pixmap(QSize(style.height, style.height), style.pixelRatio);
-    if (!picture.isNull() && (isSymbolicIcon(icon.name()) || isSymbolicIcon(name))) tint(picture, style.foreground);
-    return picture;
 }
 
 QPixmap emptyPicture(const ItemIconStyle& style) {
@@ -55,8 +49,13 @@ QPixmap letter(const QString& title, const ItemIconStyle& style) {
 
 QPixmap itemIcon(const StatusItemState& state, const QString& title, const ItemIconStyle& style) {
     const auto& shown = state.shownIcon();
-    const QIcon icon = namedItemIcon(shown.name, state.iconThemePath);
-    if (const QPixmap named = icon.isNull() ? QPixmap() : pixels(icon, shown.name, style); !named.isNull()) return named;
+    const int side = static_cast<int>(std::lround(style.height * style.pixelRatio));
+    const ReadIcon icon = readIcon({shown.name, state.iconThemePath}, side);
+    if (QPixmap named = QPixmap::fromImage(icon.picture); !named.isNull()) {
+        named.setDevicePixelRatio(style.pixelRatio);
+        if (icon.isSymbolic) tint(named, style.foreground);
+        return named;
+    }
     if (!shown.image.isNull()) return scaled(shown.image, style);
     return letter(title, style);
 }

@@ -1,9 +1,17 @@
 #include "platform/linux/views/ItemButton.h"
 
 #include <QPainter>
+#include <QTimer>
 #include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <string>
 
+#include "platform/icu/IcuText.h"
+#include "platform/linux/drawing/IconLoader.h"
+#include "platform/linux/drawing/QtFonts.h"
 #include "platform/linux/drawing/QtIcons.h"
+#include "platform/linux/drawing/SymbolicIcon.h"
 #include "platform/linux/views/PressButton.h"
 
 namespace ovin {
@@ -13,6 +21,11 @@ namespace {
 constexpr int titlePadding = 6;
 constexpr int imageGap = 4;
 constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor::label}};
+/// As many as the ledge shows of an application that has no icon.
+constexpr std::size_t initialsShown = 2;
+constexpr Font initialsFont{13, Font::Weight::regular};
+/// Most icons come before this, and initials in their place would only flicker.
+constexpr std::chrono::milliseconds hesitation{150};
 constexpr double highlightRadius = 5;
 constexpr double hoverOpacity = 0.1;
 constexpr double pressOpacity = 0.2;
@@ -24,7 +37,8 @@ ItemButton::ItemButton(const Button& button) : title_(button.title), imagePositi
     setText(plainText(button.title));
     setShortcut({});
     if (button.image) {
-        setIcon(qtIcon(button.image->image));
+        image_ = button.image->image;
+        if (const auto* loader = IconLoader::shared()) connect(loader, &IconLoader::loaded, this, &ItemButton::takeIcon);
         setIconSize(QSizeF(button.image->size.width, button.image->size.height).toSize());
     }
     setPlainToolTip(*this, button.toolTip);
@@ -66,7 +80,7 @@ void ItemButton::paintEvent(QPaintEvent*) {
         QRect place(
             QPoint(isAlone ? (width() - iconSize().width()) / 2 : titlePadding, (height() - iconSize().height()) / 2),
             iconSize());
-        icon().paint(&painter, place);
+        drawImage(painter, place);
         rest.setLeft(place.right() + 1 + imageGap);
         rest.setRight(rest.right() - titlePadding);
     }
@@ -74,6 +88,43 @@ void ItemButton::paintEvent(QPaintEvent*) {
     const TextLines lines = title();
     const QSize spare = rest.size() - lines.size();
     lines.draw(painter, rest.topLeft() + QPoint(showsImage ? 0 : spare.width() / 2, spare.height() / 2));
+}
+
+void ItemButton::drawImage(QPainter& painter, const QRect& place) {
+    const int side = static_cast<int>(std::ceil(std::min(place.width(), place.height()) * devicePixelRatioF()));
+    if (side != pictureSide_ && image_) {
+        pictureSide_ = side;
+        loadIcon(*image_, side);
+        takeIcon();
+        asked_.start();
+        if (picture_.isNull()) QTimer::singleShot(hesitation, this, qOverload<>(&QWidget::update));
+    }
+    if (picture_.isNull()) {
+        if (!asked_.hasExpired(hesitation.count())) return;
+        const QString initials = QString::fromStdString(IcuText().prefix(accessibleName().toStdString(), initialsShown));
+        painter.setPen(palette().color(QPalette::WindowText));
+        painter.setFont(qtFont(initialsFont));
+        painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, initials);
+        return;
+    }
+    // A small picture is shown in its own size.
+    const QSizeF size = QSizeF(picture_.size()).scaled(QSizeF(picture_.size()).boundedTo(place.size()), Qt::KeepAspectRatio);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(QRectF(QRectF(place).center() - QPointF(size.width(), size.height()) / 2, size), picture_,
+                       QRectF(picture_.rect()));
+}
+
+void ItemButton::takeIcon() {
+    if (pictureSide_ == 0) return;
+    const ReadIcon icon = knownIcon(*image_, pictureSide_);
+    picture_ = QPixmap::fromImage(icon.picture);
+    if (icon.isSymbolic) tint(picture_, palette().color(QPalette::WindowText));
+    update();
+}
+
+void ItemButton::changeEvent(QEvent* event) {
+    QAbstractButton::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) takeIcon();
 }
 
 void ItemButton::enterEvent(QEnterEvent* event) {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QElapsedTimer>
+#include <QPixmap>
+#include <optional>
 
 #include "platform/Views.h"
 #include "platform/linux/drawing/TextLines.h"
@@ -20,13 +23,21 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     [[nodiscard]] int contentWidth() const;
     [[nodiscard]] TextLines title() const;
+    void drawImage(QPainter& painter, const QRect& place);
+    void takeIcon();
 
     const AttributedText title_;
     const Button::ImagePosition imagePosition_;
+    std::optional<Image> image_;
+    /// What is known of the image, for this many pixels to a side. Initials stand for one that does not come soon.
+    QPixmap picture_;
+    int pictureSide_ = 0;
+    QElapsedTimer asked_;
     /// Kept because layouts ask for sizes again and again, and laying out a text costs more than all the rest of a button.
     /// Empty where no title is shown.
     QSize titleSize_;

@@ -2,14 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <QIcon>
 #include <QImage>
-#include <QPixmap>
-#include <QTemporaryDir>
 #include <string>
 #include <utility>
 
-#include "platform/linux/drawing/ItemPicture.h"
 #include "platform/linux/drawing/QtIcons.h"
 
 namespace ovin {
@@ -38,25 +34,8 @@ int sideOf(const BusValue::Dictionary& properties) {
     return icon ? icon->pixels.width : 0;
 }
 
-/// What the ledge draws for an item.
-QIcon shown(const BusValue::Dictionary& properties) { return qtIcon(Image(itemIcon(properties))); }
-
-/// A theme without a generic icon, so that an icon that falls back to the generic one shows nothing.
-bool isGeneric(const QIcon& icon) {
-    return icon.pixmap(28).toImage() ==
-           qtIcon(Image(std::make_shared<ItemIcon>("no-such-icon", "", ItemIcon::Pixels{}))).pixmap(28).toImage();
-}
-
-QString writePicture(const QTemporaryDir& folder, const QString& name) {
-    QImage image(16, 16, QImage::Format_ARGB32);
-    image.fill(QColor::fromRgba(colour));
-    const QString path = folder.filePath(name);
-    EXPECT_TRUE(image.save(path, "PNG"));
-    return path;
-}
-
 TEST(ItemIcon, ThePixelsOfAnItemAreDrawnInTheirColours) {
-    const QImage drawn = shown(pictures({squarePicture(28)})).pixmap(28).toImage();
+    const QImage drawn = knownIcon(Image(itemIcon(pictures({squarePicture(28)}))), 28).picture;
     EXPECT_EQ(drawn.pixelColor(14, 14), QColor::fromRgba(colour));
 }
 
@@ -81,40 +60,6 @@ TEST(ItemIcon, WhatIsNoPictureIsNone) {
     EXPECT_EQ(itemIcon(pictures({text, {BusValue::Array{}}, {BusValue::Array{text, text, text}}})), nullptr);
     EXPECT_EQ(itemIcon({{"IconName", number(7)}}), nullptr);
     EXPECT_EQ(itemIcon(named(std::string(100'000, 'x'))), nullptr);
-}
-
-TEST(ItemIcon, AnIconIsFoundInTheFolderThatComesWithIt) {
-    const QTemporaryDir folder;
-    writePicture(folder, "mail.png");
-    const QImage drawn = shown(named("mail", folder.path().toStdString())).pixmap(16).toImage();
-    EXPECT_EQ(drawn.pixelColor(8, 8), QColor::fromRgba(colour));
-}
-
-TEST(ItemIcon, ANameThatLeadsOutOfItsFolderFindsNothing) {
-    const QTemporaryDir folder;
-    writePicture(folder, "secret.png");
-    ASSERT_TRUE(QDir(folder.path()).mkdir("theme"));
-    const QString theme = folder.filePath("theme");
-    EXPECT_FALSE(namedItemIcon(folder.filePath("secret.png"), {}).isNull());
-    for (const char* name : {"../secret", "../secret.png", "./../secret", "..", "theme/../../secret"}) {
-        EXPECT_TRUE(namedItemIcon(name, theme).isNull()) << name;
-        EXPECT_TRUE(isGeneric(shown(named(name, theme.toStdString())))) << name;
-    }
-    EXPECT_TRUE(namedItemIcon("secret", ".").isNull());
-}
-
-TEST(ItemIcon, AFileThatIsNoPictureFallsBackToPixelsOrTheGenericIcon) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("broken.png"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no picture");
-    file.close();
-    auto properties = named(file.fileName().toStdString());
-    EXPECT_TRUE(isGeneric(shown(properties)));
-    EXPECT_TRUE(isGeneric(shown(named("/dev/zero"))));
-    EXPECT_TRUE(isGeneric(shown(named(folder.path().toStdString()))));
-    properties.merge(pictures({squarePicture(28)}));
-    EXPECT_EQ(shown(properties).pixmap(28).toImage().pixelColor(14, 14), QColor::fromRgba(colour));
 }
 
 TEST(ItemIcon, AnIconThatLooksLikeTheLastOneLeavesItInPlace) {

@@ -3,13 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
+#include <QDeadlineTimer>
 #include <QTemporaryDir>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "ledge/LedgeView.h"
+#include "platform/linux/drawing/IconLoader.h"
 #include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/drawing/QtDrawing.h"
 #include "platform/linux/views/ItemButton.h"
@@ -92,18 +93,43 @@ TEST_F(QtViewsTest, AClickDeliversTheTagEvenWhenTheHandlerDeletesTheButton) {
     EXPECT_EQ(widget, nullptr);
 }
 
-TEST_F(QtViewsTest, AnIconThatCannotBeReadIsReplacedByAGenericOne) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("broken.png"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no picture");
-    file.close();
-    for (const std::string& name :
-         {file.fileName().toStdString(), std::string("/nowhere.png"), std::string("no-such-icon")}) {
-        const Image image(std::make_shared<NamedIcon>(name));
-        const View row = ledgeRow(world.text, {item("App", image, {})}, "");
-        EXPECT_EQ(differencesWhileShown(row), std::vector<std::string>()) << name;
+/// The button that the ledge shows for an application with this icon, at first.
+class IconOnTheLedge : public QtViewsTest {
+protected:
+    IconOnTheLedge() { IconLoader::share(std::make_unique<IconLoader>(OVIN_PROGRAM)); }
+    ~IconOnTheLedge() override { delete IconLoader::shared(); }
+
+    /// Whether the button, painted again and again, shows this colour before long.
+    bool comesToShow(const std::string& name, QColor colour) {
+        const View row = ledgeRow(world.text, {item("App", Image(std::make_shared<NamedIcon>(name)), {})}, "");
+        const std::unique_ptr<QWidget> widget(makeWidget(row, {}));
+        widget->show();
+        const QDeadlineTimer deadline(20'000);
+        for (;;) {
+            const QImage seen = widget->grab().toImage();
+            for (int pixel = 0; pixel < seen.width() * seen.height(); ++pixel) {
+                if (seen.pixelColor(pixel % seen.width(), pixel / seen.width()) == colour) return true;
+            }
+            if (deadline.hasExpired()) return false;
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        }
     }
+};
+
+TEST_F(IconOnTheLedge, ComesLater) {
+    const QTemporaryDir folder;
+    QImage picture(22, 22, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(folder.filePath("red.png")));
+    EXPECT_TRUE(comesToShow(folder.filePath("red.png").toStdString(), Qt::red));
+}
+
+TEST_F(IconOnTheLedge, IsTheApplicationsInitialsWhereThereIsNone) {
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Qt::blue);
+    QApplication::setPalette(palette);
+    EXPECT_TRUE(comesToShow("/nowhere.png", Qt::blue));
+    QApplication::setPalette({});
 }
 
 TEST_F(QtViewsTest, AnOutlineStaysInsideItsShape) {

@@ -1,0 +1,147 @@
+#include "platform/linux/drawing/IconLoader.h"
+
+#include <QCoreApplication>
+#include <QDataStream>
+#include <QIcon>
+#include <QPointer>
+#include <algorithm>
+#include <utility>
+
+namespace ovin {
+namespace {
+
+/// Room for some hundred icons of the ledge's size.
+constexpr qsizetype mostBytesKnown = 4 << 20;
+/// A reader that dies more often than this is not started again for what is still wanted.
+constexpr int mostFailures = 8;
+/// For readers to end when the program does. One that a file system holds never will.
+constexpr int farewell = 100;
+
+QPointer<IconLoader> theLoader;
+
+QImage pictureOf(QSize size, const QByteArray& pixels, int side) {
+    const bool fits = !size.isEmpty() && size.width() <= side && size.height() <= side;
+    if (!fits || pixels.size() != qsizetype{4} * size.width() * size.height()) return {};
+    return QImage(reinterpret_cast<const uchar*>(pixels.constData()), size.width(), size.height(), 4 * size.width(),
+                  QImage::Format_ARGB32_Premultiplied)
+        .copy();
+}
+
+}  // namespace
+
+IconLoader::IconLoader(QString program, std::chrono::milliseconds patience)
+    : program_(std::move(program)), known_(mostBytesKnown) {
+    // Once nothing else is to do: starting a program takes longer than showing the ledge.
+    starting_.setSingleShot(true);
+    connect(&starting_, &QTimer::timeout, this, &IconLoader::start);
+    patience_.setSingleShot(true);
+    patience_.setInterval(patience);
+    connect(&patience_, &QTimer::timeout, this, &IconLoader::giveUp);
+}
+
+IconLoader::~IconLoader() {
+    for (QProcess* reader : findChildren<QProcess*>()) {
+        reader->disconnect();
+        reader->kill();
+        // Its destructor would wait for half a minute.
+        if (!reader->waitForFinished(farewell)) reader->setParent(nullptr);
+    }
+}
+
+IconLoader* IconLoader::shared() { return theLoader; }
+
+void IconLoader::share(std::unique_ptr<IconLoader> loader) {
+    delete theLoader;
+    theLoader = loader.release();
+    theLoader->setParent(QCoreApplication::instance());
+}
+
+void IconLoader::load(const IconName& icon, int side) {
+    const Request request{icon, side};
+    const ReadIcon* known = known_.object(request);
+    const bool isOfTheme = icon.themeFolder.isEmpty() && !icon.name.startsWith(QLatin1Char('/'));
+    if (known != nullptr && !known->picture.isNull() && isOfTheme) return;
+    if (outstanding_.contains(request)) return;
+    outstanding_.append(request);
+    if (reader_ != nullptr)
+        send(request);
+    else
+        starting_.start(0);
+}
+
+std::optional<ReadIcon> IconLoader::known(const IconName& icon, int side) const {
+    const ReadIcon* known = known_.object({icon, side});
+    return known == nullptr ? std::nullopt : std::optional(*known);
+}
+
+void IconLoader::start() {
+    reader_ = new QProcess(this);
+    // Decoders complain of strange pictures.
+    reader_->setStandardErrorFile(QProcess::nullDevice());
+    connect(reader_, &QProcess::readyReadStandardOutput, this, &IconLoader::receive);
+    // Later, because a program that cannot be started says so before `start` returns.
+    const auto lost = [this, reader = reader_] {
+        if (reader == reader_) giveUp();
+    };
+    connect(reader_, &QProcess::errorOccurred, this, lost, Qt::QueuedConnection);
+    connect(reader_, &QProcess::finished, this, lost, Qt::QueuedConnection);
+    std::stable_partition(outstanding_.begin(), outstanding_.end(),
+                          [this](const Request& request) { return !feared_.contains(request); });
+    patience_.start();
+    reader_->start(program_, {QLatin1String(readIconsArgument)});
+    QDataStream themes(reader_);
+    themes << QIcon::themeName() << QIcon::fallbackThemeName() << QIcon::themeSearchPaths() << QIcon::fallbackSearchPaths();
+    for (const Request& request : std::as_const(outstanding_)) send(request);
+}
+
+void IconLoader::send(const Request& request) {
+    QDataStream stream(reader_);
+    stream << request.icon.name << request.icon.themeFolder << qint32{request.side};
+}
+
+void IconLoader::receive() {
+    QDataStream stream(reader_);
+    while (!outstanding_.isEmpty()) {
+        ReadIcon icon;
+        QSize size;
+        QByteArray pixels;
+        stream.startTransaction();
+        stream >> icon.isSymbolic >> size >> pixels;
+        if (!stream.commitTransaction()) break;
+        icon.picture = pictureOf(size, pixels, outstanding_.front().side);
+        settle(std::move(icon));
+        patience_.start();
+    }
+    if (outstanding_.isEmpty()) dismiss();
+    Q_EMIT loaded();
+}
+
+void IconLoader::settle(ReadIcon icon) {
+    const qsizetype bytes = icon.picture.sizeInBytes() + 100;
+    known_.insert(outstanding_.takeFirst(), new ReadIcon(std::move(icon)), bytes);
+}
+
+void IconLoader::giveUp() {
+    feared_.insert(outstanding_.front());
+    settle({});
+    if (++failures_ >= mostFailures) {
+        while (!outstanding_.isEmpty()) settle({});
+    }
+    reader_->kill();
+    dismiss();
+    if (!outstanding_.isEmpty()) start();
+    Q_EMIT loaded();
+}
+
+void IconLoader::dismiss() {
+    if (outstanding_.isEmpty()) failures_ = 0;
+    patience_.stop();
+    reader_->disconnect(this);
+    connect(reader_, &QProcess::finished, reader_, &QObject::deleteLater);
+    // One that could not be started has ended already.
+    if (reader_->state() == QProcess::NotRunning) reader_->deleteLater();
+    reader_->closeWriteChannel();
+    reader_ = nullptr;
+}
+
+}  // namespace ovin
