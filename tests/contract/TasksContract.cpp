@@ -154,7 +154,7 @@ TEST_P(TasksContract, ChildrenMayHaveChildren) {
     Stage::Duration elapsed{};
     inTask([&] {
         const auto leaf = [&](std::size_t) {
-            stage().wait(50ms);
+            stage().wait(1s);
             ++leaves;
         };
         elapsed = duration([&] {
@@ -163,7 +163,7 @@ TEST_P(TasksContract, ChildrenMayHaveChildren) {
         });
     });
     EXPECT_EQ(leaves, 36);
-    expectTook(50ms, elapsed);
+    EXPECT_LT(elapsed, 5s) << "Either level, one after the other, takes six seconds.";
 }
 
 TEST_P(TasksContract, SeveralTasksMayHaveChildrenAtOnce) {
