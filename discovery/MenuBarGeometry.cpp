@@ -138,11 +138,31 @@ bool overlaps(const Rect& a, const Rect& b) {
     return common && common->size.width > toleratedOverlap;
 }
 
-bool isOverlapped(const std::vector<Entry>& entries, std::size_t index) {
-    for (std::size_t other = 0; other < entries.size(); ++other) {
-        if (other != index && overlaps(entries[other].frame, entries[index].frame)) return true;
+double rightEdge(const Rect& frame) { return frame.origin.x + frame.size.width; }
+
+/// A frame with an edge that is not a number overlaps none.
+bool hasEdges(const Rect& frame) { return !std::isnan(rightEdge(frame)) && !std::isnan(frame.origin.y + frame.size.height); }
+
+/// Goes through the slots from left to right. Each is compared only with the one of every row (slots at one height) that
+/// reaches farthest to the right so far. Another slot of that row needs no comparison: what overlaps it from further right
+/// overlaps the farthest too, and the farthest overlaps that other slot.
+void markDrawn(std::vector<Entry>& entries) {
+    std::vector<Entry*> fromLeft;
+    for (Entry& entry : entries) {
+        entry.isDrawn = true;
+        if (hasEdges(entry.frame)) fromLeft.push_back(&entry);
     }
-    return false;
+    std::sort(fromLeft.begin(), fromLeft.end(),
+              [](const Entry* a, const Entry* b) { return a->frame.origin.x < b->frame.origin.x; });
+
+    std::map<std::pair<double, double>, Entry*> farthest;
+    for (Entry* entry : fromLeft) {
+        for (const auto& [row, other] : farthest) {
+            if (overlaps(other->frame, entry->frame)) other->isDrawn = entry->isDrawn = false;
+        }
+        Entry*& own = farthest.try_emplace({entry->frame.origin.y, entry->frame.size.height}, entry).first->second;
+        if (rightEdge(own->frame) < rightEdge(entry->frame)) own = entry;
+    }
 }
 
 }  // namespace
@@ -197,7 +217,7 @@ std::optional<Snapshot> snapshot(const Platform& platform) {
     // An agent that fell silent leaves out more than a slot: drawn items would count as undrawn.
     if (reader.hasFallenSilent()) return std::nullopt;
     if (platform.process.environment("OVIN_DEBUG_FRAMES")) logFrames(platform, result.entries);
-    for (std::size_t i = 0; i < result.entries.size(); ++i) result.entries[i].isDrawn = !isOverlapped(result.entries, i);
+    markDrawn(result.entries);
     return result;
 }
 

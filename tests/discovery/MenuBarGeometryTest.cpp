@@ -3,11 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "tests/support/MenuBarScene.h"
 
@@ -343,6 +346,52 @@ TEST_F(MenuBarGeometryTest, FramesThatAreNoNumbersNeitherCrashNorHide) {
     scene.addSlot(-infinity, infinity);
     scene.addSlot(0, infinity);
     EXPECT_EQ(drawn()[0], false);
+}
+
+/// The rule itself: no other slot has more than a point in common with this one, horizontally.
+std::vector<bool> drawnByComparingAll(const std::vector<Rect>& frames) {
+    std::vector<bool> result(frames.size(), true);
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        for (std::size_t other = 0; other < frames.size(); ++other) {
+            const auto common = intersection(frames[other], frames[i]);
+            if (other != i && common && common->size.width > 1) result[i] = false;
+        }
+    }
+    return result;
+}
+
+TEST_F(MenuBarGeometryTest, InRandomBarsTheSameSlotsAreDrawnAsWhenAllAreCompared) {
+    std::mt19937 random(1);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same bars each time
+    const auto oneOf = [&random](const std::vector<double>& values) {
+        return values[std::uniform_int_distribution<std::size_t>(0, values.size() - 1)(random)];
+    };
+    const double next = std::nextafter(1.0, 2.0);
+    const std::vector<double> lefts{0,  1,  next, 1.5, 2,     2.5,       3,        10,        11,
+                                    12, -5, 0.1,  0.3, 1e300, -infinity, infinity, notANumber};
+    const std::vector<double> widths{0.5, 1, next, 1.1, 1.5, 2, 3, 9, 12, 1e300, infinity};
+    const std::vector<double> tops{0, 0, 0, 0, 10, 24, -infinity, notANumber};
+    const std::vector<double> heights{24, 24, 24, 24, 0, -24, 10, infinity, notANumber};
+    int undrawn = 0;
+    for (int bar = 0; bar < 3000; ++bar) {
+        // Some bars have hardly anything but usual slots.
+        const bool isUsual = bar % 2 == 0;
+        std::vector<Rect> frames(std::uniform_int_distribution<std::size_t>(0, 12)(random));
+        for (Rect& frame : frames) {
+            frame = {
+                {isUsual ? oneOf({0, 3, 10, 20, 21, 30, 40, 58.5, 60, 70, 80}) : oneOf(lefts), isUsual ? 0 : oneOf(tops)},
+                {isUsual ? oneOf({1, 9, 10, 11, 12, 20}) : oneOf(widths), isUsual ? 24 : oneOf(heights)}};
+        }
+        std::vector<MemoryElement> slots;
+        for (const Rect& frame : frames) {
+            slots.push_back(accessibility.makeElement(MenuBarScene::agentPID));
+            slots.back().setFrame(frame);
+        }
+        scene.window().setChildren(slots);
+        const std::vector<bool> expected = drawnByComparingAll(frames);
+        ASSERT_EQ(drawn(), expected) << "bar " << bar;
+        undrawn += static_cast<int>(std::count(expected.begin(), expected.end(), false));
+    }
+    EXPECT_GT(undrawn, 3000);
 }
 
 // What a snapshot tells
