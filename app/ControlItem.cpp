@@ -130,6 +130,7 @@ void ControlItem::organizingHasBegun(const BeginResult& result) {
             return alert({"Everything already fits", platform_.resources.words().everythingIsDrawn});
         case BeginResult::Outcome::unavailable:
             return alert({"Can’t widen this display", result.text});
+        case BeginResult::Outcome::notPermitted:
         case BeginResult::Outcome::superseded:
             return;
     }

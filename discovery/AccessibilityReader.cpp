@@ -56,6 +56,7 @@ AttributeAnswer AccessibilityReader::read(const AccessibilityElement& element, s
     if (hasFallenSilent()) return {AccessibilityError::cannotComplete, {}};
     AttributeAnswer answer = accessibility_.copyAttributeValue(element, attribute);
     unanswered_ = answer.error == AccessibilityError::cannotComplete ? unanswered_ + 1 : 0;
+    isRefused_ = answer.error == AccessibilityError::apiDisabled;
     return answer;
 }
 

@@ -23,6 +23,8 @@ public:
     explicit AccessibilityReader(const Accessibility& accessibility) : accessibility_(accessibility) {}
 
     [[nodiscard]] bool hasFallenSilent() const { return unanswered_ >= patience; }
+    /// Whether the last request was refused because this program may not use the interface.
+    [[nodiscard]] bool isRefused() const { return isRefused_; }
 
     /// The element that an attribute holds.
     [[nodiscard]] std::optional<AccessibilityElement> element(const AccessibilityElement& element,
@@ -46,6 +48,7 @@ private:
     const Accessibility& accessibility_;
     /// How many requests in a row have found no answer.
     int unanswered_ = 0;
+    bool isRefused_ = false;
 };
 
 }  // namespace ovin

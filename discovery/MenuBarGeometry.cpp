@@ -193,32 +193,33 @@ std::map<ProcessID, int> Snapshot::drawnCountsByPID() const {
     return counts;
 }
 
-std::optional<Snapshot> snapshot(const Platform& platform) {
+Reading read(const Platform& platform) {
     const Accessibility& accessibility = platform.accessibility;
-    if (!accessibility.isProcessTrusted()) return std::nullopt;
+    if (!accessibility.isProcessTrusted()) return {Reading::Outcome::notPermitted};
     const auto agentPID = findAgent(platform.workspace);
-    if (!agentPID) return std::nullopt;
+    if (!agentPID) return {Reading::Outcome::noAgent};
 
     AccessibilityReader reader(accessibility);
     const AccessibilityElement agent = accessibility.applicationElement(*agentPID);
     accessibility.setMessagingTimeout(agent, messagingTimeout);
     const auto windows = reader.elements(agent, "AXWindows");
-    if (!windows || windows->empty()) return std::nullopt;
+    if (reader.isRefused()) return {Reading::Outcome::notPermitted};
+    if (!windows || windows->empty()) return {};
 
     const AccessibilityElement& window = menuBarWindow(platform, reader, *windows);
     accessibility.setMessagingTimeout(window, messagingTimeout);
     const auto slots = reader.elements(window, "AXChildren");
-    if (!slots) return std::nullopt;
+    if (!slots) return {};
 
     Snapshot result{{}, platform.process.processIdentifier()};
     for (const AccessibilityElement& slot : *slots) {
         if (auto entry = readSlot(accessibility, reader, slot, *agentPID)) result.entries.push_back(*std::move(entry));
     }
     // An agent that fell silent leaves out more than a slot: drawn items would count as undrawn.
-    if (reader.hasFallenSilent()) return std::nullopt;
+    if (reader.hasFallenSilent()) return {};
     if (platform.process.environment("OVIN_DEBUG_FRAMES")) logFrames(platform, result.entries);
     markDrawn(result.entries);
-    return result;
+    return {Reading::Outcome::complete, std::move(result)};
 }
 
 void readDrawnTitles(const Platform& platform, Snapshot& snapshot, const std::set<ProcessID>& owners) {

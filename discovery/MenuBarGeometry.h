@@ -55,13 +55,32 @@ struct Snapshot {
     [[nodiscard]] std::map<ProcessID, int> drawnCountsByPID() const;
 };
 
-/// Reads the slots once, without titles; nothing is cached between calls. Absent when the geometry cannot be had: no trust,
-/// no menu bar agent, or an agent whose window cannot be read. A snapshot may hold no entries.
+/// What came of reading the slots.
+struct Reading {
+    enum class Outcome {
+        complete,
+        /// No menu bar agent runs.
+        noAgent,
+        /// The user does not let this program read the agent's windows.
+        notPermitted,
+        /// The agent's windows could not be read to the end; they may be a moment later.
+        brokenOff,
+    };
+
+    Outcome outcome = Outcome::brokenOff;
+    /// Present when the reading is complete. It may hold no entries.
+    std::optional<Snapshot> snapshot = {};
+};
+
+/// Reads the slots once, without titles; nothing is cached between calls.
 ///
 /// Any thread, several at once. Blocks for as long as the requests take, up to 0.5 s for each. A single
 /// request that finds no answer in time leaves out its slot, or the slot's owner; an agent that leaves two in a row
 /// unanswered counts as one whose window cannot be read, a second after the first of them.
-[[nodiscard]] std::optional<Snapshot> snapshot(const Platform& platform);
+[[nodiscard]] Reading read(const Platform& platform);
+
+/// The snapshot of such a reading.
+[[nodiscard]] inline std::optional<Snapshot> snapshot(const Platform& platform) { return read(platform).snapshot; }
 
 /// Reads the titles of the drawn entries of `owners`, and asks no other process. Any thread; blocks for as long as the
 /// requests take: up to 0.5 s for each, and for two requests of an owner that has stopped answering.

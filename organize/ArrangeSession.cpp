@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "discovery/ItemProvider.h"
-#include "discovery/MenuBarGeometry.h"
 
 namespace ovin {
 namespace {
@@ -16,6 +15,11 @@ using namespace std::chrono_literals;
 /// How long the system takes to lay out the menu bar after a display has changed its mode.
 constexpr auto settleDelay = 400ms;
 constexpr auto fitCheckDelay = 1500ms;
+
+/// How often, and how long after the last time, a layout is asked for whose reading breaks off: long enough for a starved
+/// machine, and for a session that is just starting.
+constexpr int mostLooks = 10;
+constexpr auto lookAgainDelay = 500ms;
 
 /// What application menus and the space between items take beside the items themselves.
 constexpr double widthBesideItems = 560;
@@ -45,21 +49,34 @@ void ArrangeSession::begin(Completion completion) {
     if (isActive_ || isStarting_) return completion({BeginResult::Outcome::superseded});
     isStarting_ = true;
     completion_ = std::move(completion);
-    platform_.tasks.start(Tasks::Priority::userInitiated,
-                          [platform = platform_, weak = weak_from_this(), expected = generation_,
-                           apps = ItemProvider::snapshotApps(platform_)] {
-                              platform.mainQueue.async([weak, expected, findings = lookAtMenuBar(platform, apps)] {
-                                  if (const auto self = weak.lock()) self->finishStarting(expected, findings);
-                              });
-                          });
+    look(generation_, mostLooks);
+}
+
+void ArrangeSession::look(std::uint64_t expected, int times) {
+    platform_.tasks.start(Tasks::Priority::userInitiated, [platform = platform_, weak = weak_from_this(), expected, times,
+                                                           apps = ItemProvider::snapshotApps(platform_)] {
+        platform.mainQueue.async([weak, expected, times, findings = lookAtMenuBar(platform, apps)] {
+            if (const auto self = weak.lock()) self->haveLooked(expected, times - 1, findings);
+        });
+    });
+}
+
+void ArrangeSession::haveLooked(std::uint64_t expected, int timesLeft, const Findings& findings) {
+    const bool hasBrokenOff = findings.reading == MenuBarGeometry::Reading::Outcome::brokenOff;
+    // Where a display is widened without a layout too, nobody waits for one.
+    const bool isAwaited = hasBrokenOff && platform_.resources.words().withoutLayout.has_value();
+    if (!isAwaited || timesLeft == 0 || generation_ != expected) return finishStarting(expected, findings);
+    timer_ = platform_.mainQueue.after(lookAgainDelay, [weak = weak_from_this(), expected, timesLeft] {
+        if (const auto self = weak.lock()) self->look(expected, timesLeft);
+    });
 }
 
 ArrangeSession::Findings ArrangeSession::lookAtMenuBar(const Platform& platform, const std::vector<AppInfo>& apps) {
-    const auto snapshot = MenuBarGeometry::snapshot(platform);
-    if (!snapshot) return {};
+    const auto [reading, snapshot] = MenuBarGeometry::read(platform);
+    if (!snapshot) return {reading};
     // What the geometry calls drawn is not believed alone: items may be missing from it altogether.
     const bool allItemsFit = snapshot->everythingIsDrawn() && ItemProvider::discoverItems(platform, apps).empty();
-    return {allItemsFit, snapshot->totalItemsWidth()};
+    return {reading, allItemsFit, snapshot->totalItemsWidth()};
 }
 
 template <typename Step>
@@ -80,7 +97,12 @@ void ArrangeSession::finishStarting(std::uint64_t expected, const Findings& find
 void ArrangeSession::widen(const Findings& findings) {
     const Words& words = platform_.resources.words();
     if (!platform_.displays.canSwitchModes()) return report(unavailable(words.fixedModes));
-    if (!findings.itemsWidth && words.withoutLayout) return report(unavailable(*words.withoutLayout));
+    if (words.withoutLayout && findings.reading == MenuBarGeometry::Reading::Outcome::noAgent)
+        return report(unavailable(*words.withoutLayout));
+    if (words.withoutLayout && findings.reading == MenuBarGeometry::Reading::Outcome::notPermitted) {
+        ItemProvider::requestTrust(platform_);
+        return report({BeginResult::Outcome::notPermitted});
+    }
     const double needed = findings.itemsWidth ? *findings.itemsWidth + widthBesideItems : widthWithoutGeometry;
     switch (widener_.widen(needed)) {
         case WidenResult::widened:

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "discovery/AppInfo.h"
+#include "discovery/MenuBarGeometry.h"
 #include "organize/DisplayWidener.h"
 #include "platform/Platform.h"
 
@@ -22,6 +23,8 @@ struct BeginResult {
         started,
         /// Every item is drawn already; nothing was changed.
         notNeeded,
+        /// The menu bar may not be read, and is not widened without that; the user is asked whether it may.
+        notPermitted,
         /// Another begin is under way or has led to an active session, or an end came in between.
         superseded,
     };
@@ -68,9 +71,10 @@ public:
 private:
     /// What the menu bar looked like before the session.
     struct Findings {
+        MenuBarGeometry::Reading::Outcome reading;
         bool allItemsFit = false;
         /// Absent when the geometry could not be had.
-        std::optional<double> itemsWidth;
+        std::optional<double> itemsWidth = {};
     };
 
     ArrangeSession(const Platform& platform, DisplayWidener& widener);
@@ -80,6 +84,9 @@ private:
     template <typename Step>
     [[nodiscard]] auto unlessEnded(Step step);
 
+    /// Looks at the menu bar, again after a while if that breaks off, so many times at most.
+    void look(std::uint64_t expected, int times);
+    void haveLooked(std::uint64_t expected, int timesLeft, const Findings& findings);
     void finishStarting(std::uint64_t expected, const Findings& findings);
     void widen(const Findings& findings);
     void settle();

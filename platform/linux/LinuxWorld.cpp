@@ -16,8 +16,6 @@ namespace {
 /// Programs react to a new watcher within milliseconds; these times allow for a busy machine and for a thousand programs.
 constexpr std::chrono::milliseconds quietTime{200};
 constexpr std::chrono::seconds longestWait{10};
-/// The setting that keeps that the user has been asked whether Ovin may read the bar.
-constexpr std::string_view wasAskedForTrust = "OvinHasAskedForAccessibility";
 
 }  // namespace
 
@@ -34,18 +32,14 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher)
       accessibilityBus_(*session_),
       workspace_(processes_, items_, process_.bundleIdentifier(), mainQueue_, log_),
       defaults_(userDefaultsPath()),
-      accessibility_({*session_, accessibilityBus_, items_, menus_, hasBar_}, defaults_.boolean(wasAskedForTrust),
-                     [this](std::function<void(bool)> answered) {
-                         askForTrust([this, answered = std::move(answered)](bool isAgreed) {
-                             // If this cannot be kept, the user is asked in the next session again.
-                             (void)defaults_.set(wasAskedForTrust, true);
-                             answered(isAgreed);
-                         });
-                     }) {
+      consent_(accessibilityBus_, defaults_, mainQueue_),
+      accessibility_({*session_, accessibilityBus_, consent_, items_, menus_, hasBar_}, askForTrust) {
     if (watcher != Watcher::never) {
         watcher_.emplace(QDBusConnection::sessionBus(), mainQueue_,
                          watcher == Watcher::atOnce ? WatcherClaim::Begin::atOnce : WatcherClaim::Begin::afterGrace);
     }
+    // What only looks, or shows one window, changes nothing.
+    if (watcher == Watcher::afterGrace) consent_.beginToAct();
     if (!defaults_.isReadable())
         log_.write("Ovin: the settings cannot be read, and are left as they are: " + defaults_.place());
 }

@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "platform/icu/IcuText.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
+#include "platform/linux/accessibility/AccessibilityConsent.h"
 #include "platform/linux/accessibility/LinuxAccessibility.h"
 #include "platform/linux/applications/LinuxWorkspace.h"
 #include "platform/linux/applications/SessionProcesses.h"
@@ -87,6 +88,7 @@ private:
     QtItemMenus menus_;
     /// A bar that draws Ovin's item draws the others too.
     std::atomic<bool> hasBar_ = false;
+    AccessibilityConsent consent_;
     LinuxAccessibility accessibility_;
     QtApplication application_;
     QtScreens screens_;

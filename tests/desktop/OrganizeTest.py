@@ -4,6 +4,7 @@ Started with the paths of ovin-items, status-item and ovin.
 """
 
 import os
+import re
 import signal
 import subprocess
 import time
@@ -21,6 +22,20 @@ class TheSession(OrganizeTestCase):
         self.organize()
         self.assertTrue(becomes(lambda: len(drawn()) == COUNT + 1), drawn())
         self.assertEqual(sorted(readDefaults()), ["OvinHasShownGuide", DISPLAY_KEY, MODE_KEY, SERVER_KEY])
+
+    def testAnOptionWaitsForASessionThatIsSlowToTellWhetherTheBarCanBeRead(self):
+        service = run("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path", "/org/freedesktop/DBus",
+                      "--method", "org.freedesktop.DBus.GetConnectionUnixProcessID", "org.a11y.Bus").stdout
+        pid = int(re.search(r"uint32 (\d+)", service)[1])
+        os.kill(pid, signal.SIGSTOP)
+        try:
+            self.startOvin("--organize")
+            time.sleep(3)
+            self.assertEqual(mode(), USUAL)
+        finally:
+            os.kill(pid, signal.SIGCONT)
+        self.assertTrue(becomes(lambda: width() > 1440), "nothing is organized")
+        self.assertTrue(becomes(lambda: self.own(TITLE)))
 
     def testDoneEndsIt(self):
         self.organizing()

@@ -191,6 +191,65 @@ TEST_F(ArrangeSessionTest, OnADesktopWhoseBarDoesNotTellItsLayoutNothingIsWidene
     EXPECT_FALSE(session->isActive());
 }
 
+TEST_F(ArrangeSessionTest, ALayoutWhoseReadingBreaksOffIsReadAgain) {
+    world.resources.spoken = &desktopWords();
+    scene.draw(items);
+    world.accessibility.setHung(MenuBarScene::agentPID, true);
+    begin();
+    world.time.advance(4s);
+    EXPECT_THAT(results, IsEmpty());
+    world.accessibility.setHung(MenuBarScene::agentPID, false);
+    world.time.runUntilIdle();
+    EXPECT_THAT(results, ElementsAre(BeginResult{Outcome::notNeeded}));
+    EXPECT_EQ(world.displays.applyCount, 0);
+}
+
+TEST_F(ArrangeSessionTest, ALayoutThatCannotBeReadToTheEndIsUnknownAndNotMissing) {
+    world.resources.spoken = &desktopWords();
+    scene.draw(items);
+    world.accessibility.setHung(MenuBarScene::agentPID, true);
+    begin();
+    world.time.advance(9s);
+    EXPECT_THAT(results, IsEmpty());
+    world.time.advance(7s);
+    EXPECT_THAT(outcomes(), ElementsAre(Outcome::started));
+    EXPECT_EQ(display().current, wide);
+}
+
+TEST_F(ArrangeSessionTest, WhereNoLayoutIsNeededToWidenNobodyWaitsForOne) {
+    world.accessibility.setHung(MenuBarScene::agentPID, true);
+    begin();
+    world.time.advance(2s);
+    EXPECT_THAT(outcomes(), ElementsAre(Outcome::started));
+}
+
+TEST_F(ArrangeSessionTest, AnEndWhileALayoutIsReadAgainSupersedesTheBegin) {
+    world.resources.spoken = &desktopWords();
+    world.accessibility.setHung(MenuBarScene::agentPID, true);
+    begin();
+    world.time.advance(3s);
+    session->end();
+    world.time.advance(3s);
+    EXPECT_THAT(outcomes(), ElementsAre(Outcome::superseded));
+    EXPECT_EQ(world.displays.applyCount, 0);
+}
+
+TEST_F(ArrangeSessionTest, OnADesktopWhoseBarMayNotBeReadNothingIsWidenedAndTheUserIsAsked) {
+    world.resources.spoken = &desktopWords();
+    scene.hide(items);
+    const auto expectQuestion = [this](int count) {
+        begin();
+        world.time.runUntilIdle();
+        EXPECT_EQ(outcomes().back(), Outcome::notPermitted);
+        EXPECT_EQ(world.accessibility.promptCount(), count);
+        EXPECT_EQ(world.displays.applyCount, 0);
+    };
+    scene.agent().fail("AXWindows", AccessibilityError::apiDisabled);
+    expectQuestion(1);
+    world.accessibility.setTrusted(false);
+    expectQuestion(2);
+}
+
 TEST_F(ArrangeSessionTest, WhereNoDisplayCanSwitchItsModeTheAnswerSaysSo) {
     world.resources.spoken = &desktopWords();
     world.displays.areModesFixed = true;

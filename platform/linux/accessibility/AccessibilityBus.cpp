@@ -1,6 +1,7 @@
 #include "platform/linux/accessibility/AccessibilityBus.h"
 
 #include <algorithm>
+#include <atomic>
 #include <future>
 #include <utility>
 
@@ -31,29 +32,13 @@ PendingReply send(Bus& bus, BusCall call, Bus::Duration timeout) {
     return promise->get_future();
 }
 
-/// Asks whether assistive programs are enabled, and keeps the answer.
-std::future<void> ask(Bus& session, const std::shared_ptr<std::atomic<bool>>& enabled) {
-    const auto hasAnswered = std::make_shared<std::promise<void>>();
-    session.call(propertyCall(service, servicePath, statusInterface, "IsEnabled"), patience,
-                 [enabled, hasAnswered](const BusReply& reply) {
-                     const BusValue value = reply.first();
-                     const auto* isEnabled = value.as<bool>();
-                     *enabled = isEnabled != nullptr && *isEnabled;
-                     hasAnswered->set_value();
-                 });
-    return hasAnswered->get_future();
-}
-
-/// Asks whether a bar runs whose layout can be read, and keeps the answer.
-std::future<void> askForBar(Bus& session, const std::shared_ptr<std::atomic<bool>>& needed) {
-    const auto hasAnswered = std::make_shared<std::promise<void>>();
-    session.call(busDaemonCall("NameHasOwner", {readableBar}), patience, [needed, hasAnswered](const BusReply& reply) {
-        const BusValue value = reply.first();
-        const auto* hasOwner = value.as<bool>();
-        *needed = hasOwner != nullptr && *hasOwner;
-        hasAnswered->set_value();
-    });
-    return hasAnswered->get_future();
+BusCall enabling() {
+    return {service,
+            servicePath,
+            "org.freedesktop.DBus.Properties",
+            "Set",
+            {statusInterface, "IsEnabled", BusCall::Variant{true}},
+            true};
 }
 
 /// Makes the same call to every object at once, and waits for the answers.
@@ -80,44 +65,100 @@ std::vector<AccessibleName> childrenOf(Bus& bus, const AccessibleName& object, B
 
 }  // namespace
 
-AccessibilityBus::AccessibilityBus(Bus& session) : session_(session) {
+struct AccessibilityBus::State : std::enable_shared_from_this<State> {
+    std::atomic<bool> isEnabled = false;
+    std::atomic<bool> wasSwitchedOff = false;
+    std::atomic<bool> isNeeded = false;
+    std::mutex mutex;
+    std::function<void()> observer;
+
+    /// Asks a question that is answered by a Boolean, and passes that on: false where there is no answer.
+    std::future<void> ask(Bus& session, BusCall question, void (State::*answered)(bool)) {
+        const auto hasAnswered = std::make_shared<std::promise<void>>();
+        session.call(std::move(question), patience,
+                     [self = shared_from_this(), hasAnswered, answered](const BusReply& reply) {
+                         const BusValue value = reply.first();
+                         const auto* isTrue = value.as<bool>();
+                         (*self.*answered)(isTrue != nullptr && *isTrue);
+                         hasAnswered->set_value();
+                         self->tell();
+                     });
+        return hasAnswered->get_future();
+    }
+
+    /// Asks whether assistive programs are enabled.
+    std::future<void> ask(Bus& session) {
+        return ask(session, propertyCall(service, servicePath, statusInterface, "IsEnabled"), &State::setEnabled);
+    }
+
+    void setEnabled(bool enabled) {
+        isEnabled = enabled;
+        if (enabled) wasSwitchedOff = false;
+    }
+    void setNeeded(bool needed) { isNeeded = needed; }
+
+    /// What the service says of a change.
+    void changed(bool enabled) {
+        if (isEnabled && !enabled) wasSwitchedOff = true;
+        setEnabled(enabled);
+        tell();
+    }
+
+    void tell() {
+        const std::lock_guard lock(mutex);
+        if (observer) observer();
+    }
+};
+
+AccessibilityBus::AccessibilityBus(Bus& session) : session_(session), state_(std::make_shared<State>()) {
     session_.watch(std::string("type='signal',sender='") + service + "',path='" + servicePath +
                        "',interface='org.freedesktop.DBus.Properties',member='PropertiesChanged',arg0='" + statusInterface +
                        "'",
-                   [enabled = enabled_](const BusSignal& signal) {
+                   [state = state_](const BusSignal& signal) {
                        if (signal.values.size() < 2) return;
                        const auto* changed = signal.values[1].as<BusValue::Dictionary>();
                        if (changed == nullptr) return;
                        const auto found = changed->find("IsEnabled");
                        const auto* value = found == changed->end() ? nullptr : found->second.as<bool>();
-                       if (value != nullptr) *enabled = *value;
+                       if (value != nullptr) state->changed(*value);
                    });
     // The service sends a signal only for changes, so it must be asked whenever it starts.
-    session_.watch(nameOwnerRule(service),
-                   [&bus = session_, enabled = enabled_](const BusSignal&) { (void)ask(bus, enabled); });
-    session_.watch(nameOwnerRule(readableBar), [needed = needed_](const BusSignal& signal) {
-        if (signal.values.size() >= 3) *needed = !signal.values[2].string().empty();
+    session_.watch(nameOwnerRule(service), [&bus = session_, state = state_](const BusSignal&) { (void)state->ask(bus); });
+    session_.watch(nameOwnerRule(readableBar), [state = state_](const BusSignal& signal) {
+        if (signal.values.size() < 3) return;
+        state->setNeeded(!signal.values[2].string().empty());
+        state->tell();
     });
-    firstBar_ = askForBar(session_, needed_).share();
-    firstAnswer_ = ask(session_, enabled_).share();
+    firstBar_ = state_->ask(session_, busDaemonCall("NameHasOwner", {readableBar}), &State::setNeeded).share();
+    firstAnswer_ = state_->ask(session_).share();
     (void)firstAnswer_.wait_for(statusTimeout);
 }
 
-void AccessibilityBus::waitForAnswer() const {
-    (void)firstBar_.wait_for(patience);
-    (void)firstAnswer_.wait_for(patience);
+bool AccessibilityBus::isEnabled() const { return state_->isEnabled; }
+
+bool AccessibilityBus::isNeeded() const { return state_->isNeeded; }
+
+bool AccessibilityBus::wasSwitchedOff() const { return state_->wasSwitchedOff; }
+
+bool AccessibilityBus::waitForAnswer(Bus::Duration longest) const {
+    const auto deadline = std::chrono::steady_clock::now() + longest;
+    return firstBar_.wait_until(deadline) == std::future_status::ready &&
+           firstAnswer_.wait_until(deadline) == std::future_status::ready;
+}
+
+void AccessibilityBus::observe(std::function<void()> handler) {
+    const std::lock_guard lock(state_->mutex);
+    state_->observer = std::move(handler);
 }
 
 bool AccessibilityBus::enable() {
-    const BusReply reply = session_.callAndWait({service,
-                                                 servicePath,
-                                                 "org.freedesktop.DBus.Properties",
-                                                 "Set",
-                                                 {statusInterface, "IsEnabled", BusCall::Variant{true}},
-                                                 true},
-                                                statusTimeout);
-    (void)ask(session_, enabled_).wait_for(statusTimeout);
+    const BusReply reply = session_.callAndWait(enabling(), statusTimeout);
+    (void)state_->ask(session_).wait_for(statusTimeout);
     return !reply.isError() && isEnabled();
+}
+
+void AccessibilityBus::enableLater() {
+    session_.call(enabling(), patience, [](const BusReply&) {});
 }
 
 Bus* AccessibilityBus::bus() const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <atomic>
+#include <functional>
 #include <future>
 #include <memory>
 #include <mutex>
@@ -22,19 +22,30 @@ public:
 
     /// Whether assistive programs are enabled, as the session told it last. Never blocks, because every click on the status
     /// item calls it, also while the bus is busy.
-    [[nodiscard]] bool isEnabled() const { return *enabled_; }
+    [[nodiscard]] bool isEnabled() const;
 
     /// Whether a bar runs whose layout is read over this bus, as the session told it last; never blocks. All else that is
     /// known of status items comes from the session bus.
-    [[nodiscard]] bool isNeeded() const { return *needed_; }
+    [[nodiscard]] bool isNeeded() const;
 
-    /// Returns when the session has told both for the first time, for which the constructor waits only briefly, or after 25
-    /// s.
-    void waitForAnswer() const;
+    /// Whether somebody has disabled assistive programs since they were last known to be enabled. Never blocks. A service
+    /// that ends takes them with it, but nobody has disabled them then.
+    [[nodiscard]] bool wasSwitchedOff() const;
+
+    /// Returns when the session has told the first two for the first time, for which the constructor waits only briefly;
+    /// false after `longest`.
+    bool waitForAnswer(Bus::Duration longest = std::chrono::seconds(25)) const;
+    [[nodiscard]] bool hasAnswered() const { return waitForAnswer(Bus::Duration::zero()); }
+
+    /// Calls `handler` on the bus's thread whenever any of these may have become true or false. Null ends that; no call is
+    /// under way any more when this returns. Not on the bus's thread.
+    void observe(std::function<void()> handler);
 
     /// Enables assistive programs, in the user's later sessions too if the desktop keeps that; false when the system
     /// refused.
     [[nodiscard]] bool enable();
+    /// The same without waiting for what comes of it.
+    void enableLater();
 
     /// The connection, made at the first call; null when that fails.
     [[nodiscard]] Bus* bus() const;
@@ -43,10 +54,11 @@ public:
     [[nodiscard]] std::vector<AccessibleName> windowsOf(ProcessID pid, Bus::Duration timeout) const;
 
 private:
+    struct State;
+
     Bus& session_;
     /// Shared with the handlers of the bus, which may still run while this object is destroyed.
-    std::shared_ptr<std::atomic<bool>> enabled_ = std::make_shared<std::atomic<bool>>(false);
-    std::shared_ptr<std::atomic<bool>> needed_ = std::make_shared<std::atomic<bool>>(false);
+    const std::shared_ptr<State> state_;
     std::shared_future<void> firstAnswer_;
     std::shared_future<void> firstBar_;
     mutable std::mutex mutex_;

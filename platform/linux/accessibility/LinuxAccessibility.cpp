@@ -58,8 +58,12 @@ private:
     }
 
     AttributeAnswer windows() {
+        if (!desktop_->accessibility.waitForAnswer(timeout())) return failed(AccessibilityError::cannotComplete);
         // Asking would start the accessibility bus.
-        if (!desktop_->accessibility.isEnabled()) return failed(AccessibilityError::noValue);
+        if (!desktop_->accessibility.isEnabled()) {
+            return failed(desktop_->consent.isGiven() ? AccessibilityError::cannotComplete
+                                                      : AccessibilityError::apiDisabled);
+        }
         AttributeValue::Array windows;
         for (const AccessibleName& name : desktop_->accessibility.windowsOf(owner(), timeout())) {
             windows.push_back({AccessibilityElement(
@@ -74,18 +78,17 @@ private:
 
 }  // namespace
 
-LinuxAccessibility::LinuxAccessibility(const Desktop& desktop, bool wasAsked, Question askUser)
-    : desktop_(std::make_shared<const Desktop>(desktop)),
-      wasAsked_(std::make_shared<std::atomic<bool>>(wasAsked)),
-      askUser_(std::move(askUser)) {}
+LinuxAccessibility::LinuxAccessibility(const Desktop& desktop, Question askUser)
+    : desktop_(std::make_shared<const Desktop>(desktop)), askUser_(std::move(askUser)) {}
 
 bool LinuxAccessibility::isProcessTrusted() const {
-    return desktop_->accessibility.isEnabled() || !desktop_->accessibility.isNeeded() || *wasAsked_;
+    const AccessibilityBus& bus = desktop_->accessibility;
+    return bus.isEnabled() || !bus.isNeeded() || !bus.hasAnswered() || desktop_->consent.hasAnswer();
 }
 
 void LinuxAccessibility::promptForTrust() {
-    askUser_([desktop = desktop_, wasAsked = wasAsked_](bool isAgreed) {
-        *wasAsked = true;
+    askUser_([desktop = desktop_](bool isAgreed) {
+        desktop->consent.keep(isAgreed);
         if (isAgreed) (void)desktop->accessibility.enable();
     });
 }

@@ -6,6 +6,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
+#include "platform/linux/accessibility/AccessibilityConsent.h"
 #include "platform/linux/items/ItemMenus.h"
 #include "platform/linux/items/StatusNotifierItems.h"
 #include "platform/linux/system/Bus.h"
@@ -20,14 +21,16 @@ namespace ovin {
 /// accessible objects. An object whose description is the address of a status item stands for that item; menu bars that show
 /// items give such descriptions. "AXPress" does what a click on the item does, "AXShowMenu" shows its menu.
 ///
-/// Only the layout of a bar needs the accessibility bus. So this program is trusted unless assistive programs are disabled
-/// and such a bar runs. Who has been asked and has not enabled them is not asked again: then no layout is read.
+/// Only the layout of a bar needs the accessibility bus. So this program is trusted unless assistive programs are known to
+/// be disabled, such a bar runs and the user has not been asked. Who has refused to enable them is not asked by the ledge
+/// again: requests for windows are refused then.
 class LinuxAccessibility final : public Accessibility {
 public:
     /// What the elements need of the desktop; shared with them.
     struct Desktop {
         Bus& session;
         AccessibilityBus& accessibility;
+        AccessibilityConsent& consent;
         StatusNotifierItems& items;
         ItemMenus& menus;
         /// Whether some bar shows what is registered with the watcher. Any thread.
@@ -37,8 +40,8 @@ public:
     /// Asks the user whether to enable assistive programs, and calls its argument with the answer.
     using Question = std::function<void(std::function<void(bool isAgreed)> answered)>;
 
-    /// Everything in `desktop` outlives this object and all elements. `wasAsked` tells whether the user has answered before.
-    LinuxAccessibility(const Desktop& desktop, bool wasAsked, Question askUser);
+    /// Everything in `desktop` outlives this object, all elements and the question.
+    LinuxAccessibility(const Desktop& desktop, Question askUser);
 
     [[nodiscard]] bool isProcessTrusted() const override;
     void promptForTrust() override;
@@ -54,8 +57,6 @@ public:
 
 private:
     const std::shared_ptr<const Desktop> desktop_;
-    /// Shared with the question, whose answer may come after the end of this object.
-    const std::shared_ptr<std::atomic<bool>> wasAsked_;
     const Question askUser_;
 };
 
