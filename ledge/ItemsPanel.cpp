@@ -31,7 +31,7 @@ std::vector<std::string> identities(const std::vector<DiscoveredItem>& items) {
 
 std::shared_ptr<ItemsPanel> ItemsPanel::create(const Platform& platform) {
     std::shared_ptr<ItemsPanel> panel(new ItemsPanel(platform));
-    panel->observeApplications();
+    panel->observe();
     panel->scheduleWarmRefresh();
     return panel;
 }
@@ -40,10 +40,12 @@ ItemsPanel::ItemsPanel(const Platform& platform) : platform_(platform) {}
 
 ItemsPanel::~ItemsPanel() = default;
 
-void ItemsPanel::observeApplications() {
-    platform_.workspace.observeApplications([weak = weak_from_this()] {
+void ItemsPanel::observe() {
+    const auto changed = [weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->scheduleWarmRefresh();
-    });
+    };
+    platform_.workspace.observeApplications(changed);
+    platform_.accessibility.observeBar(changed);
 }
 
 void ItemsPanel::toggle(const std::optional<Screen>& screen) {

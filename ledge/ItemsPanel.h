@@ -20,8 +20,8 @@ namespace ovin {
 /// Main thread only. Whatever outlives a call (tasks, timers, observers) holds the ledge weakly.
 class ItemsPanel : public std::enable_shared_from_this<ItemsPanel> {
 public:
-    /// Begins to watch the running applications: the first discovery runs two seconds later. Everything behind `platform`
-    /// must outlive the ledge.
+    /// Begins to watch the running applications and the bar: the first discovery runs two seconds later. Everything behind
+    /// `platform` must outlive the ledge.
     [[nodiscard]] static std::shared_ptr<ItemsPanel> create(const Platform& platform);
 
     ItemsPanel(const ItemsPanel&) = delete;
@@ -47,7 +47,7 @@ private:
     using Items = std::vector<DiscoveredItem>;
 
     explicit ItemsPanel(const Platform& platform);
-    void observeApplications();
+    void observe();
 
     void present();
     void host(const View& content, Size size);

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -139,6 +140,11 @@ public:
     /// Whether the bar is known to draw the status item that an element stands for although the bar's layout cannot be read:
     /// by what the item told of itself when it was read last. No request is sent.
     [[nodiscard]] virtual bool isDrawnByProtocol(const AccessibilityElement& /*item*/) const { return false; }
+
+    /// Calls `handler` on the main thread whenever `isDrawnByProtocol` may answer differently because of the bar, for as
+    /// long as this object lives. Main thread only.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): a world that heeds it keeps it
+    virtual void observeBar(std::function<void()> /*handler*/) {}
 
     /// Performs one action, "AXPress" or "AXShowMenu". `cannotComplete` usually means that the process opened a menu and
     /// answers only when it closes.

@@ -96,7 +96,9 @@ private:
     PressCatcher presses_;
     XInputEventMonitor events_;
     QtStatusBar statusBar_{screens_, [this] { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); },
-                           [this](bool isDrawn) { hasBar_ = isDrawn; }};
+                           [this](bool isDrawn) {
+                               if (hasBar_.exchange(isDrawn) != isDrawn) accessibility_.barHasChanged();
+                           }};
     QtAlerts alerts_;
     AutostartEntry launchAtLogin_;
     QtResources resources_;

@@ -98,6 +98,8 @@ public:
 
     /// What `isDrawnByProtocol` answers. Not while a discovery runs.
     std::function<bool(const AccessibilityElement&)> drawnByProtocol;
+    /// What `observeBar` was given last.
+    std::function<void()> barChanged;
 
     void setTrusted(bool trusted);
     /// How often the user was asked for trust.
@@ -118,6 +120,7 @@ public:
     [[nodiscard]] bool isDrawnByProtocol(const AccessibilityElement& item) const override {
         return drawnByProtocol && drawnByProtocol(item);
     }
+    void observeBar(std::function<void()> handler) override { barChanged = std::move(handler); }
 
 private:
     using Node = MemoryElement::Node;

@@ -74,6 +74,15 @@ TEST_F(ItemsPanelTest, ABurstOfLaunchesAndQuitsLeadsToOneDiscoveryTwoSecondsAfte
     EXPECT_EQ(discoveryCount(), 1);
 }
 
+TEST_F(ItemsPanelTest, AnotherBarLeadsToADiscoveryTwoSecondsLater) {
+    world.time.runUntilIdle();
+    world.accessibility.barChanged();
+    world.time.advance(1999ms);
+    EXPECT_EQ(discoveryCount(), 1);
+    world.time.advance(1ms);
+    EXPECT_EQ(discoveryCount(), 2);
+}
+
 TEST_F(ItemsPanelTest, InvalidatingReadsTheListAgainTwoSecondsLater) {
     world.time.runUntilIdle();
     panel->invalidate();

@@ -52,12 +52,18 @@ public:
     [[nodiscard]] ProcessIDAnswer processIdentifier(const AccessibilityElement& element) const override;
     /// Bars draw all items that do not ask to be hidden. Of bars whose layout can be read nothing is taken as known.
     [[nodiscard]] bool isDrawnByProtocol(const AccessibilityElement& item) const override;
+    void observeBar(std::function<void()> handler) override { barChanged_ = std::move(handler); }
+    /// To be called when the bar has changed. Main thread only.
+    void barHasChanged() const {
+        if (barChanged_) barChanged_();
+    }
     [[nodiscard]] AccessibilityError performAction(const AccessibilityElement& element,
                                                    std::string_view action) const override;
 
 private:
     const std::shared_ptr<const Desktop> desktop_;
     const Question askUser_;
+    std::function<void()> barChanged_;
 };
 
 }  // namespace ovin
