@@ -33,7 +33,7 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher)
       workspace_(processes_, items_, process_.bundleIdentifier(), mainQueue_, log_),
       defaults_(userDefaultsPath()),
       consent_(accessibilityBus_, defaults_, mainQueue_),
-      accessibility_({*session_, accessibilityBus_, consent_, items_, menus_, hasBar_}, askForTrust) {
+      accessibility_({*session_, accessibilityBus_, consent_, items_, menus_, barSettings_, hasBar_}, askForTrust) {
     if (watcher != Watcher::never) {
         watcher_.emplace(QDBusConnection::sessionBus(), mainQueue_,
                          watcher == Watcher::atOnce ? WatcherClaim::Begin::atOnce : WatcherClaim::Begin::afterGrace);

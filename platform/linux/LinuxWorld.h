@@ -17,6 +17,7 @@
 #include "platform/linux/displays/QtScreens.h"
 #include "platform/linux/displays/XInputEventMonitor.h"
 #include "platform/linux/drawing/QtResources.h"
+#include "platform/linux/items/QtBarSettings.h"
 #include "platform/linux/items/QtItemMenus.h"
 #include "platform/linux/items/StatusNotifierItems.h"
 #include "platform/linux/items/StatusNotifierWatcher.h"
@@ -86,6 +87,7 @@ private:
     IcuText text_;
     SteadyClock clock_;
     QtItemMenus menus_;
+    QtBarSettings barSettings_{QDBusConnection::sessionBus(), [this] { accessibility_.barHasChanged(); }};
     /// A bar that draws Ovin's item draws the others too.
     std::atomic<bool> hasBar_ = false;
     AccessibilityConsent consent_;

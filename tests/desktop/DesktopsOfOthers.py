@@ -236,7 +236,7 @@ class Desktop:
     wantsIconFiles = False  # whether it draws no item that brings only pictures
     clickActivates = True  # whether a left click on an item activates it
     menuButton = 3  # the button that opens an item's menu
-    canHide = False  # whether hide() can hide items
+    canHide, canShow = False, False  # whether hide() can hide items, and show() show what asks to be hidden
     takesDisplays = False  # whether its bar stays where it is when a second display comes
     isWayland = False
     hasPictures, hasKeys = True, True  # whether this program can see the screen, and press keys
@@ -441,7 +441,7 @@ class Plasma(Desktop):
     needs = ("plasmashell", "kwin_x11", "kded5")
     edge = "bottom"
     watcher = "kded5"
-    canHide, takesDisplays = True, True
+    canHide, canShow, takesDisplays = True, True, True
 
     def configure(self):
         os.environ.update(XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true", KDE_SESSION_VERSION="5",
@@ -467,10 +467,17 @@ class Plasma(Desktop):
 
     def hide(self, *names):
         """Tells the bar to hide the items of these Ids, and no other."""
+        self.choose("hiddenItems", names)
+
+    def show(self, *names):
+        """Tells the bar to show the items of these Ids in any case, and no other."""
+        self.choose("shownItems", names)
+
+    def choose(self, choice, names):
         self.evaluate(f"""panels().forEach(panel => panel.widgets('org.kde.plasma.systemtray').forEach(tray => {{
             const inner = desktopById(tray.readConfig('SystrayContainmentId'));
             inner.currentConfigGroup = ['General'];
-            inner.writeConfig('hiddenItems', '{",".join(names)}');
+            inner.writeConfig('{choice}', '{",".join(names)}');
             inner.reloadConfig();
         }}))""")
 
@@ -786,7 +793,7 @@ class Sway(Wayland):
 class KWin(Wayland, Plasma):
     name = "kwin"
     needs = ("kwin_wayland", "plasmashell", "kded5", "Xwayland")
-    hasPictures, canHide, takesDisplays = False, False, False
+    hasPictures, canHide, canShow, takesDisplays = False, False, False, False
 
     def startSession(self):
         self.configure()

@@ -7,6 +7,7 @@
 #include "platform/Accessibility.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
 #include "platform/linux/accessibility/AccessibilityConsent.h"
+#include "platform/linux/items/BarSettings.h"
 #include "platform/linux/items/ItemMenus.h"
 #include "platform/linux/items/StatusNotifierItems.h"
 #include "platform/linux/system/Bus.h"
@@ -33,6 +34,7 @@ public:
         AccessibilityConsent& consent;
         StatusNotifierItems& items;
         ItemMenus& menus;
+        const BarSettings& bar;
         /// Whether some bar shows what is registered with the watcher. Any thread.
         const std::atomic<bool>& hasBar;
     };
@@ -50,10 +52,11 @@ public:
     [[nodiscard]] AttributeAnswer copyAttributeValue(const AccessibilityElement& element,
                                                      std::string_view attribute) const override;
     [[nodiscard]] ProcessIDAnswer processIdentifier(const AccessibilityElement& element) const override;
-    /// Bars draw all items that do not ask to be hidden. Of bars whose layout can be read nothing is taken as known.
+    /// Bars draw all items that do not ask to be hidden, unless their users have told them otherwise. Of bars whose layout
+    /// can be read nothing is taken as known.
     [[nodiscard]] bool isDrawnByProtocol(const AccessibilityElement& item) const override;
     void observeBar(std::function<void()> handler) override { barChanged_ = std::move(handler); }
-    /// To be called when the bar has changed. Main thread only.
+    /// To be called when the bar, or what it is told to draw, has changed. Main thread only.
     void barHasChanged() const {
         if (barChanged_) barChanged_();
     }

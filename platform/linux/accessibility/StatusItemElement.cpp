@@ -49,7 +49,7 @@ AccessibilityError StatusItemElement::perform(std::string_view action) {
 
 bool StatusItemElement::isDrawnByProtocol() {
     const auto known = properties_.last();
-    return known && known->isDone() && known->error().empty() && !known->isPassive();
+    return known && known->isDone() && known->error().empty() && desktop_->bar.draws(known->id(), known->isPassive());
 }
 
 /// An item is gone for all references as soon as its program ends or unregisters it.
