@@ -15,6 +15,7 @@ NAME = "org.kde.StatusNotifierWatcher"
 PATH = "/StatusNotifierWatcher"
 # Flags of the bus, and of GNOME's library for it.
 ALLOW_REPLACEMENT, REPLACE, DO_NOT_QUEUE = 1, 2, 4
+GRACE = 3  # seconds
 
 KINDS = {
     "xapp-sn-watcher": REPLACE,
@@ -33,6 +34,9 @@ XML = f"""<node><interface name='{NAME}'>
 <signal name='StatusNotifierHostRegistered'/>
 </interface></node>"""
 
+APPLICATION_XML = """<node><interface name='org.qtproject.Qt.QCoreApplication'>
+<property name='applicationName' type='s' access='read'/></interface></node>"""
+
 
 class Watcher:
     """A bar's watcher. Like GNOME's extension it does not ask for the name while somebody else has it, once it has had it."""
@@ -44,10 +48,14 @@ class Watcher:
         self.Gio, self.GLib, self.kind = Gio, GLib, kind
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         self.items, self.owner, self.request = [], None, 0
-        if kind == "kded":
-            # Its own name is known before it loads its modules, of which the watcher is one.
+        if "kded" in kind:
+            # Its own name is known before it loads its modules, of which the watcher is one, and answers come after that.
+            self.bus.register_object("/MainApplication", Gio.DBusNodeInfo.new_for_xml(APPLICATION_XML).interfaces[0], None,
+                                     lambda *_: GLib.Variant("s", "kded5"))
             self.call("RequestName", GLib.Variant("(su)", ("org.kde.kded5", DO_NOT_QUEUE)))
-            time.sleep(0.3)
+            if kind == "slow kded":
+                print("starting", flush=True)
+            time.sleep(2 * GRACE if kind == "slow kded" else 0.3)
         self.bus.register_object(PATH, Gio.DBusNodeInfo.new_for_xml(XML).interfaces[0], self.called, self.read)
 
     def call(self, method, arguments):
@@ -55,7 +63,7 @@ class Watcher:
                                   None, 0, -1)
 
     def enable(self):
-        if self.kind == "kded":
+        if "kded" in self.kind:
             self.call("RequestName", self.GLib.Variant("(su)", (NAME, DO_NOT_QUEUE)))
         else:
             self.request = self.Gio.bus_own_name_on_connection(self.bus, NAME, self.Gio.BusNameOwnerFlags(KINDS.get(self.kind, 0)),
@@ -113,8 +121,6 @@ if len(sys.argv) > 2 and sys.argv[1] == "--watcher":
 from OvinTest import (BOUND, ApplicationTestCase, Item, awaited, becomes, buttonsOf, click, entryNamed, main,  # noqa: E402
                       middle, press, run)
 
-GRACE = 3
-
 
 def ask(destination, path, method, *arguments):
     return run("gdbus", "call", "--session", "--dest", destination, "--object-path", path, "--method", method, *arguments).stdout
@@ -135,7 +141,7 @@ class Bar:
         self.process = subprocess.Popen([sys.executable, "-B", HERE, "--watcher", kind], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE, text=True)
         self.pid = self.process.pid
-        assert self.process.stdout.readline() == "asked\n"
+        assert self.process.stdout.readline() == ("starting\n" if kind == "slow kded" else "asked\n")
 
     def tell(self, command):
         self.process.stdin.write(command + "\n")
@@ -210,6 +216,16 @@ class Orders(ApplicationTestCase):
                 ovin.terminate()
                 self.assertEnds(ovin)
                 self.assertWatches(bar, 1)
+
+    def testABarThatTakesLongToStartIsTheWatcher(self):
+        ovin = self.startAsWatcher()
+        with self.bar("slow kded") as bar:
+            self.assertWatches(bar)
+        ovin.terminate()
+        self.assertEnds(ovin)
+        with self.bar("slow kded") as bar:
+            self.startOvin()
+            self.assertWatches(bar)
 
     def testAnExtensionThatIsSwitchedOffAndOnIsTheWatcherAgain(self):
         bar = self.startBar("GNOME's extension")

@@ -14,8 +14,10 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString daemonName = QStringLiteral("org.freedesktop.DBus");
 const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
 
-/// Programs whose watcher asks for the name when they start, and never again.
+/// Programs whose watcher asks for the name when they start, and never again. On a busy machine that takes long, and they
+/// answer nothing before.
 const QStringList asksOnce{QStringLiteral("org.kde.kded5"), QStringLiteral("org.kde.kded6")};
+constexpr int longestStart = 60'000;  // milliseconds
 
 /// Keeps a program that registers without end from using up the session's memory.
 constexpr std::size_t mostItems = 10'000;
@@ -47,6 +49,7 @@ StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& bus, MainQue
     bus_.connect(QString(), QString(), QStringLiteral("org.gnome.Shell.Extensions"), QStringLiteral("ExtensionStateChanged"),
                  this, SLOT(extensionChanged()));
     claim_.begin(bus_.interface()->serviceOwner(watcherName).value().toStdString(), begin);
+    if (begin == WatcherClaim::Begin::afterGrace) awaitRivals();
 }
 
 StatusNotifierWatcher::~StatusNotifierWatcher() {
@@ -69,8 +72,28 @@ void StatusNotifierWatcher::askWhoWaits() {
     });
 }
 
+/// For those that are starting already.
+void StatusNotifierWatcher::awaitRivals() {
+    for (const QString& rival : asksOnce) {
+        callLater(bus_, dbusCall(daemonName, daemonPath, daemonName, QStringLiteral("GetNameOwner"), {rival}), untilAnswered,
+                  this, [this, rival](const QDBusMessage& answer) {
+                      if (answer.type() == QDBusMessage::ReplyMessage)
+                          awaitStart(rival, answer.arguments().value(0).toString());
+                  });
+    }
+}
+
+void StatusNotifierWatcher::awaitStart(const QString& rival, const QString& owner) {
+    claim_.rivalIsComing(owner.toStdString());
+    const auto question = dbusCall(rival, QStringLiteral("/MainApplication"),
+                                   QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                                   {QStringLiteral("org.qtproject.Qt.QCoreApplication"), QStringLiteral("applicationName")});
+    callLater(bus_, question, longestStart, this,
+              [this, owner](const QDBusMessage&) { claim_.isNoRival(owner.toStdString()); });
+}
+
 void StatusNotifierWatcher::hostRegistered(const QDBusMessage& signal) {
-    if (signal.service() != bus_.baseService()) claim_.barMayCome();
+    if (signal.service() != bus_.baseService()) claim_.barMayCome(signal.service().toStdString());
 }
 
 void StatusNotifierWatcher::extensionChanged() { claim_.rivalIsComing(); }
@@ -125,7 +148,7 @@ void StatusNotifierWatcher::add(const StatusItemAddress& item, const QString& re
 }
 
 void StatusNotifierWatcher::RegisterStatusNotifierHost(const QString&) {
-    claim_.barMayCome();
+    claim_.barMayCome(caller().toStdString());
     // Notes the connection instead of the name in the argument, because some hosts never own that name.
     if (hosts_.contains(caller())) return;
     hosts_.insert(caller());
@@ -134,9 +157,9 @@ void StatusNotifierWatcher::RegisterStatusNotifierHost(const QString&) {
 
 void StatusNotifierWatcher::nameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner) {
     if (name == watcherName) return ownerChanged(newOwner);
-    if (asksOnce.contains(name) && !newOwner.isEmpty()) return claim_.rivalIsComing();
-    if (oldOwner.isEmpty()) return claim_.barMayCome();
-    claim_.disconnected(name.toStdString());
+    if (asksOnce.contains(name) && !newOwner.isEmpty()) return awaitStart(name, newOwner);
+    if (oldOwner.isEmpty()) return claim_.barMayCome(newOwner.toStdString());
+    claim_.isNoRival(name.toStdString());
     removeItemsOf(name);
     registrations_.remove(name);
     if (hosts_.remove(name)) Q_EMIT StatusNotifierHostUnregistered();

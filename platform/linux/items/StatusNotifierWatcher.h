@@ -58,6 +58,8 @@ private:
 
     [[nodiscard]] bool take();
     void askWhoWaits();
+    void awaitRivals();
+    void awaitStart(const QString& rival, const QString& owner);
     void ownerChanged(const QString& newOwner);
     void handOver();
     [[nodiscard]] QString caller() const;

@@ -8,8 +8,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr auto settlingTime = 1s;
 /// Between the looks at the queue. Bars ask for the name long after they have connected: first they load what they show.
-constexpr std::array<std::chrono::milliseconds, 6> betweenLooks{100ms, 400ms, 1500ms, 4s, 10s, 30s};
+constexpr std::array betweenLooks{3s, 10s, 30s};
 
 }  // namespace
 
@@ -25,28 +26,37 @@ void WatcherClaim::begin(const std::string& owner, Begin begin) {
 
 void WatcherClaim::ownerChanged(const std::string& owner) {
     if (owner == owner_) return;
-    if (!owner_.empty() && !isOwner()) formerOwners_.insert(owner_);
+    if (!owner_.empty() && !isOwner()) rivals_.insert(owner_);
     owner_ = owner;
-    timer_.reset();
+    stopLooking();
     if (owner_.empty()) takeAfterGrace();
-    if (isOwner()) barMayCome();
+    if (isOwner()) barMayCome(self_);
 }
 
-void WatcherClaim::barMayCome() {
-    // A look that is near is not put off, so that a busy bus does not put it off for ever.
-    if (isBar_ || !isOwner() || (timer_ && looks_ == 0)) return;
-    looks_ = 0;
-    lookLater();
+void WatcherClaim::barMayCome(const std::string& program) {
+    if (isBar_ || !isOwner()) return;
+    newcomers_.insert(program);
+    // Later ones do not put the look off, so that a busy bus does not put it off for ever.
+    if (settling_) return;
+    settling_ = queue_.after(settlingTime, [this] {
+        stopLooking();
+        looks_ = 0;
+        look();
+    });
 }
 
-void WatcherClaim::rivalIsComing() {
+void WatcherClaim::rivalIsComing(const std::string& program) {
+    if (isBar_) return;
+    if (!program.empty()) rivals_.insert(program);
     if (isOwner()) steps_.giveUp();
     // The grace begins anew.
     if (owner_.empty()) takeAfterGrace();
 }
 
-void WatcherClaim::disconnected(const std::string& program) {
-    if (formerOwners_.erase(program) > 0 && owner_.empty()) takeAfterGrace();
+void WatcherClaim::isNoRival(const std::string& program) {
+    newcomers_.erase(program);
+    if (newcomers_.empty()) settling_.reset();
+    if (rivals_.erase(program) > 0 && owner_.empty()) takeAfterGrace();
 }
 
 void WatcherClaim::told(bool somebodyWaits) {
@@ -58,22 +68,26 @@ void WatcherClaim::takeAfterGrace() {
 }
 
 void WatcherClaim::takeUnlessWanted() {
-    std::erase_if(formerOwners_, [this](const std::string& program) { return !steps_.isConnected(program); });
-    if (formerOwners_.empty()) takeNow();
+    std::erase_if(rivals_, [this](const std::string& program) { return !steps_.isConnected(program); });
+    if (rivals_.empty()) takeNow();
 }
 
 void WatcherClaim::takeNow() {
     if (!steps_.take()) return;
     owner_ = self_;
-    timer_.reset();
-    barMayCome();
+    stopLooking();
+    barMayCome(self_);
 }
 
-void WatcherClaim::lookLater() {
-    timer_ = queue_.after(betweenLooks[looks_], [this] {
-        steps_.askWhoWaits();
-        if (++looks_ < betweenLooks.size()) lookLater();
-    });
+void WatcherClaim::stopLooking() {
+    newcomers_.clear();
+    settling_.reset();
+    timer_.reset();
+}
+
+void WatcherClaim::look() {
+    steps_.askWhoWaits();
+    if (looks_ < betweenLooks.size()) timer_ = queue_.after(betweenLooks[looks_++], [this] { look(); });
 }
 
 }  // namespace ovin

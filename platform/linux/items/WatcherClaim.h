@@ -48,11 +48,14 @@ public:
     // What happens on the bus.
 
     void ownerChanged(const std::string& owner);
-    /// Something happened that a bar's start may have caused, also some time before the bar asks for the name.
-    void barMayCome();
-    /// A program is about to ask for the name that will not ask again when it is refused.
-    void rivalIsComing();
-    void disconnected(const std::string& program);
+    /// A program did what a bar does when it starts, perhaps some time before it asks for the name. Programs that end within
+    /// a second are no bars: scripts connect every second.
+    void barMayCome(const std::string& program);
+    /// A program is about to ask for the name that will not ask again when it is refused. If it is named, the name is left
+    /// to it until `isNoRival`.
+    void rivalIsComing(const std::string& program = {});
+    /// A program has disconnected, or has started without asking for the name.
+    void isNoRival(const std::string& program);
     /// Whether another program waits for the name.
     void told(bool somebodyWaits);
 
@@ -60,14 +63,18 @@ private:
     void takeAfterGrace();
     void takeUnlessWanted();
     void takeNow();
-    void lookLater();
+    void stopLooking();
+    void look();
 
     MainQueue& queue_;
     const std::string self_;
     const Steps steps_;
     std::string owner_;
-    /// Programs that have been the watcher and may be it again.
-    std::set<std::string> formerOwners_;
+    /// Programs that have been the watcher and may be it again, or are about to ask.
+    std::set<std::string> rivals_;
+    /// What may be bars and has not stayed for a second.
+    std::set<std::string> newcomers_;
+    std::unique_ptr<MainQueue::Timer> settling_;
     /// Of the grace while the name is free, and of the next look at the queue while this program owns it.
     std::unique_ptr<MainQueue::Timer> timer_;
     std::size_t looks_ = 0;

@@ -51,7 +51,7 @@ protected:
     void end(const std::string& program, bool namesFirst = true) {
         connected.erase(program);
         if (namesFirst && owner == program) setOwner("");
-        time.async([this, program] { claim.disconnected(program); });
+        time.async([this, program] { claim.isNoRival(program); });
         if (!namesFirst && owner == program) setOwner("");
     }
 };
@@ -74,7 +74,7 @@ TEST_F(WatcherClaimTest, AProgramThatLooksOnceTakesItAtOnce) {
 TEST_F(WatcherClaimTest, ABarTakesItAtOnceAndNeverLooksWhoWaits) {
     waiting = "other";
     begin(WatcherClaim::Begin::asBar);
-    claim.barMayCome();
+    claim.barMayCome("bar");
     time.runUntilIdle();
     EXPECT_EQ(owner, "ovin");
     EXPECT_EQ(looks, 0);
@@ -146,7 +146,7 @@ TEST_F(WatcherClaimTest, TheEndOfTheOwnerMayBeToldBeforeOrAfterTheEndOfItsName) 
 
 TEST_F(WatcherClaimTest, ItGivesTheNameToABarThatWaitsForIt) {
     beginAsOwner();
-    claim.barMayCome();
+    claim.barMayCome("bar");
     time.advance(1s);
     waiting = "bar";  // it has loaded what it shows only now
     time.runUntilIdle();
@@ -165,18 +165,56 @@ TEST_F(WatcherClaimTest, NothingIsLookedAtWhileNothingHappens) {
     beginAsOwner();
     time.advance(24h);
     EXPECT_EQ(looks, 0);
-    claim.barMayCome();
+    claim.barMayCome("bar");
     time.advance(1min);
-    EXPECT_EQ(looks, 6);
+    EXPECT_EQ(looks, 4);
     time.advance(24h);
-    EXPECT_EQ(looks, 6);
+    EXPECT_EQ(looks, 4);
+}
+
+TEST_F(WatcherClaimTest, ProgramsThatConnectEverySecondAndEndAtOnceAreNotLookedAt) {
+    beginAsOwner();
+    for (int i = 0; i < 1000; ++i) {
+        claim.barMayCome("script");
+        time.advance(100ms);
+        claim.isNoRival("script");
+        time.advance(900ms);
+    }
+    EXPECT_EQ(looks, 0);
+}
+
+TEST_F(WatcherClaimTest, AmongSuchProgramsABarIsFoundWithinASecond) {
+    beginAsOwner();
+    for (int i = 0; i < 10; ++i) {
+        claim.barMayCome("script");
+        if (i == 5) {
+            claim.barMayCome("bar");
+            waiting = "bar";
+        }
+        time.advance(100ms);
+        claim.isNoRival("script");
+        time.advance(900ms);
+        EXPECT_EQ(owner, i < 5 ? "ovin" : "bar");
+    }
+}
+
+TEST_F(WatcherClaimTest, TheyDoNotPutOffTheLaterLooksForABar) {
+    beginAsOwner();
+    claim.barMayCome("bar");
+    for (int i = 0; i < 60; ++i) {
+        time.advance(900ms);
+        claim.barMayCome("script");
+        time.advance(100ms);
+        claim.isNoRival("script");
+    }
+    EXPECT_EQ(looks, 4);
 }
 
 TEST_F(WatcherClaimTest, ABusyBusDoesNotPutTheLookOff) {
     beginAsOwner();
     waiting = "bar";
-    for (int i = 0; i < 20; ++i) {
-        claim.barMayCome();
+    for (int i = 0; i < 110; ++i) {
+        claim.barMayCome("bar" + std::to_string(i));
         time.advance(10ms);
     }
     EXPECT_EQ(owner, "bar");
@@ -185,7 +223,7 @@ TEST_F(WatcherClaimTest, ABusyBusDoesNotPutTheLookOff) {
 TEST_F(WatcherClaimTest, WhileAnotherProgramIsTheWatcherNobodyIsLookedFor) {
     owner = "bar";
     begin();
-    claim.barMayCome();
+    claim.barMayCome("bar");
     time.runUntilIdle();
     EXPECT_EQ(looks, 0);
 }
@@ -208,6 +246,46 @@ TEST_F(WatcherClaimTest, ItComesBackWhenTheRivalDoesNotAsk) {
     time.advance(WatcherClaim::grace - 1ms);
     EXPECT_EQ(owner, "");
     time.advance(1ms);
+    EXPECT_EQ(owner, "ovin");
+}
+
+TEST_F(WatcherClaimTest, ARivalThatTakesLongToStartFindsTheNameFree) {
+    beginAsOwner();
+    claim.rivalIsComing("bar");
+    time.advance(20s);
+    EXPECT_EQ(owner, "");
+    setOwner("bar");
+    time.advance(1s);
+    claim.isNoRival("bar");
+    time.runUntilIdle();
+    EXPECT_EQ(owner, "bar");
+}
+
+TEST_F(WatcherClaimTest, SoDoesOneThatWasStartingBefore) {
+    begin();
+    claim.rivalIsComing("bar");
+    time.runUntilIdle();
+    EXPECT_EQ(owner, "");
+    end("bar");
+    time.runUntilIdle();
+    EXPECT_EQ(owner, "ovin");
+}
+
+TEST_F(WatcherClaimTest, ARivalThatHasStartedWithoutAskingIsAwaitedNoLonger) {
+    beginAsOwner();
+    claim.rivalIsComing("bar");
+    time.advance(20s);
+    claim.isNoRival("bar");
+    time.advance(WatcherClaim::grace - 1ms);
+    EXPECT_EQ(owner, "");
+    time.advance(1ms);
+    EXPECT_EQ(owner, "ovin");
+}
+
+TEST_F(WatcherClaimTest, ABarKeepsTheNameFromARivalThatAsksOnce) {
+    begin(WatcherClaim::Begin::asBar);
+    claim.rivalIsComing("other");
+    time.runUntilIdle();
     EXPECT_EQ(owner, "ovin");
 }
 
