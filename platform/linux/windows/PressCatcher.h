@@ -1,17 +1,16 @@
 #pragma once
 
-#include <xcb/xcb.h>
-
 #include <QObject>
-#include <QPointer>
 #include <QWidget>
+#include <memory>
 #include <vector>
 
 namespace ovin {
 
 /// Makes the X server of a Wayland session hear every press while the ledge or a menu is open: a window that shows nothing
 /// covers the screens below them, because presses on the windows of other programs would not reach that server. It takes
-/// such a press from these programs, as menus do. No effect in other sessions. Main thread only.
+/// such a press from these programs, as menus do, and so a turn of the wheel; either closes what is open. No effect in other
+/// sessions. Main thread only.
 class PressCatcher final : public QObject {
     Q_OBJECT
 
@@ -25,11 +24,14 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    void cover();
-    void uncover();
+    class Cover;
 
-    std::vector<const QObject*> open_;
-    xcb_window_t cover_ = XCB_WINDOW_NONE;
+    void closeAll();
+
+    /// What closes at a press, in the order in which it was shown.
+    std::vector<QWidget*> open_;
+    /// Null while nothing is open.
+    std::unique_ptr<Cover> cover_;
 };
 
 }  // namespace ovin
