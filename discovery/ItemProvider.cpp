@@ -102,6 +102,18 @@ void removeDrawnItems(const Platform& platform, std::vector<DiscoveredItem>& ite
     });
 }
 
+bool perform(const Platform& platform, const DiscoveredItem& item, std::string_view action) {
+    platform.accessibility.setMessagingTimeout(item.element, pressTimeout);
+    const AccessibilityError error = platform.accessibility.performAction(item.element, action);
+    return error == AccessibilityError::success || error == AccessibilityError::cannotComplete;
+}
+
+/// Always false.
+bool reject(const Platform& platform, const DiscoveredItem& item, const std::string& actions) {
+    platform.log.write("Ovin: " + item.appName + " — " + item.title + " rejected " + actions);
+    return false;
+}
+
 }  // namespace
 
 bool isTrusted(const Platform& platform) { return platform.accessibility.isProcessTrusted(); }
@@ -142,16 +154,12 @@ std::vector<DiscoveredItem> discoverItems(const Platform& platform, const std::v
 }
 
 bool activate(const Platform& platform, const DiscoveredItem& item) {
-    const Accessibility& accessibility = platform.accessibility;
-    const auto opensMenu = [&](std::string_view action) {
-        const AccessibilityError error = accessibility.performAction(item.element, action);
-        return error == AccessibilityError::success || error == AccessibilityError::cannotComplete;
-    };
+    return perform(platform, item, "AXPress") || perform(platform, item, "AXShowMenu") ||
+           reject(platform, item, "AXPress and AXShowMenu");
+}
 
-    accessibility.setMessagingTimeout(item.element, pressTimeout);
-    if (opensMenu("AXPress") || opensMenu("AXShowMenu")) return true;
-    platform.log.write("Ovin: " + item.appName + " — " + item.title + " rejected AXPress and AXShowMenu");
-    return false;
+bool showMenu(const Platform& platform, const DiscoveredItem& item) {
+    return perform(platform, item, "AXShowMenu") || reject(platform, item, "AXShowMenu");
 }
 
 }  // namespace ovin::ItemProvider

@@ -42,4 +42,7 @@ void requestTrust(const Platform& platform);
 /// Blocks for up to 1.5 s for each of two requests, so it is called within a task.
 [[nodiscard]] bool activate(const Platform& platform, const DiscoveredItem& item);
 
+/// The same for an item's menu alone, whatever a click on the item would do; one request.
+[[nodiscard]] bool showMenu(const Platform& platform, const DiscoveredItem& item);
+
 }  // namespace ovin::ItemProvider

@@ -96,15 +96,20 @@ void ItemsPanel::host(const View& content, Size size) {
             if (const auto self = weak.lock()) self->close();
         });
     }
-    // A click is for the item that its button showed, also when the list has changed before the click is told of.
-    panel_->show(content, {ledgeOrigin(*screen_, size), size}, [weak = weak_from_this(), shown = cachedItems_](int tag) {
+    panel_->onMenuRequest(handlerFor(ItemProvider::showMenu));
+    panel_->show(content, {ledgeOrigin(*screen_, size), size}, handlerFor(ItemProvider::activate));
+    if (!clickMonitor_) installClickMonitor();
+}
+
+/// A click is for the item that its button showed, also when the list has changed before the click is told of.
+std::function<void(int tag)> ItemsPanel::handlerFor(ItemRequest request) {
+    return [weak = weak_from_this(), shown = cachedItems_, request](int tag) {
         const auto self = weak.lock();
         if (self && tag == ledgeMenuTag) return self->menuClicked();
         if (self && tag >= 0 && static_cast<std::size_t>(tag) < shown.size()) {
-            self->itemClicked(shown[static_cast<std::size_t>(tag)]);
+            self->itemClicked(shown[static_cast<std::size_t>(tag)], request);
         }
-    });
-    if (!clickMonitor_) installClickMonitor();
+    };
 }
 
 void ItemsPanel::installClickMonitor() {
@@ -122,11 +127,11 @@ void ItemsPanel::clickedOutside() {
     close();
 }
 
-void ItemsPanel::itemClicked(DiscoveredItem item) {
+void ItemsPanel::itemClicked(DiscoveredItem item, ItemRequest request) {
     // Before the press, so that the item's menu opens without the ledge.
     close();
-    platform_.tasks.start(Tasks::Priority::userInitiated, [platform = platform_, item = std::move(item)] {
-        if (ItemProvider::activate(platform, item)) return;
+    platform_.tasks.start(Tasks::Priority::userInitiated, [platform = platform_, item = std::move(item), request] {
+        if (request(platform, item)) return;
         platform.mainQueue.async([&application = platform.application] { application.beep(); });
     });
 }

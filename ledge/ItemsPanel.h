@@ -53,7 +53,10 @@ private:
     void host(const View& content, Size size);
     void installClickMonitor();
     void clickedOutside();
-    void itemClicked(DiscoveredItem item);
+    /// What the system is asked to do with an item.
+    using ItemRequest = bool (*)(const Platform&, const DiscoveredItem&);
+    std::function<void(int tag)> handlerFor(ItemRequest request);
+    void itemClicked(DiscoveredItem item, ItemRequest request);
     void menuClicked();
 
     void refresh();

@@ -80,18 +80,22 @@ public:
     }
 
     void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override {
-        const auto deliver = [alive = std::weak_ptr(alive_), clicked = std::move(clicked)](int tag) {
-            if (!alive.expired()) clicked(tag);
+        const auto whileAlive = [this](const std::function<void(int tag)>& handler) {
+            return [alive = std::weak_ptr(alive_), handler](int tag) {
+                if (!alive.expired() && handler) handler(tag);
+            };
         };
-        windows_.ledge_ = Ledge{content, frame, deliver, dismissed_};
+        windows_.ledge_ = Ledge{content, frame, whileAlive(clicked), whileAlive(menuRequested_), dismissed_};
         windows_.panel_ = this;
         ++windows_.layoutCount_;
     }
 
+    void onMenuRequest(std::function<void(int tag)> handler) override { menuRequested_ = std::move(handler); }
     void onDismissal(std::function<void()> handler) override { dismissed_ = std::move(handler); }
 
 private:
     MemoryWindows& windows_;
+    std::function<void(int tag)> menuRequested_;
     std::function<void()> dismissed_;
     const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
@@ -159,6 +163,13 @@ void MemoryWindows::click(int tag) {
     // A copy, because the handler may destroy the panel, and itself with it.
     const auto clicked = ledge_->clicked;
     clicked(tag);
+}
+
+void MemoryWindows::rightClick(int tag) {
+    if (!ledge_) return;
+    // A copy, because the handler may destroy the panel, and itself with it.
+    const auto requested = ledge_->menuRequested;
+    requested(tag);
 }
 
 void MemoryWindows::dismissLedge() {

@@ -16,6 +16,7 @@ public:
         Rect frame;
         /// A test that keeps a copy has a queued click, which it can deliver after other content has taken this one's place.
         std::function<void(int tag)> clicked;
+        std::function<void(int tag)> menuRequested;
         std::function<void()> dismissed;
     };
 
@@ -27,6 +28,8 @@ public:
     [[nodiscard]] int panelCount() const { return panelCount_; }
     /// Clicks the button with this tag, which need not exist: a button may disappear while a click is queued.
     void click(int tag);
+    /// The same with the right button.
+    void rightClick(int tag);
     /// The user presses the Escape key.
     void dismissLedge();
 

@@ -12,7 +12,7 @@ import unittest
 
 from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, BOUND, OVIN, accessible, activeWindow, askForOwnMenu,
                       awaitAccessible, awaited,
-                      becomes, buttonsOf, click, colours, geometry, isSanitized, main, memoryOf, pidOf, placeOf, press, run,
+                      becomes, buttonsOf, click, colours, entryNamed, geometry, isSanitized, main, memoryOf, pidOf, placeOf, press, run,
                       windowsOf)
 
 
@@ -47,6 +47,29 @@ class TheLedge(ApplicationTestCase):
         press(found[1])
         self.assertTrue(becomes(lambda: item.events() == ["activate"]), item.lines())
         self.assertEqual([other.events() for other in self.items if other is not item], [[]] * (self.COUNT - 1))
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "the ledge stays open")
+
+    def rightClick(self, isWanted):
+        """Right-clicks a button of the open ledge; its name."""
+        self.openLedge(self.ovin)
+        wanted = lambda: [(button.get_name(), button) for button in buttonsOf("Ovin") if isWanted(button.get_name())]
+        name, button = awaited(wanted)[0]
+        click(*placeOf(lambda: button), 3)
+        return name
+
+    def testARightClickOnAButtonOpensTheItemsMenuAndPressesNothing(self):
+        name = self.rightClick(lambda name: re.match(r"App (\d\d) — Item \1$", name))
+        item = self.items[int(re.match(r"App (\d+)", name)[1]) - 1]
+        entry = awaited(lambda: entryNamed("Beta"))
+        self.assertIsNotNone(entry, "no menu opens")
+        self.assertEqual(len(windowsOf(self.ovin.pid)), 1, "the ledge stays open beside the menu")
+        press(entry)
+        self.assertTrue(becomes(lambda: item.events() == ["menu Beta"]), item.lines())
+
+    def testARightClickAsksAProgramThatDrawsItsMenuItself(self):
+        item = self.startItem("--name", "Drawing", "--title", "Own menu", "--pixmap", "#c01090")
+        self.rightClick(lambda name: name == "Drawing — Own menu")
+        self.assertTrue(becomes(lambda: item.events() == ["context-menu"]), item.lines())
         self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "the ledge stays open")
 
     def testAProgramWithoutADesktopEntryShowsTheIconOfItsItem(self):

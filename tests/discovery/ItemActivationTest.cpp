@@ -19,13 +19,17 @@ protected:
     MemoryElement element = scene.launchWithItems(512, "Net", {"Wi-Fi"})[0];
     std::vector<std::string> performed;
 
-    bool activate(const std::string& title = "Wi-Fi") {
+    bool activate(const std::string& title = "Wi-Fi") { return performedBy(ItemProvider::activate, title); }
+    bool showMenu() { return performedBy(ItemProvider::showMenu, "Wi-Fi"); }
+
+private:
+    bool performedBy(bool (*perform)(const Platform&, const DiscoveredItem&), const std::string& title) {
         performed.clear();
         scene.world.accessibility.observeRequests([this](const MemoryRequest& request) {
             EXPECT_EQ(request.timeout, 1500ms);
             performed.push_back(request.name);
         });
-        return ItemProvider::activate(scene.world.platform(), {element.element(), "Net", {}, title, 512, {}, {}});
+        return perform(scene.world.platform(), {element.element(), "Net", {}, title, 512, {}, {}});
     }
 };
 
@@ -71,6 +75,26 @@ TEST_F(ItemActivation, BothRefusedIsAFailureAndOneLine) {
 TEST_F(ItemActivation, AnEmptyTitleLeavesNothingBetweenTheSeparatorAndTheVerdict) {
     EXPECT_FALSE(activate(""));
     EXPECT_THAT(scene.world.log.lines(), ElementsAre("Ovin: Net —  rejected AXPress and AXShowMenu"));
+}
+
+TEST_F(ItemActivation, AMenuIsAskedForAndNoPress) {
+    element.answer("AXPress", {});
+    element.answer("AXShowMenu", {});
+    EXPECT_TRUE(showMenu());
+    EXPECT_THAT(performed, ElementsAre("AXShowMenu"));
+    EXPECT_THAT(scene.world.log.lines(), IsEmpty());
+}
+
+TEST_F(ItemActivation, AMenuThatCannotCompleteCountsAsSuccess) {
+    element.fail("AXShowMenu", AccessibilityError::cannotComplete);
+    EXPECT_TRUE(showMenu());
+}
+
+TEST_F(ItemActivation, AMenuThatIsRefusedIsAFailureAndOneLine) {
+    element.answer("AXPress", {});
+    EXPECT_FALSE(showMenu());
+    EXPECT_THAT(performed, ElementsAre("AXShowMenu"));
+    EXPECT_THAT(scene.world.log.lines(), ElementsAre("Ovin: Net — Wi-Fi rejected AXShowMenu"));
 }
 
 TEST_F(ItemActivation, AnItemWhoseApplicationQuitIsRefused) {

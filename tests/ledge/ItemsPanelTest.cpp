@@ -396,6 +396,58 @@ TEST_F(ItemsPanelTest, AClickThatIsOnItsWayWhenTheListChangesIsForTheItemThatWas
     EXPECT_THAT(pressed, ElementsAre("Net")) << "the ledge is closed";
 }
 
+TEST_F(ItemsPanelTest, ARightClickOnAnItemClosesTheLedgeAndThenShowsTheItemsMenu) {
+    std::vector<std::string> performed;
+    const auto items = scene.launchWithItems(512, "Net", {"a", "b"});
+    items[1].answer("AXPress", {});
+    items[1].answerWith("AXShowMenu", [this, &performed]() -> MemoryAnswer {
+        EXPECT_FALSE(panel->isOpen());
+        performed.push_back("menu of b");
+        return {};
+    });
+    world.time.runUntilIdle();
+    open();
+    world.windows.rightClick(1);
+    EXPECT_FALSE(world.windows.ledge());
+    world.time.runUntilIdle();
+    EXPECT_THAT(performed, ElementsAre("menu of b"));
+    EXPECT_EQ(world.application.beepCount, 0);
+}
+
+TEST_F(ItemsPanelTest, ARightClickOnAnItemWithoutAMenuBeepsAndPressesNothing) {
+    bool isPressed = false;
+    scene.launchWithItems(512, "Net", {"a"})[0].answerWith("AXPress", [&isPressed]() -> MemoryAnswer {
+        isPressed = true;
+        return {};
+    });
+    world.time.runUntilIdle();
+    open();
+    world.windows.rightClick(0);
+    world.time.runUntilIdle();
+    EXPECT_EQ(world.application.beepCount, 1);
+    EXPECT_FALSE(isPressed);
+}
+
+TEST_F(ItemsPanelTest, ARightClickThatIsOnItsWayWhenTheListChangesIsForTheItemThatWasShown) {
+    std::vector<std::string> asked;
+    const auto launch = [&](ProcessID pid, const std::string& name) {
+        scene.launchWithItems(pid, name, {"a"})[0].answerWith("AXShowMenu", [&asked, name]() -> MemoryAnswer {
+            asked.push_back(name);
+            return {};
+        });
+    };
+    launch(512, "Net");
+    world.time.runUntilIdle();
+    open();
+    const auto before = *world.windows.ledge();
+    launch(513, "Battery");
+    world.time.runUntilIdle();
+    ASSERT_THAT(shown(), ElementsAre("Battery — a", "Net — a"));
+    before.menuRequested(0);
+    world.time.runUntilIdle();
+    EXPECT_THAT(asked, ElementsAre("Net"));
+}
+
 TEST_F(ItemsPanelTest, AClickWithATagOutOfRangeIsIgnored) {
     scene.launchWithItems(512, "Net", {"a"});
     world.time.runUntilIdle();

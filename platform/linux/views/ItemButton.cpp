@@ -32,7 +32,7 @@ constexpr double pressOpacity = 0.2;
 
 }  // namespace
 
-ItemButton::ItemButton(const Button& button) : title_(button.title), imagePosition_(button.imagePosition) {
+ItemButton::ItemButton(const Button& button) : title_(button.title), imagePosition_(button.imagePosition), tag_(button.tag) {
     if (imagePosition_ != Button::ImagePosition::only) titleSize_ = title().size();
     setText(plainText(button.title));
     setShortcut({});

@@ -17,6 +17,8 @@ class ItemButton final : public QAbstractButton {
 public:
     explicit ItemButton(const Button& button);
 
+    /// Tells buttons apart.
+    [[nodiscard]] int tag() const { return tag_; }
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -33,6 +35,7 @@ private:
 
     const AttributedText title_;
     const Button::ImagePosition imagePosition_;
+    const int tag_;
     std::optional<Image> image_;
     /// What is known of the image, for this many pixels to a side. Initials stand for one that does not come soon.
     QPixmap picture_;

@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
+#include <QMouseEvent>
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/views/ItemButton.h"
 #include "platform/linux/views/MenuBackgroundWidget.h"
 #include "platform/linux/windows/WindowManager.h"
 
@@ -33,9 +35,10 @@ bool LedgeWindow::isUpToDate() const {
     return testAttribute(Qt::WA_TranslucentBackground) == WindowManager::composesWindows();
 }
 
-void LedgeWindow::present(QWidget* content, const QRect& frame) {
+void LedgeWindow::present(QWidget* content, const QRect& frame, MenuRequest menuRequested) {
     dropContent();
     content_ = content;
+    menuRequested_ = std::move(menuRequested);
     layout_.addWidget(content);
     if (!isVisible()) ignoreDoubleClick(frame);
     content->setAttribute(Qt::WA_TransparentForMouseEvents, doubleClick_.isActive());
@@ -71,6 +74,21 @@ void LedgeWindow::tellOfDismissal() {
 void LedgeWindow::closeEvent(QCloseEvent* event) {
     event->accept();
     tellOfDismissal();
+}
+
+/// Buttons leave the right mouse button to their window.
+void LedgeWindow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton) pressed_ = childAt(event->position().toPoint());
+}
+
+/// Only now, because while the button is down no program can open a menu.
+void LedgeWindow::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::RightButton || !menuRequested_) return;
+    auto* const button = dynamic_cast<ItemButton*>(childAt(event->position().toPoint()));
+    if (button == nullptr || button != pressed_) return;
+    // Queued, because the handler may delete the button.
+    QMetaObject::invokeMethod(
+        button, [requested = menuRequested_, tag = button->tag()] { requested(tag); }, Qt::QueuedConnection);
 }
 
 void LedgeWindow::dismiss() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QBoxLayout>
+#include <QPointer>
 #include <QRect>
 #include <QTimer>
 #include <QWidget>
@@ -24,19 +25,24 @@ public:
     /// way round.
     [[nodiscard]] bool isUpToDate() const;
 
+    /// What the event loop calls with the tag of a button of the ledge that was clicked with the right mouse button.
+    using MenuRequest = std::function<void(int tag)>;
+
     /// Sets what the event loop calls when the user presses the Escape key or the system closes the window, until `dismiss`.
     void onDismissal(std::function<void()> handler);
 
     /// Takes ownership of `content` and shows it in place of the old content. The window has been painted when this returns.
     /// If it has come up under the pointer, presses do nothing for the time of a double click: the second press of one on
-    /// whatever opened the ledge is meant for no button of it.
-    void present(QWidget* content, const QRect& frame);
+    /// whatever opened the ledge is meant for no button of it. `menuRequested` may be empty.
+    void present(QWidget* content, const QRect& frame, MenuRequest menuRequested = {});
 
     /// Removes it from the screen. The event loop deletes the content, because a button of it may be handling a click.
     void dismiss();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -47,6 +53,9 @@ private:
 
     QHBoxLayout layout_{this};
     QWidget* content_ = nullptr;
+    MenuRequest menuRequested_;
+    /// What the right button was pressed on, until it is released.
+    QPointer<QWidget> pressed_;
     /// Runs while presses do nothing.
     QTimer doubleClick_;
     std::shared_ptr<const std::function<void()>> dismissed_;

@@ -29,12 +29,16 @@ QtLedgePanel::~QtLedgePanel() {
 }
 
 void QtLedgePanel::show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) {
-    const auto deliver = [alive = std::weak_ptr(alive_), clicked = std::move(clicked)](int tag) {
-        if (!alive.expired()) clicked(tag);
+    const auto whileAlive = [this](const std::function<void(int tag)>& handler) {
+        return [alive = std::weak_ptr(alive_), handler](int tag) {
+            if (!alive.expired() && handler) handler(tag);
+        };
     };
+    const auto deliver = whileAlive(clicked);
     QWidget* const widget =
         makeWidget(content, deliver, [&](const View& view) { return reserve_->measured.take(view, deliver); });
-    window_->present(widget, QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect());
+    window_->present(widget, QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect(),
+                     whileAlive(menuRequested_));
 }
 
 }  // namespace ovin

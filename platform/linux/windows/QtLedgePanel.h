@@ -26,6 +26,7 @@ public:
     ~QtLedgePanel() override;
 
     void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override;
+    void onMenuRequest(std::function<void(int tag)> handler) override { menuRequested_ = std::move(handler); }
     void onDismissal(std::function<void()> handler) override { window_->onDismissal(std::move(handler)); }
 
 private:
@@ -33,6 +34,7 @@ private:
     const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
     const std::shared_ptr<LedgeReserve> reserve_;
     std::unique_ptr<LedgeWindow> window_;
+    std::function<void(int tag)> menuRequested_;
 };
 
 }  // namespace ovin

@@ -12,6 +12,7 @@
 #include <QScrollBar>
 #include <QWindow>
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 #include "platform/linux/drawing/NamedIcon.h"
@@ -190,6 +191,75 @@ TEST_F(QtWindowsTest, OfTwoQuickClicksOnTheLedgeOnlyTheOneThatClosesItCounts) {
     handleEvents();
     EXPECT_EQ(clicks, std::vector<int>{7});
     EXPECT_EQ(ledgeButton(), nullptr);
+}
+
+/// As the toolkit tells of it: to the widget below the pointer, and what that leaves, to those around it.
+void rightMouse(QEvent::Type kind, QWidget& widget, const QPoint& place) {
+    QMouseEvent event(kind, place, widget.mapToGlobal(place), Qt::RightButton,
+                      kind == QEvent::MouseButtonPress ? Qt::RightButton : Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+class QtLedgeMenuTest : public QtWindowsTest {
+protected:
+    void SetUp() override {
+        QCursor::setPos(500, 500);
+        ledge->onMenuRequest([this](int tag) {
+            asked.push_back(tag);
+            ledge.reset();
+        });
+        show();
+    }
+
+    void show() {
+        Button one;
+        one.title = {{"One", {}, {}}};
+        one.tag = 1;
+        Button two = one;
+        two.tag = 2;
+        Stack row;
+        row.orientation = Stack::Orientation::horizontal;
+        row.views = {{one}, {two}};
+        ledge->show({row}, {{100, 30}, {160, 28}}, [this](int tag) { clicked.push_back(tag); });
+    }
+
+    [[nodiscard]] static ItemButton& button(int tag) {
+        for (QWidget* const widget : QApplication::topLevelWidgets()) {
+            if (auto* const found = find<ItemButton>(*widget, tag)) return *found;
+        }
+        throw std::out_of_range("there is no such button");
+    }
+
+    std::vector<int> asked;
+    std::vector<int> clicked;
+    std::unique_ptr<LedgePanel> ledge = windows.makeLedgePanel();
+};
+
+TEST_F(QtLedgeMenuTest, TheReleaseOfTheRightButtonAsksForTheMenuOnceWhateverTheHandlerDestroys) {
+    rightMouse(QEvent::MouseButtonPress, button(2), {5, 5});
+    handleEvents();
+    EXPECT_TRUE(asked.empty());
+    rightMouse(QEvent::MouseButtonRelease, button(2), {5, 5});
+    rightMouse(QEvent::MouseButtonRelease, button(2), {5, 5});
+    handleEvents();
+    EXPECT_EQ(asked, std::vector<int>{2});
+    EXPECT_TRUE(clicked.empty());
+}
+
+TEST_F(QtLedgeMenuTest, AReleaseElsewhereThanThePressAsksForNothing) {
+    rightMouse(QEvent::MouseButtonPress, button(1), {5, 5});
+    rightMouse(QEvent::MouseButtonRelease, button(1), button(1).mapFrom(button(2).window(), button(2).geometry().center()));
+    handleEvents();
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(QtLedgeMenuTest, APressOnOtherContentAsksForNothing) {
+    rightMouse(QEvent::MouseButtonPress, button(1), {5, 5});
+    show();
+    handleEvents();
+    rightMouse(QEvent::MouseButtonRelease, button(1), {5, 5});
+    handleEvents();
+    EXPECT_TRUE(asked.empty());
 }
 
 TEST_F(QtWindowsTest, ALedgeThatTheSystemClosesIsToldOfOnce) {
