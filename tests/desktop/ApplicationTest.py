@@ -419,17 +419,25 @@ class TheEnd(ApplicationTestCase):
 
     def testUnderWaylandWithoutAnXServerItSaysSo(self):
         ovin = self.startOvin(WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland", DISPLAY="",
-                              QT_QPA_PLATFORM="")
+                              QT_QPA_PLATFORM="wayland")
         self.assertEnds(ovin, 1)
         self.assertEqual(ovin.stderr.read(),
                          "ovin: under Wayland Ovin needs XWayland, and there is none in this session\n")
 
-    def testUnderWaylandItTakesTheXServer(self):
-        ovin = self.startOvin(WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland", QT_QPA_PLATFORM="")
-        self.assertTrue(becomes(lambda: self.slot() is not None))
-        ovin.terminate()
-        self.assertEnds(ovin)
-        self.assertEqual(ovin.stderr.read(), "")
+    def testUnderWaylandItTakesTheXServerWhateverTheSessionTellsTheToolkit(self):
+        # There is no such Wayland display, so Ovin would end on it.
+        for platform in ("", "wayland", "wayland;xcb", "wayland-egl"):
+            ovin = self.startOvin(WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland", QT_QPA_PLATFORM=platform)
+            self.assertTrue(becomes(lambda: self.slot() is not None), platform)
+            ovin.terminate()
+            self.assertEnds(ovin)
+            self.assertEqual(ovin.stderr.read(), "")
+            self.assertTrue(becomes(lambda: self.slot() is None))
+
+    def testUnderWaylandThePlatformOfTheCommandLineIsObeyed(self):
+        ovin = self.startOvin("-platform", "wayland", WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland")
+        self.assertNotEqual(ovin.wait(BOUND), 0)
+        self.assertIn("Qt platform plugin", ovin.stderr.read())
 
     def testWithoutASessionBusItSaysSo(self):
         ovin = self.startOvin(DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent/bus")

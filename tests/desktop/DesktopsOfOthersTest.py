@@ -506,7 +506,7 @@ class Checks(unittest.TestCase):
 
     @under(lambda: desktop.isWayland)
     def testItRunsThroughXWayland(self):
-        ovin = self.startRegistered()
+        ovin = self.startRegistered(QT_QPA_PLATFORM="wayland")
         self.command()
         self.assertBecomes(lambda: self.ledge(ovin), "it has no window there")
 

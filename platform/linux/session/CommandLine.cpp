@@ -26,10 +26,12 @@ bool needsNoDisplay(std::string_view argument) {
     return argument == "-h" || argument == "--help" || argument == "-v" || argument == "--version" || argument == "--quit";
 }
 
-/// Whether it is plain, or the user's own decision, on what the toolkit shows its windows.
+/// Whether it is plain, or the user's own decision, on what the toolkit shows its windows. A variable that names Wayland's
+/// plug-in is none: many set it for all programs of their session.
 bool isPlatformChosen(int count, char** arguments) {
     const auto names = [](std::string_view argument) { return argument == "-platform" || argument == "--platform"; };
-    return !isWaylandSession() || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
+    const QByteArray variable = qgetenv("QT_QPA_PLATFORM");
+    return !isWaylandSession() || !(variable.isEmpty() || variable.startsWith("wayland")) ||
            std::any_of(arguments, arguments + count, names);
 }
 
