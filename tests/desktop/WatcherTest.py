@@ -13,6 +13,7 @@ import time
 HERE = os.path.abspath(__file__)
 NAME = "org.kde.StatusNotifierWatcher"
 PATH = "/StatusNotifierWatcher"
+SHELL = "org.gnome.Shell"
 # Flags of the bus, and of GNOME's library for it.
 ALLOW_REPLACEMENT, REPLACE, DO_NOT_QUEUE = 1, 2, 4
 GRACE = 3  # seconds
@@ -56,6 +57,8 @@ class Watcher:
             if kind == "slow kded":
                 print("starting", flush=True)
             time.sleep(2 * GRACE if kind == "slow kded" else 0.3)
+        if kind == "GNOME's extension":
+            self.call("RequestName", GLib.Variant("(su)", (SHELL, DO_NOT_QUEUE)))
         self.bus.register_object(PATH, Gio.DBusNodeInfo.new_for_xml(XML).interfaces[0], self.called, self.read)
 
     def call(self, method, arguments):
@@ -101,9 +104,14 @@ def beWatcher(kind):
 
     def obey(source, _):
         # "off" and "on" are what the lock of the screen does to GNOME's extension.
-        if sys.stdin.readline().strip() == "off":
+        command = sys.stdin.readline().strip()
+        if command == "off":
             watcher.items = []
             watcher.Gio.bus_unown_name(watcher.request)
+        elif command == "coming":
+            # What the desktop tells when it switches an extension on.
+            watcher.bus.emit_signal(None, "/org/gnome/Shell", SHELL + ".Extensions", "ExtensionStateChanged",
+                                    watcher.GLib.Variant("(sa{sv})", ("indicators", {"state": watcher.GLib.Variant("d", 1)})))
         elif watcher.isThere(NAME):
             print("refused", flush=True)
         else:
@@ -242,9 +250,10 @@ class Orders(ApplicationTestCase):
         bar.tell("off")
         self.assertTrue(becomes(lambda: processOf(NAME) is None))
         self.startAsWatcher()
-        # What the desktop tells when it switches an extension on.
         run("gdbus", "emit", "--session", "--object-path", "/org/gnome/Shell", "--signal",
-            "org.gnome.Shell.Extensions.ExtensionStateChanged", "'indicators'", "{'state': <1>}")
+            SHELL + ".Extensions.ExtensionStateChanged", "'indicators'", "{'state': <1>}")
+        self.assertFalse(becomes(lambda: processOf(NAME) is None, 2), "a stranger is believed")
+        bar.tell("coming")
         self.assertTrue(becomes(lambda: processOf(NAME) is None))
         bar.tell("on")
         self.assertWatches(bar)

@@ -111,7 +111,8 @@ struct AccessibilityBus::State : std::enable_shared_from_this<State> {
 };
 
 AccessibilityBus::AccessibilityBus(Bus& session) : session_(session), state_(std::make_shared<State>()) {
-    session_.watch(std::string("type='signal',sender='") + service + "',path='" + servicePath +
+    session_.watch(service,
+                   std::string("path='") + servicePath +
                        "',interface='org.freedesktop.DBus.Properties',member='PropertiesChanged',arg0='" + statusInterface +
                        "'",
                    [state = state_](const BusSignal& signal) {
@@ -123,8 +124,8 @@ AccessibilityBus::AccessibilityBus(Bus& session) : session_(session), state_(std
                        if (value != nullptr) state->changed(*value);
                    });
     // The service sends a signal only for changes, so it must be asked whenever it starts.
-    session_.watch(nameOwnerRule(service), [&bus = session_, state = state_](const BusSignal&) { (void)state->ask(bus); });
-    session_.watch(nameOwnerRule(readableBar), [state = state_](const BusSignal& signal) {
+    session_.watchOwner(service, [&bus = session_, state = state_](const BusSignal&) { (void)state->ask(bus); });
+    session_.watchOwner(readableBar, [state = state_](const BusSignal& signal) {
         if (signal.values.size() < 3) return;
         state->setNeeded(!signal.values[2].string().empty());
         state->tell();

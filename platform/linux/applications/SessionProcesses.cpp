@@ -89,7 +89,7 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
                  });
     };
 
-    bus.watch(nameOwnerRule(), [state = state_, add](const BusSignal& signal) {
+    bus.watchOwner({}, [state = state_, add](const BusSignal& signal) {
         if (signal.values.size() < 3) return;
         const std::string name = signal.values[0].string();
         if (!isUniqueName(name)) return;

@@ -111,17 +111,16 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
 };
 
 StatusNotifierItems::StatusNotifierItems(Bus& bus) : state_(std::make_shared<State>(bus)) {
-    bus.watch(nameOwnerRule(watcherName), [state = state_](const BusSignal& signal) {
+    bus.watchOwner(watcherName, [state = state_](const BusSignal& signal) {
         state->clear();
         if (signal.values.size() >= 3 && !signal.values[2].string().empty()) state->load();
     });
-    bus.watch(
-        std::string("type='signal',sender='") + watcherName + "',interface='" + watcherName + "',path='" + watcherPath + "'",
-        [state = state_](const BusSignal& signal) {
-            if (signal.values.empty()) return;
-            if (signal.member == "StatusNotifierItemRegistered") state->add(signal.values[0].string());
-            if (signal.member == "StatusNotifierItemUnregistered") state->remove(signal.values[0].string());
-        });
+    bus.watch(watcherName, std::string("interface='") + watcherName + "',path='" + watcherPath + "'",
+              [state = state_](const BusSignal& signal) {
+                  if (signal.values.empty()) return;
+                  if (signal.member == "StatusNotifierItemRegistered") state->add(signal.values[0].string());
+                  if (signal.member == "StatusNotifierItemUnregistered") state->remove(signal.values[0].string());
+              });
     state_->load();
 
     std::unique_lock lock(state_->mutex);

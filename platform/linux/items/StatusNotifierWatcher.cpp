@@ -46,8 +46,8 @@ StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& bus, MainQue
                  SLOT(hostRegistered(QDBusMessage)));
     // While the name is taken, an extension of GNOME that is switched on again, as after each lock of the screen, does not
     // even ask for it.
-    bus_.connect(QString(), QString(), QStringLiteral("org.gnome.Shell.Extensions"), QStringLiteral("ExtensionStateChanged"),
-                 this, SLOT(extensionChanged()));
+    bus_.connect(QStringLiteral("org.gnome.Shell"), QString(), QStringLiteral("org.gnome.Shell.Extensions"),
+                 QStringLiteral("ExtensionStateChanged"), this, SLOT(extensionChanged()));
     claim_.begin(bus_.interface()->serviceOwner(watcherName).value().toStdString(), begin);
     if (begin == WatcherClaim::Begin::afterGrace) awaitRivals();
 }

@@ -20,6 +20,8 @@ namespace {
 
 constexpr const char* noConnection = "org.freedesktop.DBus.Error.Disconnected";
 constexpr std::chrono::milliseconds graceTime{10};
+/// A day, because nobody asks again: the answer of a busy session counts however late it comes.
+constexpr std::chrono::hours untilAnswered{24};
 constexpr const char* badCall = "org.freedesktop.DBus.Error.InvalidArgs";
 
 std::uint64_t microseconds(Bus::Duration duration) {
@@ -71,11 +73,22 @@ int handleReply(sd_bus_message* message, void* handler, sd_bus_error*) {
     return 1;
 }
 
-int handleSignal(sd_bus_message* message, void* handler, sd_bus_error*) {
-    (*static_cast<Bus::SignalHandler*>(handler))({text(sd_bus_message_get_sender(message)),
-                                                  text(sd_bus_message_get_path(message)),
-                                                  text(sd_bus_message_get_member(message)), busValues(message)});
+/// What is watched, and who owns the sender's name. Used on the bus's thread only.
+struct Watched {
+    std::shared_ptr<std::string> owner;
+    Bus::SignalHandler handler;
+};
+
+int handleSignal(sd_bus_message* message, void* context, sd_bus_error*) {
+    const auto& watched = *static_cast<Watched*>(context);
+    if (text(sd_bus_message_get_sender(message)) == *watched.owner)
+        watched.handler({text(sd_bus_message_get_member(message)), busValues(message)});
     return 0;
+}
+
+std::string ownerRule(const std::string& name) {
+    return "interface='" + std::string(busName) + "',member='NameOwnerChanged'" +
+           (name.empty() ? "" : ",arg0='" + name + "'");
 }
 
 template <typename Handler>
@@ -115,13 +128,24 @@ struct Bus::Connection {
         (void)owned.release();
     }
 
-    [[nodiscard]] bool addMatch(const std::string& rule, SignalHandler handler) const {
-        auto owned = std::make_unique<SignalHandler>(std::move(handler));
+    void watch(const std::string& sender, const std::string& rule, SignalHandler handler) const {
+        const auto owner = std::make_shared<std::string>(sender == busName ? sender : std::string());
+        if (owner->empty()) follow(sender, owner);
+        const std::string whole = "type='signal',sender='" + sender + "'," + rule;
+        auto owned = std::make_unique<Watched>(Watched{owner, std::move(handler)});
         sd_bus_slot* slot = nullptr;
-        if (sd_bus_add_match(bus, &slot, rule.c_str(), handleSignal, owned.get()) < 0) return false;
-        keepWithConnection<SignalHandler>(slot);
+        if (sd_bus_add_match(bus, &slot, whole.c_str(), handleSignal, owned.get()) < 0) return;
+        keepWithConnection<Watched>(slot);
         (void)owned.release();
-        return true;
+    }
+
+    /// Keeps `owner` up to date. The owner is asked for before its signals are, so that the answer comes before them.
+    void follow(const std::string& name, const std::shared_ptr<std::string>& owner) const {
+        watch(busName, ownerRule(name), [owner](const BusSignal& changed) {
+            if (changed.values.size() >= 3) *owner = changed.values[2].string();
+        });
+        send(busDaemonCall("GetNameOwner", {name}), untilAnswered,
+             [owner](const BusReply& answer) { *owner = answer.first().string(); });
     }
 
     /// Sleeps until the bus or another thread has something to do.
@@ -199,10 +223,12 @@ BusReply Bus::callAndWait(BusCall call, Duration timeout) {
     return reply.get();
 }
 
-void Bus::watch(const std::string& rule, SignalHandler handler) {
+void Bus::watchOwner(const std::string& name, SignalHandler handler) { watch(busName, ownerRule(name), std::move(handler)); }
+
+void Bus::watch(const std::string& sender, const std::string& rule, SignalHandler handler) {
     std::promise<void> added;
     post([&] {
-        (void)connection_->addMatch(rule, std::move(handler));
+        connection_->watch(sender, rule, std::move(handler));
         added.set_value();
     });
     added.get_future().wait();

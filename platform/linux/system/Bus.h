@@ -44,10 +44,8 @@ struct BusReply {
     [[nodiscard]] BusValue first() && { return values.empty() ? BusValue{} : std::move(values.front()); }
 };
 
-/// A signal that some program sent.
+/// A signal.
 struct BusSignal {
-    std::string sender;
-    std::string path;
     std::string member;
     std::vector<BusValue> values;
 };
@@ -77,9 +75,15 @@ public:
     /// The same, but blocks until the answer. Not on the bus's thread.
     [[nodiscard]] BusReply callAndWait(BusCall call, Duration timeout);
 
-    /// Runs `handler` for every signal that matches `rule`, a match rule of the bus, until the connection ends. Returns when
+    /// Runs `handler` for every signal of `sender` that matches `rule`, a match rule of the bus without type and sender,
+    /// until the connection ends. `sender` is the bus's own name, or another well-known name; then its owner at the time
+    /// counts. What others send is dropped, because the bus passes on whatever is addressed to this connection. Returns when
     /// the bus has begun to pass the signals on. Not on the bus's thread.
-    void watch(const std::string& rule, SignalHandler handler);
+    void watch(const std::string& sender, const std::string& rule, SignalHandler handler);
+
+    /// Runs `handler` whenever `name`, or any name if that is empty, changes hands: with the name, its old owner and its new
+    /// one. Otherwise the same.
+    void watchOwner(const std::string& name, SignalHandler handler);
 
 private:
     struct Connection;

@@ -11,13 +11,15 @@ namespace ovin {
 /// Unique names begin with a colon; every other name is owned by one unique name at a time.
 [[nodiscard]] inline bool isUniqueName(const std::string& name) { return name.starts_with(':'); }
 
+/// The name of the bus itself, which nobody else can have.
+inline constexpr const char* busName = "org.freedesktop.DBus";
+
 /// The error of a call that was not answered in time.
 inline constexpr const char* noReplyError = "org.freedesktop.DBus.Error.NoReply";
 
 /// A call to the bus itself.
 [[nodiscard]] inline BusCall busDaemonCall(std::string member, std::vector<BusCall::Argument> arguments = {}) {
-    return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", std::move(member),
-            std::move(arguments)};
+    return {busName, "/org/freedesktop/DBus", busName, std::move(member), std::move(arguments)};
 }
 
 /// Reads one property of an object.
@@ -28,12 +30,6 @@ inline constexpr const char* noReplyError = "org.freedesktop.DBus.Error.NoReply"
             "org.freedesktop.DBus.Properties",
             "Get",
             {std::move(interface), std::move(name)}};
-}
-
-/// Matches the signal that the owner of a name has changed (name, old owner, new owner); of `name` only, unless it is empty.
-[[nodiscard]] inline std::string nameOwnerRule(const std::string& name = {}) {
-    return "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',member='NameOwnerChanged'" +
-           (name.empty() ? "" : ",arg0='" + name + "'");
 }
 
 }  // namespace ovin

@@ -1,11 +1,19 @@
 #include "platform/linux/system/Bus.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <systemd/sd-bus.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <mutex>
+#include <vector>
+
+#include "platform/linux/system/BusNames.h"
+#include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace ovin {
@@ -54,6 +62,66 @@ TEST_F(BusTest, AConnectionTakesFewFiles) {
 TEST_F(BusTest, WithoutRoomForItsFilesThereIsNoConnection) {
     leaveRoomFor(1);
     EXPECT_EQ(Bus::connect(address()), nullptr);
+}
+
+/// A program that sends signals.
+class Sender {
+public:
+    explicit Sender(const std::string& address) {
+        EXPECT_GE(sd_bus_new(&bus_), 0);
+        EXPECT_GE(sd_bus_set_address(bus_, address.c_str()), 0);
+        EXPECT_GE(sd_bus_set_bus_client(bus_, 1), 0);
+        EXPECT_GE(sd_bus_start(bus_), 0);
+    }
+    Sender(const Sender&) = delete;
+    Sender& operator=(const Sender&) = delete;
+    ~Sender() { sd_bus_flush_close_unref(bus_); }
+
+    void own(const char* name) { EXPECT_GE(sd_bus_request_name(bus_, name, 0), 0); }
+    void release(const char* name) { EXPECT_GE(sd_bus_release_name(bus_, name), 0); }
+
+    /// Sends a signal to everybody, and another one to the first connection of the bus alone; returns when both are sent.
+    void send(const std::string& member) {
+        EXPECT_GE(sd_bus_emit_signal(bus_, "/", "org.ovin.Test", member.c_str(), ""), 0);
+        sd_bus_message* message = nullptr;
+        EXPECT_GE(sd_bus_message_new_signal(bus_, &message, "/", "org.ovin.Test", (member + "Alone").c_str()), 0);
+        EXPECT_GE(sd_bus_message_set_destination(message, ":1.0"), 0);
+        EXPECT_GE(sd_bus_send(bus_, message, nullptr), 0);
+        sd_bus_message_unref(message);
+        own("org.ovin.Sent");
+        release("org.ovin.Sent");
+    }
+
+private:
+    sd_bus* bus_ = nullptr;
+};
+
+constexpr const char* watchedName = "org.ovin.Watched";
+
+TEST(BusSignals, OnlyTheOwnerOfTheNameIsBelievedWhoeverThatIs) {
+    const PrivateBus privateBus;
+    const auto bus = Bus::connect(privateBus.address());
+    ASSERT_NE(bus, nullptr);
+    Sender first(privateBus.address());
+    Sender second(privateBus.address());
+    first.own(watchedName);
+    std::mutex mutex;
+    std::vector<std::string> heard;
+    bus->watch(watchedName, "interface='org.ovin.Test'", [&](const BusSignal& signal) {
+        const std::lock_guard lock(mutex);
+        heard.push_back(signal.member);
+    });
+    first.send("Owner");
+    second.send("Stranger");
+    first.release(watchedName);
+    first.send("FormerOwner");
+    second.own(watchedName);
+    first.send("Stranger");
+    second.send("NextOwner");
+    // What was sent before has come by the time that this is answered.
+    EXPECT_FALSE(bus->callAndWait(busDaemonCall("GetId"), std::chrono::seconds(20)).isError());
+    const std::lock_guard lock(mutex);
+    EXPECT_THAT(heard, testing::ElementsAre("Owner", "OwnerAlone", "NextOwner", "NextOwnerAlone"));
 }
 
 }  // namespace
