@@ -100,8 +100,9 @@ class DesktopTestCase(unittest.TestCase):
             self.assertEqual(self.titles(), titles)
 
     def numberOf(self, title):
-        self.assertTrue(becomes(lambda: title in self.titles()), title)
-        return self.titles().index(title) + 1
+        found = []
+        self.assertTrue(becomes(lambda: found.append(self.titles()) or title in found[-1]), title)
+        return found[-1].index(title) + 1
 
     def discoveryLog(self):
         """The lines that discovery writes to the log for a developer."""
