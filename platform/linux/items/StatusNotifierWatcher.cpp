@@ -19,9 +19,11 @@ const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
 const QStringList asksOnce{QStringLiteral("org.kde.kded5"), QStringLiteral("org.kde.kded6")};
 constexpr int longestStart = 60'000;  // milliseconds
 
-/// Keeps a program that registers without end from using up the session's memory.
+/// Keeps programs that register without end from using up the session's memory. However many items others have, each program
+/// may have a few.
 constexpr std::size_t mostItems = 10'000;
 constexpr int mostItemsOfOneProgram = 1'000;
+constexpr int fewItems = 20;
 
 constexpr auto exported =
     QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals | QDBusConnection::ExportAllProperties;
@@ -100,7 +102,7 @@ void StatusNotifierWatcher::extensionChanged() { claim_.rivalIsComing(); }
 
 QStringList StatusNotifierWatcher::registeredItems() const {
     QStringList entries;
-    for (const auto& item : items_) entries += QString::fromStdString(item.joined());
+    for (const auto& known : items_) entries += QString::fromStdString(known.item.joined());
     return entries;
 }
 
@@ -118,7 +120,7 @@ void StatusNotifierWatcher::RegisterStatusNotifierItem(const QString& serviceOrP
     } else if (item->destination == daemonName.toStdString()) {
         // The bus never disconnects, so its items would never be removed.
         if (calledFromDBus()) sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("The bus has no status items"));
-    } else if (items_.size() >= mostItems || registrations_.value(caller()) >= mostItemsOfOneProgram) {
+    } else if (!hasRoomFor(caller())) {
         if (calledFromDBus()) sendErrorReply(QDBusError::LimitsExceeded, QStringLiteral("Too many status items"));
     } else if (item->destination == sender) {
         add(*item, caller());
@@ -129,22 +131,28 @@ void StatusNotifierWatcher::RegisterStatusNotifierItem(const QString& serviceOrP
 
 /// Adds the item if its name has an owner: without one, no signal would ever report the name's end.
 void StatusNotifierWatcher::addIfAlive(const StatusItemAddress& item, const QString& registrant) {
+    registrations_.insert(registrant, registrations_.value(registrant));
     const auto question = dbusCall(daemonName, daemonPath, daemonName, QStringLiteral("GetNameOwner"),
                                    {QString::fromStdString(item.destination)});
     callLater(bus_, question, untilAnswered, this, [this, item, registrant](const QDBusMessage& answer) {
-        if (answer.type() == QDBusMessage::ReplyMessage) add(item, registrant);
+        // Nothing would ever tell that the registrant has gone if it has by now.
+        const bool isThere = registrations_.contains(registrant);
+        if (answer.type() == QDBusMessage::ReplyMessage) add(item, isThere ? registrant : QString());
     });
 }
 
 void StatusNotifierWatcher::add(const StatusItemAddress& item, const QString& registrant) {
     const QString entry = QString::fromStdString(item.joined());
     // Checks the limits again, because many registrations may have waited for their answers at once.
-    if (entries_.contains(entry) || items_.size() >= mostItems || registrations_[registrant] >= mostItemsOfOneProgram)
-        return;
+    if (entries_.contains(entry) || !hasRoomFor(registrant)) return;
     ++registrations_[registrant];
     entries_.insert(entry);
-    items_.push_back(item);
+    items_.push_back({item, registrant});
     Q_EMIT StatusNotifierItemRegistered(entry);
+}
+
+bool StatusNotifierWatcher::hasRoomFor(const QString& registrant) const {
+    return registrations_.value(registrant) < (items_.size() < mostItems ? mostItemsOfOneProgram : fewItems);
 }
 
 void StatusNotifierWatcher::RegisterStatusNotifierHost(const QString&) {
@@ -160,8 +168,8 @@ void StatusNotifierWatcher::nameOwnerChanged(const QString& name, const QString&
     if (asksOnce.contains(name) && !newOwner.isEmpty()) return awaitStart(name, newOwner);
     if (oldOwner.isEmpty()) return claim_.barMayCome(newOwner.toStdString());
     claim_.isNoRival(name.toStdString());
-    removeItemsOf(name);
-    registrations_.remove(name);
+    remove([gone = name.toStdString()](const Registration& known) { return known.item.destination == gone; });
+    if (registrations_.contains(name)) disown(name);
     if (hosts_.remove(name)) Q_EMIT StatusNotifierHostUnregistered();
 }
 
@@ -179,7 +187,7 @@ void StatusNotifierWatcher::ownerChanged(const QString& newOwner) {
 /// Programs that use Qt register only with a watcher that comes when there was none, and their items are at the customary
 /// path, so that they can be registered by others. Registering an item twice does no harm.
 void StatusNotifierWatcher::handOver() {
-    for (const StatusItemAddress& item : items_) {
+    for (const auto& [item, registrant] : items_) {
         if (item.path != customaryItemPath) continue;
         const QString destination = QString::fromStdString(item.destination);
         static_cast<void>(bus_.send(
@@ -187,15 +195,29 @@ void StatusNotifierWatcher::handOver() {
     }
 }
 
-void StatusNotifierWatcher::removeItemsOf(const QString& destination) {
+void StatusNotifierWatcher::remove(const std::function<bool(const Registration&)>& isGone) {
     QStringList removed;
-    std::erase_if(items_, [&, gone = destination.toStdString()](const StatusItemAddress& item) {
-        if (item.destination != gone) return false;
-        removed += QString::fromStdString(item.joined());
+    std::erase_if(items_, [&](const Registration& known) {
+        if (!isGone(known)) return false;
+        --registrations_[known.registrant];
+        removed += QString::fromStdString(known.item.joined());
         return true;
     });
     for (const QString& entry : std::as_const(removed)) entries_.remove(entry);
     for (const QString& entry : std::as_const(removed)) Q_EMIT StatusNotifierItemUnregistered(entry);
+}
+
+/// Keeps what a program that has gone registered for others, as a watcher does that hands over; but of all these together no
+/// more than one program may have, because such programs may come and go without end.
+void StatusNotifierWatcher::disown(const QString& registrant) {
+    for (Registration& known : items_) {
+        if (known.registrant != registrant || !hasRoomFor({})) continue;
+        known.registrant.clear();
+        ++registrations_[QString()];
+        --registrations_[registrant];
+    }
+    remove([&](const Registration& known) { return known.registrant == registrant; });
+    registrations_.remove(registrant);
 }
 
 }  // namespace ovin

@@ -8,6 +8,7 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 #include "platform/MainQueue.h"
@@ -52,6 +53,12 @@ Q_SIGNALS:
     Q_SCRIPTABLE void StatusNotifierHostUnregistered();
 
 private:
+    /// An item, and the program that has registered it; empty once that has gone, for the item of another program.
+    struct Registration {
+        StatusItemAddress item;
+        QString registrant;
+    };
+
     Q_SLOT void nameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);
     Q_SLOT void hostRegistered(const QDBusMessage& signal);
     Q_SLOT void extensionChanged();
@@ -65,15 +72,17 @@ private:
     [[nodiscard]] QString caller() const;
     void addIfAlive(const StatusItemAddress& item, const QString& registrant);
     void add(const StatusItemAddress& item, const QString& registrant);
-    void removeItemsOf(const QString& destination);
+    [[nodiscard]] bool hasRoomFor(const QString& registrant) const;
+    void remove(const std::function<bool(const Registration&)>& isGone);
+    void disown(const QString& registrant);
 
     QDBusConnection bus_;
     WatcherClaim claim_;
-    std::vector<StatusItemAddress> items_;
+    std::vector<Registration> items_;
     /// The addresses in `items_`, to find a repeated registration at once.
     QSet<QString> entries_;
     QSet<QString> hosts_;
-    /// How many items each program has registered, so that no program uses up the limit for all.
+    /// How many of the items each program has registered, so that no program uses up the limit for all.
     QHash<QString, int> registrations_;
 };
 
