@@ -1,6 +1,8 @@
 #include "platform/linux/items/DBusMenu.h"
 
 #include <QDBusVariant>
+#include <QPointer>
+#include <QThreadPool>
 #include <algorithm>
 #include <utility>
 
@@ -16,8 +18,13 @@ using namespace std::chrono_literals;
 const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
 
 constexpr auto longestPreparation = 500ms;
-constexpr auto updatesCollected = 10ms;
+/// How long changes are collected: twice as long as the last time if they come at once again, else half as long.
+constexpr std::chrono::milliseconds shortestPause = 10ms;
+constexpr std::chrono::milliseconds longestPause = 1s;
+constexpr auto atOnce = 100ms;
 constexpr int longestAnnouncement = 250;
+/// The toolkit measures each entry of a list, so a list of thousands would take seconds to open.
+constexpr std::size_t mostShown = 500;
 
 void discard(QMenu& menu, QAction* action) {
     menu.removeAction(action);
@@ -27,18 +34,25 @@ void discard(QMenu& menu, QAction* action) {
         action->deleteLater();
 }
 
+const DBusMenuNode* nodeOf(const DBusMenuNode& node, int id) {
+    if (node.entry.id == id) return &node;
+    for (const auto& child : node.children) {
+        if (const auto* found = nodeOf(child, id)) return found;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 DBusMenu::DBusMenu(const QDBusConnection& bus, const QString& service, const QString& path)
-    : bus_(bus), service_(service), path_(path) {
-    bus_.connect(service, path, menuInterface, QStringLiteral("LayoutUpdated"), this, SLOT(layoutUpdated()));
-    bus_.connect(service, path, menuInterface, QStringLiteral("ItemsPropertiesUpdated"), this,
-                 SLOT(propertiesUpdated(QDBusMessage)));
-
+    : bus_(bus), service_(service), path_(path), program_(service, bus) {
+    connect(&program_, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
+        layout_.reset();
+        if (menu_) menu_->close();
+    });
     bound_.setSingleShot(true);
     connect(&bound_, &QTimer::timeout, this, &DBusMenu::finishPreparing);
     updates_.setSingleShot(true);
-    updates_.setInterval(updatesCollected);
     connect(&updates_, &QTimer::timeout, this, &DBusMenu::load);
     load();
 }
@@ -49,30 +63,51 @@ QDBusMessage DBusMenu::call(const QString& method, const QVariantList& arguments
     return dbusCall(service_, path_, menuInterface, method, arguments);
 }
 
+/// What happens while nobody listens is in the next layout.
+void DBusMenu::listen(bool toSignals) {
+    if (std::exchange(isListening_, toSignals) == toSignals) return;
+    for (const char* signal : {"LayoutUpdated", "ItemsPropertiesUpdated"}) {
+        if (toSignals)
+            bus_.connect(service_, path_, menuInterface, QLatin1String(signal), this, SLOT(changed()));
+        else
+            bus_.disconnect(service_, path_, menuInterface, QLatin1String(signal), this, SLOT(changed()));
+    }
+}
+
+void DBusMenu::changed() {
+    listen(false);
+    isOutdated_ = isLoading_;
+    if (isLoading_ || updates_.isActive()) return;
+    const bool isHurried = sinceLoaded_.isValid() && !sinceLoaded_.hasExpired(std::chrono::milliseconds(atOnce).count());
+    pause_ = std::clamp(isHurried ? pause_ * 2 : pause_ / 2, shortestPause, longestPause);
+    updates_.start(pause_);
+}
+
 void DBusMenu::load() {
     isOutdated_ = isLoading_;
     if (std::exchange(isLoading_, true)) return;
+    updates_.stop();
+    listen(true);
     callLater(bus_, call(QStringLiteral("GetLayout"), {0, -1, QStringList()}), untilAnswered, this,
-              [this](const QDBusMessage& answer) { loaded(answer); });
+              [self = QPointer(this)](const QDBusMessage& answer) {
+                  // Elsewhere, because a program may send a layout that takes long to read.
+                  QThreadPool::globalInstance()->start([self, answer] {
+                      auto layout = readDBusMenuLayout(answer);
+                      QMetaObject::invokeMethod(qApp, [self, layout = std::move(layout)]() mutable {
+                          if (self) self->loaded(std::move(layout));
+                      });
+                  });
+              });
 }
 
-void DBusMenu::loaded(const QDBusMessage& answer) {
+void DBusMenu::loaded(std::optional<DBusMenuNode> layout) {
     isLoading_ = false;
-    if (auto layout = readDBusMenuLayout(answer)) layout_ = std::move(layout);
+    if (layout) layout_ = std::move(layout);
     fillAll();
+    sinceLoaded_.start();
     finishPreparing();
     // Not at once, because a program whose layout changes all the time would be asked all the time.
-    if (isOutdated_) layoutUpdated();
-}
-
-void DBusMenu::layoutUpdated() {
-    if (!updates_.isActive()) updates_.start();
-}
-
-void DBusMenu::propertiesUpdated(const QDBusMessage& signal) {
-    if (!layout_) return;
-    applyDBusMenuUpdates(*layout_, signal);
-    fillAll();
+    if (isOutdated_) changed();
 }
 
 void DBusMenu::prepare(std::function<void(bool)> ready) {
@@ -102,7 +137,7 @@ void DBusMenu::sendEvent(int id, const QString& event) {
 
 QMenu& DBusMenu::menu() {
     if (!menu_) {
-        menu_ = std::make_unique<QMenu>();
+        menu_ = std::make_unique<DBusMenuList>();
         giveMenuLook(*menu_);
         connect(menu_.get(), &QMenu::aboutToShow, this, [this] { sendEvent(0, QStringLiteral("opened")); });
         connect(menu_.get(), &QMenu::aboutToHide, this, [this] { sendEvent(0, QStringLiteral("closed")); });
@@ -112,23 +147,40 @@ QMenu& DBusMenu::menu() {
 }
 
 void DBusMenu::fillAll() {
-    if (menu_ && layout_) fill(*menu_, *layout_);
+    if (menu_ && layout_) fill(*menu_, *layout_, 0);
 }
 
 /// Reuses the action at each place, so that an open menu neither flickers nor loses the entry under the pointer, even when
-/// the program changes all ids.
-void DBusMenu::fill(QMenu& menu, const DBusMenuNode& node) {
-    qsizetype index = 0;
-    for (const auto& entry : node.children) {
-        QAction& action = actionAt(menu, index++, entry.isSubmenu());
-        showMenuEntry(menu, action, entry);
-        if (action.menu()) fill(*action.menu(), entry);
-    }
-    const auto actions = menu.actions();
-    for (; index < actions.size(); ++index) discard(menu, actions[index]);
+/// the program changes all ids. Fills submenus only while they are open.
+void DBusMenu::fill(DBusMenuList& menu, const DBusMenuNode& node, std::size_t first) {
+    menu.change([&] {
+        const std::size_t end = std::min(node.children.size(), first + mostShown);
+        qsizetype index = 0;
+        for (std::size_t i = first; i < end; ++i) show(menu, index++, node.children[i].entry, node.children[i], 0);
+        if (end < node.children.size()) {
+            DBusMenuEntry more;
+            more.id = node.entry.id;
+            more.label = QStringLiteral("More");
+            more.isSubmenu = true;
+            show(menu, index++, more, node, end);
+        }
+        const auto actions = menu.actions();
+        for (; index < actions.size(); ++index) discard(menu, actions[index]);
+    });
 }
 
-QAction& DBusMenu::actionAt(QMenu& menu, qsizetype index, bool asSubmenu) {
+/// Shows an entry at a place, and in its submenu the entries `below` from `first` on.
+void DBusMenu::show(DBusMenuList& menu, qsizetype index, const DBusMenuEntry& entry, const DBusMenuNode& below,
+                    std::size_t first) {
+    QAction& action = actionAt(menu, index, entry.isSubmenu);
+    showMenuEntry(menu, action, entry);
+    auto* const submenu = qobject_cast<DBusMenuList*>(action.menu());
+    if (!submenu) return;
+    submenu->content = {entry.id, first};
+    if (submenu->isVisible()) fill(*submenu, below, first);
+}
+
+QAction& DBusMenu::actionAt(DBusMenuList& menu, qsizetype index, bool asSubmenu) {
     QAction* present = menu.actions().value(index);
     if (present && (present->menu() != nullptr) == asSubmenu) return *present;
     QAction* action = asSubmenu ? newSubmenu(menu) : newAction(menu);
@@ -137,26 +189,29 @@ QAction& DBusMenu::actionAt(QMenu& menu, qsizetype index, bool asSubmenu) {
     return *action;
 }
 
-QAction* DBusMenu::newAction(QMenu& menu) {
+QAction* DBusMenu::newAction(DBusMenuList& menu) {
     auto* action = new QAction(&menu);
     connect(action, &QAction::triggered, this, [this, action] {
         menu_->close();  // An assistive program does not close it.
-        sendEvent(action->data().toInt(), QStringLiteral("clicked"));
+        sendEvent(shownMenuEntry(*action).id, QStringLiteral("clicked"));
         fillAll();  // Undoes Qt's toggle of a check mark: only the program knows its state.
     });
     return action;
 }
 
-QAction* DBusMenu::newSubmenu(QMenu& menu) {
-    auto* submenu = new QMenu(&menu);
-    QAction* action = submenu->menuAction();
-    connect(submenu, &QMenu::aboutToShow, this, [this, action] {
-        announce(action->data().toInt(), [this] { load(); });
-        sendEvent(action->data().toInt(), QStringLiteral("opened"));
+QAction* DBusMenu::newSubmenu(DBusMenuList& menu) {
+    auto* submenu = new DBusMenuList(&menu);
+    connect(submenu, &QMenu::aboutToShow, this, [this, submenu] {
+        const auto [parent, first] = submenu->content;
+        if (const auto* node = layout_ ? nodeOf(*layout_, parent) : nullptr) fill(*submenu, *node, first);
+        if (first > 0) return;  // the program knows nothing of parts
+        announce(parent, [this] { load(); });
+        sendEvent(parent, QStringLiteral("opened"));
     });
-    connect(submenu, &QMenu::aboutToHide, this,
-            [this, action] { sendEvent(action->data().toInt(), QStringLiteral("closed")); });
-    return action;
+    connect(submenu, &QMenu::aboutToHide, this, [this, submenu] {
+        if (submenu->content.first == 0) sendEvent(submenu->content.parent, QStringLiteral("closed"));
+    });
+    return submenu->menuAction();
 }
 
 }  // namespace ovin

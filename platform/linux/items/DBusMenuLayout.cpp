@@ -1,94 +1,137 @@
 #include "platform/linux/items/DBusMenuLayout.h"
 
+#include <QBuffer>
+#include <QDBusArgument>
 #include <QDBusVariant>
-#include <QHash>
-#include <utility>
+#include <QImageReader>
+
+#include "platform/linux/drawing/ShownText.h"
+#include "platform/linux/items/DBusMenuLabel.h"
 
 namespace ovin {
 namespace {
 
 constexpr int mostEntries = 5'000;
+constexpr int mostProperties = 64;
 constexpr int deepest = 12;
+constexpr qsizetype longestShortcut = 40;
+constexpr qsizetype longestIconName = 200;
+constexpr int mostIconBytes = 1 << 20;
+constexpr int largestIcon = 1024;
+constexpr int mostIconPixels = 1 << 22;
+/// Twice the size that styles show.
+constexpr int keptIcon = 48;
 
-DBusMenuNode readNode(const QDBusArgument& argument, int depth, int& entriesLeft);
+QString text(const QVariantMap& properties, const char* name) { return properties.value(QLatin1String(name)).toString(); }
 
-void readChild(const QVariant& value, int depth, int& entriesLeft, DBusMenuNode& parent) {
-    if (value.userType() != qMetaTypeId<QDBusArgument>()) return;
-    const auto child = value.value<QDBusArgument>();
-    if (child.currentSignature() != QLatin1String("(ia{sv}av)") || entriesLeft <= 0 || depth > deepest) return;
-    parent.children.push_back(readNode(child, depth, --entriesLeft));
+/// Entries are visible and enabled unless the program says otherwise.
+bool flag(const QVariantMap& properties, const char* name) {
+    const QVariant value = properties.value(QLatin1String(name));
+    return value.userType() != QMetaType::Bool || value.toBool();
 }
 
-DBusMenuNode readNode(const QDBusArgument& argument, int depth, int& entriesLeft) {
+QString readShortcut(const QVariantMap& properties) {
+    const QVariant value = properties.value(QStringLiteral("shortcut"));
+    if (value.userType() != qMetaTypeId<QDBusArgument>()) return {};
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("aas")) return {};
+    const auto shortcuts = qdbus_cast<QList<QStringList>>(argument);
+    QString keys = shortcuts.isEmpty() ? QString() : shownText(shortcuts.first().join(QLatin1Char('+')), longestShortcut);
+    return keys.replace(QLatin1String("Control"), QLatin1String("Ctrl"));
+}
+
+QImage readIcon(const QVariantMap& properties, int& pixelsLeft) {
+    QByteArray data = properties.value(QStringLiteral("icon-data")).toByteArray();
+    if (data.isEmpty() || data.size() > mostIconBytes) return {};
+    QBuffer buffer(&data);
+    QImageReader reader(&buffer, "png");
+    const QSize size = reader.size();
+    if (size.isEmpty() || size.width() > largestIcon || size.height() > largestIcon) return {};
+    const int pixels = size.width() * size.height();
+    if (pixels > pixelsLeft) return {};
+    pixelsLeft -= pixels;
+    const QImage icon = reader.read();
+    if (icon.width() <= keptIcon && icon.height() <= keptIcon) return icon;
+    return icon.scaled(keptIcon, keptIcon, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+DBusMenuEntry::Toggle readToggle(const QString& type) {
+    if (type == QLatin1String("radio")) return DBusMenuEntry::Toggle::radio;
+    return type == QLatin1String("checkmark") ? DBusMenuEntry::Toggle::check : DBusMenuEntry::Toggle::none;
+}
+
+/// How much more of a layout is read.
+struct Budget {
+    int entries = mostEntries;
+    int pixels = mostIconPixels;
+};
+
+QVariantMap readProperties(const QDBusArgument& argument) {
+    QVariantMap properties;
+    argument.beginMap();
+    while (properties.size() < mostProperties && !argument.atEnd()) {
+        QString name;
+        QDBusVariant value;
+        argument.beginMapEntry();
+        argument >> name >> value;
+        argument.endMapEntry();
+        properties.insert(name, value.variant());
+    }
+    argument.endMap();
+    return properties;
+}
+
+DBusMenuNode readNode(const QDBusArgument& argument, int depth, Budget& budget);
+
+void readChild(const QVariant& value, int depth, Budget& budget, DBusMenuNode& parent) {
+    if (value.userType() != qMetaTypeId<QDBusArgument>()) return;
+    const auto child = value.value<QDBusArgument>();
+    if (child.currentSignature() != QLatin1String("(ia{sv}av)") || budget.entries <= 0 || depth > deepest) return;
+    --budget.entries;
+    parent.children.push_back(readNode(child, depth, budget));
+}
+
+DBusMenuNode readNode(const QDBusArgument& argument, int depth, Budget& budget) {
     DBusMenuNode node;
+    int id = 0;
     argument.beginStructure();
-    argument >> node.id >> node.properties;
+    argument >> id;
+    node.entry = readDBusMenuEntry(id, readProperties(argument), budget.pixels);
     argument.beginArray();
-    while (entriesLeft > 0 && !argument.atEnd()) {
+    while (budget.entries > 0 && !argument.atEnd()) {
         QDBusVariant child;
         argument >> child;
-        readChild(child.variant(), depth + 1, entriesLeft, node);
+        readChild(child.variant(), depth + 1, budget, node);
     }
     argument.endArray();
     argument.endStructure();
+    if (!node.children.empty()) node.entry.isSubmenu = true;
     return node;
-}
-
-using NodesByID = QHash<int, DBusMenuNode*>;
-
-void collect(DBusMenuNode& node, NodesByID& nodes) {
-    nodes.insert(node.id, &node);
-    for (auto& child : node.children) collect(child, nodes);
-}
-
-void applyChanged(const QDBusArgument& changed, const NodesByID& nodes) {
-    changed.beginArray();
-    while (!changed.atEnd()) {
-        int id = 0;
-        QVariantMap properties;
-        changed.beginStructure();
-        changed >> id >> properties;
-        changed.endStructure();
-        if (DBusMenuNode* node = nodes.value(id)) node->properties.insert(properties);
-    }
-    changed.endArray();
-}
-
-void applyRemoved(const QDBusArgument& removed, const NodesByID& nodes) {
-    removed.beginArray();
-    while (!removed.atEnd()) {
-        int id = 0;
-        QStringList names;
-        removed.beginStructure();
-        removed >> id >> names;
-        removed.endStructure();
-        DBusMenuNode* node = nodes.value(id);
-        for (const QString& name : std::as_const(names)) {
-            if (node) node->properties.remove(name);
-        }
-    }
-    removed.endArray();
 }
 
 }  // namespace
 
-bool DBusMenuNode::isSubmenu() const {
-    return !children.empty() || properties.value(QStringLiteral("children-display")).toString() == QLatin1String("submenu");
+DBusMenuEntry readDBusMenuEntry(int id, const QVariantMap& properties, int& pixelsLeft) {
+    DBusMenuEntry entry;
+    entry.id = id;
+    entry.label = QString::fromStdString(qtMenuLabel(shownText(text(properties, "label")).toStdString()));
+    entry.shortcut = readShortcut(properties);
+    if (const QString name = text(properties, "icon-name"); name.size() <= longestIconName) entry.iconName = name;
+    entry.icon = readIcon(properties, pixelsLeft);
+    entry.toggle = readToggle(text(properties, "toggle-type"));
+    entry.isOn = properties.value(QStringLiteral("toggle-state")).toInt() == 1;
+    entry.isSeparator = text(properties, "type") == QLatin1String("separator");
+    entry.isSubmenu = text(properties, "children-display") == QLatin1String("submenu");
+    entry.isEnabled = flag(properties, "enabled");
+    entry.isVisible = flag(properties, "visible");
+    return entry;
 }
 
 std::optional<DBusMenuNode> readDBusMenuLayout(const QDBusMessage& answer) {
     if (answer.type() != QDBusMessage::ReplyMessage || answer.signature() != QLatin1String("u(ia{sv}av)"))
         return std::nullopt;
-    int entriesLeft = mostEntries;
-    return readNode(answer.arguments().at(1).value<QDBusArgument>(), 0, entriesLeft);
-}
-
-void applyDBusMenuUpdates(DBusMenuNode& root, const QDBusMessage& signal) {
-    if (signal.signature() != QLatin1String("a(ia{sv})a(ias)")) return;
-    NodesByID nodes;
-    collect(root, nodes);
-    applyChanged(signal.arguments().at(0).value<QDBusArgument>(), nodes);
-    applyRemoved(signal.arguments().at(1).value<QDBusArgument>(), nodes);
+    Budget budget;
+    return readNode(answer.arguments().at(1).value<QDBusArgument>(), 0, budget);
 }
 
 }  // namespace ovin
