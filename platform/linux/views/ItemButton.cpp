@@ -11,6 +11,7 @@
 #include "platform/linux/drawing/IconLoader.h"
 #include "platform/linux/drawing/QtFonts.h"
 #include "platform/linux/drawing/QtIcons.h"
+#include "platform/linux/drawing/ShownText.h"
 #include "platform/linux/drawing/SymbolicIcon.h"
 #include "platform/linux/views/PressButton.h"
 
@@ -30,11 +31,17 @@ constexpr double highlightRadius = 5;
 constexpr double hoverOpacity = 0.1;
 constexpr double pressOpacity = 0.2;
 
+AttributedText shown(AttributedText title) {
+    for (TextRun& run : title) run.text = shownText(QString::fromStdString(run.text)).toStdString();
+    return title;
+}
+
 }  // namespace
 
-ItemButton::ItemButton(const Button& button) : title_(button.title), imagePosition_(button.imagePosition), tag_(button.tag) {
+ItemButton::ItemButton(const Button& button)
+    : title_(shown(button.title)), imagePosition_(button.imagePosition), tag_(button.tag) {
     if (imagePosition_ != Button::ImagePosition::only) titleSize_ = title().size();
-    setText(plainText(button.title));
+    setText(plainText(title_));
     setShortcut({});
     if (button.image) {
         image_ = button.image->image;
@@ -42,7 +49,7 @@ ItemButton::ItemButton(const Button& button) : title_(button.title), imagePositi
         setIconSize(QSizeF(button.image->size.width, button.image->size.height).toSize());
     }
     setPlainToolTip(*this, button.toolTip);
-    setAccessibleName(QString::fromStdString(button.toolTip));
+    setAccessibleName(shownText(QString::fromStdString(button.toolTip)));
     setFocusPolicy(Qt::TabFocus);
     if (button.height) setFixedHeight(qRound(*button.height));
     setFixedWidth(button.width ? qRound(*button.width) : contentWidth());

@@ -1,9 +1,16 @@
 #include "platform/linux/views/PressButton.h"
 
+#include <QFontMetrics>
 #include <QKeyEvent>
+#include <QScreen>
+#include <QToolTip>
+
+#include "platform/linux/drawing/ShownText.h"
 
 namespace ovin {
 namespace {
+
+constexpr qsizetype surelyNarrow = 30;
 
 bool isReturn(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -52,7 +59,12 @@ void PressButton::leaveEvent(QEvent* event) {
 }
 
 void setPlainToolTip(QWidget& widget, const std::string& text) {
-    const QString plain = QString::fromStdString(text);
+    QString plain = shownText(QString::fromStdString(text));
+    // Not every text wraps. Short ones are not measured, because that takes longer than all else.
+    if (plain.size() > surelyNarrow) {
+        const int widest = widget.screen()->size().width() / 2;
+        plain = QFontMetrics(QToolTip::font()).elidedText(plain, Qt::ElideMiddle, widest);
+    }
     widget.setToolTip(plain.isEmpty() ? QString() : "<span>" + plain.toHtmlEscaped() + "</span>");
 }
 
