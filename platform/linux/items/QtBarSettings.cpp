@@ -100,14 +100,12 @@ void QtBarSettings::askXfce() {
 }
 
 void QtBarSettings::plasmaChanged() {
-    isPlasmaRead_ = false;
     const QString folder = QFileInfo(plasmaFile_).path();
     // A file that was replaced is no longer watched. One that does not exist cannot be; then its folder is.
-    if (isPlasma_ && files_.files().isEmpty() && !files_.addPath(plasmaFile_)) {
-        files_.addPath(folder);
-        return;
-    }
-    files_.removePath(folder);
+    const bool isMissing = isPlasma_ && files_.files().isEmpty() && !files_.addPath(plasmaFile_);
+    isMissing ? files_.addPath(folder) : files_.removePath(folder);
+    // Only now, so that what is read is not older than what is watched.
+    isPlasmaRead_ = false;
     changed_();
 }
 
