@@ -107,8 +107,10 @@ uint MenuObject::GetLayout(int parent, int depth, const QStringList& names, BusM
 
 BusMenuGroup MenuObject::GetGroupProperties(const QList<int>& ids, const QStringList& names) {
     BusMenuGroup group;
+    // Each once, so that a long list of the same ids makes no huge answer.
     const auto add = [&](int id) {
-        if (has(id)) group.append({id, properties(id, names)});
+        const bool isNew = std::ranges::none_of(group, [id](const BusMenuProperties& known) { return known.id == id; });
+        if (isNew && has(id)) group.append({id, properties(id, names)});
     };
     for (const int id : ids) add(id);
     if (!ids.isEmpty()) return group;
