@@ -99,7 +99,8 @@ private:
     XInputEventMonitor events_;
     QtStatusBar statusBar_{screens_, [this] { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); },
                            [this](bool isDrawn) {
-                               if (hasBar_.exchange(isDrawn) != isDrawn) accessibility_.barHasChanged();
+                               hasBar_ = isDrawn;
+                               accessibility_.barHasChanged();
                            }};
     QtAlerts alerts_;
     AutostartEntry launchAtLogin_;

@@ -8,6 +8,7 @@ import contextlib
 import os
 import subprocess
 import sys
+import threading
 import time
 
 HERE = os.path.abspath(__file__)
@@ -294,6 +295,23 @@ class Orders(ApplicationTestCase):
         self.startAsWatcher()
         self.assertIn("true", watcherProperty("IsStatusNotifierHostRegistered"))
 
+
+    def testAnotherWatcherAndAnotherBarHaveTheLedgesListReadAnew(self):
+        from gi.repository import Gio, GLib
+        ovin = self.startOvin(OVIN_DEBUG="1")
+        lines = []
+        reader = threading.Thread(target=lambda: lines.extend(iter(ovin.stderr.readline, "")))
+        reader.start()
+        self.addCleanup(reader.join)
+        self.addCleanup(ovin.kill)
+        found = lambda count: any(f"discovery: {count} undrawn items" in line for line in lines)
+        # The first discovery comes before Ovin is the watcher; nobody opens the ledge.
+        self.assertTrue(becomes(lambda: found(1)), lines)
+        lines.clear()
+        bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        bus.call_sync(NAME, PATH, NAME, "RegisterStatusNotifierHost", GLib.Variant("(s)", (bus.get_unique_name(),)), None,
+                      Gio.DBusCallFlags.NONE, -1)
+        self.assertTrue(becomes(lambda: found(0)), lines)
 
     def testWhereNoBarDrawsItsItemTheLedgeHasItsMenu(self):
         ovin = self.startAsWatcher()

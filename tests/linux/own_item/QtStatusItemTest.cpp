@@ -250,7 +250,9 @@ TEST_F(QtStatusItemTest, ItsMenuIsToldAsItIsNow) {
     QCoreApplication::processEvents();
     EXPECT_EQ(chosen, 1);
     const auto group = qdbus_cast<BusMenuGroup>(
-        askMenu("GetGroupProperties", {QVariant::fromValue(QList<int>{3, 9, 3}), QStringList{"label"}}).arguments().value(0));
+        askMenu("GetGroupProperties", {QVariant::fromValue(QList<int>{3, 9, 3}), QStringList{"label"}})
+            .arguments()
+            .value(0));
     ASSERT_EQ(group.size(), 1);
     EXPECT_EQ(group[0].properties, (QVariantMap{{"label", "Last"}}));
 }
