@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
 #include <QObject>
 #include <QString>
+
+#include "platform/linux/drawing/ColorSchemeSetting.h"
 
 namespace ovin {
 
@@ -24,16 +24,12 @@ public:
     void setChoice(const QString& choice);
 
 private:
-    Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
-    void readSetting();
     void apply() const;
     [[nodiscard]] bool isDark() const;
 
     QDBusConnection bus_;
     QString choice_;
-    /// In the numbers of the desktop's settings: 0 none, 1 dark, 2 light.
-    uint setting_ = 0;
+    ColorSchemeSetting setting_;
     bool startedDark_;
 };
 

@@ -16,6 +16,7 @@
 #include "platform/linux/displays/QtDisplays.h"
 #include "platform/linux/displays/QtScreens.h"
 #include "platform/linux/displays/XInputEventMonitor.h"
+#include "platform/linux/drawing/DesktopColors.h"
 #include "platform/linux/drawing/QtResources.h"
 #include "platform/linux/items/QtBarSettings.h"
 #include "platform/linux/items/QtItemMenus.h"
@@ -93,6 +94,7 @@ private:
     AccessibilityConsent consent_;
     LinuxAccessibility accessibility_;
     QtApplication application_;
+    DesktopColors colors_{QDBusConnection::sessionBus()};
     QtScreens screens_;
     QtWindows windows_;
     PressCatcher presses_;

@@ -376,6 +376,48 @@ class OneInASession(ApplicationTestCase):
             self.assertIn("Usage:", result.stderr)
 
 
+class TheColours(ApplicationTestCase):
+    """Of what is shown already, when the user chooses others for the desktop."""
+
+    def tell(self, path, signal, *arguments):
+        run("gdbus", "emit", "--session", "--object-path", path, "--signal", signal, *arguments)
+
+    def tellColorScheme(self, number):
+        self.tell("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings.SettingChanged",
+                  "org.freedesktop.appearance", "color-scheme", f"<uint32 {number}>")
+
+    def writeKdeColours(self, window, text):
+        path = os.path.join(os.environ["XDG_CONFIG_HOME"], "kdeglobals")
+        with open(path, "w", encoding="utf-8") as file:
+            for group in ("Button", "Selection", "Tooltip", "View", "Window"):
+                file.write(f"[Colors:{group}]\nBackgroundNormal={window}\nForegroundNormal={text}\n")
+        self.addCleanup(lambda: os.path.exists(path) and os.unlink(path))
+
+    def testTheOpenLedgeFollowsTheSettingsOfTheDesktop(self):
+        ovin = self.startShown()
+        for number in range(30):
+            self.startItem("--name", f"App {number}", "--title", f"Item {number}", "--pixmap", "#c01090")
+        place = geometry(self.openLedge(ovin))
+        light = colours(place)
+        self.addCleanup(self.tellColorScheme, 0)  # the bar follows it too
+        for number, isDark in ((1, True), (0, False), (1, True), (2, False)):
+            self.tellColorScheme(number)
+            self.assertTrue(becomes(lambda: ((0x24, 0x24, 0x26) in colours(place)) == isDark), (number, colours(place)))
+        self.assertTrue(becomes(lambda: colours(place) == light), "its first colours do not come back")
+        self.assertTrue(self.isOpen(ovin))
+
+    def testAWindowFollowsTheColoursOfKde(self):
+        self.writeKdeColours("42,46,50", "239,240,241")
+        about = self.startOvin(OVIN_TEST_ABOUT="", XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5")
+        self.assertTrue(becomes(lambda: windowsOf(about.pid)))
+        place = geometry(windowsOf(about.pid)[0])
+        self.assertTrue(becomes(lambda: (42, 46, 50) in colours(place)), "the first colours are others")
+        self.writeKdeColours("250,240,230", "20,20,20")
+        self.tell("/KGlobalSettings", "org.kde.KGlobalSettings.notifyChange", "0", "0")
+        self.assertTrue(becomes(lambda: (250, 240, 230) in colours(place)), "the colours stay")
+        self.assertNotIn((42, 46, 50), colours(place))
+
+
 class TheEnd(ApplicationTestCase):
     def testEverySignalEndsItWell(self):
         for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
