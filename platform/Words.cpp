@@ -146,7 +146,7 @@ const Words& desktopWords() {
         "Your displays are mirrored, and mirrored displays change resolution together. Turn mirroring off in your desktop’s "
         "display settings, then try again.",
         "The resolution could not be changed. Nothing was altered.",
-        "Displays can’t be widened in a Wayland session. Nothing was altered.",
+        "Displays can’t be widened in a Wayland session, or on an X server without RandR. Nothing was altered.",
         "Ovin can’t see where your bar draws its icons, so it can’t tell whether a wider display would help. Nothing was "
         "altered.",
         "No icon is out of sight",

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 
 #include "platform/linux/drawing/QtFonts.h"
 #include "platform/linux/windows/WindowManager.h"
@@ -26,14 +27,18 @@ void layOut(QMessageBox& box) {
 }  // namespace
 
 QtAlerts::~QtAlerts() {
-    for (const QPointer<QMessageBox>& box : shown_) delete box;
+    for (const Shown& shown : shown_) delete shown.box;
 }
 
 void QtAlerts::run(const Alert& alert) {
-    std::erase_if(shown_, [](const QPointer<QMessageBox>& box) { return box.isNull(); });
+    std::erase_if(shown_, [](const Shown& shown) { return shown.box.isNull(); });
+    // One that was closed is there until the event loop deletes it.
+    const auto same = std::find_if(shown_.begin(), shown_.end(),
+                                   [&](const Shown& shown) { return shown.alert == alert && shown.box->isVisible(); });
+    if (same != shown_.end()) return WindowManager::bringToFront(*same->box);
     // Shows the program's own icon, which tells whose alert it is.
     auto* const box = new QMessageBox(QMessageBox::NoIcon, "Ovin", QString::fromStdString(alert.message), QMessageBox::Ok);
-    shown_.emplace_back(box);
+    shown_.push_back({alert, box});
     const QIcon icon = QApplication::windowIcon();
     if (!icon.isNull()) box->setIconPixmap(icon.pixmap(QSize(iconSide, iconSide), box->devicePixelRatioF()));
     box->setTextFormat(Qt::PlainText);

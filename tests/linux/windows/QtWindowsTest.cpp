@@ -636,6 +636,20 @@ TEST_F(QtWindowsTest, SeveralAlertsAreShownAndEachIsAcknowledgedByItself) {
     EXPECT_EQ(boxes()[0]->text(), "Second");
 }
 
+TEST_F(QtWindowsTest, AnAlertThatIsShownAlreadyIsNotShownTwice) {
+    QtAlerts alerts;
+    alerts.run({"First", "Why"});
+    alerts.run({"First", "Otherwise"});
+    alerts.run({"First", "Why"});
+    EXPECT_EQ(boxes().size(), 2U);
+    for (QMessageBox* const box : boxes()) box->button(QMessageBox::Ok)->click();
+    // Before the boxes are deleted.
+    alerts.run({"First", "Why"});
+    handleEvents();
+    ASSERT_EQ(boxes().size(), 1U);
+    EXPECT_TRUE(boxes()[0]->isVisible());
+}
+
 TEST_F(QtWindowsTest, AlertsThatNobodyAcknowledgedGoWithTheProgram) {
     {
         QtAlerts alerts;
