@@ -7,6 +7,21 @@ import subprocess
 from DesktopTest import BOUND, DesktopTestCase, OVIN_ITEMS, becomes, main, ovinItems, setAccessibility
 
 
+# A program with an item, which registers with every watcher.
+SCRIPT = """#!/usr/bin/python3
+from gi.repository import Gio, GLib
+
+NAME, PATH = "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher"
+ITEM = Gio.DBusNodeInfo.new_for_xml("<node><interface name='org.kde.StatusNotifierItem'>"
+                                    "<property name='Title' type='s' access='read'/></interface></node>").interfaces[0]
+bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+bus.register_object("/StatusNotifierItem", ITEM, None, lambda *_: GLib.Variant("s", "Scripted"), None)
+Gio.bus_watch_name_on_connection(bus, NAME, Gio.BusNameWatcherFlags.NONE, lambda *_: bus.call(
+    NAME, PATH, NAME, "RegisterStatusNotifierItem", GLib.Variant("(s)", ("/StatusNotifierItem",)), None, 0, -1, None, None), None)
+GLib.MainLoop().run()
+"""
+
+
 class Discovery(DesktopTestCase):
     def testEveryItemCountsAsUndrawn(self):
         self.startItems(["One", "Two"], "--name", "App")
@@ -31,6 +46,23 @@ class Discovery(DesktopTestCase):
             self.startItem("--register-by", way, "--title", way, "--name", "App")
         self.startItem("--reregister", "--title", "twice", "--name", "App")
         self.assertFinds(["both", "name", "path", "twice", "well-known"])
+
+    def testAProgramThatAnInterpreterRunsHasTheNameOfItsOwnEntry(self):
+        entries = os.path.join(os.environ["HOME"], ".local", "share", "applications")
+        os.makedirs(entries, exist_ok=True)
+        # The kernel keeps fifteen letters of a process's name.
+        for name, program in (("Scripted Program", "a-program-that-an-interpreter-runs"), ("Interpreter", "python3"),
+                              ("Interpreter", os.path.basename(os.path.realpath("/usr/bin/python3")))):
+            with open(os.path.join(entries, program + ".desktop"), "w", encoding="utf-8") as entry:
+                entry.write(f"[Desktop Entry]\nType=Application\nName={name}\nExec={program}\n")
+        script = os.path.join(os.environ["OVIN_DESKTOP_DIR"], "a-program-that-an-interpreter-runs")
+        with open(script, "w", encoding="utf-8") as file:
+            file.write(SCRIPT)
+        os.chmod(script, 0o755)
+        process = subprocess.Popen([script])
+        self.addCleanup(process.wait, BOUND)
+        self.addCleanup(process.kill)
+        self.assertTrue(becomes(lambda: [item["application"] for item in self.find()] == ["Scripted Program"]), self.find())
 
     def testItemsThatVanishAreNoLongerFound(self):
         self.startItem("--title", "Stays")

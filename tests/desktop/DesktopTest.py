@@ -24,6 +24,14 @@ def setAccessibility(enabled):
                    check=True, stdout=subprocess.DEVNULL, timeout=BOUND)
 
 
+def processOf(name):
+    """The process that owns a name on the session bus; None while nobody does."""
+    answer = subprocess.run(["gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path", "/", "--method",
+                             "org.freedesktop.DBus.GetConnectionUnixProcessID", name],
+                            capture_output=True, text=True, timeout=BOUND, check=False).stdout
+    return int(answer.split()[1].rstrip(",)")) if answer else None
+
+
 def isAlive(pid):
     try:
         with open(f"/proc/{pid}/stat", encoding="utf-8") as file:

@@ -4,7 +4,6 @@ Started with the paths of ovin-items, status-item and ovin.
 """
 
 import os
-import re
 import signal
 import subprocess
 import time
@@ -12,7 +11,7 @@ import unittest
 
 from Organizing import (COUNT, DISPLAY_KEY, MODE_KEY, ORGANIZE, REFUSED, SERVER_KEY, TITLE, USUAL, OrganizeTestCase, clickOn,
                         dragWithSuper, drawn, isOnRecord, mode, place, readDefaults, show, slots, width)
-from OvinTest import BOUND, GUIDE_WAS_SHOWN, SETTINGS, awaited, becomes, buttonsOf, click, main, run, writeSettings
+from OvinTest import BOUND, GUIDE_WAS_SHOWN, SETTINGS, awaited, becomes, buttonsOf, click, main, processOf, run, writeSettings
 
 
 class TheSession(OrganizeTestCase):
@@ -24,9 +23,7 @@ class TheSession(OrganizeTestCase):
         self.assertEqual(sorted(readDefaults()), ["OvinHasShownGuide", DISPLAY_KEY, MODE_KEY, SERVER_KEY])
 
     def testAnOptionWaitsForASessionThatIsSlowToTellWhetherTheBarCanBeRead(self):
-        service = run("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path", "/org/freedesktop/DBus",
-                      "--method", "org.freedesktop.DBus.GetConnectionUnixProcessID", "org.a11y.Bus").stdout
-        pid = int(re.search(r"uint32 (\d+)", service)[1])
+        pid = processOf("org.a11y.Bus")
         os.kill(pid, signal.SIGSTOP)
         try:
             self.startOvin("--organize")

@@ -22,7 +22,7 @@ from gi.repository import Atspi, Gio, GLib  # noqa: E402
 OVIN = os.path.abspath(sys.argv.pop(3))
 
 import DesktopTest  # noqa: E402
-from DesktopTest import BOUND, Item, becomes, pidOf, setAccessibility  # noqa: E402, F401
+from DesktopTest import BOUND, Item, becomes, pidOf, processOf, setAccessibility  # noqa: E402, F401
 
 BAR_HEIGHT = 28
 SETTINGS = os.path.join(os.environ["XDG_CONFIG_HOME"], "ovin", "defaults")

@@ -128,17 +128,11 @@ if len(sys.argv) > 2 and sys.argv[1] == "--watcher":
     sys.exit()
 
 from OvinTest import (BOUND, ApplicationTestCase, Item, awaited, becomes, buttonsOf, click, entryNamed, main,  # noqa: E402
-                      middle, press, run)
+                      middle, press, processOf, run)
 
 
 def ask(destination, path, method, *arguments):
     return run("gdbus", "call", "--session", "--dest", destination, "--object-path", path, "--method", method, *arguments).stdout
-
-
-def processOf(name):
-    """The process that owns a name; None while nobody does."""
-    answer = ask("org.freedesktop.DBus", "/", "org.freedesktop.DBus.GetConnectionUnixProcessID", name)
-    return int(answer.split()[1].rstrip(",)")) if answer else None
 
 
 def watcherProperty(name):

@@ -24,7 +24,7 @@ constexpr std::chrono::seconds settlingTime{1};
 /// The kernel keeps this many characters of a process's name.
 constexpr std::size_t longestKernelName = 15;
 
-// Every discovery asks for the names of all processes, so the next two functions are plain system calls.
+// Every discovery asks for the names of all processes, so the next functions are plain system calls.
 
 std::string processFile(ProcessID pid, const char* name) { return "/proc/" + std::to_string(pid) + "/" + name; }
 
@@ -36,21 +36,35 @@ std::string executableOf(ProcessID pid) {
     return std::string(path.substr(path.rfind('/') + 1));
 }
 
-/// What the kernel calls the process; empty when there is none.
-std::string kernelNameOf(ProcessID pid) {
-    const int file = open(processFile(pid, "comm").c_str(), O_RDONLY | O_CLOEXEC);
+/// The beginning of what the kernel tells of the process in a file; empty when there is none.
+std::string contentOf(ProcessID pid, const char* name) {
+    const int file = open(processFile(pid, name).c_str(), O_RDONLY | O_CLOEXEC);
     if (file < 0) return {};
-    std::array<char, longestKernelName + 1> line{};
-    const ssize_t length = ::read(file, line.data(), line.size());
+    std::array<char, PATH_MAX> content{};
+    const ssize_t length = ::read(file, content.data(), content.size());
     close(file);
-    const std::string_view text(line.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-    return std::string(text.substr(0, text.find('\n')));
+    return {content.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
 }
 
-/// The name of the process: its executable's, unless the process has given itself another.
+/// The last component of the first argument in which that begins so; `beginning` when there is none.
+std::string argumentThatBegins(ProcessID pid, const std::string& beginning) {
+    const std::string arguments = contentOf(pid, "cmdline");
+    for (std::size_t start = 0, end = 0; start < arguments.size(); start = end + 1) {
+        end = std::min(arguments.find('\0', start), arguments.size());
+        const std::string argument = arguments.substr(start, end - start);
+        const std::string last = argument.substr(argument.rfind('/') + 1);
+        if (last.starts_with(beginning)) return last;
+    }
+    return beginning;
+}
+
+/// The name of the process: its executable's, unless the process has given itself another, or the executable is the
+/// interpreter of a script, whose name it is then.
 std::string nameOf(ProcessID pid, const std::string& executable) {
-    const std::string name = kernelNameOf(pid);
-    return executable.substr(0, longestKernelName) == name || name.empty() ? executable : name;
+    std::string name = contentOf(pid, "comm");
+    name.erase(std::min(name.find('\n'), name.size()));
+    if (executable.substr(0, longestKernelName) == name || name.empty()) return executable;
+    return name.size() < longestKernelName ? name : argumentThatBegins(pid, name);
 }
 
 }  // namespace
@@ -138,7 +152,11 @@ RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries:
     RunningApplication application;
     application.pid = pid;
     const std::string executable = executableOf(pid);
-    if (const auto found = entries.find(executable); found != entries.end()) {
+    const std::string name = nameOf(pid, executable);
+    // An interpreter's own entry says nothing of the program that it runs.
+    auto found = entries.find(name);
+    if (found == entries.end()) found = entries.find(executable);
+    if (found != entries.end()) {
         const DesktopEntry& entry = found->second;
         application.bundleIdentifier = entry.id;
         if (!entry.name.empty()) application.localizedName = entry.name;
@@ -147,10 +165,7 @@ RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries:
     if (!application.icon) {
         if (auto icon = items_.iconOf(pid)) application.icon = Image(std::move(icon));
     }
-    if (!application.localizedName) {
-        const std::string name = nameOf(pid, executable);
-        if (!name.empty()) application.localizedName = name;
-    }
+    if (!application.localizedName && !name.empty()) application.localizedName = name;
     if (pid == getpid()) application.bundleIdentifier = ownBundleIdentifier_;
     return application;
 }
