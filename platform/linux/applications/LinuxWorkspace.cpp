@@ -162,8 +162,13 @@ RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries:
         if (!entry.name.empty()) application.localizedName = entry.name;
         if (!entry.icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry.icon));
     }
-    if (!application.icon) {
-        if (auto icon = items_.iconOf(pid)) application.icon = Image(std::move(icon));
+    if (auto icon = items_.iconOf(pid)) {
+        if (!application.icon) {
+            application.icon = Image(std::move(icon));
+        } else if (items_.itemsOf(pid).size() == 1) {
+            // Several items would all look like the first one.
+            application.icon = Image(std::make_shared<ItemOrApplicationIcon>(std::move(icon), found->second.icon));
+        }
     }
     if (!application.localizedName && !name.empty()) application.localizedName = name;
     if (pid == getpid()) application.bundleIdentifier = ownBundleIdentifier_;

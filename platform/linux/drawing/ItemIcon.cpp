@@ -34,6 +34,13 @@ bool isBetter(std::int64_t candidate, std::int64_t chosen) {
     return chosen < sufficientSide ? candidate > chosen : candidate >= sufficientSide && candidate < chosen;
 }
 
+bool canBeSeen(const BusValue::Bytes& pixels) {
+    for (std::size_t alpha = 0; alpha < pixels.size(); alpha += 4) {
+        if (pixels[alpha] != 0) return true;
+    }
+    return false;
+}
+
 ItemIcon::Pixels bestPicture(const BusValue& pictures) {
     const BusValue::Array* best = nullptr;
     for (const BusValue& picture : pictures.members()) {
@@ -41,16 +48,25 @@ ItemIcon::Pixels bestPicture(const BusValue& pictures) {
         if (bytesOf(parts) == nullptr) continue;
         if (best == nullptr || isBetter(parts[0].integer(), best->front().integer())) best = &parts;
     }
-    if (best == nullptr) return {};
+    if (best == nullptr || !canBeSeen(*bytesOf(*best))) return {};
     return {static_cast<int>((*best)[0].integer()), static_cast<int>((*best)[1].integer()), *bytesOf(*best)};
 }
 
 }  // namespace
 
 std::shared_ptr<const ItemIcon> itemIcon(const BusValue::Dictionary& properties) {
-    auto icon = std::make_shared<const ItemIcon>(nameIn(properties, "IconName"), nameIn(properties, "IconThemePath"),
-                                                 bestPicture(property(properties, "IconPixmap")));
-    return icon->name.empty() && icon->pixels.bytes.empty() ? nullptr : icon;
+    const auto make = [&properties](const char* name, const char* pictures) {
+        return std::make_shared<const ItemIcon>(nameIn(properties, name), nameIn(properties, "IconThemePath"),
+                                                bestPicture(property(properties, pictures)),
+                                                ItemIcon::Overlay{nameIn(properties, "OverlayIconName"),
+                                                                  bestPicture(property(properties, "OverlayIconPixmap"))});
+    };
+    const auto isUsable = [](const auto& icon) { return !icon->name.empty() || !icon->pixels.bytes.empty(); };
+    if (property(properties, "Status").string() == "NeedsAttention") {
+        if (auto icon = make("AttentionIconName", "AttentionIconPixmap"); isUsable(icon)) return icon;
+    }
+    auto icon = make("IconName", "IconPixmap");
+    return isUsable(icon) ? icon : nullptr;
 }
 
 }  // namespace ovin

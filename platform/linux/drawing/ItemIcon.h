@@ -8,12 +8,13 @@
 #include <vector>
 
 #include "platform/Image.h"
+#include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/system/BusValue.h"
 
 namespace ovin {
 
-/// The icon of a status item as its program sent it: a name, pixels or both. Whether a name leads to a picture turns out
-/// when the icon is drawn.
+/// The icon of a status item as its program sent it: a name, pixels or both, perhaps with a smaller one upon it. Whether a
+/// name leads to a picture turns out when the icon is drawn.
 class ItemIcon final : public Image::Content {
 public:
     /// Rows of pixels, each alpha, red, green and blue. There are 4 * width * height bytes; a side has at most `largestSide`
@@ -27,21 +28,44 @@ public:
     };
     static constexpr int largestSide = 512;
 
+    struct Overlay {
+        std::string name;
+        Pixels pixels;
+
+        friend bool operator==(const Overlay&, const Overlay&) = default;
+    };
+
     ItemIcon(std::string aName, std::string aThemeFolder, Pixels thePixels)
-        : name(std::move(aName)), themeFolder(std::move(aThemeFolder)), pixels(std::move(thePixels)) {}
+        : ItemIcon(std::move(aName), std::move(aThemeFolder), std::move(thePixels), {}) {}
+    ItemIcon(std::string aName, std::string aThemeFolder, Pixels thePixels, Overlay anOverlay)
+        : name(std::move(aName)),
+          themeFolder(std::move(aThemeFolder)),
+          pixels(std::move(thePixels)),
+          overlay(std::move(anOverlay)) {}
 
     /// In the icon theme, in the item's own theme folder, or the absolute path of a file.
     const std::string name;
     const std::string themeFolder;
     const Pixels pixels;
+    const Overlay overlay;
 
     friend bool operator==(const ItemIcon& a, const ItemIcon& b) {
-        return a.name == b.name && a.themeFolder == b.themeFolder && a.pixels == b.pixels;
+        return a.name == b.name && a.themeFolder == b.themeFolder && a.pixels == b.pixels && a.overlay == b.overlay;
     }
 };
 
-/// The icon in the properties of a status item: of its pictures the smallest one that suffices for the ledge, or else the
-/// largest. Null when there is no usable icon.
+/// An item's icon, and that of its application, which is drawn where the item's leads to no picture.
+class ItemOrApplicationIcon final : public Image::Content {
+public:
+    ItemOrApplicationIcon(std::shared_ptr<const ItemIcon> itemIcon, std::string applicationIcon)
+        : item(std::move(itemIcon)), application(std::make_shared<NamedIcon>(std::move(applicationIcon))) {}
+
+    const Image item;
+    const Image application;
+};
+
+/// The icon in the properties of a status item, as its status has it: one that needs attention may have another. Of the
+/// pictures, the smallest one that suffices for the ledge, or else the largest. Null when there is no usable icon.
 [[nodiscard]] std::shared_ptr<const ItemIcon> itemIcon(const BusValue::Dictionary& properties);
 
 /// Passes the icon of an item from the threads that read it to those that show it. Any thread.

@@ -9,8 +9,20 @@ namespace ovin {
 namespace {
 
 constexpr std::array interfaceNames{"org.kde.StatusNotifierItem", "org.freedesktop.StatusNotifierItem"};
-constexpr std::array propertyNames{"Id",         "Title",    "ToolTip",       "IconAccessibleDesc", "Menu",
-                                   "ItemIsMenu", "IconName", "IconThemePath", "IconPixmap"};
+constexpr std::array propertyNames{"Id",
+                                   "Title",
+                                   "ToolTip",
+                                   "IconAccessibleDesc",
+                                   "Menu",
+                                   "ItemIsMenu",
+                                   "Status",
+                                   "IconName",
+                                   "IconThemePath",
+                                   "IconPixmap",
+                                   "AttentionIconName",
+                                   "AttentionIconPixmap",
+                                   "OverlayIconName",
+                                   "OverlayIconPixmap"};
 constexpr int attempts = 2 * static_cast<int>(interfaceNames.size());
 
 /// An item without a menu names this path, the root path or none.

@@ -9,10 +9,9 @@
 
 #include "platform/icu/IcuText.h"
 #include "platform/linux/drawing/IconLoader.h"
+#include "platform/linux/drawing/LedgeIcon.h"
 #include "platform/linux/drawing/QtFonts.h"
-#include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/drawing/ShownText.h"
-#include "platform/linux/drawing/SymbolicIcon.h"
 #include "platform/linux/views/PressButton.h"
 
 namespace ovin {
@@ -101,7 +100,7 @@ void ItemButton::drawImage(QPainter& painter, const QRect& place) {
     const int side = static_cast<int>(std::ceil(std::min(place.width(), place.height()) * devicePixelRatioF()));
     if (side != pictureSide_ && image_) {
         pictureSide_ = side;
-        loadIcon(*image_, side);
+        refreshLedgeIcon(*image_, side);
         takeIcon();
         asked_.start();
         if (picture_.isNull()) QTimer::singleShot(hesitation, this, qOverload<>(&QWidget::update));
@@ -123,9 +122,7 @@ void ItemButton::drawImage(QPainter& painter, const QRect& place) {
 
 void ItemButton::takeIcon() {
     if (pictureSide_ == 0) return;
-    const ReadIcon icon = knownIcon(*image_, pictureSide_);
-    picture_ = QPixmap::fromImage(icon.picture);
-    if (icon.isSymbolic) tint(picture_, palette().color(QPalette::WindowText));
+    picture_ = QPixmap::fromImage(ledgeIcon(*image_, pictureSide_, palette().color(QPalette::WindowText)));
     update();
 }
 

@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QColor>
 #include <QImage>
 #include <string>
 #include <utility>
 
-#include "platform/linux/drawing/QtIcons.h"
+#include "platform/linux/drawing/LedgeIcon.h"
 
 namespace ovin {
 namespace {
@@ -34,8 +35,11 @@ int sideOf(const BusValue::Dictionary& properties) {
     return icon ? icon->pixels.width : 0;
 }
 
+/// What the ledge draws of what an item has sent.
+QImage shown(const BusValue::Dictionary& properties) { return ledgeIcon(Image(itemIcon(properties)), 28, Qt::black); }
+
 TEST(ItemIcon, ThePixelsOfAnItemAreDrawnInTheirColours) {
-    const QImage drawn = knownIcon(Image(itemIcon(pictures({squarePicture(28)}))), 28).picture;
+    const QImage drawn = shown(pictures({squarePicture(28)}));
     EXPECT_EQ(drawn.pixelColor(14, 14), QColor::fromRgba(colour));
 }
 
@@ -60,6 +64,43 @@ TEST(ItemIcon, WhatIsNoPictureIsNone) {
     EXPECT_EQ(itemIcon(pictures({text, {BusValue::Array{}}, {BusValue::Array{text, text, text}}})), nullptr);
     EXPECT_EQ(itemIcon({{"IconName", number(7)}}), nullptr);
     EXPECT_EQ(itemIcon(named(std::string(100'000, 'x'))), nullptr);
+}
+
+TEST(ItemIcon, AnItemThatNeedsAttentionShowsWhatItHasForThat) {
+    auto properties = pictures({squarePicture(28)});
+    properties["AttentionIconPixmap"] = {BusValue::Array{squarePicture(32)}};
+    EXPECT_EQ(sideOf(properties), 28);
+    properties["Status"] = {std::string("NeedsAttention")};
+    EXPECT_EQ(sideOf(properties), 32);
+    properties["AttentionIconName"] = {std::string("alarm")};
+    EXPECT_EQ(itemIcon(properties)->name, "alarm");
+    properties.erase("AttentionIconName");
+    properties.erase("AttentionIconPixmap");
+    EXPECT_EQ(sideOf(properties), 28) << "it has nothing for that";
+}
+
+TEST(ItemIcon, AnOverlayLiesOnTheLowerRightQuarter) {
+    auto properties = pictures({{BusValue::Array{number(2), number(2), {BusValue::Bytes(16, 0xFF)}}}});
+    EXPECT_EQ(shown(properties).pixelColor(1, 1), QColor(Qt::white));
+    properties["OverlayIconPixmap"] = {BusValue::Array{squarePicture(16)}};
+    const QImage drawn = shown(properties);
+    EXPECT_EQ(drawn.pixelColor(1, 1), QColor::fromRgba(colour));
+    for (const QPoint point : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1)}) EXPECT_EQ(drawn.pixelColor(point), QColor(Qt::white));
+}
+
+TEST(ItemIcon, AnOverlayThatChangesIsAnotherIcon) {
+    LatestItemIcon latest;
+    latest.set(itemIcon(named("mail")));
+    const auto first = latest.get();
+    auto properties = named("mail");
+    properties["OverlayIconName"] = {std::string("unread")};
+    latest.set(itemIcon(properties));
+    EXPECT_NE(latest.get(), first);
+}
+
+TEST(ItemIcon, APictureThatCannotBeSeenIsNone) {
+    const BusValue clear{BusValue::Array{number(2), number(2), {BusValue::Bytes(16, 0)}}};
+    EXPECT_FALSE(itemIcon(pictures({clear})));
 }
 
 TEST(ItemIcon, AnIconThatLooksLikeTheLastOneLeavesItInPlace) {

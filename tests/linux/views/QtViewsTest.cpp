@@ -11,6 +11,7 @@
 
 #include "ledge/LedgeView.h"
 #include "platform/linux/drawing/IconLoader.h"
+#include "platform/linux/drawing/ItemIcon.h"
 #include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/drawing/QtDrawing.h"
 #include "platform/linux/views/ItemButton.h"
@@ -96,12 +97,20 @@ TEST_F(QtViewsTest, AClickDeliversTheTagEvenWhenTheHandlerDeletesTheButton) {
 /// The button that the ledge shows for an application with this icon, at first.
 class IconOnTheLedge : public QtViewsTest {
 protected:
-    IconOnTheLedge() { IconLoader::share(std::make_unique<IconLoader>(OVIN_PROGRAM)); }
+    IconOnTheLedge() {
+        IconLoader::share(std::make_unique<IconLoader>(OVIN_PROGRAM));
+        QImage picture(22, 22, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        EXPECT_TRUE(picture.save(QString::fromStdString(red)));
+    }
     ~IconOnTheLedge() override { delete IconLoader::shared(); }
 
+    const QTemporaryDir folder;
+    const std::string red = folder.filePath("red.png").toStdString();
+
     /// Whether the button, painted again and again, shows this colour before long.
-    bool comesToShow(const std::string& name, QColor colour) {
-        const View row = ledgeRow(world.text, {item("App", Image(std::make_shared<NamedIcon>(name)), {})}, "");
+    bool comesToShow(const Image& image, QColor colour) {
+        const View row = ledgeRow(world.text, {item("App", image, {})}, "");
         const std::unique_ptr<QWidget> widget(makeWidget(row, {}));
         widget->show();
         const QDeadlineTimer deadline(20'000);
@@ -116,19 +125,19 @@ protected:
     }
 };
 
-TEST_F(IconOnTheLedge, ComesLater) {
-    const QTemporaryDir folder;
-    QImage picture(22, 22, QImage::Format_RGB32);
-    picture.fill(Qt::red);
-    ASSERT_TRUE(picture.save(folder.filePath("red.png")));
-    EXPECT_TRUE(comesToShow(folder.filePath("red.png").toStdString(), Qt::red));
+TEST_F(IconOnTheLedge, ComesLater) { EXPECT_TRUE(comesToShow(Image(std::make_shared<NamedIcon>(red)), Qt::red)); }
+
+TEST_F(IconOnTheLedge, IsTheApplicationsWhereTheItemsNameLeadsNowhere) {
+    const auto item = [](const std::string& name) { return std::make_shared<ItemIcon>(name, "", ItemIcon::Pixels{}); };
+    EXPECT_TRUE(comesToShow(Image(std::make_shared<ItemOrApplicationIcon>(item("/nowhere.png"), red)), Qt::red));
+    EXPECT_TRUE(comesToShow(Image(std::make_shared<ItemOrApplicationIcon>(item(red), "/nowhere.png")), Qt::red));
 }
 
 TEST_F(IconOnTheLedge, IsTheApplicationsInitialsWhereThereIsNone) {
     QPalette palette;
     palette.setColor(QPalette::WindowText, Qt::blue);
     QApplication::setPalette(palette);
-    EXPECT_TRUE(comesToShow("/nowhere.png", Qt::blue));
+    EXPECT_TRUE(comesToShow(Image(std::make_shared<NamedIcon>("/nowhere.png")), Qt::blue));
     QApplication::setPalette({});
 }
 

@@ -9,6 +9,7 @@
 #include <set>
 #include <variant>
 
+#include "platform/linux/drawing/LedgeIcon.h"
 #include "platform/linux/drawing/QtColors.h"
 #include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/views/DisclosureWidget.h"
@@ -81,8 +82,9 @@ bool isPicture(const QImage& shown, const Image& asked) {
 }
 
 /// What a button shows of an image by now.
-QImage pictureOf(const SizedImage& image) {
-    return knownIcon(image.image, qRound(std::min(image.size.width, image.size.height))).picture;
+QImage pictureOf(const SizedImage& image, const QPalette& palette) {
+    const int side = qRound(std::min(image.size.width, image.size.height));
+    return ledgeIcon(image.image, side, palette.color(QPalette::WindowText));
 }
 
 /// A letter and what it looks like. Blanks do not count, because where a line breaks there may be one or none.
@@ -262,7 +264,7 @@ private:
         const Painting painting = paintingOf(widget);
         const bool showsTitle = button.imagePosition != Button::ImagePosition::only;
         expectText(painting.texts, showsTitle ? button.title : AttributedText{}, widget.palette());
-        const QRectF image = expectImage(painting, button);
+        const QRectF image = expectImage(painting, button, widget.palette());
         for (const Painting::Text& text : painting.texts) expect(text.place.x() >= image.right(), "image before the title");
         if (button.width) expectWidth(widget, button.width);
         const int least = button.height ? qRound(*button.height) : 0;
@@ -270,9 +272,9 @@ private:
                "height");
     }
 
-    QRectF expectImage(const Painting& painting, const Button& button) {
+    QRectF expectImage(const Painting& painting, const Button& button, const QPalette& palette) {
         const bool asksForImage = button.image && button.imagePosition != Button::ImagePosition::none;
-        const QImage known = asksForImage ? pictureOf(*button.image) : QImage();
+        const QImage known = asksForImage ? pictureOf(*button.image, palette) : QImage();
         const bool showsImage = !known.isNull();
         expect(painting.pictures.size() == (showsImage ? 1U : 0U), "image");
         if (!showsImage || painting.pictures.empty()) return {};

@@ -1,0 +1,98 @@
+#include "platform/linux/drawing/LedgeIcon.h"
+
+#include <QPainter>
+#include <string>
+
+#include "platform/linux/drawing/IconLoader.h"
+#include "platform/linux/drawing/ItemIcon.h"
+#include "platform/linux/drawing/ItemPicture.h"
+#include "platform/linux/drawing/NamedIcon.h"
+#include "platform/linux/drawing/QtIcons.h"
+#include "platform/linux/drawing/SymbolicIcon.h"
+
+namespace ovin {
+namespace {
+
+/// Null when there is none, and nothing while it has not come.
+using Picture = std::optional<QImage>;
+
+bool isNone(const Picture& picture) { return picture && picture->isNull(); }
+
+IconName iconName(const std::string& name, const std::string& themeFolder = {}) {
+    return {QString::fromStdString(name), QString::fromStdString(themeFolder)};
+}
+
+QImage pictureOf(const ItemIcon::Pixels& pixels, int side) {
+    const QImage picture =
+        pictureOf(pixels.width, pixels.height, pixels.bytes.data(), static_cast<qsizetype>(pixels.bytes.size()));
+    const bool fits = picture.width() <= side && picture.height() <= side;
+    return fits ? picture : picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+/// The pixels serve until the named icon has come, too.
+Picture pictureOf(const IconName& name, const ItemIcon::Pixels& pixels, int side, const QColor& textColor) {
+    Picture named = namedPicture(name, side, textColor);
+    if (named && !named->isNull()) return named;
+    const QImage sent = pictureOf(pixels, side);
+    return sent.isNull() ? named : sent;
+}
+
+/// The overlay takes the lower right quarter.
+Picture pictureOf(const ItemIcon& item, int side, const QColor& textColor) {
+    Picture icon = pictureOf(iconName(item.name, item.themeFolder), item.pixels, side, textColor);
+    if (!icon || icon->isNull()) return icon;
+    const Picture overlay =
+        pictureOf(iconName(item.overlay.name, item.themeFolder), item.overlay.pixels, side / 2, textColor);
+    if (!overlay || overlay->isNull()) return icon;
+    *icon = icon->convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&*icon);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(icon->rect().adjusted(icon->width() / 2, icon->height() / 2, 0, 0), *overlay);
+    return icon;
+}
+
+Picture pictureOf(const Image& image, int side, const QColor& textColor) {
+    const Image::Content& content = image.content();
+    if (const auto* item = dynamic_cast<const ItemIcon*>(&content)) return pictureOf(*item, side, textColor);
+    if (const auto* either = dynamic_cast<const ItemOrApplicationIcon*>(&content)) {
+        const Picture item = pictureOf(either->item, side, textColor);
+        return isNone(item) ? pictureOf(either->application, side, textColor) : item;
+    }
+    const auto* named = dynamic_cast<const NamedIcon*>(&content);
+    if (named == nullptr) return QImage();
+    if (named->name.starts_with(':')) return qtIcon(image).pixmap(side, side).toImage();
+    return namedPicture(iconName(named->name), side, textColor);
+}
+
+}  // namespace
+
+Picture namedPicture(const IconName& name, int side, const QColor& textColor) {
+    IconLoader* const loader = IconLoader::shared();
+    if (loader == nullptr || name.name.isEmpty()) return QImage();
+    const auto icon = loader->known(name, side);
+    if (!icon) loader->load(name, side);
+    if (!icon || !icon->isSymbolic || icon->picture.isNull()) return icon ? Picture(icon->picture) : std::nullopt;
+    QPixmap shape = QPixmap::fromImage(icon->picture);
+    tint(shape, textColor);
+    return shape.toImage();
+}
+
+QImage ledgeIcon(const Image& image, int side, const QColor& textColor) {
+    Picture picture = pictureOf(image, side, textColor);
+    if (isNone(picture)) picture = namedPicture(iconName("application-x-executable"), side, textColor);
+    return picture.value_or(QImage());
+}
+
+void refreshLedgeIcon(const Image& image, int side) {
+    IconLoader* const loader = IconLoader::shared();
+    if (loader == nullptr) return;
+    if (const auto* named = dynamic_cast<const NamedIcon*>(&image.content())) {
+        if (!named->name.starts_with(':')) loader->load(iconName(named->name), side);
+    } else if (const auto* item = dynamic_cast<const ItemIcon*>(&image.content())) {
+        if (!item->name.empty()) loader->load(iconName(item->name, item->themeFolder), side);
+    } else if (const auto* either = dynamic_cast<const ItemOrApplicationIcon*>(&image.content())) {
+        refreshLedgeIcon(either->item, side);
+    }
+}
+
+}  // namespace ovin

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <optional>
+
+#include "platform/Image.h"
+#include "platform/linux/drawing/IconReader.h"
+
+/// The icons of other programs, as far as `IconLoader` has them by now. They fit a square of `side` pixels; symbolic ones have
+/// the colour of texts. Main thread.
+namespace ovin {
+
+/// The picture of a name: null when there is none, and nothing while it has not come, which is asked for then.
+[[nodiscard]] std::optional<QImage> namedPicture(const IconName& name, int side, const QColor& textColor);
+
+/// The picture of an application or an item: the first that there is of what the image names, the pixels that came with it,
+/// and a generic one. Null while one that comes first is still to come, and where there is none. `IconLoader::loaded` tells
+/// when to ask again.
+[[nodiscard]] QImage ledgeIcon(const Image& image, int side, const QColor& textColor);
+
+/// Has the files that an image names read again.
+void refreshLedgeIcon(const Image& image, int side);
+
+}  // namespace ovin
