@@ -60,6 +60,33 @@ Edge edgeOf(const Dock& dock, const Rect& screen) {
     return frame.origin.x + right(frame) <= screen.origin.x + right(screen) ? Edge::left : Edge::right;
 }
 
+/// Whether the dock is shaped as bars are. System monitors are docks too: they reserve nothing, and cover the screen or
+/// stand somewhere on it.
+bool isStrip(const Dock& dock, const Rect& screen) {
+    const Size& size = dock.frame.size;
+    return size.width >= size.height ? size.height < screen.size.height / 2 : size.width < screen.size.width / 2;
+}
+
+bool isAtItsEdge(const Dock& dock, const Rect& screen) {
+    switch (edgeOf(dock, screen)) {
+        case Edge::top:
+            return dock.frame.origin.y <= screen.origin.y;
+        case Edge::bottom:
+            return bottom(dock.frame) >= bottom(screen);
+        case Edge::left:
+            return dock.frame.origin.x <= screen.origin.x;
+        case Edge::right:
+            break;
+    }
+    return right(dock.frame) >= right(screen);
+}
+
+/// Whether the dock is a bar of this screen, wherever the item was clicked.
+bool isBar(const Dock& dock, const Rect& screen) {
+    if (!hasArea(intersection(dock.frame, screen))) return false;
+    return !dock.struts.empty() || (isStrip(dock, screen) && isAtItsEdge(dock, screen));
+}
+
 /// The strip between the edge and the visible frame that has the point.
 std::optional<BarPlace> stripAt(const Rect& screen, const Rect& visible, Point point) {
     if (!contains(screen, point) || contains(visible, point)) return std::nullopt;
@@ -101,7 +128,7 @@ Rect visibleFrame(const DockLayout& layout, const Rect& screen, bool isOnlyScree
     for (const Dock& dock : layout.docks) {
         // Of another screen, across which its strut may reach.
         if (!hasArea(intersection(dock.frame, screen))) continue;
-        hasDocks = true;
+        hasDocks = hasDocks || isBar(dock, screen);
         for (const Strut& strut : dock.struts) {
             const auto reserved = intersection(placeOf(strut, layout.size), screen);
             if (!hasArea(reserved)) continue;
@@ -117,18 +144,27 @@ Rect visibleFrame(const DockLayout& layout, const Rect& screen, bool isOnlyScree
 }
 
 std::optional<BarPlace> barAt(const DockLayout& layout, const Rect& screen, const Rect& visible, Point point) {
-    for (const Dock& dock : layout.docks) {
-        if (contains(dock.frame, point)) return BarPlace{edgeOf(dock, screen), dock.frame, point};
-    }
-    return stripAt(screen, visible, point);
+    const auto dockAt = [&](auto isWanted) -> std::optional<BarPlace> {
+        for (const Dock& dock : layout.docks) {
+            if (contains(dock.frame, point) && isWanted(dock)) return BarPlace{edgeOf(dock, screen), dock.frame, point};
+        }
+        return std::nullopt;
+    };
+    if (auto bar = dockAt([](const Dock& dock) { return !dock.struts.empty(); })) return bar;
+    if (auto bar = stripAt(screen, visible, point)) return bar;
+    return dockAt([&screen](const Dock& dock) { return isStrip(dock, screen); });
 }
 
 std::optional<BarPlace> onlyBar(const DockLayout& layout, const Rect& screen, const Rect& visible) {
-    if (layout.docks.size() == 1 && hasArea(intersection(layout.docks.front().frame, screen))) {
-        const Rect& frame = layout.docks.front().frame;
-        return BarPlace{edgeOf(layout.docks.front(), screen), frame, {right(frame), bottom(frame)}};
+    std::vector<Dock> bars;
+    for (const Dock& dock : layout.docks) {
+        if (!dock.struts.empty() || isBar(dock, screen)) bars.push_back(dock);
     }
-    if (!layout.docks.empty()) return std::nullopt;
+    if (bars.size() == 1 && isBar(bars.front(), screen)) {
+        const Rect& frame = bars.front().frame;
+        return BarPlace{edgeOf(bars.front(), screen), frame, {right(frame), bottom(frame)}};
+    }
+    if (!bars.empty()) return std::nullopt;
     const Point end{right(screen) - 1, bottom(screen) - 1};
     std::vector<Point> ends;
     if (visible.origin.y > screen.origin.y) ends.push_back({end.x, screen.origin.y});

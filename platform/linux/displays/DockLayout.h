@@ -40,14 +40,16 @@ struct DockLayout {
 [[nodiscard]] std::vector<Strut> strutsOf(std::span<const std::uint32_t> numbers);
 
 /// What the docks on a screen leave of it. The work area counts as well where it can be meant for this screen: where there
-/// is one screen only, because some bars are no windows, or no dock on this one.
+/// is one screen only, because some bars are no windows, or no bar on this one.
 [[nodiscard]] Rect visibleFrame(const DockLayout& layout, const Rect& screen, bool isOnlyScreen);
 
-/// The bar at a point of the screen: a dock, or what no window may cover. Nothing when there is none there.
+/// The bar at a point of the screen: a dock that reserves room, or what no window may cover, or another dock of a bar's
+/// shape. Nothing when there is none there.
 [[nodiscard]] std::optional<BarPlace> barAt(const DockLayout& layout, const Rect& screen, const Rect& visible, Point point);
 
-/// The only bar there is, as if it was clicked at its end, where bars have their status items: the only dock or, without
-/// docks, the only strip of the screen that no window may cover. Nothing where there are several, or none on this screen.
+/// The only bar there is, as if it was clicked at its end, where bars have their status items: the only dock
+/// that reserves room or lies along an edge or, without such docks, the only strip of the screen that no window may cover.
+/// Nothing where there are several, or none on this screen.
 [[nodiscard]] std::optional<BarPlace> onlyBar(const DockLayout& layout, const Rect& screen, const Rect& visible);
 
 }  // namespace ovin

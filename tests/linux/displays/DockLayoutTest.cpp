@@ -111,6 +111,26 @@ TEST(DockLayoutTest, AClickOutsideTheVisibleFrameIsInABarThatIsNoWindow) {
     EXPECT_EQ(barAt({{1280, 800}, {}, {}}, only, visible, {2000, 10}), std::nullopt);
 }
 
+TEST(DockLayoutTest, AMonitorThatCoversTheScreenOrStandsOnItIsNoBar) {
+    const Dock panel{{{0, 0}, {1280, 25}}, {{Edge::top, 25, 0, 1279}}};
+    const BarPlace expected{Edge::top, panel.frame, {1200, 10}};
+    for (const Rect& frame : {only, Rect{{400, 200}, {500, 300}}, Rect{{1000, 10}, {270, 700}}}) {
+        const Dock monitor{frame, {}};
+        const DockLayout layout{{1280, 800}, {monitor, panel}, {}};
+        const Rect visible = visibleFrame(layout, only, true);
+        EXPECT_EQ(visible, (Rect{{0, 25}, {1280, 775}}));
+        EXPECT_EQ(barAt(layout, only, visible, {1200, 10}), expected);
+        EXPECT_EQ(onlyBar(layout, only, visible)->frame, panel.frame);
+        EXPECT_EQ(onlyBar({{1280, 800}, {monitor}, {}}, only, only), std::nullopt);
+        // A bar that is no window beside it, on one of two screens.
+        const DockLayout strip{{3200, 1080}, {monitor}, Rect{{0, 32}, {3200, 1048}}};
+        const Rect below = visibleFrame(strip, left, false);
+        EXPECT_EQ(below, (Rect{{0, 32}, {1280, 768}}));
+        EXPECT_EQ(barAt(strip, left, below, {1200, 10})->frame, (Rect{{0, 0}, {1280, 32}}));
+    }
+    EXPECT_EQ(barAt({{1280, 800}, {{only, {}}}, {}}, only, only, {600, 400}), std::nullopt);
+}
+
 TEST(DockLayoutTest, WithoutAClickTheItemIsAtTheEndOfTheOnlyBar) {
     const auto barOf = [](const DockLayout& layout) { return onlyBar(layout, only, visibleFrame(layout, only, true)); };
     EXPECT_EQ(barOf({{1280, 800}, {bottomDock()}, {}}), (BarPlace{Edge::bottom, {{0, 770}, {1280, 30}}, {1280, 800}}));
