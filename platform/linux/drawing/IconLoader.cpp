@@ -14,6 +14,8 @@ namespace {
 constexpr qsizetype mostBytesKnown = 4 << 20;
 /// A reader that dies more often than this is not started again for what is still wanted.
 constexpr int mostFailures = 8;
+/// More names than a screen has room for are those of a program that makes them up.
+constexpr qsizetype mostOutstanding = 1000;
 /// For readers to end when the program does. One that a file system holds never will.
 constexpr int farewell = 100;
 
@@ -61,7 +63,7 @@ void IconLoader::load(const IconName& icon, int side) {
     const ReadIcon* known = known_.object(request);
     const bool isOfTheme = icon.themeFolder.isEmpty() && !icon.name.startsWith(QLatin1Char('/'));
     if (known != nullptr && !known->picture.isNull() && isOfTheme) return;
-    if (outstanding_.contains(request)) return;
+    if (outstanding_.size() >= mostOutstanding || outstanding_.contains(request)) return;
     outstanding_.append(request);
     if (reader_ != nullptr)
         send(request);

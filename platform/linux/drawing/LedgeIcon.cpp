@@ -24,7 +24,7 @@ IconName iconName(const std::string& name, const std::string& themeFolder = {}) 
 
 QImage pictureOf(const ItemIcon::Pixels& pixels, int side) {
     const QImage picture =
-        pictureOf(pixels.width, pixels.height, pixels.bytes.data(), static_cast<qsizetype>(pixels.bytes.size()));
+        ovin::pictureOf(pixels.width, pixels.height, pixels.bytes.data(), static_cast<qsizetype>(pixels.bytes.size()));
     const bool fits = picture.width() <= side && picture.height() <= side;
     return fits ? picture : picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }

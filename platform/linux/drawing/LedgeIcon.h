@@ -7,8 +7,8 @@
 #include "platform/Image.h"
 #include "platform/linux/drawing/IconReader.h"
 
-/// The icons of other programs, as far as `IconLoader` has them by now. They fit a square of `side` pixels; symbolic ones have
-/// the colour of texts. Main thread.
+/// The icons of other programs, as far as `IconLoader` has them by now. They fit a square of `side` pixels; symbolic ones
+/// have the colour of texts. Main thread.
 namespace ovin {
 
 /// The picture of a name: null when there is none, and nothing while it has not come, which is asked for then.

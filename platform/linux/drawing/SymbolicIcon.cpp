@@ -17,14 +17,4 @@ void tint(QPixmap& picture, const QColor& color) {
     painter.fillRect(picture.rect(), color);
 }
 
-QIcon themeIcon(const QString& name, int side, double pixelRatio, const QColor& textColor) {
-    const QIcon icon = QIcon::fromTheme(name);
-    const QIcon shape = icon.isNull() ? QIcon::fromTheme(name + QLatin1String("-symbolic")) : icon;
-    if (shape.isNull() || !isSymbolicIcon(shape.name())) return shape;
-    QPixmap picture = shape.pixmap(QSize(side, side), pixelRatio);
-    if (picture.isNull()) return {};
-    tint(picture, textColor);
-    return QIcon(picture);
-}
-
 }  // namespace ovin

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QColor>
-#include <QIcon>
+#include <QPixmap>
 #include <QString>
 
 namespace ovin {
@@ -11,8 +11,5 @@ namespace ovin {
 
 /// Paints the shape in a picture in one colour.
 void tint(QPixmap& picture, const QColor& color);
-
-/// An icon of the theme for use beside text of this colour; null when the theme has none of this name.
-[[nodiscard]] QIcon themeIcon(const QString& name, int side, double pixelRatio, const QColor& textColor);
 
 }  // namespace ovin

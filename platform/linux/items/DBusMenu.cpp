@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/drawing/IconLoader.h"
 #include "platform/linux/drawing/MenuLook.h"
 #include "platform/linux/items/DBusMenuActions.h"
 #include "platform/linux/system/DBusCall.h"
@@ -52,6 +53,7 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, const QString& service, const QSt
     });
     bound_.setSingleShot(true);
     connect(&bound_, &QTimer::timeout, this, &DBusMenu::finishPreparing);
+    if (const auto* icons = IconLoader::shared()) connect(icons, &IconLoader::loaded, this, &DBusMenu::fillAll);
     updates_.setSingleShot(true);
     connect(&updates_, &QTimer::timeout, this, &DBusMenu::load);
     load();

@@ -7,7 +7,7 @@
 #include <QScreen>
 #include <QStyle>
 
-#include "platform/linux/drawing/SymbolicIcon.h"
+#include "platform/linux/drawing/LedgeIcon.h"
 
 namespace ovin {
 namespace {
@@ -15,13 +15,15 @@ namespace {
 /// How much of the screen's width a label takes at most.
 constexpr int widestLabelPart = 3;
 
-QIcon icon(DBusMenuList& menu, const DBusMenuEntry& entry) {
-    if (!entry.iconName.isEmpty() && menu.mayLookForIcon()) {
-        const int side = menu.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &menu);
-        const QIcon named = themeIcon(entry.iconName, side, menu.devicePixelRatio(), menu.palette().color(QPalette::Text));
-        if (!named.isNull()) return named;
-    }
-    return entry.icon.isNull() ? QIcon() : QIcon(QPixmap::fromImage(entry.icon));
+/// The named icon if it has come, or else the picture that the program has sent.
+QIcon icon(const QMenu& menu, const DBusMenuEntry& entry) {
+    const int side = menu.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &menu);
+    const double ratio = menu.devicePixelRatio();
+    const auto named = namedPicture({entry.iconName, {}}, qRound(side * ratio), menu.palette().color(QPalette::Text));
+    const bool isNamed = named && !named->isNull();
+    QPixmap picture = QPixmap::fromImage(isNamed ? *named : entry.icon);
+    if (isNamed) picture.setDevicePixelRatio(ratio);
+    return picture.isNull() ? QIcon() : QIcon(picture);
 }
 
 QString text(const QMenu& menu, const DBusMenuEntry& entry) {
@@ -41,15 +43,18 @@ void showAsRadio(QAction& action, bool isRadio) {
 void showMenuEntry(DBusMenuList& menu, QAction& action, const DBusMenuEntry& entry) {
     const DBusMenuEntry before = shownMenuEntry(action);
     if (before != entry) {
-        const bool hasIcon = before.iconName == entry.iconName && before.icon == entry.icon;
         action.setData(QVariant::fromValue(entry));
         action.setSeparator(entry.isSeparator);
         action.setText(text(menu, entry));
         action.setEnabled(entry.isEnabled);
         action.setVisible(entry.isVisible);
-        if (!hasIcon) action.setIcon(icon(menu, entry));
         showAsRadio(action, entry.toggle == DBusMenuEntry::Toggle::radio);
         action.setCheckable(entry.toggle != DBusMenuEntry::Toggle::none);
+    }
+    const bool isOther = before.iconName != entry.iconName || before.icon != entry.icon;
+    if (isOther || (action.icon().isNull() && !entry.iconName.isEmpty())) {
+        const QIcon shown = icon(menu, entry);
+        if (isOther || !shown.isNull()) action.setIcon(shown);
     }
     // A click has changed this by itself.
     action.setChecked(entry.isOn);

@@ -7,7 +7,6 @@
 namespace ovin {
 
 void DBusMenuList::change(const std::function<void()>& changes) {
-    sinceChange_.start();
     isChanging_ = true;
     hasChanged_ = false;
     changes();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QMenu>
 #include <cstddef>
 #include <functional>
@@ -26,18 +25,12 @@ public:
     /// Runs `changes`, which change the actions, and then lays the menu out if it is open.
     void change(const std::function<void()>& changes);
 
-    /// Whether there is time to look for one more icon during these changes.
-    [[nodiscard]] bool mayLookForIcon() const { return !sinceChange_.hasExpired(longestLook); }
-
 protected:
     void actionEvent(QActionEvent* event) override;
 
 private:
-    static constexpr qint64 longestLook = 50;  // milliseconds
-
     void layOut();
 
-    QElapsedTimer sinceChange_;
     bool isChanging_ = false;
     bool hasChanged_ = false;
 };

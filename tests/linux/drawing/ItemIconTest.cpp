@@ -85,7 +85,8 @@ TEST(ItemIcon, AnOverlayLiesOnTheLowerRightQuarter) {
     properties["OverlayIconPixmap"] = {BusValue::Array{squarePicture(16)}};
     const QImage drawn = shown(properties);
     EXPECT_EQ(drawn.pixelColor(1, 1), QColor::fromRgba(colour));
-    for (const QPoint point : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1)}) EXPECT_EQ(drawn.pixelColor(point), QColor(Qt::white));
+    for (const QPoint point : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1)})
+        EXPECT_EQ(drawn.pixelColor(point), QColor(Qt::white));
 }
 
 TEST(ItemIcon, AnOverlayThatChangesIsAnotherIcon) {
