@@ -40,9 +40,13 @@ class Hostile:
     def prepare(self):
         Variant = self.GLib.Variant
         label = "Entry {} of {}".format if self.title != "Wide" else lambda number, _: "W" * 3000 + f" {number}\nsecond line"
-        entries = [Variant("(ia{sv}av)", (1 + number, {"label": Variant("s", label(number, self.revision))}, []))
-                   for number in range(self.entries)]
+        entries = [Variant("(ia{sv}av)", (1 + number, {"label": Variant("s", label(number, self.revision)),
+                                                       **self.icon(number)}, [])) for number in range(self.entries)]
         self.layout = Variant("(u(ia{sv}av))", (self.revision, (0, {"children-display": Variant("s", "submenu")}, entries)))
+
+    def icon(self, number):
+        """For a program of that name, an icon that has to be looked for everywhere."""
+        return {"icon-name": self.GLib.Variant("s", f"no-icon-{number}-{self.revision}")} if self.title == "Icons" else {}
 
     def filter(self, connection, message, incoming):
         Gio, Variant = self.Gio, self.GLib.Variant
@@ -267,6 +271,15 @@ class HostileNeighbours(ApplicationTestCase):
         self.assertTrue(becomes(lambda: entryNamed("Entry 499 of 1")), "its entries are the old ones")
         press(entryNamed("More"))
         self.assertTrue(becomes(lambda: entryNamed("Entry 500 of 1")), "the other entries are not reached")
+
+    def testIconsThatAreNowhereDoNotDelayAMenu(self):
+        program = self.start("Icons", 500)
+        with Heartbeat() as heart:
+            self.openMenu(program)
+            program.tell("relabel")
+            self.assertTrue(becomes(lambda: program.said("layout") is not None))
+            time.sleep(1)
+        self.assertIsLively(heart)
 
     def testAMenuThatGrowsStaysOnTheScreen(self):
         program = self.start("Growing")
