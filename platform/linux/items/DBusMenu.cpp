@@ -24,7 +24,7 @@ constexpr std::chrono::milliseconds shortestPause = 10ms;
 constexpr std::chrono::milliseconds longestPause = 1s;
 constexpr auto atOnce = 100ms;
 constexpr int longestAnnouncement = 250;
-/// The toolkit measures each entry of a list, so a list of thousands would take seconds to open.
+/// The toolkit measures all entries of a list before it shows the first.
 constexpr std::size_t mostShown = 500;
 
 void discard(QMenu& menu, QAction* action) {
@@ -49,6 +49,7 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, const QString& service, const QSt
     : bus_(bus), service_(service), path_(path), program_(service, bus) {
     connect(&program_, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
         layout_.reset();
+        finishPreparing();
         if (menu_) menu_->close();
     });
     bound_.setSingleShot(true);
