@@ -201,6 +201,11 @@ class TheLedgesPlace(ApplicationTestCase):
                 run(*item, "org.kde.StatusNotifierItem.Activate", str(x), str(y))
         return geometry(awaited(lambda: windowsOf(self.ovin.pid))[0])
 
+    def testAMonitorThatCoversTheScreenIsNoBar(self):
+        slot = awaited(self.slot)
+        self.startBar(0, 0, 1440, 900, (0,) * 12)
+        self.assertEqual(self.clickIn(*slot)[1], BAR_HEIGHT + 6)
+
     def testItStandsAboveABarAtTheBottom(self):
         self.startBar(0, 820, 1440, 80, (0, 0, 0, 80, 0, 0, 0, 0, 0, 0, 0, 1439))
         x, y, width, height = self.clickIn(500, 885)
