@@ -83,7 +83,8 @@ LinuxAccessibility::LinuxAccessibility(const Desktop& desktop, Question askUser)
 
 bool LinuxAccessibility::isProcessTrusted() const {
     const AccessibilityBus& bus = desktop_->accessibility;
-    return bus.isEnabled() || !bus.isNeeded() || !bus.hasAnswered() || desktop_->consent.hasAnswer();
+    // The first question first: an answer that came between the others would count as none, but no longer as awaited.
+    return !bus.hasAnswered() || bus.isEnabled() || !bus.isNeeded() || desktop_->consent.hasAnswer();
 }
 
 void LinuxAccessibility::promptForTrust() {
