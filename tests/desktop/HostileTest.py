@@ -257,7 +257,7 @@ class HostileNeighbours(ApplicationTestCase):
         for window in windowsOf(self.ovin.pid):
             x, y, width, height = geometry(window)
             self.assertGreaterEqual(min(x, y), 0)
-            self.assertLessEqual((x + width <= 1440, y + height <= 900), (True, True), (x, y, width, height))
+            self.assertTrue(x + width <= 1440 and y + height <= 900, (x, y, width, height))
 
     def testAMenuOfThousandsOpensAtOnceAndChangesInPlace(self):
         program = self.start("Thousands", 5000)
@@ -292,6 +292,11 @@ class HostileNeighbours(ApplicationTestCase):
             self.assertTrue(becomes(lambda: entryNamed("Entry 499 of 1")), "its entries are the old ones")
         self.assertIsLively(heart)
         self.assertFitsTheScreen()
+        program.tell("grow", 3)
+        self.assertTrue(becomes(lambda: entryNamed("Entry 0 of 2")), "its entries are the old ones")
+        self.assertTrue(becomes(lambda: windowsOf(self.ovin.pid) and geometry(windowsOf(self.ovin.pid)[0])[3] < 200))
+        press(entryNamed("Entry 0 of 2"))
+        self.assertTrue(becomes(lambda: program.said("clicked") is not None), "nothing is chosen")
 
     def testTheMenuOfAProgramThatEndsCloses(self):
         program = self.start("Mortal")

@@ -25,7 +25,7 @@ void giveMenuLook(QMenu& menu) {
     const QPalette palette = menu.palette();
     const QColor window = palette.color(QPalette::Window);
     const QColor selection = behindText(palette.color(QPalette::Highlight));
-    menu.setStyleSheet(QString("QMenu { background: %1; color: %2; border: 1px solid %3; padding: 5px; }"
+    menu.setStyleSheet(QString("QMenu { background: %1; color: %2; border: 1px solid %3; padding: 5px; menu-scrollable: 1; }"
                                "QMenu::item { padding: 5px 20px 5px 26px; border-radius: 5px; }"
                                "QMenu::item:selected { background: %4; color: %5; }"
                                "QMenu::item:disabled { color: %6; background: transparent; }"

@@ -50,7 +50,7 @@ QImage readIcon(const QVariantMap& properties, int& pixelsLeft) {
     const int pixels = size.width() * size.height();
     if (pixels > pixelsLeft) return {};
     pixelsLeft -= pixels;
-    const QImage icon = reader.read();
+    QImage icon = reader.read();
     if (icon.width() <= keptIcon && icon.height() <= keptIcon) return icon;
     return icon.scaled(keptIcon, keptIcon, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }

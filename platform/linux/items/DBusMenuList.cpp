@@ -2,6 +2,7 @@
 
 #include <QActionEvent>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <algorithm>
 
 namespace ovin {
@@ -9,9 +10,10 @@ namespace ovin {
 void DBusMenuList::change(const std::function<void()>& changes) {
     isChanging_ = true;
     hasChanged_ = false;
+    const bool wasTooHigh = isVisible() && isTooHigh();
     changes();
     isChanging_ = false;
-    if (hasChanged_ && isVisible()) layOut();
+    if (hasChanged_ && isVisible()) layOut(wasTooHigh);
 }
 
 /// The toolkit measures all entries anew at each change of one while the menu is visible, so it is not while many change.
@@ -23,12 +25,21 @@ void DBusMenuList::actionEvent(QActionEvent* event) {
     if (hides) setAttribute(Qt::WA_WState_Visible);
 }
 
-void DBusMenuList::layOut() {
+bool DBusMenuList::isTooHigh() const { return sizeHint().height() > screen()->availableGeometry().height(); }
+
+void DBusMenuList::layOut(bool wasTooHigh) {
     const QRect room = screen()->availableGeometry();
-    const QSize size = sizeHint().boundedTo(room.size());
+    const QSize size(std::min(sizeHint().width(), room.width()), isTooHigh() ? height() : sizeHint().height());
     const int x = std::clamp(pos().x(), room.left(), room.left() + room.width() - size.width());
-    const int y = std::clamp(pos().y(), room.top(), room.top() + room.height() - size.height());
-    setGeometry(x, y, size.width(), size.height());
+    const int y = std::clamp(pos().y(), room.top(), std::max(room.top(), room.top() + room.height() - size.height()));
+    if (isTooHigh() != wasTooHigh) {
+        // The toolkit lets a menu be scrolled only if it was too high when it opened.
+        const QSignalBlocker blocker(this);
+        hide();
+        popup({x, y});
+    } else {
+        setGeometry(x, y, size.width(), size.height());
+    }
     update();
 }
 

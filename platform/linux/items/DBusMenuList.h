@@ -29,7 +29,8 @@ protected:
     void actionEvent(QActionEvent* event) override;
 
 private:
-    void layOut();
+    [[nodiscard]] bool isTooHigh() const;
+    void layOut(bool wasTooHigh);
 
     bool isChanging_ = false;
     bool hasChanged_ = false;

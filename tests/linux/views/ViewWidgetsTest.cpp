@@ -17,6 +17,7 @@
 
 #include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/drawing/QtColors.h"
+#include "platform/linux/drawing/ShownText.h"
 #include "platform/linux/views/DisclosureWidget.h"
 #include "platform/linux/views/ImageWidget.h"
 #include "platform/linux/views/LabelWidget.h"
@@ -132,6 +133,22 @@ TEST(ViewWidgets, TextIsNeverMarkUp) {
     const auto button = shown({TextButton{{{text, {}, {}}}, text, true, 1}});
     EXPECT_EQ(button->toolTip().toStdString().find("<img"), std::string::npos);
     EXPECT_EQ(dynamic_cast<TextButtonWidget&>(*button).text().toStdString(), text);
+}
+
+TEST(ViewWidgets, ALongToolTipShowsItsEndsInOneLine) {
+    const std::string text = "Start\n" + std::string(1'000'000, 'W') + " end";
+    const auto button = shown({TextButton{{{"A", {}, {}}}, text, true, 1}});
+    EXPECT_LT(button->toolTip().size(), 250);
+    EXPECT_TRUE(button->toolTip().startsWith("<span>Start W"));
+    EXPECT_TRUE(button->toolTip().endsWith(" end</span>"));
+}
+
+TEST(ViewWidgets, ALongTextIsCutBetweenCharacters) {
+    const QString text = "a" + QString::fromUtf8("😀").repeated(200);
+    const QString shown = shownText(text);
+    EXPECT_LE(shown.size(), longestShownText);
+    EXPECT_TRUE(shown.isValidUtf16());
+    EXPECT_EQ(shownText(text.mid(1)).isValidUtf16(), true);
 }
 
 TEST(ViewWidgets, AnAmpersandInATitleIsNoShortcut) {
