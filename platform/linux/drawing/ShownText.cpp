@@ -16,10 +16,10 @@ QString withoutMiddle(const QString& text, qsizetype longest) {
 
 QString shownText(const QString& text, qsizetype longest) {
     QString shown = text.size() <= longest ? text : withoutMiddle(text, longest);
-    for (qsizetype i = 0; i < shown.size(); ++i) {
-        const auto category = shown.at(i).category();
+    for (QChar& character : shown) {
+        const auto category = character.category();
         if (category == QChar::Other_Control || category == QChar::Separator_Line || category == QChar::Separator_Paragraph)
-            shown[i] = QLatin1Char(' ');
+            character = QLatin1Char(' ');
     }
     return shown;
 }
