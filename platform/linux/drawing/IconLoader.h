@@ -21,7 +21,7 @@ class IconLoader final : public QObject {
 
 public:
     /// `program` is started with `readIconsArgument`. An answer that takes longer than `patience` is none.
-    explicit IconLoader(QString program, std::chrono::milliseconds patience = std::chrono::seconds(3));
+    explicit IconLoader(QString program, std::chrono::milliseconds patience = std::chrono::seconds(5));
     ~IconLoader() override;
 
     /// The one of the application object, which owns it; null where there is none, as in programs that show no icons of

@@ -21,7 +21,6 @@
 #include <string>
 
 #include "platform/linux/drawing/SymbolicIcon.h"
-#include "platform/linux/system/GentleThread.h"
 
 namespace ovin {
 namespace {
@@ -100,12 +99,10 @@ ReadIcon themeIcon(const QString& name, int side) {
     return {icon.pixmap(QSize(side, side)).toImage(), isSymbolicIcon(icon.name()) || isSymbolicIcon(name)};
 }
 
-/// Makes the process one that can do no harm: it ends with the one that started it, and takes neither all of the memory
-/// nor the time of others.
+/// Makes the process one that can do no harm: it ends with the one that started it, and does not take all of the memory.
 void confineItself() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     prctl(PR_SET_NAME, "ovin-icons");
-    giveWay();
     const rlimit none{};
     setrlimit(RLIMIT_CORE, &none);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // their shadows of the memory are larger
