@@ -613,6 +613,16 @@ def report(kind, found):
     sys.stdout.flush()
 
 
+def table(found):
+    """What came of all checks as a table in Markdown: a row for each check, a column for each desktop."""
+    signs = {"passed": "✓", "failed": "✗", "known": "✗", "skipped": "?"}
+    lines = ["| " + " | ".join(["", *found]) + " |", "|---|" + ":-:|" * len(found)]
+    for check in unittest.defaultTestLoader.getTestCaseNames(Checks):
+        cells = [signs[found[kind][check][1]] if check in found[kind] else "" for kind in found]
+        lines.append(f"| {sentence(check)} | " + " | ".join(cells) + " |")
+    return "\n".join(lines) + "\n"
+
+
 def main():
     parser = argparse.ArgumentParser(allow_abbrev=False)
     parser.add_argument("programs", nargs=3)
@@ -621,6 +631,7 @@ def main():
     parser.add_argument("--results")
     parser.add_argument("--only", action="append", default=[])
     parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--table", help="a file in which a table of what came of each check replaces the one that is there")
     parser.add_argument("desktops", nargs="*")
     options = parser.parse_intermixed_args()
     if options.under:
@@ -631,12 +642,19 @@ def main():
     kinds = [DESKTOPS[name] for name in options.desktops or DESKTOPS]
     programs = list(map(os.path.abspath, options.programs))
     counts = dict.fromkeys(("passed", "failed", "known", "skipped"), 0)
+    results = {}
     with ThreadPoolExecutor(options.jobs) as pool:
         for kind, found in zip(kinds, pool.map(lambda kind: startOn(kind, programs, options.pictures, options.only), kinds)):
             report(kind, found)
+            results[kind.name] = found
             for _, status, _, _ in found.values():
                 counts[status] += 1
     print(", ".join(f"{count} {status}" for status, count in counts.items()))
+    if options.table:
+        with open(options.table, encoding="utf-8") as file:
+            text = file.read()
+        with open(options.table, "w", encoding="utf-8") as file:
+            file.write(re.sub(r"(\|  \|.*\n)(\|.*\n)+", lambda _: table(results), text, count=1))
     sys.exit(1 if counts["failed"] else 0)
 
 
