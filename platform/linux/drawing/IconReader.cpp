@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <fstream>
 #include <iterator>
 #include <string>
 
@@ -27,7 +28,7 @@ namespace {
 
 constexpr qint64 largestFile = 8 << 20;
 constexpr int largestSide = 4096;
-/// What decoding such a file takes, many times over.
+/// Beside what the program has at its start: what decoding such a file takes, many times over.
 constexpr rlim_t mostMemory = rlim_t{1} << 30;
 
 /// Formats in which icons come. Other plug-ins of the toolkit are not let near files that anybody may have written.
@@ -105,10 +106,12 @@ void confineItself() {
     prctl(PR_SET_NAME, "ovin-icons");
     const rlimit none{};
     setrlimit(RLIMIT_CORE, &none);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // their shadows of the memory are larger
-    const rlimit memory{mostMemory, mostMemory};
+    std::ifstream sizes("/proc/self/statm");
+    rlim_t pages = 0;
+    if (!(sizes >> pages)) return;
+    const rlim_t most = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + mostMemory;
+    const rlimit memory{most, most};
     setrlimit(RLIMIT_AS, &memory);
-#endif
 }
 
 void use(const IconThemes& themes) {
