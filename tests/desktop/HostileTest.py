@@ -235,12 +235,16 @@ class HostileNeighbours(ApplicationTestCase):
         return None
 
     def openMenu(self, program):
-        self.openLedge()
-        button = awaited(lambda: self.button(program))
-        self.assertIsNotNone(button, "the ledge does not list it")
-        del program.lines[:]
-        press(button)
-        self.assertTrue(becomes(lambda: program.said("opened") is not None, 4 * BOUND), "no menu opens")
+        """Presses the item's button, again where its program takes longer for a layout than a menu is waited for."""
+        def isOpen():
+            self.openLedge()
+            button = awaited(lambda: self.button(program))
+            self.assertIsNotNone(button, "the ledge does not list it")
+            del program.lines[:]
+            press(button)
+            return becomes(lambda: program.said("opened") is not None)
+
+        self.assertTrue(any(isOpen() for _ in range(4)), "no menu opens")
         self.assertTrue(becomes(lambda: windowsOf(self.ovin.pid)), "no menu is shown")
 
     def assertIsLively(self, heart):
