@@ -179,7 +179,8 @@ class Checks(unittest.TestCase):
         if desktop.drawsItems and desktop.hasPictures:
             for status, colour in zip(statuses, COLOURS):
                 if status == "Active":
-                    self.assertBecomes(lambda colour=colour: desktop.shows(channels(colour)), f"the bar does not draw {colour}")
+                    self.assertBecomes(lambda colour=colour: desktop.shows(channels(colour)), lambda colour=colour: (
+                        self.keepPicture("missing"), f"the bar does not draw {colour}; registered are {registeredItems()}")[1])
 
     def isRegistered(self, pid):
         return any(ownerPid(re.split("[@/]", address)[0]) == pid for address in registeredItems())
