@@ -97,7 +97,8 @@ ReadIcon inThemeFolder(const QString& folder, const QString& name, int side) {
 ReadIcon themeIcon(const QString& name, int side) {
     QIcon icon = QIcon::fromTheme(name);
     if (icon.isNull()) icon = QIcon::fromTheme(name + QLatin1String("-symbolic"));
-    return {icon.pixmap(QSize(side, side)).toImage(), isSymbolicIcon(icon.name()) || isSymbolicIcon(name)};
+    // By default the toolkit would multiply the side by the scale of the desktop.
+    return {icon.pixmap(QSize(side, side), 1).toImage(), isSymbolicIcon(icon.name()) || isSymbolicIcon(name)};
 }
 
 /// Makes the process one that can do no harm: it ends with the one that started it, and does not take all of the memory.

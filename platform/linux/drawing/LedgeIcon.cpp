@@ -60,7 +60,7 @@ Picture pictureOf(const Image& image, int side, const QColor& textColor) {
     }
     const auto* named = dynamic_cast<const NamedIcon*>(&content);
     if (named == nullptr) return QImage();
-    if (named->name.starts_with(':')) return qtIcon(image).pixmap(side, side).toImage();
+    if (named->name.starts_with(':')) return qtIcon(image).pixmap(QSize(side, side), 1).toImage();
     return namedPicture(iconName(named->name), side, textColor);
 }
 

@@ -4,7 +4,9 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
+#include <QIcon>
 #include <QTemporaryDir>
 #include <functional>
 
@@ -126,6 +128,25 @@ TEST_F(IconLoaderTest, WhatAReaderSaysIsNotBelieved) {
     loader.load(icon, side);
     ASSERT_TRUE(comes(loader, icon));
     EXPECT_TRUE(loader.known(icon, side)->picture.isNull());
+}
+
+TEST_F(IconLoaderTest, IconsOfThemesFitTheirPlaceOnAScaledDesktopToo) {
+    const QDir theme(folder.filePath("hicolor"));
+    ASSERT_TRUE(theme.mkpath("48x48/apps"));
+    QFile index(theme.filePath("index.theme"));
+    ASSERT_TRUE(index.open(QIODevice::WriteOnly));
+    index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps\n[48x48/apps]\nSize=48\n");
+    index.close();
+    ASSERT_TRUE(QImage(48, 48, QImage::Format_ARGB32).save(theme.filePath("48x48/apps/mail.png")));
+    QIcon::setThemeSearchPaths({folder.path()});
+    QIcon::setThemeName("hicolor");
+    qputenv("QT_SCALE_FACTOR", "2");
+    IconLoader loader(OVIN_PROGRAM);
+    const IconName mail{"mail", {}};
+    loader.load(mail, side);
+    EXPECT_TRUE(comes(loader, mail));
+    qunsetenv("QT_SCALE_FACTOR");
+    EXPECT_EQ(loader.known(mail, side)->picture.size(), QSize(side, side));
 }
 
 TEST_F(IconLoaderTest, WithoutAReaderThereAreNoIcons) {
