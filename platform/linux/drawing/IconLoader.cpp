@@ -10,8 +10,8 @@
 namespace ovin {
 namespace {
 
-/// Room for some hundred icons of the ledge's size.
-constexpr qsizetype mostBytesKnown = 4 << 20;
+/// Room for all that fit on a screen: if shown icons drove each other out, they would be read again and again.
+constexpr qsizetype mostBytesKnown = 32 << 20;
 /// A reader that dies more often than this is not started again for what is still wanted.
 constexpr int mostFailures = 8;
 /// More names than a screen has room for are those of a program that makes them up.
@@ -24,8 +24,8 @@ QPointer<IconLoader> theLoader;
 QImage pictureOf(QSize size, const QByteArray& pixels, int side) {
     const bool fits = !size.isEmpty() && size.width() <= side && size.height() <= side;
     if (!fits || pixels.size() != qsizetype{4} * size.width() * size.height()) return {};
-    return QImage(reinterpret_cast<const uchar*>(pixels.constData()), size.width(), size.height(), 4 * size.width(),
-                  QImage::Format_ARGB32_Premultiplied)
+    return QImage(reinterpret_cast<const uchar*>(pixels.constData()), size.width(), size.height(),
+                  qsizetype{4} * size.width(), QImage::Format_ARGB32_Premultiplied)
         .copy();
 }
 
@@ -87,8 +87,11 @@ void IconLoader::start() {
     };
     connect(reader_, &QProcess::errorOccurred, this, lost, Qt::QueuedConnection);
     connect(reader_, &QProcess::finished, this, lost, Qt::QueuedConnection);
-    std::stable_partition(outstanding_.begin(), outstanding_.end(),
-                          [this](const Request& request) { return !feared_.contains(request); });
+    // What was no icon comes last: a reader may not have survived it, and others wait for it no second time.
+    std::stable_partition(outstanding_.begin(), outstanding_.end(), [this](const Request& request) {
+        const ReadIcon* known = known_.object(request);
+        return known == nullptr || !known->picture.isNull();
+    });
     patience_.start();
     reader_->start(program_, {QLatin1String(readIconsArgument)});
     QDataStream themes(reader_);
@@ -119,12 +122,13 @@ void IconLoader::receive() {
 }
 
 void IconLoader::settle(ReadIcon icon) {
-    const qsizetype bytes = icon.picture.sizeInBytes() + 100;
-    known_.insert(outstanding_.takeFirst(), new ReadIcon(std::move(icon)), bytes);
+    const Request request = outstanding_.takeFirst();
+    const qsizetype characters = request.icon.name.size() + request.icon.themeFolder.size();
+    const qsizetype bytes = icon.picture.sizeInBytes() + 2 * characters + 100;
+    known_.insert(request, new ReadIcon(std::move(icon)), bytes);
 }
 
 void IconLoader::giveUp() {
-    feared_.insert(outstanding_.front());
     settle({});
     if (++failures_ >= mostFailures) {
         while (!outstanding_.isEmpty()) settle({});

@@ -4,7 +4,6 @@
 #include <QList>
 #include <QObject>
 #include <QProcess>
-#include <QSet>
 #include <QTimer>
 #include <chrono>
 #include <memory>
@@ -66,8 +65,6 @@ private:
     QProcess* reader_ = nullptr;
     /// Those that are not answered, in the order in which the reader gets them.
     QList<Request> outstanding_;
-    /// Those that a reader did not survive. They come last, so that others wait for them no second time.
-    QSet<Request> feared_;
     int failures_ = 0;
     /// Counted in bytes.
     QCache<Request, ReadIcon> known_;

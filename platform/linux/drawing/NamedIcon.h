@@ -8,7 +8,7 @@
 namespace ovin {
 
 /// An icon by its name in the icon theme, by the absolute path of a file, or by the path of a resource compiled into the
-/// program, which begins with a colon. The toolkit draws it.
+/// program, which begins with a colon.
 class NamedIcon final : public Image::Content {
 public:
     explicit NamedIcon(std::string iconName) : name(std::move(iconName)) {}
