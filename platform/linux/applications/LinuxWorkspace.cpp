@@ -46,14 +46,14 @@ std::string contentOf(ProcessID pid, const char* name) {
     return {content.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
 }
 
-/// The last component of the first argument in which that begins so; `beginning` when there is none.
+/// The file name in the first argument whose file name begins so; `beginning` when there is none.
 std::string argumentThatBegins(ProcessID pid, const std::string& beginning) {
     const std::string arguments = contentOf(pid, "cmdline");
     for (std::size_t start = 0, end = 0; start < arguments.size(); start = end + 1) {
         end = std::min(arguments.find('\0', start), arguments.size());
         const std::string argument = arguments.substr(start, end - start);
-        const std::string last = argument.substr(argument.rfind('/') + 1);
-        if (last.starts_with(beginning)) return last;
+        std::string file = argument.substr(argument.rfind('/') + 1);
+        if (file.starts_with(beginning)) return file;
     }
     return beginning;
 }

@@ -18,7 +18,6 @@
 #include <array>
 #include <csignal>
 #include <fstream>
-#include <iterator>
 #include <string>
 
 #include "platform/linux/drawing/SymbolicIcon.h"
@@ -32,14 +31,13 @@ constexpr int largestSide = 4096;
 constexpr rlim_t mostMemory = rlim_t{1} << 30;
 
 /// Formats in which icons come. Other plug-ins of the toolkit are not let near files that anybody may have written.
-constexpr const char* formats[] = {"svg", "png", "xpm", "jpeg", "gif", "ico", "bmp", "webp"};
+constexpr std::array formats{"svg", "png", "xpm", "jpeg", "gif", "ico", "bmp", "webp"};
 
 /// Searched in this order below an item's own theme folder. Nothing else in it is searched, because another program named
 /// it: it may be the root of the disk.
-constexpr const char* themeSizes[] = {"scalable", "48x48",   "32x32",   "24x24", "22x22",
-                                      "64x64",    "128x128", "256x256", "16x16"};
-constexpr const char* themeContexts[] = {"apps", "status", "panel", "actions", "devices", "categories"};
-constexpr const char* suffixes[] = {".svg", ".png", ".xpm"};
+constexpr std::array themeSizes{"scalable", "48x48", "32x32", "24x24", "22x22", "64x64", "128x128", "256x256", "16x16"};
+constexpr std::array themeContexts{"apps", "status", "panel", "actions", "devices", "categories"};
+constexpr std::array suffixes{".svg", ".png", ".xpm"};
 
 /// The content of a regular file; empty when it is none, or too large. It is opened for reading only when it is known to be
 /// one, because opening a device or a pipe may do something, and it is that very file, whatever stands at the path by then.
@@ -62,7 +60,7 @@ QImage pictureIn(QByteArray content, int side) {
     QBuffer buffer(&content);
     QImageReader reader(&buffer);
     const QByteArray format = reader.format();
-    if (std::find(std::begin(formats), std::end(formats), format) == std::end(formats)) return {};
+    if (std::find(formats.begin(), formats.end(), format) == formats.end()) return {};
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > largestSide || size.height() > largestSide) return {};
     const QSize fitting = size.scaled(side, side, Qt::KeepAspectRatio).expandedTo({1, 1});

@@ -42,6 +42,7 @@ std::vector<ItemChoice> plasmaChoices(std::string_view file) {
         if (key == "showAllItems") choice.showsAll = value == "true";
     }
     std::vector<ItemChoice> result;
+    result.reserve(trays.size());
     for (const std::string_view tray : trays) result.push_back(choices[tray]);
     return result;
 }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPointer>
+#include <array>
 #include <cstdint>
 #include <thread>
 #include <utility>
@@ -39,8 +40,8 @@ bool closesAtAPress(const QObject* object) {
 /// loses one press to it and no more.
 class PressCatcher::Cover {
 public:
-    /// Null where there is no X server, or no window that nobody sees. Has the event loop close what is open for `catcher`
-    /// when it is pressed, but not once it is destroyed.
+    /// Null where there is no X server, or windows cannot be translucent. Has the event loop close what is open for
+    /// `catcher` when it is pressed, but not once it is destroyed.
     static std::unique_ptr<Cover> make(PressCatcher& catcher) {
         XcbConnection server(xcb_connect(nullptr, nullptr));
         if (xcb_connection_has_error(server.get()) != 0) return nullptr;
@@ -72,9 +73,10 @@ private:
         const xcb_window_t window = xcb_generate_id(server);
         constexpr std::uint32_t attributes =
             XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
-        const std::uint32_t values[] = {0, 0, 1, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_STRUCTURE_NOTIFY, colors};
+        const std::array<std::uint32_t, 5> values{0, 0, 1, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                                                  colors};
         xcb_create_window(server, translucentDepth, window, root, 0, 0, size.width, size.height, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, visual, attributes, values);
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, visual, attributes, values.data());
         // The window keeps it for as long as it needs it.
         xcb_free_colormap(server, colors);
         const FromXcb<xcb_generic_error_t> error{xcb_request_check(server, xcb_map_window_checked(server, window))};
