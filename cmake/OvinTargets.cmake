@@ -31,6 +31,7 @@ if(OVIN_SANITIZE)
     target_compile_options(ovin_options INTERFACE
         -fsanitize=${OVIN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(ovin_options INTERFACE -fsanitize=${OVIN_SANITIZE})
+    target_compile_definitions(ovin_options INTERFACE OVIN_SANITIZED)
     if(OVIN_SANITIZE MATCHES undefined AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
         target_compile_options(ovin_options INTERFACE -fsanitize=float-cast-overflow,implicit-integer-truncation)
     endif()

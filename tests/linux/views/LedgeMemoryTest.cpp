@@ -15,14 +15,6 @@
 #include "platform/linux/drawing/ItemIcon.h"
 #include "platform/linux/windows/QtWindows.h"
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define OVIN_FOREIGN_ALLOCATOR
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define OVIN_FOREIGN_ALLOCATOR
-#endif
-#endif
-
 namespace ovin {
 namespace {
 
@@ -76,7 +68,7 @@ void open(QtWindows& windows, const std::vector<DiscoveredItem>& items) {
 }
 
 TEST(LedgeMemory, ALedgeWithAHundredItemsThatOpensAndClosesTwoHundredTimesLeavesNoMemoryBehind) {
-#ifdef OVIN_FOREIGN_ALLOCATOR
+#ifdef OVIN_SANITIZED
     GTEST_SKIP() << "The allocator of a sanitizer keeps what is freed for a while.";
 #endif
     const Silence silence;
