@@ -17,8 +17,6 @@ constexpr const char* accessible = "org.a11y.atspi.Accessible";
 /// The bar whose accessible objects tell which items they draw.
 constexpr const char* readableBar = "org.ovin.MenuBarAgent";
 constexpr std::chrono::milliseconds statusTimeout{500};
-/// A day, because nobody asks again: the answers of a busy session count however late they come.
-constexpr std::chrono::hours untilAnswered{24};
 
 /// The role that AT-SPI gives to a main window.
 constexpr std::int64_t frameRole = 23;
@@ -75,7 +73,7 @@ struct AccessibilityBus::State : std::enable_shared_from_this<State> {
     /// Asks a question that is answered by a Boolean, and passes that on: false where there is no answer.
     std::future<void> ask(Bus& session, BusCall question, void (State::*answered)(bool)) {
         const auto hasAnswered = std::make_shared<std::promise<void>>();
-        session.call(std::move(question), untilAnswered,
+        session.call(std::move(question), Bus::untilAnswered,
                      [self = shared_from_this(), hasAnswered, answered](const BusReply& reply) {
                          const BusValue value = reply.first();
                          const auto* isTrue = value.as<bool>();
@@ -159,7 +157,7 @@ bool AccessibilityBus::enable() {
 }
 
 void AccessibilityBus::enableLater() {
-    session_.call(enabling(), untilAnswered, [](const BusReply&) {});
+    session_.call(enabling(), Bus::untilAnswered, [](const BusReply&) {});
 }
 
 Bus* AccessibilityBus::bus() const {

@@ -11,8 +11,6 @@ namespace ovin {
 namespace {
 
 constexpr std::chrono::seconds patience{1};
-/// A day, because nobody asks again: the answer of a busy session counts however late it comes.
-constexpr std::chrono::hours untilAnswered{24};
 
 /// Unique names count up: ":1.9" connected before ":1.10".
 std::uint64_t connectionNumber(const std::string& uniqueName) {
@@ -83,7 +81,7 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
     const auto add = [&bus, state = state_](const std::string& name) {
         const std::uint64_t connection = connectionNumber(name);
         state->begin(connection);
-        bus.call(busDaemonCall("GetConnectionUnixProcessID", {name}), untilAnswered,
+        bus.call(busDaemonCall("GetConnectionUnixProcessID", {name}), Bus::untilAnswered,
                  [state, connection](const BusReply& reply) {
                      if (state->resolve(connection, reply)) state->notify();
                  });
@@ -97,7 +95,7 @@ SessionProcesses::SessionProcesses(Bus& bus) : state_(std::make_shared<State>())
         if (!hasGone) return add(name);
         if (state->remove(connectionNumber(name))) state->notify();
     });
-    bus.call(busDaemonCall("ListNames"), untilAnswered, [state = state_, add](const BusReply& reply) {
+    bus.call(busDaemonCall("ListNames"), Bus::untilAnswered, [state = state_, add](const BusReply& reply) {
         const BusValue names = reply.first();
         for (const BusValue& name : names.members()) {
             if (isUniqueName(name.string())) add(name.string());

@@ -15,8 +15,6 @@ namespace {
 constexpr std::chrono::seconds patience{1};
 /// A thousand items take seconds to arrive on a busy machine; a longer stream is not waited for.
 constexpr std::chrono::seconds longestStream{10};
-/// A day, because nobody asks again: the answers of a busy watcher or session count however late they come.
-constexpr std::chrono::hours untilAnswered{24};
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 
@@ -36,7 +34,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
 
     /// Asks the watcher for its list of items.
     void load() {
-        bus.call(propertyCall(watcherName, watcherPath, watcherName, "RegisteredStatusNotifierItems"), untilAnswered,
+        bus.call(propertyCall(watcherName, watcherPath, watcherName, "RegisteredStatusNotifierItems"), Bus::untilAnswered,
                  [self = shared_from_this()](const BusReply& reply) {
                      const BusValue addresses = reply.first();
                      for (const BusValue& address : addresses.members()) self->add(address.string());
@@ -54,7 +52,7 @@ struct StatusNotifierItems::State : std::enable_shared_from_this<State> {
             const std::lock_guard lock(mutex);
             pending.insert(item.address.joined());
         }
-        bus.call(busDaemonCall("GetConnectionUnixProcessID", {item.address.destination}), untilAnswered,
+        bus.call(busDaemonCall("GetConnectionUnixProcessID", {item.address.destination}), Bus::untilAnswered,
                  [self = shared_from_this(), item](const BusReply& reply) { self->resolve(item, reply); });
     }
 

@@ -20,8 +20,6 @@ namespace {
 
 constexpr const char* noConnection = "org.freedesktop.DBus.Error.Disconnected";
 constexpr std::chrono::milliseconds graceTime{10};
-/// A day, because nobody asks again: the answer of a busy session counts however late it comes.
-constexpr std::chrono::hours untilAnswered{24};
 constexpr const char* badCall = "org.freedesktop.DBus.Error.InvalidArgs";
 
 std::uint64_t microseconds(Bus::Duration duration) {

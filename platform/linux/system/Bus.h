@@ -56,6 +56,8 @@ struct BusSignal {
 class Bus {
 public:
     using Duration = std::chrono::nanoseconds;
+    /// A day, for what nobody asks again: the answer of a busy session counts however late it comes.
+    static constexpr std::chrono::hours untilAnswered{24};
     /// Runs on the bus's thread and must not block.
     using ReplyHandler = std::function<void(BusReply)>;
     using SignalHandler = std::function<void(BusSignal)>;
