@@ -30,15 +30,6 @@ PendingReply send(Bus& bus, BusCall call, Bus::Duration timeout) {
     return promise->get_future();
 }
 
-BusCall enabling() {
-    return {service,
-            servicePath,
-            "org.freedesktop.DBus.Properties",
-            "Set",
-            {statusInterface, "IsEnabled", BusCall::Variant{true}},
-            true};
-}
-
 /// Makes the same call to every object at once, and waits for the answers.
 template <typename MakeCall>
 std::vector<BusReply> askAll(Bus& bus, const std::vector<AccessibleName>& objects, Bus::Duration timeout,
@@ -150,14 +141,14 @@ void AccessibilityBus::observe(std::function<void()> handler) {
     state_->observer = std::move(handler);
 }
 
-bool AccessibilityBus::enable() {
-    const BusReply reply = session_.callAndWait(enabling(), statusTimeout);
-    (void)state_->ask(session_).wait_for(statusTimeout);
-    return !reply.isError() && isEnabled();
-}
-
-void AccessibilityBus::enableLater() {
-    session_.call(enabling(), Bus::untilAnswered, [](const BusReply&) {});
+void AccessibilityBus::enable() {
+    session_.call({service,
+                   servicePath,
+                   "org.freedesktop.DBus.Properties",
+                   "Set",
+                   {statusInterface, "IsEnabled", BusCall::Variant{true}},
+                   true},
+                  Bus::untilAnswered, [&bus = session_, state = state_](const BusReply&) { (void)state->ask(bus); });
 }
 
 Bus* AccessibilityBus::bus() const {

@@ -32,8 +32,8 @@ public:
     /// that ends takes them with it, but nobody has disabled them then.
     [[nodiscard]] bool wasSwitchedOff() const;
 
-    /// Returns when the session has told the first two for the first time, for which the constructor waits only briefly;
-    /// false after `longest`.
+    /// Waits until the session has told whether assistive programs are enabled and needed, for which the constructor waits
+    /// only briefly; false after `longest`.
     bool waitForAnswer(Bus::Duration longest = std::chrono::seconds(25)) const;
     [[nodiscard]] bool hasAnswered() const { return waitForAnswer(Bus::Duration::zero()); }
 
@@ -41,11 +41,8 @@ public:
     /// under way any more when this returns. Not on the bus's thread.
     void observe(std::function<void()> handler);
 
-    /// Enables assistive programs, in the user's later sessions too if the desktop keeps that; false when the system
-    /// refused.
-    [[nodiscard]] bool enable();
-    /// The same without waiting for what comes of it.
-    void enableLater();
+    /// Has assistive programs enabled, in the user's later sessions too if the desktop keeps that. Returns at once.
+    void enable();
 
     /// The connection, made at the first call; null when that fails.
     [[nodiscard]] Bus* bus() const;

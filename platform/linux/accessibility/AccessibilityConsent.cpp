@@ -36,7 +36,7 @@ void AccessibilityConsent::act() {
     if (bus_.wasSwitchedOff()) return keep(false);
     if (hasActed_ || bus_.isEnabled() || !bus_.isNeeded()) return;
     hasActed_ = true;
-    bus_.enableLater();
+    bus_.enable();
 }
 
 }  // namespace ovin

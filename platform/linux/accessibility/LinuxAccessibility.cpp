@@ -90,7 +90,7 @@ bool LinuxAccessibility::isProcessTrusted() const {
 void LinuxAccessibility::promptForTrust() {
     askUser_([desktop = desktop_](bool isAgreed) {
         desktop->consent.keep(isAgreed);
-        if (isAgreed) (void)desktop->accessibility.enable();
+        if (isAgreed) desktop->accessibility.enable();
     });
 }
 
