@@ -10,6 +10,8 @@ import subprocess
 import time
 import unittest
 
+from gi.repository import Gio, GLib
+
 from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, BOUND, OVIN, accessible, activeWindow, askForOwnMenu,
                       awaitAccessible, awaited,
                       becomes, buttonsOf, click, colours, entryNamed, geometry, isSanitized, main, memoryOf, pidOf, placeOf, press, run,
@@ -384,12 +386,23 @@ class OneInASession(ApplicationTestCase):
 class TheColours(ApplicationTestCase):
     """Of what is shown already, when the user chooses others for the desktop."""
 
-    def tell(self, path, signal, *arguments):
-        run("gdbus", "emit", "--session", "--object-path", path, "--signal", signal, *arguments)
+    def setUp(self):
+        super().setUp()
+        self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
 
     def tellColorScheme(self, number):
-        self.tell("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings.SettingChanged",
-                  "org.freedesktop.appearance", "color-scheme", f"<uint32 {number}>")
+        change = ("org.freedesktop.appearance", "color-scheme", GLib.Variant("u", number))
+        self.bus.emit_signal(None, "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged",
+                             GLib.Variant("(ssv)", change))
+
+    def bePortal(self):
+        def ask(member, arguments):
+            self.bus.call_sync("org.freedesktop.DBus", "/", "org.freedesktop.DBus", member, arguments, None, 0, -1)
+
+        name = "org.freedesktop.portal.Desktop"
+        ask("RequestName", GLib.Variant("(su)", (name, 0)))
+        self.addCleanup(ask, "ReleaseName", GLib.Variant("(s)", (name,)))
+        self.addCleanup(self.tellColorScheme, 0)  # the bar follows it too
 
     def writeKdeColours(self, window, text):
         path = os.path.join(os.environ["XDG_CONFIG_HOME"], "kdeglobals")
@@ -404,7 +417,10 @@ class TheColours(ApplicationTestCase):
             self.startItem("--name", f"App {number}", "--title", f"Item {number}", "--pixmap", "#c01090")
         place = geometry(self.openLedge(ovin))
         light = colours(place)
-        self.addCleanup(self.tellColorScheme, 0)  # the bar follows it too
+        self.tellColorScheme(1)
+        time.sleep(1)
+        self.assertTrue(colours(place) == light, "anybody can change them")
+        self.bePortal()
         for number, isDark in ((1, True), (0, False), (1, True), (2, False)):
             self.tellColorScheme(number)
             self.assertTrue(becomes(lambda: ((0x24, 0x24, 0x26) in colours(place)) == isDark), (number, colours(place)))
@@ -418,7 +434,8 @@ class TheColours(ApplicationTestCase):
         place = geometry(windowsOf(about.pid)[0])
         self.assertTrue(becomes(lambda: (42, 46, 50) in colours(place)), "the first colours are others")
         self.writeKdeColours("250,240,230", "20,20,20")
-        self.tell("/KGlobalSettings", "org.kde.KGlobalSettings.notifyChange", "0", "0")
+        self.bus.emit_signal(None, "/KGlobalSettings", "org.kde.KGlobalSettings", "notifyChange",
+                             GLib.Variant("(ii)", (0, 0)))
         self.assertTrue(becomes(lambda: (250, 240, 230) in colours(place)), "the colours stay")
         self.assertNotIn((42, 46, 50), colours(place))
 

@@ -37,7 +37,7 @@ ColorSchemeSetting::Value valueOf(QVariant value) {
 ColorSchemeSetting::ColorSchemeSetting(const QDBusConnection& bus) : bus_(bus) {
     // The toolkit looks the types of a slot up by their names, and would refuse one that nobody has named yet.
     qRegisterMetaType<QDBusVariant>();
-    bus_.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
+    bus_.connect(portalName, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                  SLOT(settingChanged(QString, QString, QDBusVariant)));
 }
 
