@@ -94,8 +94,8 @@ void IconLoader::start() {
     });
     patience_.start();
     reader_->start(program_, {QLatin1String(readIconsArgument)});
-    QDataStream themes(reader_);
-    themes << QIcon::themeName() << QIcon::fallbackThemeName() << QIcon::themeSearchPaths() << QIcon::fallbackSearchPaths();
+    QDataStream theme(reader_);
+    theme << QIcon::themeName() << QIcon::fallbackThemeName() << QIcon::themeSearchPaths() << QIcon::fallbackSearchPaths();
     for (const Request& request : std::as_const(outstanding_)) send(request);
 }
 

@@ -14,6 +14,7 @@
 #include <QIcon>
 #include <QImageReader>
 #include <QPixmap>
+#include <QStringList>
 #include <algorithm>
 #include <array>
 #include <csignal>
@@ -113,11 +114,16 @@ void confineItself() {
     setrlimit(RLIMIT_AS, &memory);
 }
 
-void use(const IconThemes& themes) {
-    QIcon::setThemeSearchPaths(themes.folders);
-    QIcon::setFallbackSearchPaths(themes.fallbackFolders);
-    QIcon::setThemeName(themes.name);
-    QIcon::setFallbackThemeName(themes.fallback);
+void takeTheme(QDataStream& stream) {
+    QString name;
+    QString fallback;
+    QStringList folders;
+    QStringList fallbackFolders;
+    stream >> name >> fallback >> folders >> fallbackFolders;
+    QIcon::setThemeSearchPaths(folders);
+    QIcon::setFallbackSearchPaths(fallbackFolders);
+    QIcon::setThemeName(name);
+    QIcon::setFallbackThemeName(fallback);
 }
 
 QByteArray answer(const ReadIcon& icon) {
@@ -160,9 +166,7 @@ int readIcons() {
         return 1;
     }
     QDataStream requests(&input);
-    IconThemes themes;
-    requests >> themes.name >> themes.fallback >> themes.folders >> themes.fallbackFolders;
-    use(themes);
+    takeTheme(requests);
     for (;;) {
         IconName icon;
         qint32 side = 0;

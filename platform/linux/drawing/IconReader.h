@@ -2,7 +2,6 @@
 
 #include <QImage>
 #include <QString>
-#include <QStringList>
 
 /// Finds, reads and decodes icons. What another program names may be anything: a file that never ends or never answers, a
 /// picture that fills the memory, or one that finds a fault in a decoder. So Ovin does this in a process of its own, which
@@ -30,21 +29,13 @@ struct ReadIcon {
 /// thread.
 [[nodiscard]] ReadIcon readIcon(const IconName& icon, int side);
 
-/// Where icons are looked for by their names.
-struct IconThemes {
-    QString name;
-    QString fallback;
-    QStringList folders;
-    QStringList fallbackFolders;
-};
-
 /// The argument with which a program is started that calls `readIcons`.
 constexpr const char* readIconsArgument = "--read-icons";
 
 /// Reads icons for the process at the other end of standard input and output, until that ends the input. What comes in is a
-/// QDataStream of the themes, and then of icons, each with a side as qint32; what goes out is one of answers in the same
-/// order: whether the picture is symbolic, its size, and its pixels as a QByteArray, four bytes each (ARGB, premultiplied).
-/// Returns the exit status.
+/// QDataStream of the icon theme (its name, the fallback's name, the folders of themes, those of other icons), and then of
+/// icons, each with a side as qint32; what goes out is one of answers in the same order: whether the picture is symbolic,
+/// its size, and its pixels as a QByteArray, four bytes each (ARGB, premultiplied). Returns the exit status.
 [[nodiscard]] int readIcons();
 
 }  // namespace ovin

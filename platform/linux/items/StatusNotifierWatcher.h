@@ -53,7 +53,8 @@ Q_SIGNALS:
     Q_SCRIPTABLE void StatusNotifierHostUnregistered();
 
 private:
-    /// An item, and the program that has registered it; empty once that has gone, for the item of another program.
+    /// An item, and the unique name of the program that registered it: empty once that program has gone, where the item is
+    /// another's.
     struct Registration {
         StatusItemAddress item;
         QString registrant;
