@@ -488,11 +488,18 @@ class TheEnd(ApplicationTestCase):
         self.assertEqual(ovin.stderr.read(),
                          "ovin: under Wayland Ovin needs XWayland, and there is none in this session\n")
 
-    def testUnderWaylandItTakesTheXServerWhateverTheSessionTellsTheToolkit(self):
+    def testWithoutADisplayItSaysSo(self):
+        ovin = self.startOvin(DISPLAY="", QT_QPA_PLATFORM="")
+        self.assertEnds(ovin, 1)
+        self.assertEqual(ovin.stderr.read(), "ovin: there is no X display\n")
+
+    def testItTakesTheXServerWhateverTheSessionTellsTheToolkit(self):
         # There is no such Wayland display, so Ovin would end on it.
-        for platform in ("", "wayland", "wayland;xcb", "wayland-egl"):
-            ovin = self.startOvin(WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland", QT_QPA_PLATFORM=platform)
-            self.assertTrue(becomes(lambda: self.slot() is not None), platform)
+        wayland = {"WAYLAND_DISPLAY": "wayland-0", "XDG_SESSION_TYPE": "wayland"}
+        for platform, session in (("", wayland), ("wayland", wayland), ("wayland;xcb", wayland), ("wayland-egl", wayland),
+                                  ("wayland", {}), ("wayland;xcb", {})):
+            ovin = self.startOvin(QT_QPA_PLATFORM=platform, **session)
+            self.assertTrue(becomes(lambda: self.slot() is not None), (platform, session))
             ovin.terminate()
             self.assertEnds(ovin)
             self.assertEqual(ovin.stderr.read(), "")

@@ -26,13 +26,12 @@ bool needsNoDisplay(std::string_view argument) {
     return argument == "-h" || argument == "--help" || argument == "-v" || argument == "--version" || argument == "--quit";
 }
 
-/// Whether it is plain, or the user's own decision, on what the toolkit shows its windows. A variable that names Wayland's
-/// plug-in is none: many set it for all programs of their session.
+/// Whether it is the user's own decision on what the toolkit shows its windows. A variable that names Wayland's plug-in is
+/// none: many set it for all programs of their sessions, also of those that have no Wayland.
 bool isPlatformChosen(int count, char** arguments) {
     const auto names = [](std::string_view argument) { return argument == "-platform" || argument == "--platform"; };
     const QByteArray variable = qgetenv("QT_QPA_PLATFORM");
-    return !isWaylandSession() || !(variable.isEmpty() || variable.startsWith("wayland")) ||
-           std::any_of(arguments, arguments + count, names);
+    return !(variable.isEmpty() || variable.startsWith("wayland")) || std::any_of(arguments, arguments + count, names);
 }
 
 bool hasXServer() {
@@ -43,11 +42,13 @@ bool hasXServer() {
 }
 
 /// In a Wayland session the toolkit would take the plug-in that happens to be installed, but only on an X server can windows
-/// be placed and kept above others. As arguments of the toolkit, because programs that this one starts would inherit a
-/// variable of the environment. The arguments are replaced by others that last as long as the process.
+/// be placed and kept above others; and without a server the toolkit would abort. As arguments of the toolkit, because
+/// programs that this one starts would inherit a variable of the environment. The arguments are replaced by others that last
+/// as long as the process.
 void choosePlatform(int& count, char**& arguments) {
     if (!hasXServer()) {
-        print(stderr, "ovin: under Wayland Ovin needs XWayland, and there is none in this session\n");
+        print(stderr, isWaylandSession() ? "ovin: under Wayland Ovin needs XWayland, and there is none in this session\n"
+                                         : "ovin: there is no X display\n");
         std::exit(noDisplay);  // NOLINT(concurrency-mt-unsafe): there are no other threads yet
     }
     static std::array<char, 10> option{"-platform"};

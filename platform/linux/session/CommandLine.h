@@ -23,10 +23,10 @@ struct CommandLine {
     QString action;
 };
 
-/// Makes Qt's application object, in a Wayland session on the X server there, also where the environment names the toolkit's
-/// plug-in for Wayland; the option `-platform` is obeyed. Without a display, or such a server, it ends the process, unless
-/// the program is only asked for its help or version, or another one is told to end. The count and the arguments must
-/// outlive the object.
+/// Makes Qt's application object on the session's X server, which in a Wayland session is that for X programs, also where
+/// the environment names the toolkit's plug-in for Wayland; the option `-platform` is obeyed. Without such a server it ends
+/// the process, unless the program is only asked for its help or version, or another one is told to end. The count and the
+/// arguments must outlive the object.
 [[nodiscard]] std::unique_ptr<QCoreApplication> makeApplication(int& argumentCount, char** arguments);
 
 /// Reads the program's command line: `--help`, `--version` or one of `actions`, and nothing else. The status is 0 after it
