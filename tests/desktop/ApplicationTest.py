@@ -17,6 +17,18 @@ from OvinTest import (ApplicationTestCase, Atspi, BAR_HEIGHT, BOUND, OVIN, acces
                       becomes, buttonsOf, click, colours, entryNamed, geometry, isSanitized, main, memoryOf, pidOf, placeOf, press, run,
                       windowsOf)
 
+# A settings portal whose user wants dark colours.
+DARK_PORTAL = """
+from gi.repository import Gio, GLib
+bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+PORTAL = Gio.DBusNodeInfo.new_for_xml('''<node><interface name="org.freedesktop.portal.Settings"><method name="Read">
+    <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="v" direction="out"/></method></interface></node>''')
+answer = lambda *call: call[-1].return_value(GLib.Variant("(v)", (GLib.Variant("v", GLib.Variant("u", 1)),)))
+bus.register_object("/org/freedesktop/portal/desktop", PORTAL.interfaces[0], answer)
+Gio.bus_own_name_on_connection(bus, "org.freedesktop.portal.Desktop", Gio.BusNameOwnerFlags.NONE, None, None)
+GLib.MainLoop().run()
+"""
+
 
 class TheLedge(ApplicationTestCase):
     COUNT = 30
@@ -426,6 +438,17 @@ class TheColours(ApplicationTestCase):
             self.assertTrue(becomes(lambda: ((0x24, 0x24, 0x26) in colours(place)) == isDark), (number, colours(place)))
         self.assertTrue(becomes(lambda: colours(place) == light), "its first colours do not come back")
         self.assertTrue(self.isOpen(ovin))
+
+    def testAPortalThatStartsLaterIsAskedForTheColours(self):
+        about = self.startOvin(OVIN_TEST_ABOUT="")
+        self.assertTrue(becomes(lambda: windowsOf(about.pid)))
+        place = geometry(windowsOf(about.pid)[0])
+        self.assertTrue(becomes(lambda: (239, 239, 239) in colours(place)))
+        self.addCleanup(self.tellColorScheme, 0)  # the bar follows it too
+        portal = subprocess.Popen(["/usr/bin/python3", "-c", DARK_PORTAL])
+        self.addCleanup(portal.wait, BOUND)
+        self.addCleanup(portal.kill)
+        self.assertTrue(becomes(lambda: (0x24, 0x24, 0x26) in colours(place)), "it stays light")
 
     def testAWindowFollowsTheColoursOfKde(self):
         self.writeKdeColours("42,46,50", "239,240,241")

@@ -34,11 +34,14 @@ ColorSchemeSetting::Value valueOf(QVariant value) {
 
 }  // namespace
 
-ColorSchemeSetting::ColorSchemeSetting(const QDBusConnection& bus) : bus_(bus) {
+ColorSchemeSetting::ColorSchemeSetting(const QDBusConnection& bus)
+    : bus_(bus), portal_(portalName, bus, QDBusServiceWatcher::WatchForRegistration) {
     // The toolkit looks the types of a slot up by their names, and would refuse one that nobody has named yet.
     qRegisterMetaType<QDBusVariant>();
     bus_.connect(portalName, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                  SLOT(settingChanged(QString, QString, QDBusVariant)));
+    // At login this program may be quicker than what starts the portal, and the portal tells changes only.
+    connect(&portal_, &QDBusServiceWatcher::serviceRegistered, this, [this] { read(false); });
 }
 
 void ColorSchemeSetting::read(bool startsPortal) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QObject>
 #include <QPalette>
@@ -17,7 +18,7 @@ public:
 
     explicit ColorSchemeSetting(const QDBusConnection& bus);
 
-    /// None until the portal has answered, and where there is none.
+    /// None until a portal has answered. One that starts later is asked then.
     [[nodiscard]] Value value() const { return value_; }
 
     /// Asks the portal, and with `startsPortal` has the bus start one that does not run.
@@ -31,6 +32,7 @@ private:
     Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 
     QDBusConnection bus_;
+    QDBusServiceWatcher portal_;
     Value value_ = Value::none;
 };
 
