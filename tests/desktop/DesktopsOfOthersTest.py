@@ -27,7 +27,7 @@ if UNDER in sys.argv:  # what is imported next takes the first three arguments o
     sys.argv = arguments[:4]
     import OvinTest
     from OvinTest import (GUIDE_WAS_SHOWN, OVIN, Atspi, Item, accessible, awaited, buttonsOf, children, geometry,
-                          heedSignals, setAccessibility, windowsOf, writeSettings)
+                          heedSignals, middle, press, setAccessibility, windowsOf, writeSettings)
     sys.argv = arguments
 
 import DesktopsOfOthers  # noqa: E402
@@ -380,6 +380,24 @@ class Checks(unittest.TestCase):
         self.keepPicture("list")
         if desktop.barArea():
             self.assertFalse(overlap(ledge, desktop.barArea()), f"the ledge {ledge} is over the bar")
+
+    def testAnItemOfTheLedgeIsPressedAndARightClickOpensItsMenu(self):
+        ovin = self.startWith("Passive")
+
+        def click(button):
+            self.assertLists(ovin, [1])
+            time.sleep(STILL)  # the second press of a double click does nothing
+            item = next(found for found in buttonsOf("Ovin") if found.get_name().startswith("App 1"))
+            desktop.click(*middle(item), button)
+            self.assertBecomes(lambda: not self.listed(), "the ledge stays open")
+
+        click(1)
+        self.assertBecomes(lambda: "activate" in self.items[0].events(), lambda: f"{self.items[0].events()}")
+        click(3)
+        self.assertBecomes(lambda: "Beta" in textsOf("Ovin"), "no menu opens")
+        self.keepPicture("item-menu")
+        press(OvinTest.descendant(accessible("Ovin"), "Beta"))
+        self.assertBecomes(lambda: "menu Beta" in self.items[0].events(), lambda: f"{self.items[0].events()}")
 
     @under(lambda: desktop.canHide)
     def testTheLedgeListsWhatTheBarIsToldToHide(self):
