@@ -14,6 +14,8 @@ namespace {
 constexpr qsizetype mostBytesKnown = 32 << 20;
 /// A reader that dies more often than this is not started again for what is still wanted.
 constexpr int mostFailures = 8;
+/// With so many killed readers that do not end, no other one is started.
+constexpr qsizetype mostHanging = 4;
 /// More names than a screen has room for are those of a program that makes them up.
 constexpr qsizetype mostOutstanding = 1000;
 /// For readers to end when the program does. One that a file system holds never will.
@@ -63,7 +65,8 @@ void IconLoader::load(const IconName& icon, int side) {
     const ReadIcon* known = known_.object(request);
     const bool isOfTheme = icon.themeFolder.isEmpty() && !icon.name.startsWith(QLatin1Char('/'));
     if (known != nullptr && !known->picture.isNull() && isOfTheme) return;
-    if (outstanding_.size() >= mostOutstanding || outstanding_.contains(request)) return;
+    if (outstanding_.size() >= mostOutstanding || outstanding_.contains(request) || hanging_.values().contains(request))
+        return;
     outstanding_.append(request);
     if (reader_ != nullptr)
         send(request);
@@ -77,6 +80,7 @@ std::optional<ReadIcon> IconLoader::known(const IconName& icon, int side) const 
 }
 
 void IconLoader::start() {
+    if (hanging_.size() >= mostHanging) return;
     reader_ = new QProcess(this);
     // Decoders complain of strange pictures.
     reader_->setStandardErrorFile(QProcess::nullDevice());
@@ -129,12 +133,23 @@ void IconLoader::settle(ReadIcon icon) {
 }
 
 void IconLoader::giveUp() {
+    QProcess* const reader = reader_;
+    const Request feared = outstanding_.front();
     settle({});
     if (++failures_ >= mostFailures) {
+        // What was known already stays known.
+        outstanding_.removeIf([this](const Request& request) { return known_.contains(request); });
         while (!outstanding_.isEmpty()) settle({});
     }
-    reader_->kill();
+    reader->kill();
     dismiss();
+    if (reader->state() != QProcess::NotRunning) {
+        hanging_.insert(reader, feared);
+        connect(reader, &QProcess::finished, this, [this, reader] {
+            hanging_.remove(reader);
+            if (reader_ == nullptr && !outstanding_.isEmpty()) start();
+        });
+    }
     if (!outstanding_.isEmpty()) start();
     Q_EMIT loaded();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCache>
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QProcess>
@@ -65,6 +66,9 @@ private:
     QProcess* reader_ = nullptr;
     /// Those that are not answered, in the order in which the reader gets them.
     QList<Request> outstanding_;
+    /// Killed readers that have not ended, each with the icon at which it was: a file system that took a question holds
+    /// whoever asked. The same is not asked again meanwhile.
+    QHash<const QProcess*, Request> hanging_;
     int failures_ = 0;
     /// Counted in bytes.
     QCache<Request, ReadIcon> known_;

@@ -29,7 +29,7 @@ namespace {
 constexpr qint64 largestFile = 8 << 20;
 constexpr int largestSide = 4096;
 /// Beside what the program has at its start: what decoding such a file takes, many times over.
-constexpr rlim_t mostMemory = rlim_t{1} << 30;
+constexpr rlim_t mostMemory = rlim_t{512} << 20;
 
 /// Formats in which icons come. Other plug-ins of the toolkit are not let near files that anybody may have written.
 constexpr std::array formats{"svg", "png", "xpm", "jpeg", "gif", "ico", "bmp", "webp"};
