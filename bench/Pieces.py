@@ -201,7 +201,7 @@ def ledgeRows(what, limit=FRAME):
 
 def startCommand(build, output, isQuick):
     return onDesktop(script("start"), "--starts", 8 if isQuick else 30, "--json", output, f"{build}/app/ovin",
-                     f"{build}/bench/bare_status_item")
+                     f"{build}/desktop/bare_status_item")
 
 
 def startRows(figures):

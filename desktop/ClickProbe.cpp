@@ -7,6 +7,10 @@
 // open, even ones close. Prints the milliseconds from each opening release to the moment when the screen shows that colour,
 // one a line, and "lost" for a click that nothing follows within two seconds.
 //
+//     click_probe X Y any CLICKS HOLD PAUSE
+//
+// takes any change below the place that is clicked for the window.
+//
 //     click_probe X Y rapid CLICKS HOLD PAUSE
 //
 // only clicks.
@@ -35,6 +39,8 @@ using namespace std::chrono_literals;
 
 /// No window of Ovin's is above this line, and no picture of the bar's below it.
 constexpr std::int16_t barBottom = 30;
+/// So far below it every window that a click opens there has something.
+constexpr std::int16_t depth = 15;
 constexpr std::uint16_t searched = 120;
 constexpr std::uint32_t colourBits = 0xffffff;
 constexpr auto bound = 2s;
@@ -78,6 +84,11 @@ public:
         return sent;
     }
 
+    std::uint32_t colourAt(Place place) {
+        const auto image = read(place, 1, 1);
+        return *reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get())) & colourBits;
+    }
+
     /// The last place below the bar that has this colour.
     std::optional<Place> find(std::uint32_t colour) {
         const std::uint16_t width = screen_->width_in_pixels;
@@ -90,15 +101,10 @@ public:
         return std::nullopt;
     }
 
-    bool shows(Place place, std::uint32_t colour) {
-        const auto image = read(place, 1, 1);
-        return (*reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get())) & colourBits) == colour;
-    }
-
     /// Looks again whenever something has been drawn, so that waiting costs the desktop nothing. Returns when it was seen.
     std::optional<Clock::time_point> await(Place place, std::uint32_t colour, bool isShown) {
         const auto deadline = Clock::now() + bound;
-        while (shows(place, colour) != isShown) {
+        while ((colourAt(place) == colour) != isShown) {
             if (Clock::now() > deadline) return std::nullopt;
             awaitDrawing();
         }
@@ -165,16 +171,15 @@ std::optional<Place> explore(Probe& probe, std::uint32_t colour) {
     return std::nullopt;
 }
 
-int measure(Probe& probe, std::uint32_t colour, const Clicks& clicks) {
-    const auto place = explore(probe, colour);
-    if (!place) return std::fputs("click_probe: no window opens and closes\n", stderr), 1;
+/// The window is there while the place has the colour, or, with `isInverse`, another one.
+int measure(Probe& probe, Place place, std::uint32_t colour, bool isInverse, const Clicks& clicks) {
     for (int i = 0; i < clicks.count; ++i) {
         const auto sent = probe.click(clicks.hold);
-        const auto seen = probe.await(*place, colour, true);
+        const auto seen = probe.await(place, colour, !isInverse);
         seen ? std::printf("%.3f\n", Milliseconds(*seen - sent).count()) : std::printf("lost\n");
         std::this_thread::sleep_for(clicks.pause);
         if (seen) probe.click(clicks.hold);
-        if (!probe.await(*place, colour, false)) return std::fputs("click_probe: it stays open\n", stderr), 1;
+        if (!probe.await(place, colour, isInverse)) return std::fputs("click_probe: it stays open\n", stderr), 1;
         std::this_thread::sleep_for(clicks.pause);
     }
     return 0;
@@ -184,14 +189,22 @@ int measure(Probe& probe, std::uint32_t colour, const Clicks& clicks) {
 
 int main(int argumentCount, char** arguments) {
     if (argumentCount != 7) {
-        std::fputs("Usage: click_probe X Y COLOUR|rapid CLICKS HOLD PAUSE\n", stderr);
+        std::fputs("Usage: click_probe X Y COLOUR|any|rapid CLICKS HOLD PAUSE\n", stderr);
         return 2;
     }
     const auto number = [&](int index) { return std::atof(arguments[index]); };
     const Clicks clicks{static_cast<int>(number(4)), Milliseconds(number(5)), Milliseconds(number(6))};
     Probe probe;
-    probe.pointAt({static_cast<std::int16_t>(number(1)), static_cast<std::int16_t>(number(2))});
+    const Place clicked{static_cast<std::int16_t>(number(1)), static_cast<std::int16_t>(number(2))};
+    probe.pointAt(clicked);
     const std::string_view colour = arguments[3];
     if (colour == "rapid") return clickOnly(probe, clicks);
-    return measure(probe, static_cast<std::uint32_t>(std::strtoul(arguments[3], nullptr, 16)), clicks);
+    if (colour == "any") {
+        const Place below{clicked.x, barBottom + depth};
+        return measure(probe, below, probe.colourAt(below), true, clicks);
+    }
+    const auto shown = static_cast<std::uint32_t>(std::strtoul(arguments[3], nullptr, 16));
+    const auto place = explore(probe, shown);
+    if (!place) return std::fputs("click_probe: no window opens and closes\n", stderr), 1;
+    return measure(probe, *place, shown, false, clicks);
 }
