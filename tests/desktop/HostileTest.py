@@ -1,12 +1,16 @@
-"""Ovin beside programs that mean it harm, on a desktop without a bar: menus and texts of any size, floods of signals, signals in
-other programs' names, and more items than anybody needs. Whatever they do, the main thread is not silent for long.
+"""Ovin beside programs that mean it harm, on a desktop without a bar: menus and texts of any size, icons that never end, floods of
+signals, signals in other programs' names, and more items than anybody needs. Whatever they do, the main thread is not silent for
+long.
 
 Started with the paths of ovin-items, status-item and ovin; with --hostile in front it is such a program.
 """
 
+import contextlib
 import os
+import signal
 import subprocess
 import sys
+import tempfile
 import threading
 import time
 
@@ -19,13 +23,15 @@ PROPERTIES = "org.freedesktop.DBus.Properties"
 class Hostile:
     """A program with an item and a menu of many entries, which does what it reads on its standard input."""
 
-    def __init__(self, title, entries):
+    def __init__(self, title, entries, icon=""):
         import gi
         gi.require_version("Gio", "2.0")
         from gi.repository import Gio, GLib
         self.Gio, self.GLib, self.loop = Gio, GLib, GLib.MainLoop()
-        self.title, self.entries, self.revision, self.asked = title, int(entries), 0, 0
+        self.title, self.entries, self.revision, self.asked, self.read = title, int(entries), 0, 0, 0
+        self.icon, self.processes = icon, {}
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        self.bar = self.processOf(WATCHER)
         # A filter instead of objects: answering 5,000 entries has to be quick, and any path is as good as another.
         self.bus.add_filter(self.filter)
         self.prepare()
@@ -34,6 +40,13 @@ class Hostile:
         GLib.io_add_watch(sys.stdin, GLib.IO_IN, self.obey)
         self.say("registered")
 
+    def processOf(self, name):
+        if name not in self.processes:
+            daemon = "org.freedesktop.DBus"
+            self.processes[name] = self.bus.call_sync(daemon, "/", daemon, "GetConnectionUnixProcessID",
+                                                      self.GLib.Variant("(s)", (name,)), None, 0, -1).unpack()[0]
+        return self.processes[name]
+
     def say(self, text):
         print(text, flush=True)
 
@@ -41,10 +54,10 @@ class Hostile:
         Variant = self.GLib.Variant
         label = "Entry {} of {}".format if self.title != "Wide" else lambda number, _: "W" * 3000 + f" {number}\nsecond line"
         entries = [Variant("(ia{sv}av)", (1 + number, {"label": Variant("s", label(number, self.revision)),
-                                                       **self.icon(number)}, [])) for number in range(self.entries)]
+                                                       **self.entryIcon(number)}, [])) for number in range(self.entries)]
         self.layout = Variant("(u(ia{sv}av))", (self.revision, (0, {"children-display": Variant("s", "submenu")}, entries)))
 
-    def icon(self, number):
+    def entryIcon(self, number):
         """For a program of that name, an icon that has to be looked for everywhere."""
         return {"icon-name": self.GLib.Variant("s", f"no-icon-{number}-{self.revision}")} if self.title == "Icons" else {}
 
@@ -53,13 +66,21 @@ class Hostile:
         if not incoming or message.get_message_type() != Gio.DBusMessageType.METHOD_CALL:
             return message
         member, body = message.get_member(), message.get_body()
+        if member == "GetAll" and self.icon and message.get_sender() not in self.processes:
+            # Who asks is asked for elsewhere, because this thread brings the answer.
+            self.GLib.idle_add(lambda: self.processOf(message.get_sender()) and self.filter(connection, message, True) and False)
+            return None
         reply = Gio.DBusMessage.new_method_reply(message)
         if member == "GetAll":
             title = "W" * 3000 + " end" if self.title == "Wide" else self.title
+            self.read += 1
             reply.set_body(Variant("(a{sv})", ({
                 "Id": Variant("s", self.title), "Title": Variant("s", title), "Status": Variant("s", "Active"),
+                "IconName": Variant("s", self.iconFor(message.get_sender())),
                 "ToolTip": Variant("(sa(iiay)ss)", ("", [], title, "")), "ItemIsMenu": Variant("b", True),
                 "Menu": Variant("o", "/Menu")},)))
+        elif member == "Get":
+            reply.set_body(Variant("(v)", (Variant("s", self.title),)))
         elif member == "GetLayout":
             self.asked += 1
             reply.set_body(self.layout)
@@ -71,6 +92,12 @@ class Hostile:
         if member == "GetLayout":
             self.GLib.idle_add(self.say, "layout")
         return None
+
+    def iconFor(self, asker):
+        """Bars read the icons of others themselves, and one that hangs is no news."""
+        if self.title == "Fickle":
+            return f"icon-{self.read}"
+        return self.icon if self.icon and self.processes[asker] != self.bar else ""
 
     def emit(self, path, interface, member, body, to=None):
         self.bus.emit_signal(to, path, interface, member, body)
@@ -119,6 +146,22 @@ class Hostile:
                 self.emit("/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged", Variant("(sss)", (name, old, "")), to)
             self.emit("/Menu", MENU, "LayoutUpdated", Variant("(ui)", (9, 0)), to)
 
+    def pester(self, item, *connections):
+        """A flood of changes and forgeries for good, thin enough to leave others room."""
+        updated = self.GLib.Variant("(ui)", (1, 0))
+        changed = self.GLib.Variant("(a(ia{sv})a(ias))", ([(1, {"label": self.GLib.Variant("s", "Flood")})], []))
+
+        def send():
+            for _ in range(25):
+                self.emit("/Menu", MENU, "LayoutUpdated", updated)
+                self.emit("/Menu", MENU, "ItemsPropertiesUpdated", changed)
+            for name in ("NewTitle", "NewIcon"):
+                self.emit("/StatusNotifierItem", ITEM, name, None)
+            self.forge(item, *connections)
+            return True
+
+        self.GLib.timeout_add(100, send)
+
     def greed(self, connections, items):
         """Registers so many items on each of so many connections of its own."""
         Gio, Variant = self.Gio, self.GLib.Variant
@@ -146,18 +189,19 @@ class Hostile:
 
 
 if len(sys.argv) > 3 and sys.argv[1] == "--hostile":
-    Hostile(*sys.argv[2:4]).loop.run()
+    Hostile(*sys.argv[2:]).loop.run()
     sys.exit()
 
-from OvinTest import (BOUND, ApplicationTestCase, Gio, GLib, Heartbeat, awaited, becomes, buttonsOf, entryNamed, geometry, isSanitized, main,  # noqa: E402
-                      press, windowsOf)
+import HostileIcons  # noqa: E402
+from OvinTest import (BOUND, ApplicationTestCase, Atspi, Gio, GLib, Heartbeat, awaited, becomes, buttonsOf, colours,  # noqa: E402
+                      entryNamed, geometry, isSanitized, main, memoryOf, press, run, windowsOf)
 
 SILENCE = 5.0 if isSanitized() else 1.0  # seconds
 
 
 class Program:
-    def __init__(self, title, entries):
-        self.process = subprocess.Popen([sys.executable, "-B", HERE, "--hostile", title, str(entries)], stdin=subprocess.PIPE,
+    def __init__(self, title, entries, *icon):
+        self.process = subprocess.Popen([sys.executable, "-B", HERE, "--hostile", title, str(entries), *icon], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE, text=True)
         self.title, self.lines = title, []
         self.reader = threading.Thread(target=self.read, daemon=True)
@@ -196,6 +240,9 @@ class HostileNeighbours(ApplicationTestCase):
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         self.ovin = self.startOvin()
         self.assertTrue(becomes(lambda: self.watcher() == self.ovin.pid), "Ovin is not the watcher")
+        folder = tempfile.TemporaryDirectory(dir=os.environ["OVIN_DESKTOP_DIR"])
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
 
     def ask(self, destination, path, interface, method, signature=None, *arguments):
         try:
@@ -226,9 +273,12 @@ class HostileNeighbours(ApplicationTestCase):
 
     def button(self, program):
         """The item's button in the open ledge; None while it has none."""
+        return self.buttonNamed(program.title[0])
+
+    def buttonNamed(self, text):
         for button in buttonsOf("Ovin"):
             try:
-                if program.title[0] in button.get_name():
+                if text in button.get_name():
                     return button
             except GLib.Error:
                 continue  # it went while it was looked at
@@ -263,6 +313,46 @@ class HostileNeighbours(ApplicationTestCase):
             self.assertGreaterEqual(min(x, y), 0)
             self.assertTrue(x + width <= 1440 and y + height <= 900, (x, y, width, height))
 
+    def showsIcon(self, title):
+        """Whether the open ledge shows the icon of `HostileIcons.plain` for an item."""
+        try:
+            area = self.buttonNamed(title).get_extents(Atspi.CoordType.SCREEN)
+            return HostileIcons.COLOUR in colours((area.x, area.y, area.width, area.height))
+        except (AttributeError, GLib.Error):
+            return False
+
+    def closeLedge(self):
+        run("xdotool", "key", "Escape")
+        self.assertTrue(becomes(lambda: not windowsOf(self.ovin.pid)), "the ledge stays open")
+
+    def assertIconsDoNoHarm(self, *icons):
+        """Opens the ledge twice between honest items and others with these icons."""
+        honest = [HostileIcons.plain(self.folder, name) for name in ("Early", "Late")]
+        for title, icon in ((os.path.basename(icon), icon) for icon in (honest[0], *icons, honest[1])):
+            self.startItem("--title", title, "--icon", icon)
+        own, others = [0], [0]
+
+        def areShown():
+            own.append(memoryOf(self.ovin.pid))
+            others.extend(map(HostileIcons.memory, HostileIcons.readers()))
+            return self.showsIcon("Early") and self.showsIcon("Late")
+
+        with Heartbeat() as heart:
+            for _ in range(2):
+                self.openLedge()
+                asked = time.monotonic()
+                self.assertTrue(becomes(lambda: all(self.buttonNamed(os.path.basename(icon)) for icon in icons)), "some are not listed")
+                self.assertTrue(becomes(areShown), "an honest icon is not shown")
+                took = time.monotonic() - asked
+                self.assertTrue(becomes(lambda: areShown() and HostileIcons.readers() == []), "a reader stays")
+                print(f"the icons of others are shown after {took:.1f} s, and no reader is left {time.monotonic() - asked:.1f} s")
+                self.closeLedge()
+        print(f"Ovin had {max(own)} MiB at most, and its readers {max(others)}")
+        self.assertIsLively(heart)
+        if not isSanitized():
+            self.assertLess(max(own), 200)
+            self.assertLess(max(others), 512)
+
     def testAMenuOfThousandsOpensAtOnceAndChangesInPlace(self):
         program = self.start("Thousands", 5000)
         with Heartbeat() as heart:
@@ -287,6 +377,95 @@ class HostileNeighbours(ApplicationTestCase):
             self.assertTrue(becomes(lambda: program.said("layout") is not None))
             time.sleep(1)
         self.assertIsLively(heart)
+
+    def testACompressedDrawingIsNotInflated(self):
+        self.assertIconsDoNoHarm(HostileIcons.bomb(self.folder, "bomb.svgz"), HostileIcons.bomb(self.folder, "bomb.svg"))
+
+    def testADrawingOfManyShapesKeepsNobodyWaiting(self):
+        self.assertIconsDoNoHarm(HostileIcons.large(self.folder))
+
+    def testAPipeKeepsNobodyWaiting(self):
+        with HostileIcons.Swapped(self.folder) as swapped:
+            self.assertIconsDoNoHarm(HostileIcons.pipe(self.folder), swapped.path)
+
+    def testAFileSystemThatNeverAnswersKeepsNobodyWaiting(self):
+        with self.silentFiles() as files:
+            self.assertIconsDoNoHarm(files.path)
+
+    def testAFileSystemThatHoldsWhoeverAsksHoldsOneReader(self):
+        with self.silentFiles(takesQuestions=True) as files:
+            self.startItem("--title", "Never", "--icon", files.path)
+            for _ in range(2):
+                self.openLedge()
+                self.assertTrue(becomes(HostileIcons.readers), "no reader hangs")
+                time.sleep(4)  # longer than it is waited for
+                self.assertEqual(len(HostileIcons.readers()), 1)
+                self.closeLedge()
+            self.ovin.terminate()
+            self.assertEnds(self.ovin)
+
+    def testAFileSystemThatHoldsWhoeverAsksHoldsFewReaders(self):
+        with self.silentFiles(takesQuestions=True) as files:
+            for number in range(6):
+                self.startItem("--title", f"Never {number}", "--icon", files.path + str(number))
+            self.startItem("--title", "Late", "--icon", HostileIcons.plain(self.folder, "plain"))
+            with Heartbeat() as heart:
+                self.openLedge()
+                self.assertTrue(becomes(lambda: len(HostileIcons.readers()) == 4), "no readers hang")
+                time.sleep(4)  # longer than one is waited for
+                self.assertEqual(len(HostileIcons.readers()), 4)
+            self.assertIsLively(heart)
+        self.assertTrue(becomes(lambda: self.showsIcon("Late")), "an honest icon never comes")
+        self.assertTrue(becomes(lambda: HostileIcons.readers() == []), "a reader stays")
+
+    def silentFiles(self, takesQuestions=False):
+        try:
+            return HostileIcons.SilentFiles(self.folder, takesQuestions)
+        except OSError as error:
+            self.skipTest(f"no file system can be made: {error}")
+
+    def testAReaderThatIsStoppedKeepsNobodyWaiting(self):
+        self.startItem("--title", "Large", "--icon", HostileIcons.large(self.folder))
+        self.startItem("--title", "Plain", "--icon", HostileIcons.plain(self.folder, "plain"))
+        with Heartbeat() as heart:
+            self.stopReader()
+            self.assertTrue(becomes(lambda: HostileIcons.readers() == []), "it stays")
+            self.closeLedge()
+            self.openLedge()
+            self.assertTrue(becomes(lambda: self.showsIcon("Plain")), "an icon is not asked for again")
+        self.assertIsLively(heart)
+
+    def testOvinEndsWhileItsReaderHangs(self):
+        self.startItem("--title", "Large", "--icon", HostileIcons.large(self.folder))
+        self.stopReader()
+        self.ovin.terminate()
+        self.assertEnds(self.ovin)
+        self.assertTrue(becomes(lambda: HostileIcons.readers() == [], 2), "a reader stays")
+
+    def stopReader(self):
+        opening = self.startOvin()
+        readers = awaited(HostileIcons.readers)
+        self.assertTrue(readers, "no reader starts")
+        os.kill(readers[0], signal.SIGSTOP)
+        self.assertEqual(opening.wait(BOUND), 0)
+
+    def testAnIconWithAnotherNameEveryTimeKeepsNobodyWaiting(self):
+        self.start("Fickle")
+        self.assertIconsDoNoHarm()
+
+    def testAllOfTheseIconsAtOnceKeepNobodyWaiting(self):
+        self.start("Fickle")
+        with HostileIcons.Swapped(self.folder) as swapped, contextlib.ExitStack() as stack:
+            icons = [HostileIcons.bomb(self.folder, "bomb.svgz"), HostileIcons.large(self.folder), HostileIcons.pipe(self.folder),
+                     swapped.path]
+            try:
+                icons.append(stack.enter_context(HostileIcons.SilentFiles(self.folder)).path)
+            except OSError as error:
+                print(f"without a silent file system: {error}")
+            self.assertIconsDoNoHarm(*icons)
+            self.ovin.terminate()
+            self.assertEnds(self.ovin)
+            self.assertEqual(HostileIcons.readers(), [])
 
     def testAMenuThatGrowsStaysOnTheScreen(self):
         program = self.start("Growing")
