@@ -95,6 +95,8 @@ def dragWithSuper(element, target):
 class OrganizeTestCase(ApplicationTestCase):
     """Ovin's item has a place at the clock, which the bar remembers, and others fill the bar."""
 
+    slotCount = COUNT + 1
+
     @classmethod
     def setUpClass(cls):
         setAccessibility(True)
@@ -124,7 +126,7 @@ class OrganizeTestCase(ApplicationTestCase):
     @classmethod
     def startCrowd(cls):
         cls.crowd = Item(["--items", str(COUNT), *sum((["--title", f"Item {number:02}"] for number in range(COUNT)), [])])
-        if not becomes(lambda: len(slots()) == COUNT + 1):
+        if not becomes(lambda: len(slots()) == cls.slotCount):
             raise AssertionError(f"{len(slots())} items in the bar")
 
     @classmethod
@@ -147,13 +149,13 @@ class OrganizeTestCase(ApplicationTestCase):
     def startInCrowd(self, **environment):
         """Starts Ovin and waits until the bar shows its item, and some others have no room."""
         process = self.startOvin(**environment)
-        self.assertTrue(becomes(lambda: len(slots()) == COUNT + 1), f"{len(slots())} items")
+        self.assertTrue(becomes(lambda: len(slots()) == self.slotCount), f"{len(slots())} items")
         self.assertTrue(becomes(lambda: "Ovin" in drawn()), drawn())
         return process
 
     def awaitGone(self):
         """Until the bar has forgotten Ovin's item: a new one takes its place only then."""
-        self.assertTrue(becomes(lambda: len(slots()) == COUNT), "the bar still has Ovin's item")
+        self.assertTrue(becomes(lambda: len(slots()) == self.slotCount - 1), "the bar still has Ovin's item")
 
     def done(self):
         """The card's button; the guide has one of this name too."""

@@ -52,10 +52,15 @@ def askForOwnMenu(x, y):
     for address in call(watcher, "/StatusNotifierWatcher", properties, "Get", watcher, "RegisteredStatusNotifierItems")[0]:
         name, slash, path = address.partition("/")
         try:
-            if call(name, slash + path, properties, "Get", item, "Id")[0] == "Ovin.Control":
+            # Nobody else is asked anything, because others may never answer.
+            process = call("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetConnectionUnixProcessID", name)[0]
+            with open(f"/proc/{process}/comm", encoding="utf-8") as file:
+                isOvin = file.read() == "ovin\n"
+            if isOvin and call(name, slash + path, properties, "Get", item, "Id")[0] == "Ovin.Control":
                 # One bar tells the same place for every click.
                 call(name, slash + path, item, "ContextMenu", 0, 25)
-        except GLib.Error:
+                return
+        except (GLib.Error, OSError):
             continue  # it went meanwhile
 
 

@@ -1,27 +1,35 @@
 """Ovin for a long time on a desktop where everything changes at random: programs start, stop, hang and send nonsense, screens
-and their modes change, the ledge is opened, items are pressed, the display is widened, and Ovin itself is killed.
+and their modes change, the ledge is opened, items are pressed, the display is widened, and Ovin itself is killed. Beside it
+programs that mean it harm do what they can: menus of thousands, floods of signals, forgeries, items without number, icons that
+never end.
 
-At quiet moments nothing may be missing, nothing may have grown, and the display has to be in its own mode.
+At quiet moments nothing may be missing, nothing may have grown, and the display has to be in its own mode. The ledge opens as
+quickly as ever, and the main thread is never silent for long.
 
 Started with the paths of ovin-items, status-item and ovin, and the minutes that it takes (1). OVIN_SOAK_SEED repeats a run, as
 far as machines repeat anything.
 """
 
 import collections
+import contextlib
 import os
 import random
 import signal
 import subprocess
 import sys
+import tempfile
 import time
 
 MINUTES = float(sys.argv.pop(4)) if len(sys.argv) > 4 else 1.0
 SEED = int(os.environ.get("OVIN_SOAK_SEED", time.time_ns() % 1_000_000))
 
 from Organizing import (COUNT, ORGANIZE, TITLE, USUAL, OrganizeTestCase, clickOn, drawn, isOnRecord, mode,  # noqa: E402
-                        readDefaults, show)
-from OvinTest import (BOUND, OVIN, GLib, Item, accessible, becomes, buttonsOf, click, isSanitized, main, run,  # noqa: E402
-                      windowsOf)
+                        readDefaults, show, slots)
+import HostileIcons  # noqa: E402
+import HostileTest  # noqa: E402
+from DesktopTest import OVIN_ITEMS  # noqa: E402
+from OvinTest import (BOUND, OVIN, Gio, GLib, Heartbeat, Item, accessible, awaited, becomes, buttonsOf, click,  # noqa: E402
+                      entryNamed, isSanitized, main, placeOf, press, run, windowsOf)
 
 MOST_PROGRAMS = 30
 MODES = ("1280x800", USUAL, "1680x1050", "1920x1080")
@@ -30,6 +38,12 @@ KILLING = 0.25  # the last part of the time, in which Ovin is killed as well: wh
 # The toolkit keeps what it has drawn, fonts for example, up to a limit of its own, and memory comes in pieces. A leak of a KiB
 # for each thing that is done would still exceed this within the hour.
 GROWTH = 6 * 1024  # KiB
+HOSTILE_MENUS = ("Thousands", "Fickle", "WWW")
+LATENCY = 50.0  # milliseconds from a click to the ledge's first frame, at the 99th percentile
+# Where other work takes the processors, a bare program is late as well.
+TIMES_BARE = 3
+SILENCE = 2.0  # seconds
+BARE, PROBE = (os.path.join(os.path.dirname(OVIN_ITEMS), name) for name in ("bare_status_item", "click_probe"))
 ODD = (["--garbage"], ["--huge", "300000"], ["--huge-pictures", "3"], ["--missing"], ["--answer-after", "400"],
        ["--stop-answering"], ["--vanish-after", "300"], ["--vanish-after", "300", "--keep-connection"])
 WELL = ([], ["--menu", "Alpha,Beta,-,Gamma"], ["--menu", "Alpha", "--item-is-menu", "true"], ["--pixmap", "#c01090"], ["--no-getall"],
@@ -49,9 +63,86 @@ class Program:
             os.kill(self.item.pid, number)
 
 
+def percentile(values, part):
+    return sorted(values)[min(len(values) - 1, int(part * len(values)))]
+
+
+def processorTime(pid):
+    """In seconds, with that of its children that have ended."""
+    try:
+        with open(f"/proc/{pid}/stat", encoding="utf-8") as file:
+            return sum(map(int, file.read().rpartition(")")[2].split()[11:15])) / os.sysconf("SC_CLK_TCK")
+    except OSError:
+        return 0.0
+
+
+class Enemies:
+    """Programs that mean harm, until the end of the block."""
+
+    def __init__(self, ovin):
+        self.ovin = ovin
+
+    def __enter__(self):
+        self.ends = contextlib.ExitStack()
+        folder = self.ends.enter_context(tempfile.TemporaryDirectory(dir=os.environ["OVIN_DESKTOP_DIR"]))
+        icons = [HostileIcons.bomb(folder, "bomb.svgz"), HostileIcons.large(folder), HostileIcons.pipe(folder),
+                 self.ends.enter_context(HostileIcons.Swapped(folder, 0.002)).path]
+        try:
+            icons.append(self.ends.enter_context(HostileIcons.SilentFiles(folder)).path)
+        except OSError:
+            pass  # only the privileged can make one
+        self.programs = [HostileTest.Program(*what) for what in (
+            ("Thousands", 5000), ("Fickle", 50), ("Wide", 40), ("Greedy", 3), *((os.path.basename(icon), 3, icon) for icon in icons))]
+        for program in self.programs:
+            self.ends.callback(program.end)
+        for program in self.programs:
+            assert becomes(lambda: program.said("registered") is not None), program.title
+        victim, connections = self.addresses()
+        for program in self.programs[:3]:
+            program.tell("pester", victim, *connections)
+        self.programs[3].tell("greed", 2, 10)
+        return self
+
+    def addresses(self):
+        """An item that is not theirs, and Ovin's connections."""
+        bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+
+        def ask(name, path, interface, method, signature, *arguments):
+            try:
+                return bus.call_sync(name, path, interface, method, signature and GLib.Variant(signature, arguments), None, 0,
+                                     1000 * int(BOUND)).unpack()[0]
+            except GLib.Error:
+                return None
+
+        daemon = ("org.freedesktop.DBus", "/", "org.freedesktop.DBus")
+        items = ask(HostileTest.WATCHER, HostileTest.WATCHER_PATH, HostileTest.PROPERTIES, "Get", "(ss)", HostileTest.WATCHER,
+                    "RegisteredStatusNotifierItems")
+        return items[0], [name for name in ask(*daemon, "ListNames", None) if name.startswith(":") and
+                          ask(*daemon, "GetConnectionUnixProcessID", "(s)", name) == self.ovin]
+
+    def processorTime(self):
+        return sum(processorTime(program.process.pid) for program in self.programs)
+
+    def __exit__(self, *_):
+        self.ends.close()
+
+
 class Soak(OrganizeTestCase):
+    slotCount = COUNT + 2
+
+    @classmethod
+    def startCrowd(cls):
+        """After a bare program, so that the bar has room for its item."""
+        cls.bare = subprocess.Popen([BARE])
+        cls.addClassCleanup(cls.bare.wait)
+        cls.addClassCleanup(cls.bare.kill)
+        if not becomes(lambda: len(slots()) == 2):
+            raise AssertionError("the bar does not show the bare item")
+        super().startCrowd()
+
     def setUp(self):
         super().setUp()
+        self.latencies, self.bareLatencies, self.lost, self.menus = [], [], 0, 0
         run("xrandr", "--addmode", "DUMMY1", "1920x1080")
         self.chance = random.Random(SEED)
         self.counts, self.lately = collections.Counter(), collections.deque(maxlen=30)
@@ -120,7 +211,7 @@ class Soak(OrganizeTestCase):
         click(self.chance.randrange(100, 900), self.chance.randrange(400, 700), self.chance.choice((1, 1, 3)))
 
     def pressInLedge(self):
-        if not buttonsOf("Ovin"):
+        if not windowsOf(self.ovin.pid):
             self.clickOnOvin()
             becomes(lambda: buttonsOf("Ovin"), 1)
         found = buttonsOf("Ovin")
@@ -140,6 +231,21 @@ class Soak(OrganizeTestCase):
         self.choose(entry)
         time.sleep(0.3)
         run("xdotool", "key", "Escape")
+
+    def openHostileMenu(self):
+        self.openMenuOf(self.chance.choice(HOSTILE_MENUS))
+
+    def openMenuOf(self, title):
+        """Whether there is such an item in the ledge."""
+        if not windowsOf(self.ovin.pid):
+            self.clickOnOvin()
+        button = awaited(lambda: next((one for one in buttonsOf("Ovin") if title in one.get_name()), None), 5)
+        if button is not None:
+            press(button)
+            time.sleep(self.chance.uniform(0.5, 2))
+            self.menus += bool(entryNamed("Entry 0 of 0") or title == "WWW" and windowsOf(self.ovin.pid))
+            run("xdotool", "key", "Escape")
+        return button is not None
 
     def readAWindow(self):
         self.read(self.chance.choice(("About Ovin", "How This Works")))
@@ -189,7 +295,10 @@ class Soak(OrganizeTestCase):
         self.organizeAWhile()
         self.startWell()
         self.startOdd()
-        self.assertNothingIsMissing()
+        with Enemies(self.ovin.pid):
+            for title in HOSTILE_MENUS:
+                self.assertTrue(becomes(lambda: self.openMenuOf(title)), f"{title} is not in the ledge")
+            self.assertNothingIsMissing()
 
     # --- Quiet moments --------------------------------------------------------------------------------------------------
 
@@ -239,6 +348,17 @@ class Soak(OrganizeTestCase):
         self.assertTrue(becomes(isComplete), self.missing())
         self.quieten()
 
+    def measureClicks(self):
+        """How long the ledge, and the window of the bare program, take from clicks to their first frames."""
+        bare = placeOf(lambda: next((element for _, name, element in slots() if "are" in name), None))
+        for place, clicks, latencies in ((self.slot(), 15, self.latencies), (bare, 15, self.bareLatencies)):
+            answer = run(PROBE, *map(str, place), "any", str(clicks), "0", "150")
+            self.assertEqual(answer.returncode, 0, answer.stderr)
+            found = answer.stdout.split()
+            self.lost += found.count("lost")
+            latencies += [float(text) for text in found if text != "lost"]
+        self.quieten()
+
     def measure(self):
         """Memory in KiB, threads and open files, with nobody there but the crowd."""
         while self.programs:
@@ -256,39 +376,57 @@ class Soak(OrganizeTestCase):
         names, weights = zip(*actions.items())
         measured = []
         while time.monotonic() < until:
-            end = min(until, time.monotonic() + ROUND)
-            while time.monotonic() < end:
-                name = self.chance.choices(names, weights)[0]
-                self.lately.append(name)
-                try:
-                    getattr(self, name)()
-                except GLib.Error:
-                    pass  # what was looked at has gone meanwhile
-                self.counts[name] += 1
-                self.assertIsNone(self.ovin.poll(), f"Ovin has ended in {name}")
-                time.sleep(self.chance.uniform(0, 0.2))
-            self.assertNothingIsMissing()
+            begin, ovin = time.monotonic(), self.ovin
+            spent = processorTime(ovin.pid)
+            end = min(until, begin + ROUND)
+            with Enemies(ovin.pid) as enemies:
+                while time.monotonic() < end:
+                    name = self.chance.choices(names, weights)[0]
+                    self.lately.append(name)
+                    try:
+                        getattr(self, name)()
+                    except GLib.Error:
+                        pass  # what was looked at has gone meanwhile
+                    self.counts[name] += 1
+                    self.assertIsNone(self.ovin.poll(), f"Ovin has ended in {name}")
+                    time.sleep(self.chance.uniform(0, 0.2))
+                self.assertNothingIsMissing()
+                self.measureClicks()
+                took = time.monotonic() - begin
+                shares = [enemies.processorTime() / took, (processorTime(ovin.pid) - spent) / took if ovin is self.ovin else 0]
             measured.append(self.measure())
-            print(f"{sum(self.counts.values())} things done; KiB, threads, files: {measured[-1]}", flush=True)
+            print(f"{sum(self.counts.values())} things done; KiB, threads, files: {measured[-1]}; of a processor, enemies "
+                  f"{shares[0]:.2f}, Ovin {shares[1]:.2f}; clicks: {self.clicks()}; load {os.getloadavg()[0]:.1f}", flush=True)
         return measured
+
+    def clicks(self):
+        return "; ".join(f"{name} {percentile(values, 0.5):.1f} ms, 99 % {percentile(values, 0.99):.1f} ms of {len(values)}"
+                         for name, values in (("ledge", self.latencies), ("bare", self.bareLatencies))) + f"; lost {self.lost}"
 
     def testNothingBreaksGrowsOrIsMissing(self):
         print(f"OVIN_SOAK_SEED={SEED}, {MINUTES:g} minutes", flush=True)
         usual = {"startWell": 8, "startOdd": 5, "endOne": 8, "stopOne": 3, "continueOne": 3, "clickOnOvin": 6, "clickOften": 2,
-                 "clickElsewhere": 4, "pressInLedge": 8, "lookAtMenu": 2, "readAWindow": 1, "changeMode": 2, "plug": 2,
-                 "organizeAWhile": 1}
+                 "clickElsewhere": 4, "pressInLedge": 8, "openHostileMenu": 4, "lookAtMenu": 2, "readAWindow": 1, "changeMode": 2,
+                 "plug": 2, "organizeAWhile": 1}
         self.ovin = self.startInCrowd()
         self.warmUp()
-        begin = time.monotonic()
-        measured = self.soak(usual, begin + MINUTES * 60 * (1 - KILLING))
-        self.soak({**usual, "kill": 4}, begin + MINUTES * 60)
-        print(f"done: {dict(sorted(self.counts.items()))}")
+        with Heartbeat() as heart:
+            measured = self.soak(usual, time.monotonic() + MINUTES * 60 * (1 - KILLING))
+        self.soak({**usual, "kill": 4}, time.monotonic() + MINUTES * 60 * KILLING)
+        print(f"done: {dict(sorted(self.counts.items()))}; {self.menus} hostile menus were open")
 
         # Memory goes up and down with what has just been shown. A leak lifts even the lowest values.
         memory = [kibibytes for kibibytes, _, _ in measured]
-        half = len(memory) // 2
-        if half > 0 and not isSanitized():
-            self.assertLess(min(memory[half:]), max(memory[:half]) + GROWTH, measured)
+        fifth = max(1, len(memory) // 5)
+        print(f"KiB at the first fifth of the quiet moments: {memory[:fifth]}, at the last: {memory[-fifth:]}; the main thread was "
+              f"silent for {heart.longest:.2f} s at most, {heart.answers} answers; clicks: {self.clicks()}")
+        self.assertEqual(self.lost, 0)
+        self.assertGreater(self.menus, 0)
+        if not isSanitized():
+            self.assertLess(min(memory[-fifth:]), max(memory[:fifth]) + GROWTH, measured)
+            self.assertLess(heart.longest, SILENCE)
+            self.assertLess(percentile(self.latencies, 0.5), LATENCY)
+            self.assertLess(percentile(self.latencies, 0.99), max(LATENCY, TIMES_BARE * percentile(self.bareLatencies, 0.99)))
         for _, threads, files in measured[1:]:
             self.assertLessEqual(threads, measured[0][1] + 2, measured)
             self.assertLessEqual(files, measured[0][2] + 4, measured)
