@@ -400,7 +400,8 @@ class Soak(OrganizeTestCase):
         return measured
 
     def clicks(self):
-        return "; ".join(f"{name} {percentile(values, 0.5):.1f} ms, 99 % {percentile(values, 0.99):.1f} ms of {len(values)}"
+        return "; ".join(f"{name} {percentile(values, 0.5):.1f} ms, 99 % {percentile(values, 0.99):.1f} ms of {len(values)}, "
+                         f"{sum(value > LATENCY for value in values)} late"
                          for name, values in (("ledge", self.latencies), ("bare", self.bareLatencies))) + f"; lost {self.lost}"
 
     def testNothingBreaksGrowsOrIsMissing(self):
