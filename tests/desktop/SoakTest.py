@@ -427,7 +427,8 @@ class Soak(OrganizeTestCase):
             self.assertLess(min(memory[-fifth:]), max(memory[:fifth]) + GROWTH, measured)
             self.assertLess(heart.longest, SILENCE)
             self.assertLess(percentile(self.latencies, 0.5), LATENCY)
-            self.assertLess(percentile(self.latencies, 0.99), max(LATENCY, TIMES_BARE * percentile(self.bareLatencies, 0.99)))
+            if len(self.latencies) >= 100:  # of fewer, that percentile is the slowest
+                self.assertLess(percentile(self.latencies, 0.99), max(LATENCY, TIMES_BARE * percentile(self.bareLatencies, 0.99)))
         for _, threads, files in measured[1:]:
             self.assertLessEqual(threads, measured[0][1] + 2, measured)
             self.assertLessEqual(files, measured[0][2] + 4, measured)
