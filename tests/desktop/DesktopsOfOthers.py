@@ -411,6 +411,11 @@ class Xfce(Desktop):
 """)
         self.session.append(Program("xfwm4", "--compositor=off"))
 
+    def start(self):
+        super().start()
+        # Of items that register in the panel's first second it sometimes draws only some, without Ovin too (1 of 24 times).
+        time.sleep(2)
+
     def startBar(self):
         self.bar = [Program("xfce4-panel", "--disable-wm-check")]
 

@@ -351,7 +351,7 @@ class HostileNeighbours(ApplicationTestCase):
         self.assertIsLively(heart)
         if not isSanitized():
             self.assertLess(max(own), 200)
-            self.assertLess(max(others), 512)
+            self.assertLess(max(others), 600)  # it may take 512 MiB beside what it starts with
 
     def testAMenuOfThousandsOpensAtOnceAndChangesInPlace(self):
         program = self.start("Thousands", 5000)
