@@ -39,7 +39,9 @@ KILLING = 0.25  # the last part of the time, in which Ovin is killed as well: wh
 # for each thing that is done would still exceed this within the hour.
 GROWTH = 6 * 1024  # KiB
 HOSTILE_MENUS = ("Thousands", "Fickle", "WWW")
-LATENCY = 50.0  # milliseconds from a click to the ledge's first frame, at the 99th percentile
+LATENCY = 50.0  # milliseconds from a click to the ledge's first frame, in the median; later ones are told
+# … and at the 99th percentile, with a build that is not optimised and is started again between the clicks.
+LATEST = 100.0
 # Where other work takes the processors, a bare program is late as well.
 TIMES_BARE = 3
 SILENCE = 2.0  # seconds
@@ -428,7 +430,7 @@ class Soak(OrganizeTestCase):
             self.assertLess(heart.longest, SILENCE)
             self.assertLess(percentile(self.latencies, 0.5), LATENCY)
             if len(self.latencies) >= 100:  # of fewer, that percentile is the slowest
-                self.assertLess(percentile(self.latencies, 0.99), max(LATENCY, TIMES_BARE * percentile(self.bareLatencies, 0.99)))
+                self.assertLess(percentile(self.latencies, 0.99), max(LATEST, TIMES_BARE * percentile(self.bareLatencies, 0.99)))
         for _, threads, files in measured[1:]:
             self.assertLessEqual(threads, measured[0][1] + 2, measured)
             self.assertLessEqual(files, measured[0][2] + 4, measured)
