@@ -114,7 +114,11 @@ void printRatio(const char* what, const Times& measured, const Times& reference)
 /// As the user does in reply to the program's request.
 bool trust() {
     const auto session = Bus::connect();
-    return session && AccessibilityBus(*session).enable();
+    if (!session) return false;
+    AccessibilityBus bus(*session);
+    bus.enable();
+    for (int i = 0; i < 100 && !bus.isEnabled(); ++i) std::this_thread::sleep_for(50ms);
+    return bus.isEnabled();
 }
 
 /// Without a menu bar agent the items find a watcher only now, and register one after the other.
