@@ -48,6 +48,25 @@ protected:
         }
         return result;
     }
+
+    /// The ledge as it was with “Net — a”, to which “Battery — a” has come since. Each notes in `told` that it was asked for
+    /// `action`.
+    MemoryWindows::Ledge openAndLetOneCome(const std::string& action, std::vector<std::string>& told) {
+        const auto launch = [&](ProcessID pid, const std::string& name) {
+            scene.launchWithItems(pid, name, {"a"})[0].answerWith(action, [&told, name]() -> MemoryAnswer {
+                told.push_back(name);
+                return {};
+            });
+        };
+        launch(512, "Net");
+        world.time.runUntilIdle();
+        open();
+        auto before = *world.windows.ledge();
+        launch(513, "Battery");
+        world.time.runUntilIdle();
+        EXPECT_THAT(shown(), ElementsAre("Battery — a", "Net — a"));
+        return before;
+    }
 };
 
 // Discovery
@@ -375,19 +394,7 @@ TEST_F(ItemsPanelTest, AnItemWhoseProgramDiedBetweenDrawingAndClickBeeps) {
 
 TEST_F(ItemsPanelTest, AClickThatIsOnItsWayWhenTheListChangesIsForTheItemThatWasShown) {
     std::vector<std::string> pressed;
-    const auto launch = [&](ProcessID pid, const std::string& name) {
-        scene.launchWithItems(pid, name, {"a"})[0].answerWith("AXPress", [&pressed, name]() -> MemoryAnswer {
-            pressed.push_back(name);
-            return {};
-        });
-    };
-    launch(512, "Net");
-    world.time.runUntilIdle();
-    open();
-    const auto before = *world.windows.ledge();
-    launch(513, "Battery");
-    world.time.runUntilIdle();
-    ASSERT_THAT(shown(), ElementsAre("Battery — a", "Net — a"));
+    const auto before = openAndLetOneCome("AXPress", pressed);
     before.clicked(0);
     world.time.runUntilIdle();
     EXPECT_THAT(pressed, ElementsAre("Net"));
@@ -430,19 +437,7 @@ TEST_F(ItemsPanelTest, ARightClickOnAnItemWithoutAMenuBeepsAndPressesNothing) {
 
 TEST_F(ItemsPanelTest, ARightClickThatIsOnItsWayWhenTheListChangesIsForTheItemThatWasShown) {
     std::vector<std::string> asked;
-    const auto launch = [&](ProcessID pid, const std::string& name) {
-        scene.launchWithItems(pid, name, {"a"})[0].answerWith("AXShowMenu", [&asked, name]() -> MemoryAnswer {
-            asked.push_back(name);
-            return {};
-        });
-    };
-    launch(512, "Net");
-    world.time.runUntilIdle();
-    open();
-    const auto before = *world.windows.ledge();
-    launch(513, "Battery");
-    world.time.runUntilIdle();
-    ASSERT_THAT(shown(), ElementsAre("Battery — a", "Net — a"));
+    const auto before = openAndLetOneCome("AXShowMenu", asked);
     before.menuRequested(0);
     world.time.runUntilIdle();
     EXPECT_THAT(asked, ElementsAre("Net"));
