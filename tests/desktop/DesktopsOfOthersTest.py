@@ -45,6 +45,7 @@ ITEM = "org.kde.StatusNotifierItem"
 COLOURS = ("#c01090", "#10b0c0", "#60c010")
 PATIENCE = 10.0  # seconds for what is to come
 BRIEF = 3.0  # … where it is known not to come
+LONGEST_GRACE = 60.0  # seconds for which Ovin leaves the list of items to a program that has given it up
 STILL = 0.5  # seconds in which what must not happen would
 
 desktop = None
@@ -327,6 +328,21 @@ class Checks(unittest.TestCase):
             self.assertTrue(desktop.restartBar(self.patience), "the bar does not get ready. " + desktop.describe())
             self.awaitItems("Active", "Active")
             self.assertBecomes(lambda: self.isRegistered(ovin.pid), "Ovin's item is not registered")
+
+    @under(lambda: desktop.name == "gnome")
+    def testItServesWhileTheBarIsSwitchedOff(self):
+        ovin = self.startWith("Active")
+        desktop.endBar()
+        self.addCleanup(desktop.startBar)
+        self.assertTrue(becomes(lambda: ownerPid(WATCHER) == ovin.pid, LONGEST_GRACE + self.patience),
+                        "nobody keeps the list of items")
+        self.assertLists(ovin, [1])
+        self.keepPicture("switched-off")
+        desktop.startBar()
+        self.assertBecomes(desktop.isReady, lambda: "the bar does not get ready. " + desktop.describe())
+        self.awaitItems("Active")
+        self.assertBecomes(lambda: self.isRegistered(ovin.pid), "Ovin's item is not registered")
+        self.assertLists(ovin, [])
 
     def assertAtTheBar(self, ledge):
         bar = desktop.barArea()

@@ -69,7 +69,11 @@ void WatcherClaim::takeAfterGrace() {
 
 void WatcherClaim::takeUnlessWanted() {
     std::erase_if(rivals_, [this](const std::string& program) { return !steps_.isConnected(program); });
-    if (rivals_.empty()) takeNow();
+    if (rivals_.empty()) return takeNow();
+    timer_ = queue_.after(longestGrace - grace, [this] {
+        rivals_.clear();
+        takeNow();
+    });
 }
 
 void WatcherClaim::takeNow() {

@@ -15,12 +15,14 @@ namespace ovin {
 ///
 /// Bars ask for the watcher's name in three ways. Some replace its owner. Some wait in the bus's queue for it, of which the
 /// bus tells nobody: so the queue is looked at after whatever may have come from a bar. And some ask once, or not at all
-/// while the name is taken: so the name is free when one of these is about to ask, and is left to a program that has had it
-/// before and still runs. Main thread only.
+/// while the name is taken: so the name is free when one of these is about to ask, and is left for a while to a program that
+/// has had it before and still runs. Main thread only.
 class WatcherClaim {
 public:
     /// How long the name must have been free before this program takes it.
     static constexpr std::chrono::seconds grace{3};
+    /// How long when a rival runs: it may be busy, or be switched on again.
+    static constexpr std::chrono::seconds longestGrace{60};
 
     /// When a free name is taken for the first time. A bar takes it at once and keeps it from those who wait: it is replaced
     /// only by those who ask for that.
@@ -52,7 +54,7 @@ public:
     /// a second are no bars: scripts connect every second.
     void barMayCome(const std::string& program);
     /// A program is about to ask for the name that will not ask again when it is refused. If it is named, the name is left
-    /// to it until `isNoRival`.
+    /// to it until `isNoRival`, but no longer than the longest grace.
     void rivalIsComing(const std::string& program = {});
     /// A program has disconnected, or has started without asking for the name.
     void isNoRival(const std::string& program);
