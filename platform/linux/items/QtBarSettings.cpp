@@ -60,10 +60,14 @@ QtBarSettings::QtBarSettings(const QDBusConnection& bus, std::function<void()> c
 }
 
 bool QtBarSettings::draws(const std::string& id, bool isPassive) const {
-    const std::lock_guard lock(mutex_);
-    if (isPlasma_ && !isPlasmaRead_.exchange(true)) plasma_ = choicesIn(plasmaFile_);
-    if (!isPlasma_ || plasma_.empty()) return xfce_.draws(id, isPassive);
-    return std::ranges::all_of(plasma_, [&](const ItemChoice& tray) { return tray.draws(id, isPassive); });
+    if (isPlasma_) {
+        const std::lock_guard lock(plasmaMutex_);
+        if (!isPlasmaRead_.exchange(true)) plasma_ = choicesIn(plasmaFile_);
+        if (!plasma_.empty())
+            return std::ranges::all_of(plasma_, [&](const ItemChoice& tray) { return tray.draws(id, isPassive); });
+    }
+    const std::lock_guard lock(xfceMutex_);
+    return xfce_.draws(id, isPassive);
 }
 
 void QtBarSettings::barChanged(const QString& bar, bool runs) {
@@ -91,7 +95,7 @@ void QtBarSettings::askXfce() {
             for (const QVariant& id : qdbus_cast<QVariantList>(value)) choice.hidden.insert(id.toString().toStdString());
         }
         {
-            const std::lock_guard lock(mutex_);
+            const std::lock_guard lock(xfceMutex_);
             if (xfce_ == choice) return;
             xfce_ = std::move(choice);
         }

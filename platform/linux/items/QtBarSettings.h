@@ -45,9 +45,11 @@ private:
     std::atomic<bool> isPlasma_ = false;
     /// Whether `plasma_` is what the file holds.
     mutable std::atomic<bool> isPlasmaRead_ = false;
-    mutable std::mutex mutex_;
+    mutable std::mutex xfceMutex_;
     /// No choice unless that bar runs.
     ItemChoice xfce_;
+    /// Held while the file is read, so the main thread never waits for it.
+    mutable std::mutex plasmaMutex_;
     mutable std::vector<ItemChoice> plasma_;
 };
 

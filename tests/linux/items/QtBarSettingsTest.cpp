@@ -1,15 +1,19 @@
 #include "platform/linux/items/QtBarSettings.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QVariantMap>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <thread>
 
 #include "tests/support/TemporaryFolder.h"
 
@@ -54,9 +58,11 @@ protected:
         desktop.send(signal);
     }
 
+    std::filesystem::path plasmaFile() const { return folder.path() / "plasma-org.kde.plasma.desktop-appletsrc"; }
+
     /// As Plasma does: a new file takes the place of the old one.
     void hideInPlasma(const std::string& ids) {
-        const auto file = folder.path() / "plasma-org.kde.plasma.desktop-appletsrc";
+        const auto file = plasmaFile();
         std::ofstream(file.string() + ".new") << "[Containments][8]\nplugin=org.kde.plasma.private.systemtray\n"
                                               << "[Containments][8][General]\nhiddenItems=" << ids << "\n";
         std::filesystem::rename(file.string() + ".new", file);
@@ -138,6 +144,50 @@ TEST_F(QtBarSettingsTest, AFileThatPlasmaWritesOnlyLaterIsReadToo) {
     EXPECT_TRUE(becomesDrawn("one", false));
     hideInPlasma("two");
     EXPECT_TRUE(becomesDrawn("two", false));
+}
+
+/// Until the file may be read. Opening it takes long while another program has a lease on it.
+class Lease {
+public:
+    explicit Lease(const std::filesystem::path& path) : file_(open(path.c_str(), O_RDWR)) {
+        // The signal that tells of a reader would end this program.
+        std::signal(SIGIO, SIG_IGN);
+        isHeld_ = fcntl(file_, F_SETLEASE, F_WRLCK) == 0;
+    }
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
+    ~Lease() { close(file_); }
+
+    [[nodiscard]] bool isHeld() const { return isHeld_; }
+    [[nodiscard]] bool isWantedBack() const { return fcntl(file_, F_GETLEASE) != F_WRLCK; }
+
+private:
+    const int file_;
+    bool isHeld_ = false;
+};
+
+TEST_F(QtBarSettingsTest, WhileReadingPlasmasFileTakesLongTheMainThreadGoesOn) {
+    hideInPlasma("one");
+    desktop.registerService("org.kde.plasmashell");
+    begin();
+    settle();
+    auto lease = std::make_unique<Lease>(plasmaFile());
+    if (!lease->isHeld()) GTEST_SKIP() << "There are no leases on this file system.";
+    bool isDrawn = true;
+    std::thread reader([&] { isDrawn = settings->draws("one", false); });
+    QElapsedTimer timer;
+    timer.start();
+    while (!lease->isWantedBack() && timer.elapsed() < 10'000) std::this_thread::yield();
+
+    const int before = changes;
+    desktop.registerService("org.xfce.Panel");
+    hideInXfce({"two"});
+    while (changes == before && timer.elapsed() < 10'000) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_GT(changes, before);
+    EXPECT_LT(timer.elapsed(), 10'000);
+    lease.reset();
+    reader.join();
+    EXPECT_FALSE(isDrawn);
 }
 
 }  // namespace
