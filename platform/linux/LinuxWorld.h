@@ -99,7 +99,11 @@ private:
     QtWindows windows_;
     PressCatcher presses_;
     XInputEventMonitor events_;
-    QtStatusBar statusBar_{screens_, [this] { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); },
+    QtStatusBar statusBar_{screens_,
+                           [this] {
+                               const bool isOnlyHost = watcher_ && watcher_->isOwner() && !watcher_->hasBar();
+                               return !isOnlyHost && barSettings_.hasTray();
+                           },
                            [this](bool isDrawn) {
                                hasBar_ = isDrawn;
                                accessibility_.barHasChanged();

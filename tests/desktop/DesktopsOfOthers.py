@@ -238,6 +238,7 @@ class Desktop:
     clickActivates = True  # whether a left click on an item activates it
     menuButton = 3  # the button that opens an item's menu
     canHide, canShow = False, False  # whether hide() can hide items, and show() show what asks to be hidden
+    canLoseTray = False  # whether its bar can be without a tray, and its watcher without a bar
     takesDisplays = False  # whether its bar stays where it is when a second display comes
     isWayland = False
     hasPictures, hasKeys = True, True  # whether this program can see the screen, and press keys
@@ -447,7 +448,7 @@ class Plasma(Desktop):
     needs = ("plasmashell", "kwin_x11", "kded5")
     edge = "bottom"
     watcher = "kded5"
-    canHide, canShow, takesDisplays = True, True, True
+    canHide, canShow, canLoseTray, takesDisplays = True, True, True, True
 
     def configure(self):
         os.environ.update(XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true", KDE_SESSION_VERSION="5",
@@ -486,6 +487,15 @@ class Plasma(Desktop):
             inner.writeConfig('{choice}', '{",".join(names)}');
             inner.reloadConfig();
         }}))""")
+
+    def hasTray(self):
+        return self.evaluate("print(panels().some(panel => panel.widgets('org.kde.plasma.systemtray').length))") == "true"
+
+    def removeTray(self):
+        self.evaluate("panels().forEach(panel => panel.widgets('org.kde.plasma.systemtray').forEach(tray => tray.remove()))")
+
+    def addTray(self):
+        self.evaluate("panels()[0].addWidget('org.kde.plasma.systemtray')")
 
     def trayIsAlone(self):
         """Takes the clock and other widgets out of the panel, so that it stays as it is."""
@@ -799,7 +809,7 @@ class Sway(Wayland):
 class KWin(Wayland, Plasma):
     name = "kwin"
     needs = ("kwin_wayland", "plasmashell", "kded5", "Xwayland")
-    hasPictures, canHide, canShow, takesDisplays = False, False, False, False
+    hasPictures, canHide, canShow, canLoseTray, takesDisplays = False, False, False, False, False
 
     def startSession(self):
         self.configure()

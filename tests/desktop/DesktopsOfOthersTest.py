@@ -436,6 +436,38 @@ class Checks(unittest.TestCase):
         self.assertBecomes(lambda: desktop.shows(channels(COLOURS[1])), "the bar does not show it")
         self.assertLists(ovin, [1])
 
+    def assertLedgeIsTheBar(self, ovin):
+        """That it lists the item that no bar draws any more, and has a button for Ovin's menu when it opens next."""
+        self.assertLists(ovin, [1])
+        desktop.click(300, 400)
+        self.openLedge(ovin)
+        names = [button.get_name() for button in buttonsOf("Ovin")]
+        self.assertTrue(any("Ovin" in name for name in names), names)
+
+    @under(lambda: desktop.canLoseTray)
+    def testABarWithoutATrayCountsAsNone(self):
+        self.patience = 20.0  # Plasma may take ten seconds to write its file
+        ovin = self.startWith("Active")
+        self.assertLists(ovin, [])
+        desktop.removeTray()
+        self.addCleanup(lambda: desktop.hasTray() or desktop.addTray())
+        self.assertBecomes(lambda: not desktop.shows(channels(COLOURS[0])), "the bar still draws it")
+        self.assertLedgeIsTheBar(ovin)
+        self.keepPicture("no-tray")
+        desktop.addTray()
+        self.awaitItems("Active")
+        self.assertLists(ovin, [])
+
+    @under(lambda: desktop.canLoseTray)
+    def testAWatcherWithoutABarCountsAsNone(self):
+        ovin = self.startWith("Active")
+        desktop.bar.pop().end()
+        self.assertTrue(desktop.watcherIsItsOwn())
+        self.assertLedgeIsTheBar(ovin)
+        desktop.restartBar()
+        self.awaitItems("Active")
+        self.assertLists(ovin, [])
+
     @under(lambda: desktop.drawsItems)
     def testItsMenuIsReachedFromTheBar(self):
         ovin, area = self.startShown()

@@ -21,11 +21,11 @@ std::set<std::string, std::less<>> listed(std::string_view value) {
 
 }  // namespace
 
-// The groups have names of several parts, as "[Containments][8][General]", which GLib and Qt do not read.
+// The groups have names of several parts, as "[Containments][8][General]", which GLib and Qt do not read. The group of a
+// tray that was removed stays; only that of the widget goes, which tells the number of the tray's.
 std::vector<ItemChoice> plasmaChoices(std::string_view file) {
-    constexpr std::string_view general = "[General]";
-    std::map<std::string_view, ItemChoice> choices;
-    std::set<std::string_view> trays;
+    std::map<std::string, ItemChoice, std::less<>> choices;
+    std::set<std::string> trays;
     std::string_view group;
     while (!file.empty()) {
         std::string_view value = cut(file, '\n');
@@ -34,16 +34,15 @@ std::vector<ItemChoice> plasmaChoices(std::string_view file) {
             continue;
         }
         const std::string_view key = cut(value, '=');
-        if (key == "plugin" && value == "org.kde.plasma.private.systemtray") trays.insert(group);
-        if (!group.ends_with(general)) continue;
-        ItemChoice& choice = choices[group.substr(0, group.size() - general.size())];
+        if (key == "SystrayContainmentId") trays.insert("[Containments][" + std::string(value) + "][General]");
+        ItemChoice& choice = choices[std::string(group)];
         if (key == "shownItems") choice.shown = listed(value);
         if (key == "hiddenItems") choice.hidden = listed(value);
         if (key == "showAllItems") choice.showsAll = value == "true";
     }
     std::vector<ItemChoice> result;
     result.reserve(trays.size());
-    for (const std::string_view tray : trays) result.push_back(choices[tray]);
+    for (const std::string& tray : trays) result.push_back(choices[tray]);
     return result;
 }
 

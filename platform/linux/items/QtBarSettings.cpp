@@ -26,10 +26,11 @@ const QString xfceHidden = QStringLiteral("/hidden-items");
 /// The file takes tens of kilobytes.
 constexpr qint64 longestFile = 1 << 20;
 
+/// Where there is no file yet, a tray without a choice.
 std::vector<ItemChoice> choicesIn(const QString& path) {
     QFile file(path);
     // Only a regular file, because opening anything else might block.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return {};
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return {ItemChoice()};
     return plasmaChoices(file.read(longestFile).toStdString());
 }
 
@@ -62,9 +63,12 @@ QtBarSettings::QtBarSettings(const QDBusConnection& bus, std::function<void()> c
 bool QtBarSettings::draws(const std::string& id, bool isPassive) const {
     if (isPlasma_) {
         const std::lock_guard lock(plasmaMutex_);
-        if (!isPlasmaRead_.exchange(true)) plasma_ = choicesIn(plasmaFile_);
-        if (!plasma_.empty())
-            return std::ranges::all_of(plasma_, [&](const ItemChoice& tray) { return tray.draws(id, isPassive); });
+        if (!isPlasmaRead_.exchange(true)) {
+            plasma_ = choicesIn(plasmaFile_);
+            hasPlasmaTray_ = !plasma_.empty();
+        }
+        return hasPlasmaTray_ &&
+               std::ranges::all_of(plasma_, [&](const ItemChoice& tray) { return tray.draws(id, isPassive); });
     }
     const std::lock_guard lock(xfceMutex_);
     return xfce_.draws(id, isPassive);

@@ -29,6 +29,9 @@ public:
     /// With several trays, whether all of them draw the item: one that is missed in a tray is listed.
     [[nodiscard]] bool draws(const std::string& id, bool isPassive) const override;
 
+    /// Whether the running bar has a tray, as `draws` has found when it read the settings last. Never blocks.
+    [[nodiscard]] bool hasTray() const { return !isPlasma_ || hasPlasmaTray_; }
+
 private:
     Q_SLOT void xfceChanged(const QDBusMessage& signal);
 
@@ -45,6 +48,7 @@ private:
     std::atomic<bool> isPlasma_ = false;
     /// Whether `plasma_` is what the file holds.
     mutable std::atomic<bool> isPlasmaRead_ = false;
+    mutable std::atomic<bool> hasPlasmaTray_ = true;
     mutable std::mutex xfceMutex_;
     /// No choice unless that bar runs.
     ItemChoice xfce_;

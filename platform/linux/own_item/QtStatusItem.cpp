@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QStandardPaths>
 #include <QtEndian>
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <utility>
@@ -23,6 +24,7 @@ namespace {
 const QString objectPath = "/StatusNotifierItem";
 const QString watcherName = "org.kde.StatusNotifierWatcher";
 const QString watcherPath = "/StatusNotifierWatcher";
+const QString hostNames = "org.kde.StatusNotifierHost-";
 const QString usualIcon = "org.ovin.Ovin-symbolic";
 const QString symbolIcon = "org.ovin.Ovin-done-symbolic";
 
@@ -50,6 +52,12 @@ QString installed(const QString& icon) {
     return QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty() ? QString() : icon;
 }
 
+QDBusMessage propertyCall(const QString& path, const QString& interface, const QString& name) {
+    return dbusCall(watcherName, path, "org.freedesktop.DBus.Properties", "Get", {interface, name});
+}
+
+QVariant answerOf(const QDBusMessage& reply) { return reply.arguments().value(0).value<QDBusVariant>().variant(); }
+
 QString nextConnectionName() {
     static int count = 0;
     return "ovin-status-item-" + QString::number(++count);
@@ -67,11 +75,12 @@ struct QtStatusItem::Registration {
     const QString name = nextConnectionName();
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
     QDBusServiceWatcher watchers{watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange};
+    /// Of all that may be hosts' names: the bus knows no narrower rule.
+    QDBusServiceWatcher hosts{"org.kde*", bus, QDBusServiceWatcher::WatchForOwnerChange};
 };
 
-QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost,
-                           std::function<void(bool)> drawnChanged)
-    : screens_(screens), isOnlyHost_(std::move(isOnlyHost)), drawnChanged_(std::move(drawnChanged)), object_("Ovin") {
+QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool)> drawnChanged)
+    : screens_(screens), hasBar_(std::move(hasBar)), drawnChanged_(std::move(drawnChanged)), object_("Ovin") {
     // Bars report only the button. With the Control key held, the left button counts as the secondary one, as on macOS.
     object_.activated = [this] {
         const bool isSecondary = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
@@ -99,6 +108,9 @@ void QtStatusItem::enter() {
                 setHasHost(false);
                 if (!newOwner.isEmpty()) enroll();
             });
+    connect(&registration_->hosts, &QDBusServiceWatcher::serviceOwnerChanged, this, [this](const QString& name) {
+        if (name.startsWith(hostNames)) askForHost();
+    });
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
         registration_->bus.connect(watcherName, watcherPath, watcherName, signal, this, SLOT(askForHost()));
     }
@@ -112,10 +124,22 @@ void QtStatusItem::enroll() {
 }
 
 void QtStatusItem::askForHost() {
-    const QDBusMessage question = dbusCall(watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
-                                           {watcherName, "IsStatusNotifierHostRegistered"});
+    const auto question = propertyCall(watcherPath, watcherName, "IsStatusNotifierHostRegistered");
+    callLater(registration_->bus, question, untilAnswered, this,
+              [this](const QDBusMessage& answer) { answerOf(answer).toBool() ? askForHostsName() : setHasHost(false); });
+}
+
+/// KDE's watcher says at any time that a host is registered. Hosts of its own bars and of most others have a name on the
+/// bus.
+void QtStatusItem::askForHostsName() {
+    const auto question = propertyCall("/MainApplication", "org.qtproject.Qt.QCoreApplication", "applicationName");
     callLater(registration_->bus, question, untilAnswered, this, [this](const QDBusMessage& answer) {
-        setHasHost(answer.arguments().value(0).value<QDBusVariant>().variant().toBool());
+        if (!answerOf(answer).toString().startsWith("kded")) return setHasHost(true);
+        const auto names = dbusCall("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "ListNames");
+        callLater(registration_->bus, names, untilAnswered, this, [this](const QDBusMessage& list) {
+            setHasHost(std::ranges::any_of(list.arguments().value(0).toStringList(),
+                                           [](const QString& name) { return name.startsWith(hostNames); }));
+        });
     });
 }
 
@@ -202,7 +226,7 @@ void QtStatusItem::deliverClicks() {
 }
 
 std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() {
-    return std::make_unique<QtStatusItem>(screens_, isOnlyHost_, drawnChanged_);
+    return std::make_unique<QtStatusItem>(screens_, hasBar_, drawnChanged_);
 }
 
 }  // namespace ovin

@@ -29,9 +29,9 @@ class QtStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
 public:
-    /// `isOnlyHost` tells whether the session's watcher is this program's own and no bar has registered there.
+    /// `hasBar` tells, where a host is registered with the session's watcher, whether it is a bar with a tray.
     /// `drawnChanged` is told whenever `isDrawn` may have changed.
-    QtStatusItem(const QtScreens& screens, std::function<bool()> isOnlyHost, std::function<void(bool isDrawn)> drawnChanged);
+    QtStatusItem(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool isDrawn)> drawnChanged);
     ~QtStatusItem() override;
 
     /// Sets the Id, by which bars tell the item from others. If a bar has read another Id before, the item leaves the bar
@@ -43,7 +43,7 @@ public:
     void showMenu(const Menu& menu) override;
     void setMenu(std::function<Menu()> menu) override { exportedMenu_.setMenu(std::move(menu)); }
     /// A bar draws the item where a host is registered with the watcher.
-    [[nodiscard]] bool isDrawn() const override { return hasHost_ && !isOnlyHost_(); }
+    [[nodiscard]] bool isDrawn() const override { return hasHost_ && hasBar_(); }
     [[nodiscard]] std::optional<Screen> screen() const override;
 
 protected:
@@ -56,6 +56,7 @@ private:
     void enter();
     void enroll();
     Q_SLOT void askForHost();
+    void askForHostsName();
     void setHasHost(bool hasHost);
     void show(Picture picture, const QString& iconName, const std::string& description);
     void draw();
@@ -63,7 +64,7 @@ private:
     void deliverClicks();
 
     const QtScreens& screens_;
-    const std::function<bool()> isOnlyHost_;
+    const std::function<bool()> hasBar_;
     const std::function<void(bool)> drawnChanged_;
     bool hasHost_ = false;
     StatusNotifierObject object_;
@@ -86,14 +87,14 @@ private:
 class QtStatusBar final : public StatusBar {
 public:
     /// The functions are those for `QtStatusItem`.
-    QtStatusBar(const QtScreens& screens, std::function<bool()> isOnlyHost, std::function<void(bool isDrawn)> drawnChanged)
-        : screens_(screens), isOnlyHost_(std::move(isOnlyHost)), drawnChanged_(std::move(drawnChanged)) {}
+    QtStatusBar(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool isDrawn)> drawnChanged)
+        : screens_(screens), hasBar_(std::move(hasBar)), drawnChanged_(std::move(drawnChanged)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
 
 private:
     const QtScreens& screens_;
-    const std::function<bool()> isOnlyHost_;
+    const std::function<bool()> hasBar_;
     const std::function<void(bool)> drawnChanged_;
 };
 

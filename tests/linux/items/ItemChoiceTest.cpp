@@ -60,10 +60,15 @@ TEST(ItemChoice, PlasmasFileHasThatOfItsTray) {
 }
 
 TEST(ItemChoice, EachTrayOfPlasmaHasItsOwn) {
-    const std::string second = "[Containments][9]\nplugin=org.kde.plasma.private.systemtray\n";
+    const std::string second = "[Containments][2][Applets][12][Configuration]\nSystrayContainmentId=9\n";
     EXPECT_THAT(plasmaChoices(file + second + "[Containments][9][General]\nshowAllItems=true"),
                 ElementsAre(ItemChoice{{"three"}, {"one", "Two words"}, false}, ItemChoice{{}, {}, true}));
     EXPECT_THAT(plasmaChoices(second), ElementsAre(ItemChoice()));
+}
+
+TEST(ItemChoice, WhatIsLeftOfATrayThatWasRemovedIsNone) {
+    const std::string text = file;
+    EXPECT_THAT(plasmaChoices(text.substr(text.find("[Containments][8]"))), IsEmpty());
 }
 
 TEST(ItemChoice, AFileWithoutATrayHasNone) {

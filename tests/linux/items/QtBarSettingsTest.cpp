@@ -60,12 +60,17 @@ protected:
 
     std::filesystem::path plasmaFile() const { return folder.path() / "plasma-org.kde.plasma.desktop-appletsrc"; }
 
-    /// As Plasma does: a new file takes the place of the old one.
     void hideInPlasma(const std::string& ids) {
-        const auto file = plasmaFile();
-        std::ofstream(file.string() + ".new") << "[Containments][8]\nplugin=org.kde.plasma.private.systemtray\n"
-                                              << "[Containments][8][General]\nhiddenItems=" << ids << "\n";
-        std::filesystem::rename(file.string() + ".new", file);
+        writePlasmaFile(
+            "[Containments][2][Applets][7][Configuration]\nSystrayContainmentId=8\n"
+            "[Containments][8][General]\nhiddenItems=" +
+            ids + "\n");
+    }
+
+    /// As Plasma does: a new file takes the place of the old one.
+    void writePlasmaFile(const std::string& text) {
+        std::ofstream(plasmaFile().string() + ".new") << text;
+        std::filesystem::rename(plasmaFile().string() + ".new", plasmaFile());
     }
 
     bool becomesDrawn(const std::string& id, bool isDrawn) {
@@ -144,6 +149,20 @@ TEST_F(QtBarSettingsTest, AFileThatPlasmaWritesOnlyLaterIsReadToo) {
     EXPECT_TRUE(becomesDrawn("one", false));
     hideInPlasma("two");
     EXPECT_TRUE(becomesDrawn("two", false));
+}
+
+TEST_F(QtBarSettingsTest, APlasmaWithoutATrayDrawsNothing) {
+    writePlasmaFile("[Containments][8][General]\nhiddenItems=one\n");
+    begin();
+    settle();
+    EXPECT_TRUE(settings->draws("two", false));
+    EXPECT_TRUE(settings->hasTray());
+    desktop.registerService("org.kde.plasmashell");
+    EXPECT_TRUE(becomesDrawn("two", false));
+    EXPECT_FALSE(settings->hasTray());
+    hideInPlasma("one");
+    EXPECT_TRUE(becomesDrawn("two", true));
+    EXPECT_TRUE(settings->hasTray());
 }
 
 /// Until the file may be read. Opening it takes long while another program has a lease on it.

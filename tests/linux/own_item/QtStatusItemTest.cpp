@@ -4,8 +4,10 @@
 
 #include <QApplication>
 #include <QDBusArgument>
+#include <QDBusConnectionInterface>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QDBusVirtualObject>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -33,6 +35,38 @@ bool becomes(Condition condition) {
     while (!condition() && timer.elapsed() < 20'000) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     return condition();
 }
+
+/// The session's watcher when it is another program, on a connection of its own.
+class ForeignWatcher final : public QDBusVirtualObject {
+public:
+    explicit ForeignWatcher(const QString& program) : program_(program) {
+        bus_.registerVirtualObject("/", this, QDBusConnection::SubPath);
+        bus_.interface()->registerService(name, QDBusConnectionInterface::ReplaceExistingService);
+    }
+    ForeignWatcher(const ForeignWatcher&) = delete;
+    ForeignWatcher& operator=(const ForeignWatcher&) = delete;
+    ~ForeignWatcher() override { QDBusConnection::disconnectFromBus("watcher"); }
+
+    void tellOfHost(bool hasHost) {
+        hasHost_ = hasHost;
+        bus_.send(QDBusMessage::createSignal("/StatusNotifierWatcher", name,
+                                             hasHost ? "StatusNotifierHostRegistered" : "StatusNotifierHostUnregistered"));
+    }
+
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override {
+        const QString property = call.arguments().value(1).toString();
+        const QVariant value = property == "applicationName" ? QVariant(program_) : QVariant(hasHost_);
+        return connection.send(call.createReply(QVariant::fromValue(QDBusVariant(value))));
+    }
+
+private:
+    static constexpr const char* name = "org.kde.StatusNotifierWatcher";
+
+    const QString program_;
+    bool hasHost_ = false;
+    QDBusConnection bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "watcher");
+};
 
 /// The item as a bar sees it, over a connection of its own.
 class QtStatusItemTest : public testing::Test {
@@ -80,14 +114,14 @@ protected:
 
 TEST_F(QtStatusItemTest, BarsRememberItByItsAutosaveName) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item.setAutosaveName("Ovin.Control");
     EXPECT_EQ(property("Id"), "Ovin.Control");
 }
 
 TEST_F(QtStatusItemTest, AnItemThatIsKnownByAnotherNameComesBackUnderTheNewOne) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     EXPECT_EQ(property("Id"), "Ovin");
     const QString before = service();
     item.setAutosaveName("Ovin.Control");
@@ -100,7 +134,7 @@ TEST_F(QtStatusItemTest, AnItemThatIsKnownByAnotherNameComesBackUnderTheNewOne) 
 
 TEST_F(QtStatusItemTest, TitleAndToolTipFollowWhatIsShown) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item.setImage({{22, 18}, "Ovin", [](Appearance) { return std::vector<DrawnShape>(); }});
     EXPECT_EQ(property("Title"), "Ovin");
     EXPECT_TRUE(item.setSymbol("checkmark.circle.fill", "Finish arranging"));
@@ -116,7 +150,7 @@ TEST_F(QtStatusItemTest, TitleAndToolTipFollowWhatIsShown) {
 
 TEST_F(QtStatusItemTest, ItsImageIsDrawnAnewWhenTheDesktopTurnsDarkOrLight) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item.setImage({{22, 18}, "Ovin", [](Appearance appearance) {
                        DrawnShape shape;
                        shape.rect = {{0, 0}, {22, 18}};
@@ -143,7 +177,7 @@ TEST_F(QtStatusItemTest, ItsImageIsDrawnAnewWhenTheDesktopTurnsDarkOrLight) {
 
 TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
     press("SecondaryActivate");
     EXPECT_EQ(ask(interfaceName, "Scroll", {120, "vertical"}).type(), QDBusMessage::ReplyMessage);
@@ -156,7 +190,7 @@ TEST_F(QtStatusItemTest, OnlyClicksOfTheLeftAndTheRightButtonCount) {
 
 TEST_F(QtStatusItemTest, AClickWithTheControlKeyHeldIsASecondaryOne) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
     ASSERT_EQ(QProcess::execute("xdotool", {"keydown", "Control_L"}), 0);
     press("Activate");
@@ -176,7 +210,7 @@ TEST_F(QtStatusItemTest, ClicksThatComeAtOnceAreDeliveredOneByOneAndAMenuOnlyFor
         {{right, left, left}, {left, left}},
         {{right, right}, {right}}};
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item.onClick([this](StatusItemClick click) { clicks.push_back(click); });
     for (const auto& [made, delivered] : cases) {
         clicks.clear();
@@ -189,7 +223,7 @@ TEST_F(QtStatusItemTest, ClicksThatComeAtOnceAreDeliveredOneByOneAndAMenuOnlyFor
 
 TEST_F(QtStatusItemTest, AClickMayDestroyTheItemAndTheNextOneIsForgotten) {
     auto item = std::make_unique<QtStatusItem>(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item->onClick([&](StatusItemClick click) {
         clicks.push_back(click);
         item.reset();
@@ -202,7 +236,7 @@ TEST_F(QtStatusItemTest, AClickMayDestroyTheItemAndTheNextOneIsForgotten) {
 
 TEST_F(QtStatusItemTest, ItsScreenIsKnownFromTheFirstClickOn) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     EXPECT_EQ(item.screen(), std::nullopt);
     press("Activate");
     EXPECT_EQ(item.screen(), screens.ofItem(QPoint(30, 40)));
@@ -213,7 +247,7 @@ TEST_F(QtStatusItemTest, ItsMenuIsToldAsItIsNow) {
     bool isOn = false;
     int chosen = 0;
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     item.setMenu([&] {
         return Menu{MenuEntry{"Some_thing…", "q", isOn, [&chosen] { ++chosen; }}, std::nullopt,
                     MenuEntry{"Last", "", false, {}}};
@@ -262,7 +296,7 @@ TEST_F(QtStatusItemTest, BarsGetTheNameOfAnIconOnlyWhereItIsInstalled) {
     const QByteArray before = qgetenv("XDG_DATA_HOME");
     qputenv("XDG_DATA_HOME", data.path().toUtf8());
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     const DrawnImage image{{22, 18}, "Ovin", [](Appearance) { return std::vector<DrawnShape>(); }};
     item.setImage(image);
     EXPECT_EQ(property("IconName"), "");
@@ -282,7 +316,7 @@ TEST_F(QtStatusItemTest, BarsGetTheNameOfAnIconOnlyWhereItIsInstalled) {
 /// A line in the text colour alone would be lost on a bar that has the colour of that text.
 TEST_F(QtStatusItemTest, ItsPictureHasBothDarkAndLightInIt) {
     QtStatusItem item(
-        screens, [] { return false; }, [](bool) {});
+        screens, [] { return true; }, [](bool) {});
     for (const bool isSymbol : {false, true}) {
         if (isSymbol) {
             ASSERT_TRUE(item.setSymbol("checkmark.circle.fill", "Done"));
@@ -308,19 +342,46 @@ TEST_F(QtStatusItemTest, ItsPictureHasBothDarkAndLightInIt) {
 }
 
 TEST_F(QtStatusItemTest, ABarDrawsItWhereAHostIsRegistered) {
-    bool isOnlyHost = true;
+    bool hasBar = false;
     bool isToldAsDrawn = false;
     QtStatusItem item(
-        screens, [&] { return isOnlyHost; }, [&](bool isDrawn) { isToldAsDrawn = isDrawn; });
+        screens, [&] { return hasBar; }, [&](bool isDrawn) { isToldAsDrawn = isDrawn; });
     EXPECT_FALSE(item.isDrawn());
-    isOnlyHost = false;
+    hasBar = true;
     EXPECT_TRUE(becomes([&] { return item.isDrawn() && isToldAsDrawn; }));
+}
+
+TEST_F(QtStatusItemTest, OfAnotherWatcherItBelievesWhetherThereIsAHost) {
+    ForeignWatcher other("bar");
+    int answers = 0;
+    const QtStatusItem item(
+        screens, [] { return true; }, [&](bool) { ++answers; });
+    EXPECT_TRUE(becomes([&] { return answers == 1; }));
+    EXPECT_FALSE(item.isDrawn());
+    for (const bool hasHost : {true, false}) {
+        other.tellOfHost(hasHost);
+        EXPECT_TRUE(becomes([&] { return item.isDrawn() == hasHost; })) << hasHost;
+    }
+}
+
+TEST_F(QtStatusItemTest, OfKdesWatcherItBelievesThatOnlyWhereAHostHasAName) {
+    ForeignWatcher kdes("kded5");
+    int answers = 0;
+    const QtStatusItem item(
+        screens, [] { return true; }, [&](bool) { ++answers; });
+    kdes.tellOfHost(true);
+    EXPECT_TRUE(becomes([&] { return answers == 2; }));
+    EXPECT_FALSE(item.isDrawn());
+    bar.registerService("org.kde.StatusNotifierHost-1");
+    EXPECT_TRUE(becomes([&] { return item.isDrawn(); }));
+    bar.unregisterService("org.kde.StatusNotifierHost-1");
+    EXPECT_TRUE(becomes([&] { return !item.isDrawn(); }));
 }
 
 TEST_F(QtStatusItemTest, AnItemThatIsDestroyedLeavesTheBar) {
     {
         const QtStatusItem item(
-            screens, [] { return false; }, [](bool) {});
+            screens, [] { return true; }, [](bool) {});
         EXPECT_NE(service(), "");
     }
     EXPECT_TRUE(becomes([this] { return watcher.registeredItems().isEmpty(); }));
