@@ -1,6 +1,6 @@
 """Ovin on desktops that others wrote: as good a guest there as on the private desktop's own.
 
-    DesktopsOfOthersTest.py OVIN_ITEMS STATUS_ITEM OVIN [--pictures FOLDER] [DESKTOP...]
+    DesktopsOfOthersTest.py OVIN_ITEMS STATUS_ITEM OVIN [--pictures FOLDER] [--dark] [DESKTOP...]
 
 Starts each desktop on a private desktop of its own, two at a time, goes through the checks below under it and prints what
 came of each. A desktop that cannot run here is skipped, which is said. Pictures and logs go to FOLDER.
@@ -133,7 +133,8 @@ class Checks(unittest.TestCase):
         return becomes(condition, self.patience)
 
     def assertBecomes(self, condition, message):
-        self.assertTrue(self.becomes(condition), message() if callable(message) else message)
+        if not self.becomes(condition):
+            self.fail(message() if callable(message) else message)
 
     # Ovin and other programs with items
 
@@ -641,10 +642,10 @@ def runUnder(name, results, only):
             tell(check, *outcome(check, result), round(time.monotonic() - began, 1))
 
 
-def startOn(kind, programs, folder, only):
+def startOn(kind, programs, folder, only, isDark):
     """Goes through a desktop's checks on a private desktop; (check, status, reason, seconds) of each."""
     results, log = os.path.join(folder, kind.name + ".json"), os.path.join(folder, kind.name + ".log")
-    command = [os.path.join(ROOT, "desktop", "private-desktop"), *kind.options, "--size",
+    command = [os.path.join(ROOT, "desktop", "private-desktop"), *kind.options, *(["--dark"] if isDark else []), "--size",
                f"{DesktopsOfOthers.WIDTH}x{DesktopsOfOthers.HEIGHT}", "--", "/usr/bin/python3", "-B", os.path.abspath(__file__),
                *programs, UNDER, kind.name, "--results", results, "--pictures", folder,
                *(part for check in only for part in ("--only", check))]
@@ -698,6 +699,7 @@ def main():
     parser.add_argument("--results")
     parser.add_argument("--only", action="append", default=[])
     parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--dark", action="store_true", help="dark colours, as far as private-desktop gives them")
     parser.add_argument("--table", help="a file in which a table of what came of each check replaces the one that is there")
     parser.add_argument("desktops", nargs="*")
     options = parser.parse_intermixed_args()
@@ -710,8 +712,9 @@ def main():
     programs = list(map(os.path.abspath, options.programs))
     counts = dict.fromkeys(("passed", "failed", "known", "skipped"), 0)
     results = {}
+    start = lambda kind: startOn(kind, programs, options.pictures, options.only, options.dark)
     with ThreadPoolExecutor(options.jobs) as pool:
-        for kind, found in zip(kinds, pool.map(lambda kind: startOn(kind, programs, options.pictures, options.only), kinds)):
+        for kind, found in zip(kinds, pool.map(start, kinds)):
             report(kind, found)
             results[kind.name] = found
             for _, status, _, _ in found.values():
