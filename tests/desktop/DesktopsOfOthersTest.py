@@ -20,7 +20,7 @@ from concurrent.futures import ThreadPoolExecutor
 HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(os.path.dirname(HERE))
 UNDER = "--under"  # the option by which this program starts itself on a private desktop
-DESKTOP_BOUND = 240  # seconds for all checks of a desktop
+DESKTOP_BOUND = 300  # seconds for all checks of a desktop
 
 if UNDER in sys.argv:  # what is imported next takes the first three arguments only
     arguments = sys.argv
