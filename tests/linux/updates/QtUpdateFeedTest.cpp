@@ -258,10 +258,15 @@ TEST_F(QtUpdateFeedTest, WhateverAFeedContainsTheMainThreadGoesOn) {
     for (const auto& [name, text] : hostile) {
         ASSERT_LE(text.size(), most) << name;
         write(name, text);
-        const std::clock_t begin = std::clock();
-        const auto silence = longestSilence([&, url = plain_ + "/" + name] { (void)read(url); });
+        auto silence = 20ms;
+        // A thread that has lost its processor may hold a lock of the system's that the main thread needs. What the feed
+        // itself holds up, it holds up each time.
+        for (int reading = 0; reading < 3 && silence >= 20ms; ++reading) {
+            const std::clock_t begin = std::clock();
+            silence = longestSilence([&, url = plain_ + "/" + name] { (void)read(url); });
+            EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC) << name;
+        }
         EXPECT_LT(silence, 20ms) << name;
-        EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC) << name;
         RecordProperty(name, static_cast<int>(silence.count()));
     }
 }
