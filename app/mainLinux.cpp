@@ -12,7 +12,6 @@
 #include "app/Command.h"
 #include "platform/linux/LinuxWorld.h"
 #include "platform/linux/drawing/IconLoader.h"
-#include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/session/CommandLine.h"
 #include "platform/linux/session/SingleInstance.h"
 #include "platform/linux/system/BootClock.h"
@@ -77,8 +76,6 @@ int run(TerminationSignal& signals, const QString& action) {
     const auto world = LinuxWorld::open(isPreview ? LinuxWorld::Watcher::never : LinuxWorld::Watcher::afterGrace);
     if (!world) return fail("there is no session bus");
     world->application().endWith(signals);
-    QApplication::setWindowIcon(qtWindowIcon(world->platform().resources.applicationIcon()));
-
     IconLoader::share(std::make_unique<IconLoader>("/proc/self/exe"));
 
     BootClock wallClock;

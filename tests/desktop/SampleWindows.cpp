@@ -130,7 +130,6 @@ int main(int argumentCount, char** arguments) {
     const QApplication application(argumentCount, arguments);
     QCoreApplication::setApplicationName("sample-windows");
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(ovin::qtIcon(ovin::QtResources().applicationIcon()));
     std::ios::sync_with_stdio(false);
     ovin::Samples samples;
     const QSocketNotifier input(fileno(stdin), QSocketNotifier::Read);

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/linux/drawing/NamedIcon.h"
+#include "platform/linux/drawing/QtResources.h"
 
 namespace ovin {
 namespace {
@@ -73,6 +74,9 @@ QIcon qtIcon(const Image& image) {
     return named == nullptr ? QIcon() : loaded(*named);
 }
 
-QIcon qtWindowIcon(const Image& image) { return QIcon(new WindowIcon(image)); }
+QIcon ownWindowIcon() {
+    static const QIcon icon(new WindowIcon(QtResources().applicationIcon()));
+    return icon;
+}
 
 }  // namespace ovin

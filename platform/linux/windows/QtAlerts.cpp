@@ -1,11 +1,11 @@
 #include "platform/linux/windows/QtAlerts.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
 
 #include "platform/linux/drawing/QtFonts.h"
+#include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/windows/WindowManager.h"
 
 namespace ovin {
@@ -39,8 +39,8 @@ void QtAlerts::run(const Alert& alert) {
     // Shows the program's own icon, which tells whose alert it is.
     auto* const box = new QMessageBox(QMessageBox::NoIcon, "Ovin", QString::fromStdString(alert.message), QMessageBox::Ok);
     shown_.push_back({alert, box});
-    const QIcon icon = QApplication::windowIcon();
-    if (!icon.isNull()) box->setIconPixmap(icon.pixmap(QSize(iconSide, iconSide), box->devicePixelRatioF()));
+    box->setWindowIcon(ownWindowIcon());
+    box->setIconPixmap(box->windowIcon().pixmap(QSize(iconSide, iconSide), box->devicePixelRatioF()));
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(QString::fromStdString(alert.informative));
     layOut(*box);

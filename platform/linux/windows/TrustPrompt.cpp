@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/windows/WindowManager.h"
 
 namespace ovin {
@@ -28,6 +29,7 @@ QWidget* makePrompt(std::function<void(bool)> answered) {
     prompt->setWindowModality(Qt::NonModal);
     prompt->setWindowFlag(Qt::WindowStaysOnTopHint);
     prompt->setWindowTitle("Accessibility");
+    prompt->setWindowIcon(ownWindowIcon());
     prompt->setIcon(QMessageBox::Question);
     prompt->setText("Ovin would like to read the menu bar");
     prompt->setInformativeText(

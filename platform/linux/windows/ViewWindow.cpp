@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/drawing/QtIcons.h"
 #include "platform/linux/views/PressButton.h"
 #include "platform/linux/views/PushButtonWidget.h"
 #include "platform/linux/views/QtViews.h"
@@ -57,6 +58,7 @@ ViewWindow::ViewWindow(const QString& title, Qt::WindowFlags flags, Handlers han
     : QWidget(nullptr, flags), handlers_(std::make_shared<const Handlers>(std::move(handlers))) {
     setWindowTitle(title);
     setAccessibleName(title);
+    setWindowIcon(ownWindowIcon());
 }
 
 void ViewWindow::setView(const View& view) {

@@ -23,7 +23,7 @@ TEST(QtResources, TheIconIsThereInEverySizeThatDesktopsAskFor) {
 }
 
 TEST(QtResources, WindowsAreGivenNoSizeOfTheIconThatWindowManagersDoNotShow) {
-    const QIcon icon = qtWindowIcon(QtResources().applicationIcon());
+    const QIcon icon = ownWindowIcon();
     EXPECT_FALSE(icon.isNull());
     QSize largest;
     for (const QSize size : icon.availableSizes()) largest = largest.expandedTo(size);

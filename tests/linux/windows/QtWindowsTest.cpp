@@ -396,6 +396,14 @@ std::vector<QWidget*> ledgeWindows() {
     return found;
 }
 
+TEST_F(QtWindowsTest, ALedgeDoesNotWaitForTheIconThatWindowsWithAFrameHave) {
+    auto ledge = windows.makeLedgePanel();
+    ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}}, [](int) {});
+    EXPECT_TRUE(ledgeWindows().at(0)->windowIcon().isNull());
+    const auto shown = page(SamplePages::about(icon));
+    EXPECT_FALSE(window().windowIcon().isNull());
+}
+
 TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTheOneBefore) {
     std::vector<int> clicks;
     const auto open = [&](const std::string& title, int tag) {
