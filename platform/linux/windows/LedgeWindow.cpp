@@ -93,6 +93,8 @@ void LedgeWindow::mouseReleaseEvent(QMouseEvent* event) {
 
 void LedgeWindow::dismiss() {
     dismissed_.reset();
+    // It may hold all that the ledge showed, and the next ledge may never come.
+    menuRequested_ = nullptr;
     escape_.reset();
     doubleClick_.stop();
     hide();

@@ -396,6 +396,16 @@ std::vector<QWidget*> ledgeWindows() {
     return found;
 }
 
+TEST_F(QtWindowsTest, ALedgeThatHasClosedKeepsNothingOfWhatItsHandlersHold) {
+    const auto held = std::make_shared<int>();
+    auto ledge = windows.makeLedgePanel();
+    ledge->onMenuRequest([held](int) {});
+    ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}}, [held](int) {});
+    ledge.reset();
+    handleEvents();
+    EXPECT_EQ(held.use_count(), 1);
+}
+
 TEST_F(QtWindowsTest, ALedgeDoesNotWaitForTheIconThatWindowsWithAFrameHave) {
     auto ledge = windows.makeLedgePanel();
     ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}}, [](int) {});
