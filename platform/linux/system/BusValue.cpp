@@ -2,6 +2,7 @@
 
 #include <systemd/sd-bus.h>
 
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -36,10 +37,13 @@ std::optional<BusValue> readBasic(sd_bus_message* message, char type) {
     return BusValue{static_cast<Stored>(value)};
 }
 
-std::optional<BusValue> readString(sd_bus_message* message, char type) {
+std::optional<BusValue> readString(sd_bus_message* message, char type, Place place) {
     const char* text = nullptr;
     if (sd_bus_message_read_basic(message, type, &text) <= 0) return std::nullopt;
-    return BusValue{std::string(text)};
+    const std::size_t size = std::strlen(text);
+    if (size > place.budget->bytes) return BusValue{};
+    place.budget->bytes -= size;
+    return BusValue{std::string(text, size)};
 }
 
 std::optional<BusValue> readBytes(sd_bus_message* message, Place place) {
@@ -127,7 +131,7 @@ std::optional<BusValue> readValue(sd_bus_message* message, Place place) {
         case 's':
         case 'o':
         case 'g':
-            return readString(message, type);
+            return readString(message, type, place);
         case 'a':
             return readArray(message, contents, place);
         case 'v':

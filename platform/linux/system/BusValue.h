@@ -36,8 +36,8 @@ struct BusValue {
 };
 
 /// The values in a message; none when it cannot be understood or holds more than 50,000 values. Leaves out values that are
-/// nested too deep, and arrays of bytes beyond 4 MiB in one message, because status items send pictures of any size with
-/// their texts.
+/// nested too deep, and texts and arrays of bytes beyond 4 MiB in one message, because status items send pictures of any
+/// size with their texts.
 [[nodiscard]] std::vector<BusValue> busValues(sd_bus_message* message);
 
 }  // namespace ovin

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <future>
 #include <mutex>
 #include <vector>
 
@@ -92,6 +93,11 @@ public:
         release("org.ovin.Sent");
     }
 
+    void sendTexts(const std::string& one, const std::string& two) {
+        EXPECT_GE(sd_bus_emit_signal(bus_, "/", "org.ovin.Test", "Texts", "ss", one.c_str(), two.c_str()), 0);
+        EXPECT_GE(sd_bus_flush(bus_), 0);
+    }
+
 private:
     sd_bus* bus_ = nullptr;
 };
@@ -126,6 +132,25 @@ TEST(BusSignals, OnlyTheOwnerOfTheNameIsBelievedWhoeverThatIs) {
     roundTrip();
     const std::lock_guard lock(mutex);
     EXPECT_THAT(heard, testing::ElementsAre("Owner", "OwnerAlone", "NextOwner", "NextOwnerAlone"));
+}
+
+TEST(BusSignals, TextsThatTogetherExceedTheBoundAreLeftOut) {
+    const PrivateBus privateBus;
+    const auto bus = Bus::connect(privateBus.address());
+    ASSERT_NE(bus, nullptr);
+    Sender sender(privateBus.address());
+    sender.own(watchedName);
+    std::promise<std::vector<BusValue>> heard;
+    bus->watch(watchedName, "interface='org.ovin.Test'",
+               [&heard](const BusSignal& signal) { heard.set_value(signal.values); });
+    const std::string text(3 << 20, 'T');
+    sender.sendTexts(text, text);
+    auto coming = heard.get_future();
+    ASSERT_EQ(coming.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    const auto values = coming.get();
+    ASSERT_EQ(values.size(), 2U);
+    EXPECT_EQ(values[0].string(), text);
+    EXPECT_EQ(values[1].as<std::string>(), nullptr);
 }
 
 }  // namespace
