@@ -109,6 +109,26 @@ class TheLedge(ApplicationTestCase):
         # Messages of sixty mebibytes have to be received, but only one picture of each is kept.
         self.assertTrue(becomes(lambda: memoryOf(self.ovin.pid) < before + 60), (before, memoryOf(self.ovin.pid)))
 
+    @unittest.skipIf(isSanitized(), "sanitizers keep memory that has been given back")
+    def testLongTextsTakeNoMemoryThatStays(self):
+        self.openLedge(self.ovin)
+        before = memoryOf(self.ovin.pid)
+        for number in range(8):
+            self.startItem("--name", f"Long {number}", "--huge", "300000")
+
+        def isListed():
+            click(300, 500)
+            time.sleep(0.6)  # a click on the item right after such a press counts as the same one
+            self.openLedge(self.ovin)
+            return becomes(lambda: sum(button.get_name().startswith("Long") for button in buttonsOf("Ovin")) == 8, 2)
+
+        self.assertTrue(becomes(isListed))
+        for item in self.items[-8:]:
+            item.end()
+        click(300, 500)
+        time.sleep(4)  # the list is read anew
+        self.assertLess(memoryOf(self.ovin.pid), before + 8)
+
     def testItStaysAboveAFullScreenWindowAndTakesNoFocus(self):
         window = self.startWindow("Full screen")
         run("wmctrl", "-i", "-r", str(window), "-b", "add,fullscreen")
