@@ -40,8 +40,7 @@ void LedgeWindow::present(QWidget* content, const QRect& frame, MenuRequest menu
     content_ = content;
     menuRequested_ = std::move(menuRequested);
     layout_.addWidget(content);
-    if (!isVisible()) ignoreDoubleClick(frame);
-    content->setAttribute(Qt::WA_TransparentForMouseEvents, doubleClick_.isActive());
+    const bool wasVisible = isVisible();
     setGeometry(frame);
     // In a window that is shown already, both would otherwise wait for the event loop, and it would be painted empty now.
     content->show();
@@ -49,7 +48,10 @@ void LedgeWindow::present(QWidget* content, const QRect& frame, MenuRequest menu
     show();
     raise();
     paintNow();
-    // After the first frame, because it asks the X server. A window without the keyboard hears of no key.
+    // What follows asks the X server, and the first frame does not wait for that.
+    if (!wasVisible) ignoreDoubleClick(frame);
+    content->setAttribute(Qt::WA_TransparentForMouseEvents, doubleClick_.isActive());
+    // A window without the keyboard hears of no key.
     if (!escape_) escape_ = EscapeKey::grab([this] { tellOfDismissal(); });
 }
 
