@@ -4,6 +4,8 @@
 #include <QCloseEvent>
 #include <QCursor>
 #include <QMouseEvent>
+#include <QStyle>
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
@@ -49,7 +51,10 @@ void LedgeWindow::present(QWidget* content, const QRect& frame, MenuRequest menu
     raise();
     paintNow();
     // What follows asks the X server, and the first frame does not wait for that.
-    if (!wasVisible) ignoreDoubleClick(frame);
+    if (wasVisible)
+        startToolTip();
+    else
+        ignoreDoubleClick(frame);
     content->setAttribute(Qt::WA_TransparentForMouseEvents, doubleClick_.isActive());
     // A window without the keyboard hears of no key.
     if (!escape_) escape_ = EscapeKey::grab([this] { tellOfDismissal(); });
@@ -57,6 +62,15 @@ void LedgeWindow::present(QWidget* content, const QRect& frame, MenuRequest menu
 
 void LedgeWindow::ignoreDoubleClick(const QRect& frame) {
     if (frame.contains(QCursor::pos())) doubleClick_.start(QApplication::doubleClickInterval());
+}
+
+/// The toolkit waits for the mouse to move before it shows a tool tip, and here the pointer has come upon a new button without.
+void LedgeWindow::startToolTip() {
+    QWidget* const below = childAt(mapFromGlobal(QCursor::pos()));
+    if (below == nullptr) return;
+    QTimer::singleShot(style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay), below, [below] {
+        if (below->underMouse()) QToolTip::showText(QCursor::pos(), below->toolTip(), below);
+    });
 }
 
 void LedgeWindow::onDismissal(std::function<void()> handler) {

@@ -48,6 +48,7 @@ protected:
 private:
     void paintNow();
     void ignoreDoubleClick(const QRect& frame);
+    void startToolTip();
     void tellOfDismissal();
     void dropContent();
 

@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWindow>
 #include <memory>
 #include <stdexcept>
@@ -412,6 +413,28 @@ TEST_F(QtWindowsTest, ALedgeDoesNotWaitForTheIconThatWindowsWithAFrameHave) {
     EXPECT_TRUE(ledgeWindows().at(0)->windowIcon().isNull());
     const auto shown = page(SamplePages::about(icon));
     EXPECT_FALSE(window().windowIcon().isNull());
+}
+
+TEST_F(QtWindowsTest, APointerThatRestsGetsTheToolTipOfAButtonThatComesBelowIt) {
+    const auto item = [](const std::string& toolTip) {
+        Button button;
+        button.title = {{"Item", {}, {}}};
+        button.toolTip = toolTip;
+        Stack row;
+        row.views = {{button}};
+        return View{row};
+    };
+    QCursor::setPos(500, 500);
+    const auto ledge = windows.makeLedgePanel();
+    ledge->show(item("Before"), {{100, 30}, {80, 28}}, [](int) {});
+    handleEvents();
+    QCursor::setPos(ledgeButton()->mapToGlobal(ledgeButton()->rect().center()));
+    handleEvents();
+    ledge->show(item("After"), {{100, 30}, {80, 28}}, [](int) {});
+    QElapsedTimer time;
+    time.start();
+    while (!QToolTip::isVisible() && time.elapsed() < 10000) QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    EXPECT_EQ(QToolTip::text(), "<span>After</span>");
 }
 
 TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTheOneBefore) {
