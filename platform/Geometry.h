@@ -31,6 +31,9 @@ struct Rect {
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
+[[nodiscard]] inline double right(const Rect& rect) { return rect.origin.x + rect.size.width; }
+[[nodiscard]] inline double bottom(const Rect& rect) { return rect.origin.y + rect.size.height; }
+
 /// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and rectangles
 /// that share only an edge or a corner have a common part without area: both are the rules of the macOS function
 /// `CGRectIntersection`. The result is nothing when an edge or a length is not a number, or when the rectangles meet only at
@@ -38,7 +41,7 @@ struct Rect {
 [[nodiscard]] inline std::optional<Rect> intersection(const Rect& a, const Rect& b) {
     const auto hasNumbers = [](const Rect& rect) {
         // The far edge of an infinite rectangle may be not a number although its near edge and its length are numbers.
-        return !std::isnan(rect.origin.x + rect.size.width) && !std::isnan(rect.origin.y + rect.size.height);
+        return !std::isnan(right(rect)) && !std::isnan(bottom(rect));
     };
     if (!hasNumbers(a) || !hasNumbers(b)) return std::nullopt;
 

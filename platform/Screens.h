@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -21,6 +22,19 @@ struct BarPlace {
 
     friend bool operator==(const BarPlace&, const BarPlace&) = default;
 };
+
+/// The part of `area` on the inner side of a bar at an edge of the screen.
+[[nodiscard]] inline Rect besideBar(const Rect& area, BarPlace::Edge edge, const Rect& bar) {
+    double left = area.origin.x;
+    double top = area.origin.y;
+    double farX = right(area);
+    double farY = bottom(area);
+    if (edge == BarPlace::Edge::top) top = std::max(top, bottom(bar));
+    if (edge == BarPlace::Edge::bottom) farY = std::min(farY, bar.origin.y);
+    if (edge == BarPlace::Edge::left) left = std::max(left, right(bar));
+    if (edge == BarPlace::Edge::right) farX = std::min(farX, bar.origin.x);
+    return {{left, top}, {farX - left, farY - top}};
+}
 
 /// A screen at one moment, in global coordinates: the origin at the top left of the main display, y growing downwards.
 struct Screen {

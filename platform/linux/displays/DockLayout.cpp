@@ -12,9 +12,6 @@ using Edge = BarPlace::Edge;
 constexpr std::size_t plainLength = 4;
 constexpr std::size_t partialLength = 12;
 
-double right(const Rect& rect) { return rect.origin.x + rect.size.width; }
-double bottom(const Rect& rect) { return rect.origin.y + rect.size.height; }
-
 bool hasArea(const std::optional<Rect>& rect) { return rect && rect->size.width > 0 && rect->size.height > 0; }
 
 bool contains(const Rect& rect, Point point) {
@@ -36,18 +33,7 @@ Rect placeOf(const Strut& strut, Size screen) {
     return {{screen.width - strut.depth, strut.first}, {strut.depth, length}};
 }
 
-/// The part of `rect` on the inner side of what is reserved at an edge.
-Rect inside(const Rect& rect, Edge edge, const Rect& reserved) {
-    double left = rect.origin.x;
-    double top = rect.origin.y;
-    double farX = right(rect);
-    double farY = bottom(rect);
-    if (edge == Edge::top) top = std::max(top, bottom(reserved));
-    if (edge == Edge::bottom) farY = std::min(farY, reserved.origin.y);
-    if (edge == Edge::left) left = std::max(left, right(reserved));
-    if (edge == Edge::right) farX = std::min(farX, reserved.origin.x);
-    return {{left, top}, {farX - left, farY - top}};
-}
+bool isWide(const Dock& dock) { return dock.frame.size.width >= dock.frame.size.height; }
 
 /// By its deepest strut, or else by its shape and the nearer edge.
 Edge edgeOf(const Dock& dock, const Rect& screen) {
@@ -55,8 +41,7 @@ Edge edgeOf(const Dock& dock, const Rect& screen) {
                                           [](const Strut& one, const Strut& other) { return one.depth < other.depth; });
     if (deepest != dock.struts.end()) return deepest->edge;
     const Rect& frame = dock.frame;
-    if (frame.size.width >= frame.size.height)
-        return frame.origin.y + bottom(frame) <= screen.origin.y + bottom(screen) ? Edge::top : Edge::bottom;
+    if (isWide(dock)) return frame.origin.y + bottom(frame) <= screen.origin.y + bottom(screen) ? Edge::top : Edge::bottom;
     return frame.origin.x + right(frame) <= screen.origin.x + right(screen) ? Edge::left : Edge::right;
 }
 
@@ -64,27 +49,19 @@ Edge edgeOf(const Dock& dock, const Rect& screen) {
 /// stand somewhere on it.
 bool isStrip(const Dock& dock, const Rect& screen) {
     const Size& size = dock.frame.size;
-    return size.width >= size.height ? size.height < screen.size.height / 2 : size.width < screen.size.width / 2;
+    return isWide(dock) ? size.height < screen.size.height / 2 : size.width < screen.size.width / 2;
 }
 
-bool isAtItsEdge(const Dock& dock, const Rect& screen) {
-    switch (edgeOf(dock, screen)) {
-        case Edge::top:
-            return dock.frame.origin.y <= screen.origin.y;
-        case Edge::bottom:
-            return bottom(dock.frame) >= bottom(screen);
-        case Edge::left:
-            return dock.frame.origin.x <= screen.origin.x;
-        case Edge::right:
-            break;
-    }
-    return right(dock.frame) >= right(screen);
+bool isAlongAnEdge(const Dock& dock, const Rect& screen) {
+    const Rect& frame = dock.frame;
+    if (isWide(dock)) return frame.origin.y <= screen.origin.y || bottom(frame) >= bottom(screen);
+    return frame.origin.x <= screen.origin.x || right(frame) >= right(screen);
 }
 
 /// Whether the dock is a bar of this screen, wherever the item was clicked.
 bool isBar(const Dock& dock, const Rect& screen) {
     if (!hasArea(intersection(dock.frame, screen))) return false;
-    return !dock.struts.empty() || (isStrip(dock, screen) && isAtItsEdge(dock, screen));
+    return !dock.struts.empty() || (isStrip(dock, screen) && isAlongAnEdge(dock, screen));
 }
 
 /// The strip between the edge and the visible frame that has the point.
@@ -132,7 +109,7 @@ Rect visibleFrame(const DockLayout& layout, const Rect& screen, bool isOnlyScree
         for (const Strut& strut : dock.struts) {
             const auto reserved = intersection(placeOf(strut, layout.size), screen);
             if (!hasArea(reserved)) continue;
-            const Rect rest = inside(visible, strut.edge, *reserved);
+            const Rect rest = besideBar(visible, strut.edge, *reserved);
             if (hasArea(rest)) visible = rest;
         }
     }

@@ -47,9 +47,9 @@ struct DockLayout {
 /// shape. Nothing when there is none there.
 [[nodiscard]] std::optional<BarPlace> barAt(const DockLayout& layout, const Rect& screen, const Rect& visible, Point point);
 
-/// The only bar there is, as if it was clicked at its end, where bars have their status items: the only dock
-/// that reserves room or lies along an edge or, without such docks, the only strip of the screen that no window may cover.
-/// Nothing where there are several, or none on this screen.
+/// The only bar there is, as if it was clicked at its end, where bars have their status items: the only dock that reserves
+/// room or lies along an edge or, without such docks, the only strip of the screen that no window may cover. Nothing where
+/// there are several, or none on this screen.
 [[nodiscard]] std::optional<BarPlace> onlyBar(const DockLayout& layout, const Rect& screen, const Rect& visible);
 
 }  // namespace ovin
