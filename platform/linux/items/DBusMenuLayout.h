@@ -2,7 +2,6 @@
 
 #include <QDBusMessage>
 #include <QImage>
-#include <QMetaType>
 #include <QString>
 #include <QVariantMap>
 #include <optional>
@@ -46,5 +45,3 @@ struct DBusMenuNode {
 [[nodiscard]] std::optional<DBusMenuNode> readDBusMenuLayout(const QDBusMessage& answer);
 
 }  // namespace ovin
-
-Q_DECLARE_METATYPE(ovin::DBusMenuEntry)

@@ -90,9 +90,3 @@ private:
 };
 
 }  // namespace ovin
-
-Q_DECLARE_METATYPE(ovin::BusMenuLayout)
-Q_DECLARE_METATYPE(ovin::BusMenuProperties)
-Q_DECLARE_METATYPE(ovin::BusMenuGroup)
-Q_DECLARE_METATYPE(ovin::BusMenuEvent)
-Q_DECLARE_METATYPE(ovin::BusMenuEvents)

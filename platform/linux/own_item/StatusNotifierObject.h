@@ -95,7 +95,3 @@ private:
 };
 
 }  // namespace ovin
-
-Q_DECLARE_METATYPE(ovin::BusPicture)
-Q_DECLARE_METATYPE(ovin::BusPictures)
-Q_DECLARE_METATYPE(ovin::BusToolTip)
