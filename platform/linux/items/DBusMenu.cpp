@@ -118,7 +118,7 @@ void DBusMenu::prepare(std::function<void(bool)> ready) {
     static_cast<void>(menu());
     ready_ = std::move(ready);
     bound_.start(longestPreparation);
-    announce(0, [this] { load(); });
+    announce(0);
 }
 
 void DBusMenu::finishPreparing() {
@@ -127,10 +127,10 @@ void DBusMenu::finishPreparing() {
     std::exchange(ready_, nullptr)(layout_ && !layout_->children.empty());
 }
 
-/// Ignores the answer, which says whether the layout needs to be read again, because it is often wrong.
-void DBusMenu::announce(int id, std::function<void()> heard) {
+/// Reads the layout again whatever the answer is, which says whether that needs to be, because it is often wrong.
+void DBusMenu::announce(int id) {
     callLater(bus_, call(QStringLiteral("AboutToShow"), {id}), longestAnnouncement, this,
-              [heard = std::move(heard)](const QDBusMessage&) { heard(); });
+              [this](const QDBusMessage&) { load(); });
 }
 
 void DBusMenu::sendEvent(int id, const QString& event) {
@@ -208,7 +208,7 @@ QAction* DBusMenu::newSubmenu(DBusMenuList& menu) {
         const auto [parent, first] = submenu->content;
         if (const auto* node = layout_ ? nodeOf(*layout_, parent) : nullptr) fill(*submenu, *node, first);
         if (first > 0) return;  // the program knows nothing of parts
-        announce(parent, [this] { load(); });
+        announce(parent);
         sendEvent(parent, QStringLiteral("opened"));
     });
     connect(submenu, &QMenu::aboutToHide, this, [this, submenu] {

@@ -42,7 +42,7 @@ private:
     void listen(bool toSignals);
     void load();
     void loaded(std::optional<DBusMenuNode> layout);
-    void announce(int id, std::function<void()> heard);
+    void announce(int id);
     void sendEvent(int id, const QString& event);
     void finishPreparing();
 

@@ -40,7 +40,7 @@ void showAsRadio(QAction& action, bool isRadio) {
 
 }  // namespace
 
-void showMenuEntry(DBusMenuList& menu, QAction& action, const DBusMenuEntry& entry) {
+void showMenuEntry(const QMenu& menu, QAction& action, const DBusMenuEntry& entry) {
     const DBusMenuEntry before = shownMenuEntry(action);
     if (before != entry) {
         action.setData(QVariant::fromValue(entry));
