@@ -29,20 +29,27 @@ QImage pictureOf(const ItemIcon::Pixels& pixels, int side) {
     return fits ? picture : picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
 
+/// How a picture is wanted.
+struct Wish {
+    int side;
+    QColor textColor;
+    bool readsAgain;
+};
+
 /// The pixels serve until the named icon has come, too.
-Picture pictureOf(const IconName& name, const ItemIcon::Pixels& pixels, int side, const QColor& textColor) {
-    Picture named = namedPicture(name, side, textColor);
+Picture pictureOf(const IconName& name, const ItemIcon::Pixels& pixels, const Wish& wish) {
+    Picture named = namedPicture(name, wish.side, wish.textColor, wish.readsAgain);
     if (named && !named->isNull()) return named;
-    const QImage sent = pictureOf(pixels, side);
+    const QImage sent = pictureOf(pixels, wish.side);
     return sent.isNull() ? named : sent;
 }
 
 /// The overlay takes the lower right quarter.
-Picture pictureOf(const ItemIcon& item, int side, const QColor& textColor) {
-    Picture icon = pictureOf(iconName(item.name, item.themeFolder), item.pixels, side, textColor);
+Picture pictureOf(const ItemIcon& item, const Wish& wish) {
+    Picture icon = pictureOf(iconName(item.name, item.themeFolder), item.pixels, wish);
     if (!icon || icon->isNull()) return icon;
-    const Picture overlay =
-        pictureOf(iconName(item.overlay.name, item.themeFolder), item.overlay.pixels, side / 2, textColor);
+    const Picture overlay = pictureOf(iconName(item.overlay.name, item.themeFolder), item.overlay.pixels,
+                                      {wish.side / 2, wish.textColor, wish.readsAgain});
     if (!overlay || overlay->isNull()) return icon;
     *icon = icon->convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&*icon);
@@ -51,48 +58,36 @@ Picture pictureOf(const ItemIcon& item, int side, const QColor& textColor) {
     return icon;
 }
 
-Picture pictureOf(const Image& image, int side, const QColor& textColor) {
+Picture pictureOf(const Image& image, const Wish& wish) {
     const Image::Content& content = image.content();
-    if (const auto* item = dynamic_cast<const ItemIcon*>(&content)) return pictureOf(*item, side, textColor);
+    if (const auto* item = dynamic_cast<const ItemIcon*>(&content)) return pictureOf(*item, wish);
     if (const auto* either = dynamic_cast<const ItemOrApplicationIcon*>(&content)) {
-        const Picture item = pictureOf(either->item, side, textColor);
-        return isNone(item) ? pictureOf(either->application, side, textColor) : item;
+        const Picture item = pictureOf(either->item, wish);
+        return isNone(item) ? pictureOf(either->application, wish) : item;
     }
     const auto* named = dynamic_cast<const NamedIcon*>(&content);
     if (named == nullptr) return QImage();
-    if (named->name.starts_with(':')) return qtIcon(image).pixmap(QSize(side, side), 1).toImage();
-    return namedPicture(iconName(named->name), side, textColor);
+    if (named->name.starts_with(':')) return qtIcon(image).pixmap(QSize(wish.side, wish.side), 1).toImage();
+    return namedPicture(iconName(named->name), wish.side, wish.textColor, wish.readsAgain);
 }
 
 }  // namespace
 
-Picture namedPicture(const IconName& name, int side, const QColor& textColor) {
+Picture namedPicture(const IconName& name, int side, const QColor& textColor, bool readsAgain) {
     IconLoader* const loader = IconLoader::shared();
     if (loader == nullptr || name.name.isEmpty()) return QImage();
     const auto icon = loader->known(name, side);
-    if (!icon) loader->load(name, side);
+    if (!icon || readsAgain) loader->load(name, side);
     if (!icon || !icon->isSymbolic || icon->picture.isNull()) return icon ? Picture(icon->picture) : std::nullopt;
     QPixmap shape = QPixmap::fromImage(icon->picture);
     tint(shape, textColor);
     return shape.toImage();
 }
 
-QImage ledgeIcon(const Image& image, int side, const QColor& textColor) {
-    Picture picture = pictureOf(image, side, textColor);
-    if (isNone(picture)) picture = namedPicture(iconName("application-x-executable"), side, textColor);
+QImage ledgeIcon(const Image& image, int side, const QColor& textColor, bool readsAgain) {
+    Picture picture = pictureOf(image, {side, textColor, readsAgain});
+    if (isNone(picture)) picture = namedPicture(iconName("application-x-executable"), side, textColor, readsAgain);
     return picture.value_or(QImage());
-}
-
-void refreshLedgeIcon(const Image& image, int side) {
-    IconLoader* const loader = IconLoader::shared();
-    if (loader == nullptr) return;
-    if (const auto* named = dynamic_cast<const NamedIcon*>(&image.content())) {
-        if (!named->name.starts_with(':')) loader->load(iconName(named->name), side);
-    } else if (const auto* item = dynamic_cast<const ItemIcon*>(&image.content())) {
-        if (!item->name.empty()) loader->load(iconName(item->name, item->themeFolder), side);
-    } else if (const auto* either = dynamic_cast<const ItemOrApplicationIcon*>(&image.content())) {
-        refreshLedgeIcon(either->item, side);
-    }
 }
 
 }  // namespace ovin

@@ -8,18 +8,16 @@
 #include "platform/linux/drawing/IconReader.h"
 
 /// The icons of other programs, as far as `IconLoader` has them by now. They fit a square of `side` pixels; symbolic ones
-/// have the colour of texts. Main thread.
+/// have the colour of texts. With `readsAgain`, icons that may have changed since they came are read again, and shown as
+/// they were until then. `IconLoader::loaded` tells when to ask anew. Main thread.
 namespace ovin {
 
 /// The picture of a name: null when there is none, and nothing while it has not come, which is asked for then.
-[[nodiscard]] std::optional<QImage> namedPicture(const IconName& name, int side, const QColor& textColor);
+[[nodiscard]] std::optional<QImage> namedPicture(const IconName& name, int side, const QColor& textColor,
+                                                 bool readsAgain = false);
 
 /// The picture of an application or an item: the first that there is of what the image names, the pixels that came with it,
-/// and a generic one. Null while one that comes first is still to come, and where there is none. `IconLoader::loaded` tells
-/// when to ask again.
-[[nodiscard]] QImage ledgeIcon(const Image& image, int side, const QColor& textColor);
-
-/// Has the files that an image names read again.
-void refreshLedgeIcon(const Image& image, int side);
+/// and a generic one. Null while one that comes first is still to come, and where there is none.
+[[nodiscard]] QImage ledgeIcon(const Image& image, int side, const QColor& textColor, bool readsAgain = false);
 
 }  // namespace ovin

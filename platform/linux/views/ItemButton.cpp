@@ -44,7 +44,8 @@ ItemButton::ItemButton(const Button& button)
     setShortcut({});
     if (button.image) {
         image_ = button.image->image;
-        if (const auto* loader = IconLoader::shared()) connect(loader, &IconLoader::loaded, this, &ItemButton::takeIcon);
+        if (const auto* loader = IconLoader::shared())
+            connect(loader, &IconLoader::loaded, this, [this] { takeIcon(false); });
         setIconSize(QSizeF(button.image->size.width, button.image->size.height).toSize());
     }
     setPlainToolTip(*this, button.toolTip);
@@ -100,8 +101,7 @@ void ItemButton::drawImage(QPainter& painter, const QRect& place) {
     const int side = static_cast<int>(std::ceil(std::min(place.width(), place.height()) * devicePixelRatioF()));
     if (side != pictureSide_ && image_) {
         pictureSide_ = side;
-        refreshLedgeIcon(*image_, side);
-        takeIcon();
+        takeIcon(true);
         asked_.start();
         if (picture_.isNull()) QTimer::singleShot(hesitation, this, qOverload<>(&QWidget::update));
     }
@@ -120,15 +120,15 @@ void ItemButton::drawImage(QPainter& painter, const QRect& place) {
                        QRectF(picture_.rect()));
 }
 
-void ItemButton::takeIcon() {
+void ItemButton::takeIcon(bool readsAgain) {
     if (pictureSide_ == 0) return;
-    picture_ = QPixmap::fromImage(ledgeIcon(*image_, pictureSide_, palette().color(QPalette::WindowText)));
+    picture_ = QPixmap::fromImage(ledgeIcon(*image_, pictureSide_, palette().color(QPalette::WindowText), readsAgain));
     update();
 }
 
 void ItemButton::changeEvent(QEvent* event) {
     QAbstractButton::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) takeIcon();
+    if (event->type() == QEvent::PaletteChange) takeIcon(false);
 }
 
 void ItemButton::enterEvent(QEnterEvent* event) {

@@ -17,7 +17,7 @@ class ItemButton final : public QAbstractButton {
 public:
     explicit ItemButton(const Button& button);
 
-    /// Tells buttons apart.
+    /// That of the button that it shows.
     [[nodiscard]] int tag() const { return tag_; }
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -31,7 +31,7 @@ private:
     [[nodiscard]] int contentWidth() const;
     [[nodiscard]] TextLines title() const;
     void drawImage(QPainter& painter, const QRect& place);
-    void takeIcon();
+    void takeIcon(bool readsAgain);
 
     const AttributedText title_;
     const Button::ImagePosition imagePosition_;

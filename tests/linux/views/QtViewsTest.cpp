@@ -133,6 +133,16 @@ TEST_F(IconOnTheLedge, IsTheApplicationsWhereTheItemsNameLeadsNowhere) {
     EXPECT_TRUE(comesToShow(Image(std::make_shared<ItemOrApplicationIcon>(item(red), "/nowhere.png")), Qt::red));
 }
 
+TEST_F(IconOnTheLedge, IsReadAgainWhenTheLedgeOpensAlsoWhereItIsTheApplications) {
+    const Image image(
+        std::make_shared<ItemOrApplicationIcon>(std::make_shared<ItemIcon>("/nowhere.png", "", ItemIcon::Pixels{}), red));
+    EXPECT_TRUE(comesToShow(image, Qt::red));
+    QImage picture(22, 22, QImage::Format_RGB32);
+    picture.fill(Qt::green);
+    ASSERT_TRUE(picture.save(QString::fromStdString(red)));
+    EXPECT_TRUE(comesToShow(image, Qt::green));
+}
+
 TEST_F(IconOnTheLedge, IsTheApplicationsInitialsWhereThereIsNone) {
     QPalette palette;
     palette.setColor(QPalette::WindowText, Qt::blue);
