@@ -146,7 +146,7 @@ TEST(ViewWidgets, ALongToolTipShowsItsEndsInOneLine) {
 TEST(ViewWidgets, ALongTextIsCutBetweenCharacters) {
     const QString text = "a" + QString::fromUtf8("😀").repeated(200);
     const QString shown = shownText(text);
-    EXPECT_LE(shown.size(), longestShownText);
+    EXPECT_LE(shown.size(), 200);
     EXPECT_TRUE(shown.isValidUtf16());
     EXPECT_EQ(shownText(text.mid(1)).isValidUtf16(), true);
 }
