@@ -1,15 +1,13 @@
 #include "desktop/ColorScheme.h"
 
 #include <QApplication>
-#include <QPalette>
+
+#include "platform/linux/drawing/QtColors.h"
 
 namespace ovin {
 
 ColorScheme::ColorScheme(const QDBusConnection& bus, const QString& choice)
-    : bus_(bus),
-      choice_(choice),
-      setting_(bus),
-      startedDark_(QGuiApplication::palette().color(QPalette::Window).lightness() < 128) {
+    : bus_(bus), choice_(choice), setting_(bus), startedDark_(ovin::isDark(QGuiApplication::palette())) {
     bus_.registerObject(QStringLiteral("/org/ovin/MenuBarAgent"), this, QDBusConnection::ExportAllProperties);
     apply();
     connect(&setting_, &ColorSchemeSetting::told, this, &ColorScheme::apply);
