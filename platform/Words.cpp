@@ -110,8 +110,7 @@ const Words& desktopWords() {
             {Kind::paragraph,
              "**Click Ovin’s icon** and every icon that your bar isn’t drawing lines up in a row beside it. Click one, and "
              "it does what it would do in the bar. **Right-click** one, and its menu opens. Where your bar answers a click "
-             "on "
-             "Ovin’s icon with its menu, choose **Show Hidden Items** there."},
+             "on Ovin’s icon with its menu, choose **Show Hidden Items** there."},
             {Kind::paragraph,
              "Without a bar, start Ovin a second time, or give its command a keyboard shortcut, and the ledge opens. There "
              "it ends with a button for Ovin’s own menu."},
