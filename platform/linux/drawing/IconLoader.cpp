@@ -80,7 +80,8 @@ std::optional<ReadIcon> IconLoader::known(const IconName& icon, int side) const 
 }
 
 void IconLoader::start() {
-    if (hanging_.size() >= mostHanging) return;
+    // A hanging reader may have ended, and another been started for it, before the event loop came here.
+    if (reader_ != nullptr || hanging_.size() >= mostHanging) return;
     reader_ = new QProcess(this);
     // Decoders complain of strange pictures.
     reader_->setStandardErrorFile(QProcess::nullDevice());
@@ -147,7 +148,7 @@ void IconLoader::giveUp() {
         hanging_.insert(reader, feared);
         connect(reader, &QProcess::finished, this, [this, reader] {
             hanging_.remove(reader);
-            if (reader_ == nullptr && !outstanding_.isEmpty()) start();
+            if (!outstanding_.isEmpty()) start();
         });
     }
     if (!outstanding_.isEmpty()) start();
