@@ -1,5 +1,6 @@
 #include "discovery/ItemScan.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <optional>
@@ -18,10 +19,9 @@ std::string title(AccessibilityReader& reader, const AccessibilityElement& item)
     return {};
 }
 
-std::vector<DiscoveredItem> scan(const Platform& platform, const AppInfo& app) {
-    const Accessibility& accessibility = platform.accessibility;
+std::vector<DiscoveredItem> scan(const Accessibility& accessibility, const AppInfo& app,
+                                 const AccessibilityElement& application) {
     AccessibilityReader reader(accessibility);
-    const AccessibilityElement application = accessibility.applicationElement(app.pid);
     accessibility.setMessagingTimeout(application, scanTimeout);
     const auto extrasMenuBar = reader.element(application, "AXExtrasMenuBar");
     if (!extrasMenuBar) return {};
@@ -41,11 +41,29 @@ std::vector<DiscoveredItem> scan(const Platform& platform, const AppInfo& app) {
 }  // namespace
 
 std::vector<DiscoveredItem> scanItems(const Platform& platform, const std::vector<AppInfo>& apps) {
+    const Accessibility& accessibility = platform.accessibility;
+    std::vector<ProcessID> pids;
+    std::transform(apps.begin(), apps.end(), std::back_inserter(pids), [](const AppInfo& app) { return app.pid; });
+    const auto together = accessibility.applicationElementsToReadTogether(pids);
+
     std::vector<std::vector<DiscoveredItem>> itemsByApp(apps.size());
     std::vector<DiscoveredItem> all;
-    platform.tasks.forEach(
-        apps.size(), [&](std::size_t index) { itemsByApp[index] = scan(platform, apps[index]); },
-        [&](std::size_t index) { std::move(itemsByApp[index].begin(), itemsByApp[index].end(), std::back_inserter(all)); });
+    const auto scanOne = [&](std::size_t index) {
+        const AppInfo& app = apps[index];
+        itemsByApp[index] =
+            scan(accessibility, app, together ? (*together)[index] : accessibility.applicationElement(app.pid));
+    };
+    const auto collect = [&](std::size_t index) {
+        std::move(itemsByApp[index].begin(), itemsByApp[index].end(), std::back_inserter(all));
+    };
+    if (!together) {
+        platform.tasks.forEach(apps.size(), scanOne, collect);
+        return all;
+    }
+    for (std::size_t index = 0; index < apps.size(); ++index) {
+        scanOne(index);
+        collect(index);
+    }
     return all;
 }
 

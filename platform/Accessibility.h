@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -122,6 +123,15 @@ public:
     /// The root element of a process. Never fails and never asks the process: for a pid that no process has, later requests
     /// fail.
     [[nodiscard]] virtual AccessibilityElement applicationElement(ProcessID pid) const = 0;
+
+    /// The same for processes whose items a caller reads next, one after the other on one thread; nothing where each process
+    /// needs a thread of its own to be asked at once. The first reading of an item's text asks all items for theirs, and
+    /// waits for them. So processes that do not answer cost one messaging timeout, however many they are, and later readings
+    /// hardly wait; items have the texts that they had at the first reading. Any thread.
+    [[nodiscard]] virtual std::optional<std::vector<AccessibilityElement>> applicationElementsToReadTogether(
+        const std::vector<ProcessID>& /*pids*/) const {
+        return std::nullopt;
+    }
 
     /// Bounds each later request that is sent to this very reference. A reference that a request delivers starts with the
     /// timeout of the reference that the request was sent to; the root element of a process starts with the system's own

@@ -352,6 +352,48 @@ TEST_P(AccessibilityContract, HungApplicationsReadAtOnceCostOneTimeout) {
     EXPECT_EQ(errors, std::vector<AccessibilityError>(elements.size(), AccessibilityError::cannotComplete));
 }
 
+TEST_P(AccessibilityContract, HungApplicationsReadTogetherByOneThreadCostOneTimeout) {
+    OVIN_NEEDS(hangApplications);
+    std::vector<ProcessID> pids;
+    for (int i = 0; i < 12; ++i) pids.push_back(stage().start({"App " + std::to_string(i), {"One", "Two"}}));
+    for (const ProcessID pid : pids) EXPECT_EQ(items(pid).size(), 2U);
+    for (std::size_t i = 0; i < pids.size(); i += 2) stage().setHung(pids[i], true);
+    const auto together = accessibility().applicationElementsToReadTogether(pids);
+    if (!together) return;  // Then nothing is promised.
+    ASSERT_EQ(together->size(), pids.size());
+    expectTook(timeout, duration([&] {
+                   for (std::size_t i = 0; i < pids.size(); ++i) {
+                       accessibility().setMessagingTimeout(together->at(i), timeout);
+                       for (const AccessibilityElement& item : children(extras(together->at(i)))) {
+                           EXPECT_EQ(accessibility().processIdentifier(item).pid, pids[i]);
+                           const bool isHung = i % 2 == 0;
+                           EXPECT_EQ(read(item, "AXTitle").error,
+                                     isHung ? AccessibilityError::cannotComplete : AccessibilityError::success);
+                           // An item without a title is read on.
+                           EXPECT_EQ(read(item, "AXDescription").error == AccessibilityError::cannotComplete, isHung);
+                       }
+                   }
+               }));
+}
+
+TEST_P(AccessibilityContract, ElementsThatAreReadTogetherAreThoseThatAreReadAlone) {
+    OVIN_NEEDS(renameItems);
+    const std::vector<ProcessID> pids{stage().start({"App", {"One", "Two"}}), stage().start({"None", {}})};
+    const auto alone = items(pids[0]);
+    const auto together = accessibility().applicationElementsToReadTogether(pids);
+    if (!together) return;  // Then nothing is promised.
+    EXPECT_EQ(*together, (std::vector{application(pids[0]), application(pids[1])}));
+    accessibility().setMessagingTimeout(together->at(0), longTime);
+    const auto read = children(extras(together->at(0)));
+    EXPECT_EQ(read, alone);
+    stage().rename(pids[0], 1, "Second");
+    const std::vector<std::string> before{title(read.at(0)), title(read.at(1))};
+    EXPECT_EQ(before, (std::vector<std::string>{"One", "Second"})) << "Nothing is asked before the first reading.";
+    stage().rename(pids[0], 1, "Third");
+    EXPECT_EQ(title(read.at(1)), "Third") << "What is read again is asked again.";
+    EXPECT_NE(this->read(together->at(1), "AXExtrasMenuBar").error, AccessibilityError::success);
+}
+
 TEST_P(AccessibilityContract, OneElementCanBeReadByManyTasksAtOnce) {
     const ProcessID pid = stage().start({"App", {"One", "Two", "Three"}});
     const AccessibilityElement root = application(pid);

@@ -33,7 +33,72 @@ protected:
     }
 };
 
+/// Answers like another one, and delivers the root elements that it is given to be read together.
+class ReadTogether final : public Accessibility {
+public:
+    explicit ReadTogether(const Accessibility& other) : other_(other) {}
+
+    [[nodiscard]] bool isProcessTrusted() const override { return other_.isProcessTrusted(); }
+    void promptForTrust() override {}
+    [[nodiscard]] AccessibilityElement applicationElement(ProcessID pid) const override {
+        return other_.applicationElement(pid);
+    }
+    [[nodiscard]] std::optional<std::vector<AccessibilityElement>> applicationElementsToReadTogether(
+        const std::vector<ProcessID>& pids) const override {
+        std::vector<AccessibilityElement> elements;
+        for (const ProcessID pid : pids) elements.push_back(other_.applicationElement(pid));
+        delivered = elements;
+        return elements;
+    }
+    void setMessagingTimeout(const AccessibilityElement& element, std::chrono::nanoseconds timeout) const override {
+        other_.setMessagingTimeout(element, timeout);
+    }
+    [[nodiscard]] AttributeAnswer copyAttributeValue(const AccessibilityElement& element,
+                                                     std::string_view attribute) const override {
+        if (attribute == "AXExtrasMenuBar") read.push_back(&element.reference());
+        return other_.copyAttributeValue(element, attribute);
+    }
+    [[nodiscard]] ProcessIDAnswer processIdentifier(const AccessibilityElement& element) const override {
+        return other_.processIdentifier(element);
+    }
+    [[nodiscard]] AccessibilityError performAction(const AccessibilityElement& element,
+                                                   std::string_view action) const override {
+        return other_.performAction(element, action);
+    }
+
+    mutable std::vector<AccessibilityElement> delivered;
+    mutable std::vector<const AccessibilityElement::Reference*> read;
+
+private:
+    const Accessibility& other_;
+};
+
 // The scan
+
+TEST_F(ItemDiscovery, WhereProcessesCanBeReadTogetherTheyAreReadInTheirOrderAndOnNoThreadsOfTheirOwn) {
+    class NoChildren final : public Tasks {
+    public:
+        void start(Priority, std::function<void()>) override { ADD_FAILURE() << "A task was started."; }
+        void forEach(std::size_t, const std::function<void(std::size_t)>&,
+                     const std::function<void(std::size_t)>&) override {
+            ADD_FAILURE() << "Children were started.";
+        }
+    } tasks;
+    scene.launchWithItems(512, "Net", {"Wi-Fi", "VPN"});
+    scene.launch(513, "None");
+    scene.launchWithItems(514, "Net", {"Wi-Fi"});
+    accessibility.setLatency(512, 50ms);
+    ReadTogether together(accessibility);
+    const Platform platform = scene.world.platform(together, scene.world.time, tasks);
+    const auto found = ItemProvider::discoverItems(platform, ItemProvider::snapshotApps(platform));
+    EXPECT_THAT(titles(found), ElementsAre("VPN", "Wi-Fi", "Wi-Fi"));
+    ASSERT_THAT(found, SizeIs(3));
+    EXPECT_EQ(found[1].ownerPID, 512);
+    EXPECT_EQ(found[2].ownerPID, 514);
+    std::vector<const AccessibilityElement::Reference*> roots;
+    for (const AccessibilityElement& root : together.delivered) roots.push_back(&root.reference());
+    EXPECT_EQ(together.read, roots);
+}
 
 TEST_F(ItemDiscovery, WithoutTrustNothingIsScanned) {
     scene.launchWithItems(512, "Net", {"Wi-Fi"});

@@ -60,7 +60,7 @@ std::shared_ptr<AccessibleDetails> AccessibleElement::request() const {
 AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) const {
     const auto itemElement = [this](const std::string& description) -> std::shared_ptr<StatusItemElement> {
         const auto item = desktop_->items.itemAt(description);
-        return item ? StatusItemElement::make(desktop_, *item, timeout()) : nullptr;
+        return item ? std::make_shared<StatusItemElement>(desktop_, *item, nullptr, timeout()) : nullptr;
     };
     AttributeValue::Array children;
     if (const auto shown = itemElement(details.description())) {

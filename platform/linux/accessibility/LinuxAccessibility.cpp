@@ -1,5 +1,7 @@
 #include "platform/linux/accessibility/LinuxAccessibility.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -12,6 +14,7 @@ namespace ovin {
 namespace {
 
 using Desktop = std::shared_ptr<const LinuxAccessibility::Desktop>;
+using Batch = std::shared_ptr<ItemPropertiesBatch>;
 
 /// The messaging timeout of references that were given none.
 constexpr std::chrono::seconds systemTimeout{5};
@@ -19,30 +22,36 @@ constexpr std::chrono::seconds systemTimeout{5};
 /// The items of a process, as the watcher lists them. Reading the list asks the process nothing.
 class ExtrasMenuBarElement final : public LinuxElement {
 public:
-    ExtrasMenuBarElement(Desktop desktop, ProcessID owner, Duration timeout)
-        : LinuxElement("extras " + std::to_string(owner), owner, timeout), desktop_(std::move(desktop)) {}
+    ExtrasMenuBarElement(Desktop desktop, ProcessID owner, Batch batch, Duration timeout)
+        : LinuxElement("extras " + std::to_string(owner), owner, timeout),
+          desktop_(std::move(desktop)),
+          batch_(std::move(batch)) {}
 
     [[nodiscard]] AttributeAnswer read(std::string_view attribute) override {
         if (attribute != "AXChildren") return failed(AccessibilityError::attributeUnsupported);
         const auto items = desktop_->items.itemsOf(owner());
         if (items.empty()) return failed(AccessibilityError::invalidElement);
-        const auto batch = std::make_shared<ItemPropertiesBatch>(desktop_->session, items);
         AttributeValue::Array children;
-        for (std::size_t i = 0; i < items.size(); ++i) {
+        for (const StatusNotifierItem& item : items) {
+            // An item that has registered since would have to be waited for alone.
+            if (batch_ && !batch_->contains(item)) continue;
             children.push_back(
-                {AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, items[i], batch, i, timeout()))});
+                {AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, item, batch_, timeout()))});
         }
         return {AccessibilityError::success, {std::move(children)}};
     }
 
 private:
     const Desktop desktop_;
+    const Batch batch_;
 };
 
 class ApplicationElement final : public LinuxElement {
 public:
-    ApplicationElement(Desktop desktop, ProcessID pid)
-        : LinuxElement("application " + std::to_string(pid), pid, systemTimeout), desktop_(std::move(desktop)) {}
+    ApplicationElement(Desktop desktop, ProcessID pid, Batch batch)
+        : LinuxElement("application " + std::to_string(pid), pid, systemTimeout),
+          desktop_(std::move(desktop)),
+          batch_(std::move(batch)) {}
 
     [[nodiscard]] AttributeAnswer read(std::string_view attribute) override {
         if (attribute == "AXExtrasMenuBar") return extrasMenuBar();
@@ -54,7 +63,7 @@ private:
     AttributeAnswer extrasMenuBar() {
         if (desktop_->items.itemsOf(owner()).empty()) return failed(AccessibilityError::noValue);
         return {AccessibilityError::success,
-                {AccessibilityElement(std::make_shared<ExtrasMenuBarElement>(desktop_, owner(), timeout()))}};
+                {AccessibilityElement(std::make_shared<ExtrasMenuBarElement>(desktop_, owner(), batch_, timeout()))}};
     }
 
     AttributeAnswer windows() {
@@ -74,6 +83,7 @@ private:
     }
 
     const Desktop desktop_;
+    const Batch batch_;
 };
 
 }  // namespace
@@ -95,7 +105,19 @@ void LinuxAccessibility::promptForTrust() {
 }
 
 AccessibilityElement LinuxAccessibility::applicationElement(ProcessID pid) const {
-    return AccessibilityElement(std::make_shared<ApplicationElement>(desktop_, pid));
+    return AccessibilityElement(std::make_shared<ApplicationElement>(desktop_, pid, nullptr));
+}
+
+std::optional<std::vector<AccessibilityElement>> LinuxAccessibility::applicationElementsToReadTogether(
+    const std::vector<ProcessID>& pids) const {
+    std::vector<StatusNotifierItem> items;
+    for (const ProcessID pid : pids) std::ranges::move(desktop_->items.itemsOf(pid), std::back_inserter(items));
+    const auto batch = std::make_shared<ItemPropertiesBatch>(desktop_->session, items);
+    std::vector<AccessibilityElement> elements;
+    for (const ProcessID pid : pids) {
+        elements.push_back(AccessibilityElement(std::make_shared<ApplicationElement>(desktop_, pid, batch)));
+    }
+    return elements;
 }
 
 void LinuxAccessibility::setMessagingTimeout(const AccessibilityElement& element, std::chrono::nanoseconds timeout) const {

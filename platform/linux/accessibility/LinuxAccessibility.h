@@ -48,6 +48,8 @@ public:
     [[nodiscard]] bool isProcessTrusted() const override;
     void promptForTrust() override;
     [[nodiscard]] AccessibilityElement applicationElement(ProcessID pid) const override;
+    [[nodiscard]] std::optional<std::vector<AccessibilityElement>> applicationElementsToReadTogether(
+        const std::vector<ProcessID>& pids) const override;
     void setMessagingTimeout(const AccessibilityElement& element, std::chrono::nanoseconds timeout) const override;
     [[nodiscard]] AttributeAnswer copyAttributeValue(const AccessibilityElement& element,
                                                      std::string_view attribute) const override;

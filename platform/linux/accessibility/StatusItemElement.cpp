@@ -6,18 +6,11 @@
 namespace ovin {
 
 StatusItemElement::StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item,
-                                     std::shared_ptr<ItemPropertiesBatch> batch, std::size_t index, Duration timeout)
+                                     std::shared_ptr<ItemPropertiesBatch> batch, Duration timeout)
     : LinuxElement("item " + item.address.joined(), item.pid, timeout),
       desktop_(std::move(desktop)),
       item_(std::move(item)),
-      batch_(std::move(batch)),
-      index_(index) {}
-
-std::shared_ptr<StatusItemElement> StatusItemElement::make(std::shared_ptr<const LinuxAccessibility::Desktop> desktop,
-                                                           const StatusNotifierItem& item, Duration timeout) {
-    auto batch = std::make_shared<ItemPropertiesBatch>(desktop->session, std::vector{item});
-    return std::make_shared<StatusItemElement>(std::move(desktop), item, std::move(batch), 0, timeout);
-}
+      batch_(std::move(batch)) {}
 
 AttributeAnswer StatusItemElement::read(std::string_view attribute) {
     if (!isRegistered()) return failed(AccessibilityError::invalidElement);
@@ -56,7 +49,9 @@ bool StatusItemElement::isDrawnByProtocol() {
 bool StatusItemElement::isRegistered() const { return desktop_->items.itemAt(item_.address) == item_; }
 
 std::shared_ptr<ItemProperties> StatusItemElement::propertiesForReading(std::string_view attribute) {
-    return properties_.forReading(attribute, [this] { return batch_->request(index_); });
+    return properties_.forReading(attribute, [this] {
+        return batch_ ? batch_->request(item_, timeout()) : ItemProperties::request(desktop_->session, item_);
+    });
 }
 
 /// The properties that decide a click hardly ever change, so the last reading is good enough. A busy program then gets the

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "platform/linux/accessibility/LinuxAccessibility.h"
 #include "platform/linux/accessibility/LinuxElement.h"
@@ -16,13 +14,9 @@ namespace ovin {
 /// A status item of some program.
 class StatusItemElement final : public LinuxElement {
 public:
-    /// The item at `index` of `batch`, whose properties are requested together.
+    /// `batch` contains the item if its properties are to be requested together with those of others; otherwise null.
     StatusItemElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, StatusNotifierItem item,
-                      std::shared_ptr<ItemPropertiesBatch> batch, std::size_t index, Duration timeout);
-
-    /// A single item.
-    [[nodiscard]] static std::shared_ptr<StatusItemElement> make(std::shared_ptr<const LinuxAccessibility::Desktop> desktop,
-                                                                 const StatusNotifierItem& item, Duration timeout);
+                      std::shared_ptr<ItemPropertiesBatch> batch, Duration timeout);
 
     [[nodiscard]] AttributeAnswer read(std::string_view attribute) override;
     [[nodiscard]] AccessibilityError perform(std::string_view action) override;
@@ -41,7 +35,6 @@ private:
     const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;
     const StatusNotifierItem item_;
     const std::shared_ptr<ItemPropertiesBatch> batch_;
-    const std::size_t index_;
     CurrentRequest<ItemProperties> properties_;
 };
 

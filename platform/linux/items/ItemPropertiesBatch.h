@@ -1,8 +1,10 @@
 #pragma once
 
-#include <cstddef>
+#include <chrono>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -10,32 +12,47 @@
 
 namespace ovin {
 
-/// The properties of the items of one process. Callers that list items read the texts of one after the other, so the first
-/// reading requests all: a program that does not answer costs one timeout instead of one for each item. Nothing is requested
-/// before that, so no answer is older than the first reading. Any thread.
+/// The properties of the items of several processes, for a caller that reads one after the other. The first reading requests
+/// all and waits for all: programs that do not answer cost one timeout instead of one each, and the caller's thread wakes up
+/// once. Nothing is requested before that, so no answer is older than the first reading. Any thread.
 class ItemPropertiesBatch {
 public:
     /// `bus` must outlive this object.
-    ItemPropertiesBatch(Bus& bus, std::vector<StatusNotifierItem> items)
-        : bus_(bus), items_(std::move(items)), requests_(items_.size()) {}
+    ItemPropertiesBatch(Bus& bus, const std::vector<StatusNotifierItem>& items) : bus_(bus) {
+        for (const StatusNotifierItem& item : items) entries_[item.address.joined()].item = item;
+    }
 
-    /// The request for the properties of the item at `index`. The request that was sent together with the others is returned
-    /// once, and only while it is fresh.
-    [[nodiscard]] std::shared_ptr<ItemProperties> request(std::size_t index) {
+    [[nodiscard]] bool contains(const StatusNotifierItem& item) const {
+        const auto found = entries_.find(item.address.joined());
+        return found != entries_.end() && found->second.item == item;
+    }
+
+    /// The request for the properties of an item that the batch contains: the one that was sent together with the others,
+    /// and after that a new one. The very first call sends all and waits for the answers, for at most `bound`.
+    [[nodiscard]] std::shared_ptr<ItemProperties> request(const StatusNotifierItem& item, std::chrono::nanoseconds bound) {
         const std::lock_guard lock(mutex_);
-        if (!std::exchange(wasAsked_, true)) {
-            for (std::size_t i = 0; i < items_.size(); ++i) requests_[i] = ItemProperties::request(bus_, items_[i]);
-        }
-        const auto prepared = std::exchange(requests_[index], nullptr);
-        return prepared && !prepared->isStale() ? prepared : ItemProperties::request(bus_, items_[index]);
+        if (!std::exchange(wasAsked_, true)) askAll(bound);
+        const auto sent = std::exchange(entries_.at(item.address.joined()).request, nullptr);
+        return sent ? sent : ItemProperties::request(bus_, item);
     }
 
 private:
+    struct Entry {
+        StatusNotifierItem item;
+        std::shared_ptr<ItemProperties> request;
+    };
+
+    void askAll(std::chrono::nanoseconds bound) {
+        for (auto& [address, entry] : entries_) entry.request = ItemProperties::request(bus_, entry.item);
+        // Most answers come in the order of the requests: with the last one, the others are there.
+        for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) (void)entry->second.request->wait(bound);
+    }
+
     Bus& bus_;
-    const std::vector<StatusNotifierItem> items_;
     std::mutex mutex_;
+    /// By address. Which items there are never changes.
+    std::map<std::string, Entry> entries_;
     bool wasAsked_ = false;
-    std::vector<std::shared_ptr<ItemProperties>> requests_;
 };
 
 }  // namespace ovin

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -35,11 +36,11 @@ public:
         return isDone_;
     }
 
-    /// Whether the answers are too old to use. False while answers are missing: repeating the calls before the bus gives
-    /// them up would only fill the queue of a program that does not read it.
-    [[nodiscard]] bool isStale() {
+    /// Whether the answers, which somebody has read from since `since`, are too old to use. False while answers are missing:
+    /// repeating the calls before the bus gives them up would only fill the queue of a program that does not read it.
+    [[nodiscard]] bool isStale(std::chrono::steady_clock::time_point since) {
         const std::lock_guard lock(mutex_);
-        return isDone_ && std::chrono::steady_clock::now() - answered_ > freshness;
+        return isDone_ && std::chrono::steady_clock::now() - std::max(answered_, since) > freshness;
     }
 
 protected:
@@ -74,9 +75,10 @@ public:
     template <typename Make>
     [[nodiscard]] std::shared_ptr<Request> forReading(std::string_view attribute, Make make) {
         const std::lock_guard lock(mutex_);
-        const bool serves = request_ && (!request_->isDone() || (!request_->isStale() && !read_.contains(attribute)));
+        const bool serves = request_ && (!request_->isDone() || (!request_->isStale(since_) && !read_.contains(attribute)));
         if (!serves) {
             request_ = make();
+            since_ = std::chrono::steady_clock::now();
             read_.clear();
         }
         read_.emplace(attribute);
@@ -99,6 +101,8 @@ public:
 private:
     std::mutex mutex_;
     std::shared_ptr<Request> request_;
+    /// When `request_` was last made for a reading; it may have waited for others meanwhile.
+    std::chrono::steady_clock::time_point since_;
     std::set<std::string, std::less<>> read_;
 };
 
