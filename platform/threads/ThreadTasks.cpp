@@ -1,8 +1,11 @@
 #include "platform/threads/ThreadTasks.h"
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -10,6 +13,9 @@
 
 namespace ovin {
 namespace {
+
+constexpr std::chrono::microseconds pace{10};
+constexpr std::chrono::hours forEver{24};
 
 /// Passes the numbers of finished children from their threads to the thread that waits for them.
 class FinishedChildren {
@@ -21,9 +27,10 @@ public:
         notEmpty_.notify_one();
     }
 
-    std::size_t pop() {
+    /// The next number; nothing when none comes within `longest`.
+    std::optional<std::size_t> pop(std::chrono::nanoseconds longest) {
         std::unique_lock lock(mutex_);
-        notEmpty_.wait(lock, [this] { return !indices_.empty(); });
+        if (!notEmpty_.wait_for(lock, longest, [this] { return !indices_.empty(); })) return std::nullopt;
         const std::size_t index = indices_.front();
         indices_.pop_front();
         return index;
@@ -65,33 +72,38 @@ void ThreadTasks::start(Priority, std::function<void()> work) {
     }
 }
 
-// Starts threads until every child has begun. A thread whose child has returned takes the next child, so that many quick
-// children need few threads, and no child ever waits for another that does not return.
+// A thread whose child has returned takes the next child, and further threads are started only while children begin more
+// slowly than one in each `pace`: quick children need few threads, and no child waits for another that does not return.
 void ThreadTasks::forEach(std::size_t count, const std::function<void(std::size_t)>& child,
                           const std::function<void(std::size_t)>& finished) {
     std::atomic<std::size_t> begun = 0;
     FinishedChildren finishedChildren;
-    const auto runNext = [&] {
-        const std::size_t index = begun.fetch_add(1);
-        if (index >= count) return false;
-        child(index);
-        finishedChildren.push(index);
-        return true;
+    const auto run = [&](std::size_t index) {
+        for (; index < count; index = begun.fetch_add(1)) {
+            child(index);
+            finishedChildren.push(index);
+        }
     };
 
     std::vector<std::thread> threads;
-    threads.reserve(count);
-    while (begun < count) {
-        try {
-            threads.emplace_back([&runNext] {
-                while (runNext()) {
-                }
-            });
-        } catch (const std::system_error&) {
-            runNext();
+    const auto start = std::chrono::steady_clock::now();
+    for (std::size_t reported = 0; reported < count;) {
+        const auto due = static_cast<std::size_t>((std::chrono::steady_clock::now() - start) / pace) + 1;
+        while (begun < std::min(due, count)) {
+            const std::size_t index = begun.fetch_add(1);
+            if (index >= count) break;
+            try {
+                threads.emplace_back(run, index);
+            } catch (const std::system_error&) {
+                child(index);
+                finishedChildren.push(index);
+            }
+        }
+        if (const auto index = finishedChildren.pop(begun < count ? pace : forEver)) {
+            ++reported;
+            finished(*index);
         }
     }
-    for (std::size_t i = 0; i < count; ++i) finished(finishedChildren.pop());
     for (std::thread& thread : threads) thread.join();
 }
 

@@ -9,9 +9,9 @@
 
 namespace ovin {
 
-/// Tasks as threads of the operating system, one for each task and waiting child. They mostly wait for other processes;
-/// behind a full pool of any size, tasks would wait for those that never get an answer. No thread outlives its work, so no
-/// idle thread ever wakes up. All priorities are treated alike.
+/// Tasks as threads of the operating system, one for each task and at most one for each child. They mostly wait for other
+/// processes; behind a full pool of any size, tasks would wait for those that never get an answer. No thread outlives its
+/// work, so no idle thread ever wakes up. All priorities are treated alike.
 class ThreadTasks final : public Tasks {
 public:
     /// `prepare` is called first on the thread of each task. Threads of children inherit only what the system passes on from

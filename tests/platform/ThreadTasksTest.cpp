@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <filesystem>
+#include <iterator>
 #include <latch>
 #include <memory>
 #include <mutex>
@@ -94,6 +96,23 @@ TEST(ThreadTasks, ManyQuickChildrenShareThreads) {
         [](std::size_t) {});
     EXPECT_LT(threads.size(), 1000U);
 }
+
+#ifdef __linux__
+
+TEST(ThreadTasks, ThereAreNoMoreThreadsThanChildren) {
+    const auto threadCount = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/task"), std::filesystem::directory_iterator());
+    };
+    ThreadTasks tasks;
+    const auto before = threadCount();
+    for (int round = 0; round < 100; ++round) {
+        while (threadCount() > before) std::this_thread::sleep_for(1ms);  // Joined threads are still listed for a moment.
+        tasks.forEach(
+            1, [&](std::size_t) { EXPECT_LE(threadCount(), before + 1); }, ignore);
+    }
+}
+
+#endif
 
 TEST(ThreadTasks, BothPrioritiesRun) {
     std::atomic<int> runs = 0;
