@@ -125,9 +125,9 @@ public:
     [[nodiscard]] virtual AccessibilityElement applicationElement(ProcessID pid) const = 0;
 
     /// The same for processes whose items a caller reads next, one after the other on one thread; nothing where each process
-    /// needs a thread of its own to be asked at once. The first reading of an item's text asks all items for theirs, and
-    /// waits for them. So processes that do not answer cost one messaging timeout, however many they are, and later readings
-    /// hardly wait; items have the texts that they had at the first reading. Any thread.
+    /// needs a thread of its own to be asked at once. The first reading of an item's text asks all items for theirs, so
+    /// processes that do not answer cost one messaging timeout, however many they are. What is read first of an item may be
+    /// as old as that reading. Any thread.
     [[nodiscard]] virtual std::optional<std::vector<AccessibilityElement>> applicationElementsToReadTogether(
         const std::vector<ProcessID>& /*pids*/) const {
         return std::nullopt;

@@ -58,27 +58,9 @@ void AccessibleDetails::askForDescription() {
 void AccessibleDetails::askForChildren() {
     bus_.call({object_.destination, object_.path, accessible, "GetChildren", {}}, abandonedCallTimeout,
               [self = shared_from_this()](const BusReply& reply) {
-                  if (!reply.isError()) self->listChildren(reply.first());
+                  if (!reply.isError()) self->children_ = accessibleNames(reply.first());
                   self->answered();
               });
-}
-
-void AccessibleDetails::listChildren(const BusValue& list) {
-    children_.emplace();
-    for (AccessibleName& name : accessibleNames(list)) children_->push_back({std::move(name), {}});
-    if (standsForItem_) askForDescriptionsOfChildren();
-}
-
-void AccessibleDetails::askForDescriptionsOfChildren() {
-    outstanding_ += children_->size();
-    for (std::size_t index = 0; index < children_->size(); ++index) {
-        const AccessibleName& name = (*children_)[index].name;
-        bus_.call(propertyCall(name.destination, name.path, accessible, "Description"), abandonedCallTimeout,
-                  [self = shared_from_this(), index](const BusReply& reply) {
-                      (*self->children_)[index].description = reply.first().string();
-                      self->answered();
-                  });
-    }
 }
 
 void AccessibleDetails::answered() {

@@ -25,13 +25,8 @@ public:
     /// Whether a description is that of a status item. Runs on the bus's thread.
     using StandsForItem = std::function<bool(const std::string& description)>;
 
-    struct Child {
-        AccessibleName name;
-        std::string description;
-    };
-
-    /// Sends the request. `bus` is the accessibility bus and must outlive the request. Without `standsForItem` no
-    /// descriptions are read; with it, an object that stands for an item is not asked for its children.
+    /// Sends the request. `bus` is the accessibility bus and must outlive the request. Without `standsForItem` the
+    /// description is not read; with it, an object that stands for an item is not asked for its children.
     [[nodiscard]] static std::shared_ptr<AccessibleDetails> request(Bus& bus, const AccessibleName& object,
                                                                     StandsForItem standsForItem);
 
@@ -42,7 +37,7 @@ public:
     /// Empty when the description was not read.
     [[nodiscard]] const std::string& description() const { return description_; }
     /// Nothing when the object gave no answer or was not asked.
-    [[nodiscard]] const std::optional<std::vector<Child>>& children() const { return children_; }
+    [[nodiscard]] const std::optional<std::vector<AccessibleName>>& children() const { return children_; }
 
 private:
     AccessibleDetails(Bus& bus, AccessibleName object, StandsForItem standsForItem)
@@ -51,8 +46,6 @@ private:
     void ask();
     void askForDescription();
     void askForChildren();
-    void listChildren(const BusValue& list);
-    void askForDescriptionsOfChildren();
     void answered();
 
     Bus& bus_;
@@ -61,7 +54,7 @@ private:
     // Written on the bus's thread until the request is finished, and only read after that.
     std::optional<Rect> frame_;
     std::string description_;
-    std::optional<std::vector<Child>> children_;
+    std::optional<std::vector<AccessibleName>> children_;
     std::size_t outstanding_ = 0;
 };
 

@@ -58,23 +58,15 @@ std::shared_ptr<AccessibleDetails> AccessibleElement::request() const {
 }
 
 AttributeAnswer AccessibleElement::children(const AccessibleDetails& details) const {
-    const auto itemElement = [this](const std::string& description) -> std::shared_ptr<StatusItemElement> {
-        const auto item = desktop_->items.itemAt(description);
-        return item ? std::make_shared<StatusItemElement>(desktop_, *item, nullptr, timeout()) : nullptr;
-    };
     AttributeValue::Array children;
-    if (const auto shown = itemElement(details.description())) {
-        children.push_back({AccessibilityElement(shown)});
+    if (const auto item = desktop_->items.itemAt(details.description())) {
+        children.push_back({AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, *item, nullptr, timeout()))});
         return {AccessibilityError::success, {std::move(children)}};
     }
     if (!details.children()) return failed(AccessibilityError::noValue);
-    for (const AccessibleDetails::Child& child : *details.children()) {
-        if (const auto shown = itemElement(child.description)) {
-            children.push_back({AccessibilityElement(shown)});
-            continue;
-        }
+    for (const AccessibleName& name : *details.children()) {
         // Callers that list objects read the frame and children of each next, so all are requested at once.
-        const auto element = std::make_shared<AccessibleElement>(desktop_, child.name, Kind::part, owner(), timeout());
+        const auto element = std::make_shared<AccessibleElement>(desktop_, name, Kind::part, owner(), timeout());
         element->prefetch();
         children.push_back({AccessibilityElement(element)});
     }

@@ -12,8 +12,7 @@ namespace ovin {
 /// An accessible object of some program.
 class AccessibleElement final : public LinuxElement {
 public:
-    /// A part of a window can have the items of other programs as its children, named by its own description or a child's. A
-    /// window itself has none.
+    /// A part of a window has the item of another program as its only child if its description names one. A window has none.
     enum class Kind { window, part };
 
     AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, Kind kind,

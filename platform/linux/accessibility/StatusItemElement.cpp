@@ -49,9 +49,8 @@ bool StatusItemElement::isDrawnByProtocol() {
 bool StatusItemElement::isRegistered() const { return desktop_->items.itemAt(item_.address) == item_; }
 
 std::shared_ptr<ItemProperties> StatusItemElement::propertiesForReading(std::string_view attribute) {
-    return properties_.forReading(attribute, [this] {
-        return batch_ ? batch_->request(item_, timeout()) : ItemProperties::request(desktop_->session, item_);
-    });
+    return properties_.forReading(
+        attribute, [this] { return batch_ ? batch_->request(item_) : ItemProperties::request(desktop_->session, item_); });
 }
 
 /// The properties that decide a click hardly ever change, so the last reading is good enough. A busy program then gets the

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -13,8 +12,8 @@
 namespace ovin {
 
 /// The properties of the items of several processes, for a caller that reads one after the other. The first reading requests
-/// all and waits for all: programs that do not answer cost one timeout instead of one each, and the caller's thread wakes up
-/// once. Nothing is requested before that, so no answer is older than the first reading. Any thread.
+/// all: programs that do not answer cost one timeout instead of one each. Nothing is requested before that, so no answer is
+/// older than the first reading. Any thread.
 class ItemPropertiesBatch {
 public:
     /// `bus` must outlive this object.
@@ -28,10 +27,12 @@ public:
     }
 
     /// The request for the properties of an item that the batch contains: the one that was sent together with the others,
-    /// and after that a new one. The very first call sends all and waits for the answers, for at most `bound`.
-    [[nodiscard]] std::shared_ptr<ItemProperties> request(const StatusNotifierItem& item, std::chrono::nanoseconds bound) {
+    /// and after that a new one.
+    [[nodiscard]] std::shared_ptr<ItemProperties> request(const StatusNotifierItem& item) {
         const std::lock_guard lock(mutex_);
-        if (!std::exchange(wasAsked_, true)) askAll(bound);
+        if (!std::exchange(wasAsked_, true)) {
+            for (auto& [address, entry] : entries_) entry.request = ItemProperties::request(bus_, entry.item);
+        }
         const auto sent = std::exchange(entries_.at(item.address.joined()).request, nullptr);
         return sent ? sent : ItemProperties::request(bus_, item);
     }
@@ -41,12 +42,6 @@ private:
         StatusNotifierItem item;
         std::shared_ptr<ItemProperties> request;
     };
-
-    void askAll(std::chrono::nanoseconds bound) {
-        for (auto& [address, entry] : entries_) entry.request = ItemProperties::request(bus_, entry.item);
-        // Most answers come in the order of the requests: with the last one, the others are there.
-        for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry) (void)entry->second.request->wait(bound);
-    }
 
     Bus& bus_;
     std::mutex mutex_;

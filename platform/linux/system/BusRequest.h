@@ -101,7 +101,7 @@ public:
 private:
     std::mutex mutex_;
     std::shared_ptr<Request> request_;
-    /// When `request_` was last made for a reading; it may have waited for others meanwhile.
+    /// When `request_` was taken for a reading; it may have been sent long before.
     std::chrono::steady_clock::time_point since_;
     std::set<std::string, std::less<>> read_;
 };
