@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <ctime>
+#include <map>
 #include <optional>
-#include <set>
+#include <string_view>
 #include <system_error>
 #include <tuple>
 
@@ -17,7 +18,7 @@ namespace {
 
 using Path = std::filesystem::path;
 
-constexpr const char* extension = ".desktop";
+constexpr std::string_view extension = ".desktop";
 
 /// A folder, and when something in it was last added, removed or replaced. A missing folder has a state, too.
 using FolderState = std::tuple<ino_t, time_t, long>;
@@ -38,68 +39,110 @@ FolderState stateBeforeReading(const Path& folder) {
     return std::tie(seconds, nanoseconds) < std::tie(now.tv_sec, now.tv_nsec) ? state : FolderState{inode, 0, 0};
 }
 
-/// The id of an entry: its path below `folder`, with hyphens for slashes and no extension.
-std::string idOf(const Path& file, const Path& folder) {
-    std::string id = file.lexically_relative(folder).replace_extension().string();
+/// The id of an entry: its path below the folder of entries, with hyphens for slashes and no extension.
+std::string idOf(std::string_view name) {
+    std::string id(name.substr(0, name.size() - extension.size()));
     std::replace(id.begin(), id.end(), '/', '-');
     return id;
 }
 
-/// The last component of the program that an entry runs; empty when it runs none or its TryExec is missing.
+/// The last component of the program that an entry runs; empty when it runs none.
 std::string executableOf(const DesktopEntryFile& entry) {
-    const auto required = entry.value("TryExec");
-    if (required && !findProgram(*required)) return {};
-    return Path(programOfExec(entry.value("Exec").value_or(""))).filename().string();
+    const std::string program = programOfExec(entry.value("Exec").value_or(""));
+    return program.substr(program.rfind('/') + 1);
+}
+
+/// What a file says when it runs a program that is there.
+std::optional<DesktopEntryFile> runnable(const std::string& path) {
+    auto entry = DesktopEntryFile::read(path);
+    if (!entry || executableOf(*entry).empty()) return std::nullopt;
+    const auto required = entry->value("TryExec");
+    return required && !findProgram(*required) ? std::nullopt : std::move(entry);
 }
 
 }  // namespace
 
-struct DesktopEntries::Reading {
-    ByExecutable byExecutable;
-    std::set<std::string> ids;
+struct DesktopEntries::Installed::Files {
+    struct File {
+        const Path& folder;
+        /// Its path below that.
+        std::string name;
+
+        [[nodiscard]] std::string path() const { return folder.native() + '/' + name; }
+    };
+
+    /// By what they run at first sight, equal ones in order of precedence.
+    std::multimap<std::string, File> byExecutable;
     std::map<Path, FolderState> folders;
+    std::mutex mutex;
+    /// What has been asked for, and is installed at first sight.
+    std::map<std::string, std::optional<DesktopEntry>> known;
 
-    [[nodiscard]] bool isCurrent() const {
-        return std::all_of(folders.begin(), folders.end(),
-                           [](const auto& folder) { return stateOf(folder.first) == folder.second; });
-    }
-
-    void readFolder(const Path& folder) {
-        std::map<std::string, Path> files;
-        folders[folder] = stateBeforeReading(folder);
+    /// `firstByID` has the files of the folders before this one.
+    void look(const Path& folder, std::map<std::string, File>& firstByID) {
+        std::map<std::string, std::string> names;
+        const Path& own = folders.insert_or_assign(folder, stateBeforeReading(folder)).first->first;
         std::error_code error;
         constexpr auto options = std::filesystem::directory_options::skip_permission_denied;
         std::filesystem::recursive_directory_iterator each(folder, options, error);
         for (; !error && each != std::filesystem::recursive_directory_iterator(); each.increment(error)) {
             std::error_code ignored;
             if (each->is_directory(ignored)) folders[each->path()] = stateBeforeReading(each->path());
-            if (each->path().extension() == extension) files.emplace(idOf(each->path(), folder), each->path());
+            std::string name = each->path().native().substr(own.native().size() + 1);
+            if (name.ends_with(extension)) names.emplace(idOf(name), std::move(name));
         }
-        for (const auto& [id, path] : files) {
-            if (!ids.contains(id)) readEntry(id, path);
+        for (const auto& [id, name] : names) {
+            const File file{own, name};
+            // An entry that runs nothing does not override another one here, though it may remove that one from menus: a
+            // running program needs a name all the same.
+            const auto first = firstByID.find(id);
+            if (first != firstByID.end()) {
+                if (runnable(first->second.path())) continue;
+                firstByID.erase(first);
+            }
+            firstByID.emplace(id, file);
+            const auto entry = DesktopEntryFile::readProgram(file.path());
+            std::string executable = entry ? executableOf(*entry) : std::string();
+            if (!executable.empty()) byExecutable.emplace(std::move(executable), file);
         }
     }
 
-    /// An entry that runs nothing does not override another one here, though it may remove that one from menus: a running
-    /// program needs a name all the same.
-    void readEntry(const std::string& id, const Path& path) {
-        const auto entry = DesktopEntryFile::read(path);
-        const std::string executable = entry ? executableOf(*entry) : std::string();
-        if (executable.empty()) return;
-        ids.insert(id);
-        byExecutable.emplace(executable, DesktopEntry{id, entry->localizedValue("Name").value_or(""),
-                                                      entry->localizedValue("Icon").value_or("")});
+    [[nodiscard]] std::optional<DesktopEntry> read(const std::string& executable) const {
+        const auto [first, last] = byExecutable.equal_range(executable);
+        for (auto each = first; each != last; ++each) {
+            const auto entry = runnable(each->second.path());
+            if (!entry || executableOf(*entry) != executable) continue;
+            return DesktopEntry{idOf(each->second.name), entry->localizedValue("Name").value_or(""),
+                                entry->localizedValue("Icon").value_or("")};
+        }
+        return std::nullopt;
     }
 };
 
-std::shared_ptr<const DesktopEntries::ByExecutable> DesktopEntries::current() const {
+DesktopEntries::Installed::Installed(const std::vector<Path>& dataFolders) : files_(std::make_unique<Files>()) {
+    std::map<std::string, Files::File> firstByID;
+    for (const Path& folder : dataFolders) files_->look(folder / "applications", firstByID);
+}
+
+DesktopEntries::Installed::~Installed() = default;
+
+const DesktopEntry* DesktopEntries::Installed::find(const std::string& executable) const {
+    if (!files_->byExecutable.contains(executable)) return nullptr;
+    const std::lock_guard lock(files_->mutex);
+    auto known = files_->known.find(executable);
+    if (known == files_->known.end()) known = files_->known.emplace(executable, files_->read(executable)).first;
+    return known->second ? &*known->second : nullptr;
+}
+
+bool DesktopEntries::Installed::isCurrent() const {
+    return std::all_of(files_->folders.begin(), files_->folders.end(),
+                       [](const auto& folder) { return stateOf(folder.first) == folder.second; });
+}
+
+std::shared_ptr<const DesktopEntries::Installed> DesktopEntries::current() const {
     const std::lock_guard lock(mutex_);
-    if (!reading_ || !reading_->isCurrent()) {
-        const auto reading = std::make_shared<Reading>();
-        for (const Path& folder : dataFolders_) reading->readFolder(folder / "applications");
-        reading_ = reading;
-    }
-    return {reading_, &reading_->byExecutable};
+    if (!installed_ || !installed_->isCurrent()) installed_ = std::make_shared<Installed>(dataFolders_);
+    return installed_;
 }
 
 std::vector<Path> dataFolders() {

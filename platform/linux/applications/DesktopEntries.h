@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -20,25 +19,44 @@ struct DesktopEntry {
     std::string icon;
 };
 
-/// The installed applications, including those that no menu shows. Read at the first call of `current`, and again after a
-/// file was added, removed or replaced; a change within a file is not noticed. Any thread.
+/// The installed applications, including those that no menu shows. Their files are looked at, for the programs that they
+/// run, at the first call of `current`, and again after a file was added, removed or replaced; a change within a file is not
+/// noticed. Any thread.
 class DesktopEntries {
 public:
-    /// The key is the last component of the path of the program that the entry runs.
-    using ByExecutable = std::map<std::string, DesktopEntry>;
+    class Installed;
 
     /// Reads the folders "applications" of `dataFolders`; earlier folders take precedence.
     explicit DesktopEntries(std::vector<std::filesystem::path> dataFolders) : dataFolders_(std::move(dataFolders)) {}
 
-    /// The present entries. Of several that run one program, the one in the first folder, and there the first by id.
-    [[nodiscard]] std::shared_ptr<const ByExecutable> current() const;
+    /// What is installed at present.
+    [[nodiscard]] std::shared_ptr<const Installed> current() const;
 
 private:
-    struct Reading;
-
     const std::vector<std::filesystem::path> dataFolders_;
     mutable std::mutex mutex_;
-    mutable std::shared_ptr<const Reading> reading_;
+    mutable std::shared_ptr<const Installed> installed_;
+};
+
+/// The entries by the last component of the path of the program that they run. An entry is read whole when it is first asked
+/// for: most of those that are installed never run. Any thread.
+class DesktopEntries::Installed {
+public:
+    explicit Installed(const std::vector<std::filesystem::path>& dataFolders);
+    Installed(const Installed&) = delete;
+    Installed& operator=(const Installed&) = delete;
+    ~Installed();
+
+    /// The entry of a program; null when there is none. Of several, the one in the first folder, and there the first by id.
+    [[nodiscard]] const DesktopEntry* find(const std::string& executable) const;
+
+    /// Whether no file has been added, removed or replaced since.
+    [[nodiscard]] bool isCurrent() const;
+
+private:
+    struct Files;
+
+    const std::unique_ptr<Files> files_;
 };
 
 /// The user's data folders in order of precedence, from the environment.

@@ -1,15 +1,17 @@
 #include "platform/linux/applications/DesktopEntryFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <cstdint>
-#include <system_error>
 
 namespace ovin {
 namespace {
 
 constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
 /// Entries take a few kilobytes, translations included.
-constexpr std::uintmax_t longestFile = 1U << 20U;
+constexpr off_t longestFile = 1U << 20U;
 
 /// Copies and frees a text of GLib's.
 std::optional<std::string> taken(char* text) {
@@ -27,16 +29,48 @@ std::vector<std::string> taken(char** texts) {
     return result;
 }
 
+/// Nothing when it is no regular file, because opening anything else might block, or cannot be read.
+std::optional<std::string> contentOf(const std::string& path) {
+    struct stat info {};
+    if (stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode) || info.st_size > longestFile) return std::nullopt;
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0) return std::nullopt;
+    std::string content(static_cast<std::size_t>(info.st_size), '\0');
+    const ssize_t length = ::read(file, content.data(), content.size());
+    close(file);
+    content.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+    return length < 0 ? std::nullopt : std::optional(std::move(content));
+}
+
+/// The lines that begin groups, and those of keys that begin like "Exec" and "TryExec".
+std::string linesOfProgram(std::string_view text) {
+    std::string result;
+    for (std::size_t start = 0, end = 0; start < text.size(); start = end) {
+        end = std::min(text.find('\n', start), text.size() - 1) + 1;
+        // As GLib does, which looks for keys and groups after blanks.
+        std::size_t first = start;
+        while (first < end && g_ascii_isspace(text[first])) ++first;
+        const std::string_view line = text.substr(first, end - first);
+        if (line.starts_with('[') || line.starts_with("Exec") || line.starts_with("TryExec")) result += line;
+    }
+    return result;
+}
+
 }  // namespace
 
-std::optional<DesktopEntryFile> DesktopEntryFile::read(const std::filesystem::path& path, GKeyFileFlags flags) {
-    std::error_code error;
-    // Only a regular file, because opening anything else might block.
-    if (!std::filesystem::is_regular_file(path, error) || std::filesystem::file_size(path, error) > longestFile) {
-        return std::nullopt;
-    }
+std::optional<DesktopEntryFile> DesktopEntryFile::read(const std::string& path, GKeyFileFlags flags) {
+    const auto text = contentOf(path);
+    return text ? parsed(*text, flags) : std::nullopt;
+}
+
+std::optional<DesktopEntryFile> DesktopEntryFile::readProgram(const std::string& path) {
+    const auto text = contentOf(path);
+    return text ? parsed(linesOfProgram(*text), G_KEY_FILE_NONE) : std::nullopt;
+}
+
+std::optional<DesktopEntryFile> DesktopEntryFile::parsed(const std::string& text, GKeyFileFlags flags) {
     DesktopEntryFile entry;
-    const bool isRead = g_key_file_load_from_file(entry.file_.get(), path.c_str(), flags, nullptr) != FALSE;
+    const bool isRead = g_key_file_load_from_data(entry.file_.get(), text.data(), text.size(), flags, nullptr) != FALSE;
     if (!isRead || g_key_file_has_group(entry.file_.get(), group) == FALSE) return std::nullopt;
     return entry;
 }

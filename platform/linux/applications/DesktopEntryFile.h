@@ -19,8 +19,11 @@ public:
 
     /// Nothing when GLib cannot read the file, it lacks that group, or it is longer than a mebibyte. `flags` say what to
     /// keep for `text` beyond what `value` and `localizedValue` need.
-    [[nodiscard]] static std::optional<DesktopEntryFile> read(const std::filesystem::path& path,
+    [[nodiscard]] static std::optional<DesktopEntryFile> read(const std::string& path,
                                                               GKeyFileFlags flags = G_KEY_FILE_NONE);
+    /// The same with the keys "Exec" and "TryExec" only, in a small part of the time. What is wrong elsewhere in the file is
+    /// not noticed.
+    [[nodiscard]] static std::optional<DesktopEntryFile> readProgram(const std::string& path);
 
     /// The value of a key, without its escapes; nothing when the key is missing.
     [[nodiscard]] std::optional<std::string> value(const std::string& key) const;
@@ -37,6 +40,8 @@ public:
     [[nodiscard]] std::string text() const;
 
 private:
+    [[nodiscard]] static std::optional<DesktopEntryFile> parsed(const std::string& text, GKeyFileFlags flags);
+
     std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> file_;
 };
 

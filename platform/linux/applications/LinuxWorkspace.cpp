@@ -148,26 +148,25 @@ std::vector<RunningApplication> LinuxWorkspace::runningApplications() const {
     return applications;
 }
 
-RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries::ByExecutable& entries) const {
+RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries::Installed& entries) const {
     RunningApplication application;
     application.pid = pid;
     const std::string executable = executableOf(pid);
     const std::string name = nameOf(pid, executable);
     // An interpreter's own entry says nothing of the program that it runs.
-    auto found = entries.find(name);
-    if (found == entries.end()) found = entries.find(executable);
-    if (found != entries.end()) {
-        const DesktopEntry& entry = found->second;
-        application.bundleIdentifier = entry.id;
-        if (!entry.name.empty()) application.localizedName = entry.name;
-        if (!entry.icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry.icon));
+    const DesktopEntry* entry = entries.find(name);
+    if (entry == nullptr) entry = entries.find(executable);
+    if (entry != nullptr) {
+        application.bundleIdentifier = entry->id;
+        if (!entry->name.empty()) application.localizedName = entry->name;
+        if (!entry->icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry->icon));
     }
     if (auto icon = items_.iconOf(pid)) {
         if (!application.icon) {
             application.icon = Image(std::move(icon));
         } else if (items_.itemsOf(pid).size() == 1) {
             // Several items would all look like the first one.
-            application.icon = Image(std::make_shared<ItemOrApplicationIcon>(std::move(icon), found->second.icon));
+            application.icon = Image(std::make_shared<ItemOrApplicationIcon>(std::move(icon), entry->icon));
         }
     }
     if (!application.localizedName && !name.empty()) application.localizedName = name;

@@ -43,7 +43,7 @@ private:
 
     void look();
 
-    [[nodiscard]] RunningApplication describe(ProcessID pid, const DesktopEntries::ByExecutable& entries) const;
+    [[nodiscard]] RunningApplication describe(ProcessID pid, const DesktopEntries::Installed& entries) const;
 
     SessionProcesses& processes_;
     const StatusNotifierItems& items_;

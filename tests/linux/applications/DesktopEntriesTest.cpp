@@ -31,8 +31,8 @@ protected:
     /// The entry of a program; one without an id when there is none.
     [[nodiscard]] DesktopEntry find(const std::string& executable) const {
         const auto current = entries_.current();
-        const auto found = current->find(executable);
-        return found == current->end() ? DesktopEntry() : found->second;
+        const DesktopEntry* const found = current->find(executable);
+        return found == nullptr ? DesktopEntry() : *found;
     }
 
     /// Folders that have just changed are read again for a few milliseconds.
@@ -114,6 +114,33 @@ TEST_F(DesktopEntriesTest, WhatIsNoEntryOfAProgramIsPassedOver) {
     ASSERT_EQ(mkfifo(file("system", "pipe.desktop").c_str(), 0600), 0);
     EXPECT_EQ(find("mail").id, "");
     EXPECT_EQ(find("").id, "");
+}
+
+TEST_F(DesktopEntriesTest, AnEntryThatIsBrokenElsewhereGivesWayToTheNextOne) {
+    write("own", "mail.desktop", "Name=Broken\nExec=mail\nno key\n");
+    write("system", "a.desktop", "Exec=mail\n[Desktop Entry\n");
+    write("system", "b.desktop", "Name=Gone\nExec=mail\nTryExec=/nowhere/mail\n");
+    write("system", "mail.desktop", "Name=Mail\nExec=mail\n");
+    write("system", "z.desktop", "Name=Another\nExec=mail\n");
+    EXPECT_EQ(find("mail").name, "Mail");
+}
+
+TEST_F(DesktopEntriesTest, KeysAreFoundAsTheKeyFileFormatHasThem) {
+    write("system", "one.desktop", " \t Exec = one\r\nName=One\r\n");
+    write("system", "two.desktop", "Exec=other\nExec=two\nName=Two");
+    write("system", "three.desktop", "Name=Three\n[Other]\nExec=other\n[Desktop Entry]\nExec=three");
+    write("system", "four.desktop", "Executable=other\nExec[de]=other\n\n#Exec=other\nExec=four");
+    for (const char* program : {"one", "two", "three", "four"}) EXPECT_EQ(find(program).id, program);
+    EXPECT_EQ(find("other").id, "");
+}
+
+TEST_F(DesktopEntriesTest, OfThreeEntriesByOneIdTheFirstThatRunsSomethingCounts) {
+    const DesktopEntries entries({folder_.path() / "own", folder_.path() / "system", folder_.path() / "late"});
+    write("own", "mail.desktop", "Name=Gone\nExec=mail\nTryExec=/nowhere/mail\n");
+    write("system", "mail.desktop", "Name=Mail\nExec=mail\n");
+    write("late", "mail.desktop", "Name=Late mail\nExec=late-mail\n");
+    EXPECT_EQ(entries.current()->find("mail")->name, "Mail");
+    EXPECT_EQ(entries.current()->find("late-mail"), nullptr);
 }
 
 TEST_F(DesktopEntriesTest, AProgramThatNoMenuShowsHasANameAllTheSame) {
