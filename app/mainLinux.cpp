@@ -19,13 +19,12 @@
 #include "platform/linux/system/BootClock.h"
 #include "platform/linux/system/LinuxProcessInfo.h"
 #include "platform/linux/system/TerminationSignal.h"
-#include "platform/linux/updates/QtUpdateFeed.h"
+#include "platform/linux/updates/LoadedUpdateFeed.h"
 #include "updates/FeedUpdates.h"
 
 namespace ovin {
 namespace {
 
-/// A program that leaves updates to the system is not even linked with the libraries for them.
 constexpr bool looksForUpdates = OVIN_UPDATES;
 
 /// How long an Ovin that runs already may take to answer, its own start included.
@@ -90,7 +89,9 @@ int run(TerminationSignal& signals, const QString& action) {
 
     BootClock wallClock;
     std::unique_ptr<UpdateFeed> feed;
-    if constexpr (looksForUpdates) feed = std::make_unique<QtUpdateFeed>();
+    if constexpr (looksForUpdates) {
+        feed = std::make_unique<LoadedUpdateFeed>(QCoreApplication::applicationDirPath() + "/../lib/ovin/update-feed.so");
+    }
     std::optional<FeedUpdates> updates;
     if (feed) updates.emplace(world->platform(), *feed, wallClock);
     AppDelegate delegate(updates ? world->platform(*updates) : world->platform());

@@ -50,7 +50,7 @@ class InstalledFiles(unittest.TestCase):
         self.assertEqual({name.split("/", 4)[4] for name in icons},
                          {"apps/org.ovin.Ovin.png", "apps/org.ovin.Ovin-symbolic.svg", "apps/org.ovin.Ovin-done-symbolic.svg"})
         self.assertEqual(found - icons, {
-            "bin/ovin", "bin/ovin-items", "share/applications/org.ovin.Ovin.desktop",
+            "bin/ovin", "bin/ovin-items", "lib/ovin/update-feed.so", "share/applications/org.ovin.Ovin.desktop",
             "share/metainfo/org.ovin.Ovin.metainfo.xml", "share/man/man1/ovin.1.gz", "share/man/man1/ovin-items.1.gz",
             "share/doc/ovin/changelog.gz", "share/doc/ovin/changelog.Debian.gz", "share/doc/ovin/copyright"})
 

@@ -10,8 +10,7 @@ namespace ovin {
 /// none leads from HTTPS to plain HTTP. Decompresses nothing, keeps and sends no cookies or credentials, reads 4 MiB at
 /// most, and gives up a server that is not done after `patience`.
 ///
-/// In a library of its own (`ovin_linux_updates`): nothing else in Ovin uses the network, so a program that does not look
-/// for updates need not load the network libraries.
+/// In a library of its own (`ovin_linux_updates`), which the program loads as a module (`LoadedUpdateFeed`).
 class QtUpdateFeed final : public UpdateFeed {
 public:
     explicit QtUpdateFeed(std::chrono::milliseconds patience = std::chrono::seconds(30)) : patience_(patience) {}

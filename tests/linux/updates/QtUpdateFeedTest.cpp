@@ -20,6 +20,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/linux/updates/LoadedUpdateFeed.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace ovin {
@@ -80,6 +81,9 @@ protected:
 
     UpdateFeed::Answer read(const std::string& url, std::chrono::milliseconds patience = 30s) {
         QtUpdateFeed feed(patience);
+        return read(feed, url);
+    }
+    static UpdateFeed::Answer read(UpdateFeed& feed, const std::string& url) {
         std::optional<UpdateFeed::Answer> result;
         const auto reading = feed.read(url, [&](UpdateFeed::Answer answer) { result = std::move(answer); });
         EXPECT_FALSE(result.has_value()) << "it called back within the call";
@@ -117,6 +121,20 @@ TEST_F(QtUpdateFeedTest, AFeedIsReadOverHttpsAndFromThisMachine) {
     trustServer();
     expectItem(safe_ + "/feed");
     expectItem(plain_ + "/feed");
+}
+
+TEST_F(QtUpdateFeedTest, TheModuleReadsAsWell) {
+    LoadedUpdateFeed feed(OVIN_UPDATE_FEED);
+    EXPECT_EQ(read(feed, plain_ + "/feed"), UpdateFeed::Answer(std::vector<FeedItem>{{"2", "", ""}}));
+    EXPECT_EQ(read(feed, plain_ + "/none"), UpdateFeed::Answer(FeedFailure::unusable));
+}
+
+TEST_F(QtUpdateFeedTest, WithoutTheModuleNobodyIsReached) {
+    LoadedUpdateFeed feed("/nowhere/update-feed.so");
+    EXPECT_EQ(read(feed, plain_ + "/feed"), UpdateFeed::Answer(FeedFailure::unreachable));
+    // One that is cancelled says nothing.
+    (void)feed.read(plain_ + "/feed", [](const auto&) { ADD_FAILURE() << "it says something"; });
+    QCoreApplication::processEvents();
 }
 
 TEST_F(QtUpdateFeedTest, EverythingElseThatIsPlainIsRefusedBeforeAnythingIsSent) {
