@@ -23,6 +23,9 @@ target_include_directories(ovin_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJEC
 target_compile_options(ovin_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
     -Wold-style-cast -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
+# Mostly Ovin waits, and its code is memory that it shares with nobody. Discovery is where it works.
+target_compile_options(ovin_options INTERFACE
+    $<$<AND:$<CONFIG:Release>,$<NOT:$<STREQUAL:$<TARGET_PROPERTY:NAME>,ovin_discovery>>>:-Os>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # GCC 12 sees an overlapping copy in every "text" + std::to_string(...) that it optimises (GCC bug 105651).
     target_compile_options(ovin_options INTERFACE -Wno-restrict)
