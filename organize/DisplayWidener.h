@@ -48,7 +48,6 @@ public:
 
     /// How many times wider the main display is than before. 1 while it is not widened, and after a relaunch.
     [[nodiscard]] double scale() const { return scale_; }
-    void setScale(double scale) { scale_ = scale; }
 
 private:
     struct Record {

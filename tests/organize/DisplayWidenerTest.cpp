@@ -188,12 +188,6 @@ TEST_F(DisplayWidenerTest, TheScaleOfADisplayWithoutWidthIsTheWidthOfTheNewMode)
     EXPECT_EQ(widener.scale(), 1800.0);
 }
 
-TEST_F(DisplayWidenerTest, TheScaleCanBeSet) {
-    EXPECT_EQ(widener.scale(), 1.0);
-    widener.setScale(1.5);
-    EXPECT_EQ(widener.scale(), 1.5);
-}
-
 TEST_F(DisplayWidenerTest, IdsAtTheEndsOfTheirRangesAreRecordedAndRestored) {
     display().id = std::numeric_limits<DisplayID>::max();
     display().modes.at(0).id = std::numeric_limits<std::int32_t>::min();
@@ -308,11 +302,13 @@ TEST_F(DisplayWidenerTest, TheModeBeforeIsPutBack) {
 }
 
 TEST_F(DisplayWidenerTest, WithoutARecordThereIsNothingToRestore) {
-    widener.setScale(1.5);
+    ASSERT_EQ(widener.widen(1700), WidenResult::widened);
+    ASSERT_TRUE(world.defaults.remove(modeKey) && world.defaults.remove(displayKey));
+    const double scale = widener.scale();
     EXPECT_TRUE(widener.restore());
-    EXPECT_EQ(widener.scale(), 1.5);
-    EXPECT_EQ(displays.applyCount, 0);
-    EXPECT_THAT(world.log.lines(), IsEmpty());
+    EXPECT_EQ(widener.scale(), scale);
+    EXPECT_EQ(displays.applyCount, 1);
+    EXPECT_THAT(world.log.lines(), ElementsAre("Ovin: widened display to 1800x1169 for arranging"));
 }
 
 TEST_F(DisplayWidenerTest, ALaterLaunchPutsTheModeBack) {
