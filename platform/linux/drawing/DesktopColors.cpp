@@ -16,14 +16,15 @@ bool isKde() { return qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE");
 
 }  // namespace
 
-DesktopColors::DesktopColors(const QDBusConnection& session) : session_(session), setting_(session) {
+DesktopColors::DesktopColors(const QDBusConnection& session) : session_(session) {
     if (isKde()) {
         session_.connect(QString(), QStringLiteral("/KGlobalSettings"), QStringLiteral("org.kde.KGlobalSettings"),
                          QStringLiteral("notifyChange"), this, SLOT(globalSettingsChanged(int, int)));
         return;
     }
-    connect(&setting_, &ColorSchemeSetting::told, this, &DesktopColors::apply);
-    setting_.read(false);
+    setting_.emplace(session);
+    connect(&*setting_, &ColorSchemeSetting::told, this, &DesktopColors::apply);
+    setting_->read(false);
 }
 
 /// The toolkit reads KDE's file again when KDE's settings portal tells it to, but that portal need not run. So this program
@@ -41,7 +42,7 @@ void DesktopColors::globalSettingsChanged(int kind, int) {
 /// The toolkit's own colours, unless they are light and the user wants dark ones, or the other way round.
 void DesktopColors::apply() {
     QApplication::setPalette(QPalette());
-    const ColorSchemeSetting::Value wanted = setting_.value();
+    const ColorSchemeSetting::Value wanted = setting_->value();
     if (wanted == ColorSchemeSetting::Value::none) return;
     const bool wantsDark = wanted == ColorSchemeSetting::Value::dark;
     if (isDark(QApplication::palette()) != wantsDark) QApplication::setPalette(wantsDark ? darkPalette() : lightPalette());

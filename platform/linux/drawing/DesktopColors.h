@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <optional>
 
 #include "platform/linux/drawing/ColorSchemeSetting.h"
 
@@ -21,7 +22,8 @@ private:
     void apply();
 
     QDBusConnection session_;
-    ColorSchemeSetting setting_;
+    /// Nothing under KDE.
+    std::optional<ColorSchemeSetting> setting_;
 };
 
 }  // namespace ovin
