@@ -21,8 +21,8 @@ namespace ovin {
 /// The running applications of a Linux session: the processes on the session bus. Names and icons are those of the desktop
 /// entry that runs a program of the process's own name, as a script has it, or else the same executable; without one, the
 /// name is the process's own and the icon that of its first status item, if it has one. The icon of an only status item
-/// comes before the application's. There are no bundles. Observers are
-/// told of processes that stay for a second, and when these end.
+/// comes before the application's. There are no bundles. Observers are told of processes that stay for a second, and when
+/// these end.
 class LinuxWorkspace final : public Workspace {
 public:
     /// `processes`, `items`, `mainQueue` and `log` must outlive this object. `ownBundleIdentifier` is that of this process.

@@ -131,6 +131,7 @@ void StatusNotifierWatcher::RegisterStatusNotifierItem(const QString& serviceOrP
 
 /// Adds the item if its name has an owner: without one, no signal would ever report the name's end.
 void StatusNotifierWatcher::addIfAlive(const StatusItemAddress& item, const QString& registrant) {
+    // Notes that the registrant is here, so that its end takes the note away.
     registrations_.insert(registrant, registrations_.value(registrant));
     const auto question = dbusCall(daemonName, daemonPath, daemonName, QStringLiteral("GetNameOwner"),
                                    {QString::fromStdString(item.destination)});

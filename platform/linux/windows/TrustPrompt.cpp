@@ -34,11 +34,10 @@ QWidget* makePrompt(std::function<void(bool)> answered) {
     prompt->setText("Ovin would like to read the menu bar");
     prompt->setInformativeText(
         "To leave out the items that your menu bar draws already, and to organize the others, Ovin reads the bar through "
-        "the "
-        "accessibility support of this desktop, which is switched off. Switched on, it has all programs tell others what "
-        "their windows show. It stays on in later sessions too: where the desktop forgets it, Ovin switches it on again "
-        "when it starts, until you switch it off in the settings of the desktop while Ovin runs.\n\nWithout it Ovin shows "
-        "all items. It asks again only when you choose to organize the menu bar.");
+        "the accessibility support of this desktop, which is switched off. Switched on, it has all programs tell others "
+        "what their windows show. It stays on in later sessions too: where the desktop forgets it, Ovin switches it on "
+        "again when it starts, until you switch it off in the settings of the desktop while Ovin runs.\n\nWithout it Ovin "
+        "shows all items. It asks again only when you choose to organize the menu bar.");
     prompt->addButton("Not Now", QMessageBox::RejectRole);
     const QPushButton* const accept = prompt->addButton("Switch On", QMessageBox::AcceptRole);
     QObject::connect(prompt, &QMessageBox::finished,
