@@ -151,8 +151,8 @@ public:
     /// by what the item told of itself when it was read last. No request is sent.
     [[nodiscard]] virtual bool isDrawnByProtocol(const AccessibilityElement& /*item*/) const { return false; }
 
-    /// Calls `handler` on the main thread whenever a bar has come or gone, or what it is told to hide has changed, for as long
-    /// as this object lives. Main thread only.
+    /// Calls `handler` on the main thread whenever a bar has come or gone, or what it is told to hide has changed, for as
+    /// long as this object lives. Main thread only.
     // NOLINTNEXTLINE(performance-unnecessary-value-param): a world that heeds it keeps it
     virtual void observeBar(std::function<void()> /*handler*/) {}
 

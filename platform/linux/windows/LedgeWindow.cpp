@@ -64,7 +64,8 @@ void LedgeWindow::ignoreDoubleClick(const QRect& frame) {
     if (frame.contains(QCursor::pos())) doubleClick_.start(QApplication::doubleClickInterval());
 }
 
-/// The toolkit waits for the mouse to move before it shows a tool tip, and here the pointer has come upon a new button without.
+/// The toolkit waits for the mouse to move before it shows a tool tip, and here the pointer has come upon a new button
+/// without.
 void LedgeWindow::startToolTip() {
     QWidget* const below = childAt(mapFromGlobal(QCursor::pos()));
     if (below == nullptr) return;
