@@ -4,6 +4,7 @@ it. What is owed to a display of one is paid by that one, and by nobody else.
 Started with the paths of ovin-items, status-item and ovin; with --beside in front, in the second session of one of the tests.
 """
 
+import fcntl
 import os
 import signal
 import subprocess
@@ -33,6 +34,18 @@ def isNamed(name="org.ovin.Ovin"):
 def record():
     """What is owed; a build that looks for updates remembers when, besides."""
     return {key: value for key, value in readDefaults().items() if key.startswith("OvinOriginal")}
+
+
+def isUnlocked():
+    """Whether nobody is changing the settings. Their folder is locked meanwhile."""
+    folder = os.open(os.path.dirname(SETTINGS), os.O_RDONLY)
+    try:
+        fcntl.flock(folder, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        return True
+    except BlockingIOError:
+        return False
+    finally:
+        os.close(folder)
 
 
 def letTheBarBeRead():
@@ -158,6 +171,8 @@ class Sessions(ApplicationTestCase):
 
         preview = self.startOvin(OVIN_TEST_ARRANGE_WINDOW="1")
         toggle(preview)
+        # The change can be seen before it is on the disk, and stopped in between the preview would refuse all others theirs.
+        self.assertTrue(becomes(isUnlocked))
         preview.send_signal(signal.SIGSTOP)  # two cards could not be told apart
         ovin = self.organize()
         owed = record()
