@@ -90,7 +90,8 @@ int run(TerminationSignal& signals, const QString& action) {
     BootClock wallClock;
     std::unique_ptr<UpdateFeed> feed;
     if constexpr (looksForUpdates) {
-        feed = std::make_unique<LoadedUpdateFeed>(QCoreApplication::applicationDirPath() + "/../lib/ovin/update-feed.so");
+        feed = std::make_unique<LoadedUpdateFeed>(QCoreApplication::applicationDirPath() + "/../lib/ovin/update-feed.so",
+                                                  OVIN_VERSION);
     }
     std::optional<FeedUpdates> updates;
     if (feed) updates.emplace(world->platform(), *feed, wallClock);

@@ -29,12 +29,13 @@ private:
 std::unique_ptr<UpdateFeed::Reading> LoadedUpdateFeed::read(const std::string& url, std::function<void(Answer)> finished) {
     if (!feed_) {
         QLibrary library(module_);
-        const auto make = reinterpret_cast<UpdateFeed* (*)()>(library.resolve("ovinUpdateFeed"));
-        if (make == nullptr) {
-            qWarning("Ovin: updates cannot be looked for: %s", qPrintable(library.errorString()));
+        const auto make = reinterpret_cast<UpdateFeed* (*)(const char*)>(library.resolve("ovinUpdateFeed"));
+        if (make != nullptr) feed_.reset(make(version_.c_str()));
+        if (!feed_) {
+            qWarning("Ovin: updates cannot be looked for: %s",
+                     make == nullptr ? qPrintable(library.errorString()) : "another version has been installed meanwhile");
             return std::make_unique<NoReading>(std::move(finished));
         }
-        feed_.reset(make());
     }
     return feed_->read(url, std::move(finished));
 }

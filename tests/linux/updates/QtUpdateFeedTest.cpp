@@ -124,13 +124,18 @@ TEST_F(QtUpdateFeedTest, AFeedIsReadOverHttpsAndFromThisMachine) {
 }
 
 TEST_F(QtUpdateFeedTest, TheModuleReadsAsWell) {
-    LoadedUpdateFeed feed(OVIN_UPDATE_FEED);
+    LoadedUpdateFeed feed(OVIN_UPDATE_FEED, OVIN_VERSION);
     EXPECT_EQ(read(feed, plain_ + "/feed"), UpdateFeed::Answer(std::vector<FeedItem>{{"2", "", ""}}));
     EXPECT_EQ(read(feed, plain_ + "/none"), UpdateFeed::Answer(FeedFailure::unusable));
 }
 
+TEST_F(QtUpdateFeedTest, AModuleOfAnotherVersionReachesNobody) {
+    LoadedUpdateFeed feed(OVIN_UPDATE_FEED, "0.0.1");
+    EXPECT_EQ(read(feed, plain_ + "/feed"), UpdateFeed::Answer(FeedFailure::unreachable));
+}
+
 TEST_F(QtUpdateFeedTest, WithoutTheModuleNobodyIsReached) {
-    LoadedUpdateFeed feed("/nowhere/update-feed.so");
+    LoadedUpdateFeed feed("/nowhere/update-feed.so", OVIN_VERSION);
     EXPECT_EQ(read(feed, plain_ + "/feed"), UpdateFeed::Answer(FeedFailure::unreachable));
     // One that is cancelled says nothing.
     (void)feed.read(plain_ + "/feed", [](const auto&) { ADD_FAILURE() << "it says something"; });
