@@ -70,6 +70,8 @@ public:
 private:
     LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher);
     void waitForQuiet();
+    /// Whether the session's watcher is this program's own, and no bar has registered there.
+    [[nodiscard]] bool isOnlyHost() const { return watcher_ && watcher_->isOwner() && !watcher_->hasBar(); }
 
     std::unique_ptr<Bus> session_;
     SessionProcesses processes_;
@@ -99,13 +101,10 @@ private:
     QtWindows windows_;
     PressCatcher presses_;
     XInputEventMonitor events_;
-    QtStatusBar statusBar_{screens_,
-                           [this] {
-                               const bool isOnlyHost = watcher_ && watcher_->isOwner() && !watcher_->hasBar();
-                               return !isOnlyHost && barSettings_.hasTray();
-                           },
-                           [this](bool isDrawn) {
-                               hasBar_ = isDrawn;
+    QtStatusBar statusBar_{screens_, [this] { return !isOnlyHost() && barSettings_.hasTray(); },
+                           // Without regard to the tray: its settings are read only where there is a bar.
+                           [this](bool hasHost) {
+                               hasBar_ = hasHost && !isOnlyHost();
                                accessibility_.barHasChanged();
                            }};
     QtAlerts alerts_;

@@ -79,8 +79,8 @@ struct QtStatusItem::Registration {
     QDBusServiceWatcher hosts{"org.kde*", bus, QDBusServiceWatcher::WatchForOwnerChange};
 };
 
-QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool)> drawnChanged)
-    : screens_(screens), hasBar_(std::move(hasBar)), drawnChanged_(std::move(drawnChanged)), object_("Ovin") {
+QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool)> hostChanged)
+    : screens_(screens), hasBar_(std::move(hasBar)), hostChanged_(std::move(hostChanged)), object_("Ovin") {
     // Bars report only the button. With the Control key held, the left button counts as the secondary one, as on macOS.
     object_.activated = [this] {
         const bool isSecondary = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
@@ -134,7 +134,11 @@ void QtStatusItem::askForHost() {
 void QtStatusItem::askForHostsName() {
     const auto question = propertyCall("/MainApplication", "org.qtproject.Qt.QCoreApplication", "applicationName");
     callLater(registration_->bus, question, untilAnswered, this, [this](const QDBusMessage& answer) {
-        if (!answerOf(answer).toString().startsWith("kded")) return setHasHost(true);
+        // A watcher that has ended has no host, and one that does not know the question is not KDE's.
+        static const QStringList gone = {"org.freedesktop.DBus.Error.ServiceUnknown",
+                                         "org.freedesktop.DBus.Error.NameHasNoOwner", "org.freedesktop.DBus.Error.NoReply",
+                                         "org.freedesktop.DBus.Error.Disconnected"};
+        if (!answerOf(answer).toString().startsWith("kded")) return setHasHost(!gone.contains(answer.errorName()));
         const auto names = dbusCall("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "ListNames");
         callLater(registration_->bus, names, untilAnswered, this, [this](const QDBusMessage& list) {
             setHasHost(std::ranges::any_of(list.arguments().value(0).toStringList(),
@@ -145,7 +149,7 @@ void QtStatusItem::askForHostsName() {
 
 void QtStatusItem::setHasHost(bool hasHost) {
     hasHost_ = hasHost;
-    drawnChanged_(isDrawn());
+    hostChanged_(hasHost);
 }
 
 void QtStatusItem::setAutosaveName(const std::string& name) {
@@ -226,7 +230,7 @@ void QtStatusItem::deliverClicks() {
 }
 
 std::unique_ptr<StatusItem> QtStatusBar::makeStatusItem() {
-    return std::make_unique<QtStatusItem>(screens_, hasBar_, drawnChanged_);
+    return std::make_unique<QtStatusItem>(screens_, hasBar_, hostChanged_);
 }
 
 }  // namespace ovin

@@ -30,8 +30,8 @@ class QtStatusItem final : public QObject, public StatusItem {
 
 public:
     /// `hasBar` tells, where a host is registered with the session's watcher, whether it is a bar with a tray.
-    /// `drawnChanged` is told whenever `isDrawn` may have changed.
-    QtStatusItem(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool isDrawn)> drawnChanged);
+    /// `hostChanged` is told whenever a host may have been registered there, or none be left.
+    QtStatusItem(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool hasHost)> hostChanged);
     ~QtStatusItem() override;
 
     /// Sets the Id, by which bars tell the item from others. If a bar has read another Id before, the item leaves the bar
@@ -65,7 +65,7 @@ private:
 
     const QtScreens& screens_;
     const std::function<bool()> hasBar_;
-    const std::function<void(bool)> drawnChanged_;
+    const std::function<void(bool)> hostChanged_;
     bool hasHost_ = false;
     StatusNotifierObject object_;
     MenuObject exportedMenu_;
@@ -87,15 +87,15 @@ private:
 class QtStatusBar final : public StatusBar {
 public:
     /// The functions are those for `QtStatusItem`.
-    QtStatusBar(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool isDrawn)> drawnChanged)
-        : screens_(screens), hasBar_(std::move(hasBar)), drawnChanged_(std::move(drawnChanged)) {}
+    QtStatusBar(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool hasHost)> hostChanged)
+        : screens_(screens), hasBar_(std::move(hasBar)), hostChanged_(std::move(hostChanged)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override;
 
 private:
     const QtScreens& screens_;
     const std::function<bool()> hasBar_;
-    const std::function<void(bool)> drawnChanged_;
+    const std::function<void(bool)> hostChanged_;
 };
 
 }  // namespace ovin
