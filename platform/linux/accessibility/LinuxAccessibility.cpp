@@ -33,10 +33,10 @@ public:
         if (items.empty()) return failed(AccessibilityError::invalidElement);
         AttributeValue::Array children;
         for (const StatusNotifierItem& item : items) {
-            // An item that has registered since would have to be waited for alone.
-            if (batch_ && !batch_->contains(item)) continue;
+            // An item that has registered since is asked alone.
+            const Batch batch = batch_ && batch_->contains(item) ? batch_ : nullptr;
             children.push_back(
-                {AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, item, batch_, timeout()))});
+                {AccessibilityElement(std::make_shared<StatusItemElement>(desktop_, item, batch, timeout()))});
         }
         return {AccessibilityError::success, {std::move(children)}};
     }

@@ -58,7 +58,8 @@ std::shared_ptr<ItemProperties> StatusItemElement::propertiesForReading(std::str
 std::shared_ptr<ItemProperties> StatusItemElement::propertiesForClick() {
     auto known = properties_.last();
     if (known && known->isDone() && known->error().empty()) return known;
-    return propertiesForReading("AXPress");
+    // Not by the batch, whose request may have been sent long ago and in vain.
+    return properties_.forReading("AXPress", [this] { return ItemProperties::request(desktop_->session, item_); });
 }
 
 AccessibilityError StatusItemElement::request(const ItemProperties& properties, StatusItemRequest request,
