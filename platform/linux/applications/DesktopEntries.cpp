@@ -88,8 +88,8 @@ struct DesktopEntries::Installed::Files {
         for (; !error && each != std::filesystem::recursive_directory_iterator(); each.increment(error)) {
             std::error_code ignored;
             if (each->is_directory(ignored)) folders[each->path()] = stateBeforeReading(each->path());
-            std::string name = each->path().native().substr(own.native().size() + 1);
-            if (name.ends_with(extension)) names.emplace(idOf(name), std::move(name));
+            std::string name = each->path().native().substr(folder.native().size() + 1);
+            if (each->path().extension() == extension) names.emplace(idOf(name), std::move(name));
         }
         for (const auto& [id, name] : names) {
             const File file{own, name};

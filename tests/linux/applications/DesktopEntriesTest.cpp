@@ -63,6 +63,16 @@ TEST_F(DesktopEntriesTest, AnyWayToWriteTheProgramIsUnderstood) {
     EXPECT_EQ(find("env").id, "");
 }
 
+TEST_F(DesktopEntriesTest, AFolderThatIsNamedTwiceWithOtherSlashesIsReadAllTheSame) {
+    write("system", "mail.desktop", "Name=Mail\nExec=mail\n");
+    write("system", ".desktop", "Name=Nothing\nExec=nothing\n");
+    const DesktopEntries entries({folder_.path().string() + "////////////////system", folder_.path() / "system"});
+    const auto current = entries.current();
+    ASSERT_NE(current->find("mail"), nullptr);
+    EXPECT_EQ(current->find("mail")->id, "mail");
+    EXPECT_EQ(current->find("nothing"), nullptr);
+}
+
 TEST_F(DesktopEntriesTest, EscapesInNamesAreUndone) {
     write("system", "mail.desktop", "Name=Mail\\sand\\\\more\nExec=mail\n");
     EXPECT_EQ(find("mail").name, "Mail and\\more");
