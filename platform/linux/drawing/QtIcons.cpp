@@ -74,9 +74,6 @@ QIcon qtIcon(const Image& image) {
     return named == nullptr ? QIcon() : loaded(*named);
 }
 
-QIcon ownWindowIcon() {
-    static const QIcon icon(new WindowIcon(QtResources().applicationIcon()));
-    return icon;
-}
+QIcon ownWindowIcon() { return QIcon(new WindowIcon(QtResources().applicationIcon())); }
 
 }  // namespace ovin

@@ -70,7 +70,8 @@ void LedgeWindow::startToolTip() {
     QWidget* const below = childAt(mapFromGlobal(QCursor::pos()));
     if (below == nullptr) return;
     QTimer::singleShot(style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay), below, [below] {
-        if (below->underMouse()) QToolTip::showText(QCursor::pos(), below->toolTip(), below);
+        const bool isFree = below->underMouse() && QApplication::activePopupWidget() == nullptr;
+        if (isFree) QToolTip::showText(QCursor::pos(), below->toolTip(), below);
     });
 }
 
