@@ -44,26 +44,24 @@ std::vector<DiscoveredItem> scanItems(const Platform& platform, const std::vecto
     const Accessibility& accessibility = platform.accessibility;
     std::vector<ProcessID> pids;
     std::transform(apps.begin(), apps.end(), std::back_inserter(pids), [](const AppInfo& app) { return app.pid; });
-    const auto together = accessibility.applicationElementsToReadTogether(pids);
 
-    std::vector<std::vector<DiscoveredItem>> itemsByApp(apps.size());
     std::vector<DiscoveredItem> all;
-    const auto scanOne = [&](std::size_t index) {
-        const AppInfo& app = apps[index];
-        itemsByApp[index] =
-            scan(accessibility, app, together ? (*together)[index] : accessibility.applicationElement(app.pid));
+    const auto add = [&all](std::vector<DiscoveredItem> items) {
+        std::move(items.begin(), items.end(), std::back_inserter(all));
     };
-    const auto collect = [&](std::size_t index) {
-        std::move(itemsByApp[index].begin(), itemsByApp[index].end(), std::back_inserter(all));
-    };
-    if (!together) {
-        platform.tasks.forEach(apps.size(), scanOne, collect);
+    if (const auto applications = accessibility.applicationElementsToReadTogether(pids)) {
+        for (std::size_t index = 0; index < apps.size(); ++index) {
+            add(scan(accessibility, apps[index], (*applications)[index]));
+        }
         return all;
     }
-    for (std::size_t index = 0; index < apps.size(); ++index) {
-        scanOne(index);
-        collect(index);
-    }
+    std::vector<std::vector<DiscoveredItem>> itemsByApp(apps.size());
+    platform.tasks.forEach(
+        apps.size(),
+        [&](std::size_t index) {
+            itemsByApp[index] = scan(accessibility, apps[index], accessibility.applicationElement(pids[index]));
+        },
+        [&](std::size_t index) { add(std::move(itemsByApp[index])); });
     return all;
 }
 
