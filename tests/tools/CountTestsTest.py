@@ -100,6 +100,13 @@ class CountTests(unittest.TestCase):
         self.assertEqual(count_program(WELL, 0).stdout, "1 0 0\n")
         self.assertEqual(count_program(WELL, 23).stdout, "1 1 0\n")
 
+    def test_what_a_failed_program_printed_last_is_shown(self):
+        for output in ("beginning\nlast words\n", WELL + "last words\n"):
+            counted = count_program(output, 1)
+            self.assertEqual(counted.stdout.split()[1], "1")
+            self.assertIn("program: ", counted.stderr)
+            self.assertIn("last words\n", counted.stderr)
+
     def test_long_output_is_counted_to_its_end(self):
         self.assertEqual(count_program(WELL.replace("[       OK", "noise\n" * 50000 + "[       OK"), 0).stdout, "1 0 0\n")
 
