@@ -30,6 +30,8 @@ QRegion cornersOf(const QRect& whole, double radius) {
     return corners;
 }
 
+QRect around(const QRect& rect) { return rect.adjusted(-rect.width(), -rect.height(), rect.width(), rect.height()); }
+
 }  // namespace
 
 QRegion roundedRegion(const QRect& rect, double cornerRadius, Coverage coverage) {
@@ -52,8 +54,8 @@ MenuBackgroundWidget::MenuBackgroundWidget(QWidget* content, double cornerRadius
     layout->addWidget(content);
 }
 
-/// Draws only the corners as shapes. For a large shape the toolkit divides the lines among threads and waits for them, which
-/// takes longer than drawing, and far longer while a discovery keeps the processors busy.
+/// Draws only the corners as shapes, and small ones. For a large shape the toolkit divides the lines among threads and waits
+/// for them, which takes longer than drawing, and far longer while a discovery keeps the processors busy.
 void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     // In pixels: where a point has one and a half of them, a line of a point would take two at one side and one at another.
@@ -79,7 +81,8 @@ void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
     for (const QRect& corner : corners) {
         painter.setClipRect(corner);
         if (isOpaque) painter.fillRect(corner, line);
-        painter.drawRoundedRect(QRectF(whole).adjusted(half, half, -half, -half), radius - half, radius - half);
+        const QRectF shape(around(corner) & whole);
+        painter.drawRoundedRect(shape.adjusted(half, half, -half, -half), radius - half, radius - half);
     }
 }
 

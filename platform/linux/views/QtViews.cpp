@@ -10,7 +10,6 @@
 #include "platform/linux/views/PushButtonWidget.h"
 #include "platform/linux/views/SeparatorWidget.h"
 #include "platform/linux/views/SidewaysScroller.h"
-#include "platform/linux/views/StackLayout.h"
 #include "platform/linux/views/StackWidget.h"
 #include "platform/linux/views/TextButtonWidget.h"
 #include "platform/linux/views/UprightScroller.h"
@@ -73,7 +72,6 @@ QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicke
         if (QWidget* const widget = existing(view)) return widget;
     }
     QWidget* const widget = std::visit(Make{clicked, existing}, view.content);
-    setSpacingAfter(*widget, view.spacingAfter);
     if (view.isHidden) widget->hide();
     return widget;
 }

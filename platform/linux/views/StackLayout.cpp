@@ -1,40 +1,38 @@
 #include "platform/linux/views/StackLayout.h"
 
-#include <QVariant>
 #include <QWidget>
 #include <algorithm>
 
 namespace ovin {
-namespace {
-
-const char* const spacingProperty = "spacingAfter";
-
-}  // namespace
 
 StackLayout::~StackLayout() = default;
 
-void StackLayout::addItem(QLayoutItem* item) { items_.emplace_back(item); }
+void StackLayout::add(QWidget* widget, int gapAfter) {
+    addWidget(widget);
+    items_.back().gapAfter = gapAfter;
+}
+
+void StackLayout::addItem(QLayoutItem* item) { items_.push_back({std::unique_ptr<QLayoutItem>(item), 0}); }
 
 QLayoutItem* StackLayout::itemAt(int index) const {
     const bool isThere = index >= 0 && index < count();
-    return isThere ? items_[static_cast<std::size_t>(index)].get() : nullptr;
+    return isThere ? items_[static_cast<std::size_t>(index)].item.get() : nullptr;
 }
 
 QLayoutItem* StackLayout::takeAt(int index) {
     if (itemAt(index) == nullptr) return nullptr;
     const auto place = items_.begin() + index;
-    QLayoutItem* const item = place->release();
+    QLayoutItem* const item = place->item.release();
     items_.erase(place);
     return item;
 }
 
 std::vector<StackLayout::Shown> StackLayout::shown() const {
     std::vector<Shown> result;
-    for (const auto& item : items_) {
-        QWidget* const widget = item->widget();
-        if (widget == nullptr || isHiddenOnPurpose(*widget)) continue;
-        const QVariant own = widget->property(spacingProperty);
-        result.push_back({widget, naturalSize(*widget), own.isValid() ? qRound(own.toDouble()) : spacing()});
+    for (const Item& item : items_) {
+        QWidget* const widget = item.item->widget();
+        if (widget != nullptr && !isHiddenOnPurpose(*widget))
+            result.push_back({widget, naturalSize(*widget), item.gapAfter});
     }
     return result;
 }
@@ -106,10 +104,6 @@ QSize naturalSize(const QWidget& widget) {
 
 bool isHiddenOnPurpose(const QWidget& widget) {
     return widget.isHidden() && widget.testAttribute(Qt::WA_WState_ExplicitShowHide);
-}
-
-void setSpacingAfter(QWidget& widget, std::optional<double> spacing) {
-    widget.setProperty(spacingProperty, spacing ? QVariant(*spacing) : QVariant());
 }
 
 bool takesSpareWidth(const QWidget& widget) { return widget.sizePolicy().horizontalPolicy() == QSizePolicy::Expanding; }

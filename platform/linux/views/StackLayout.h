@@ -2,7 +2,6 @@
 
 #include <QLayout>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "platform/Views.h"
@@ -17,6 +16,9 @@ public:
         : orientation_(orientation), alignment_(alignment) {}
     ~StackLayout() override;
 
+    /// With a gap, in points, between the widget and the next one that is shown.
+    void add(QWidget* widget, int gapAfter);
+
     void addItem(QLayoutItem* item) override;
     [[nodiscard]] int count() const override { return static_cast<int>(items_.size()); }
     [[nodiscard]] QLayoutItem* itemAt(int index) const override;
@@ -26,6 +28,10 @@ public:
     void setGeometry(const QRect& rect) override;
 
 private:
+    struct Item {
+        std::unique_ptr<QLayoutItem> item;
+        int gapAfter;
+    };
     struct Shown {
         QWidget* widget;
         QSize size;
@@ -41,7 +47,7 @@ private:
 
     const Stack::Orientation orientation_;
     const Stack::Alignment alignment_;
-    std::vector<std::unique_ptr<QLayoutItem>> items_;
+    std::vector<Item> items_;
 };
 
 /// The size that a widget takes when nothing limits it. Its hint alone is the size of its content, also where the view
@@ -50,9 +56,6 @@ private:
 
 /// Whether a widget itself was hidden, not only not shown yet because its parents are not.
 [[nodiscard]] bool isHiddenOnPurpose(const QWidget& widget);
-
-/// Sets the spacing, in points, between a widget and the next one of the stack that it will be added to.
-void setSpacingAfter(QWidget& widget, std::optional<double> spacing);
 
 /// Whether a widget uses more width than it needs: a row with a flexible space in it.
 [[nodiscard]] bool takesSpareWidth(const QWidget& widget);

@@ -12,8 +12,8 @@ StackWidget::StackWidget(const Stack& stack, const std::vector<QWidget*>& views)
     auto* const layout = new StackLayout(stack.orientation, stack.alignment);
     const Insets& edges = stack.insets;
     layout->setContentsMargins(qRound(edges.left), qRound(edges.top), qRound(edges.right), qRound(edges.bottom));
-    layout->setSpacing(qRound(stack.spacing));
-    for (QWidget* view : views) layout->addWidget(view);
+    for (std::size_t i = 0; i < views.size(); ++i)
+        layout->add(views[i], qRound(stack.views[i].spacingAfter.value_or(stack.spacing)));
     setLayout(layout);
     const bool isFlexible = std::any_of(views.begin(), views.end(), [](QWidget* view) { return takesSpareWidth(*view); });
     if (stack.width) {

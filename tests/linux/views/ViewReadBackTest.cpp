@@ -13,6 +13,7 @@
 
 #include "platform/linux/drawing/ItemIcon.h"
 #include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/StackLayout.h"
 #include "tests/linux/views/ViewDifference.h"
 #include "tests/support/RandomViews.h"
 #include "tests/support/SamplePages.h"
@@ -124,7 +125,10 @@ TEST(ViewReadBack, AChangedWidgetReadsBackDifferently) {
         {{label}, in<QWidget>([](QWidget& widget) { widget.setFixedWidth(101); })},
         {{label}, in<QLabel>([](QLabel& widget) { widget.setWordWrap(false); })},
         {{label}, in<QWidget>([](QWidget& widget) { widget.hide(); })},
-        {column, in<QWidget>([](QWidget& widget) { widget.layout()->setSpacing(6); })},
+        {column, in<QWidget>([](QWidget& widget) {
+             auto& layout = dynamic_cast<StackLayout&>(*widget.layout());
+             for (int i = 0; i < 2; ++i) layout.add(std::unique_ptr<QLayoutItem>(layout.takeAt(0))->widget(), 6);
+         })},
         {column, in<QWidget>([](QWidget& widget) { widget.layout()->setContentsMargins(0, 1, 0, 0); })},
         {column, in<QWidget>([](QWidget& widget) { widget.layout()->itemAt(1)->widget()->hide(); })},
         {column, in<QWidget>([](QWidget& widget) { widget.layout()->itemAt(1)->widget()->setFixedHeight(5); })},
