@@ -250,6 +250,18 @@ TEST_P(AccessibilityContract, PressingAnItemOfAHungApplicationIsBoundToo) {
     EXPECT_EQ(error, AccessibilityError::cannotComplete);
 }
 
+TEST_P(AccessibilityContract, APressWaitsItsWholeTimeAlsoAfterAReadingInVain) {
+    OVIN_NEEDS(hangApplications);
+    const ProcessID pid = stage().start({"App", {"One"}});
+    const AccessibilityElement item = items(pid).front();
+    accessibility().setMessagingTimeout(item, timeout);
+    stage().setHung(pid, true);
+    EXPECT_EQ(read(item, "AXTitle").error, AccessibilityError::cannotComplete);
+    AccessibilityError error{};
+    expectTook(timeout, duration([&] { error = accessibility().performAction(item, "AXPress"); }));
+    EXPECT_EQ(error, AccessibilityError::cannotComplete);
+}
+
 TEST_P(AccessibilityContract, AnApplicationThatAnswersAgainIsReadAgain) {
     OVIN_NEEDS(hangApplications);
     const ProcessID pid = stage().start({"App", {"One"}});

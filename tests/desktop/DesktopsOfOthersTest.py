@@ -398,6 +398,20 @@ class Checks(unittest.TestCase):
         if desktop.barArea():
             self.assertFalse(overlap(ledge, desktop.barArea()), f"the ledge {ledge} is over the bar")
 
+    @under(lambda: desktop.drawsItems and not desktop.drawsPassive)
+    def testItemsOfProgramsThatHangAreWhereTheyWere(self):
+        ovin = self.startWith("Active", "Passive")
+        self.assertLists(ovin, [2])
+        desktop.escape()
+        self.assertBecomes(lambda: not self.ledge(ovin), "it stays open")
+        for item in self.items:
+            os.kill(item.pid, signal.SIGSTOP)
+            self.addCleanup(os.kill, item.pid, signal.SIGCONT)
+        self.openLedge(ovin)
+        # Longer than a discovery waits for them.
+        time.sleep(1)
+        self.assertEqual(self.listed(), [2])
+
     def testAnItemOfTheLedgeIsPressedAndARightClickOpensItsMenu(self):
         ovin = self.startWith("Passive")
 

@@ -19,7 +19,7 @@ AttributeAnswer StatusItemElement::read(std::string_view attribute) {
     if (!properties->error().empty()) return failed(accessibilityError(properties->error()));
     if (attribute == "AXTitle") return textAnswer(properties->title());
     if (attribute == "AXDescription") return textAnswer(properties->description());
-    if (attribute == "AXIdentifier") return textAnswer(properties->id());
+    if (attribute == "AXIdentifier") return textAnswer(properties->traits().id);
     return failed(AccessibilityError::attributeUnsupported);
 }
 
@@ -28,21 +28,24 @@ AccessibilityError StatusItemElement::perform(std::string_view action) {
     if (!isPress && action != "AXShowMenu") return AccessibilityError::actionUnsupported;
     if (!isRegistered()) return AccessibilityError::invalidElement;
     const Deadline deadline = std::chrono::steady_clock::now() + timeout();
-    const auto properties = propertiesForClick();
-    if (!properties->wait(timeout())) return AccessibilityError::cannotComplete;
+    const auto traits = traitsForClick(deadline);
+    if (!traits) return AccessibilityError::cannotComplete;
 
-    const StatusItemClickTraits traits{properties->isMenu(), properties->menu().has_value()};
+    const StatusItemClickTraits click{traits->isMenu, traits->menu.has_value()};
     AccessibilityError error = AccessibilityError::actionUnsupported;
-    for (const StatusItemRequest request : isPress ? leftClickRequests(traits) : rightClickRequests(traits)) {
-        error = this->request(*properties, request, deadline);
+    for (const StatusItemRequest request : isPress ? leftClickRequests(click) : rightClickRequests(click)) {
+        error = this->request(*traits, request, deadline);
         if (error == AccessibilityError::success || error == AccessibilityError::cannotComplete) break;
     }
     return error;
 }
 
 bool StatusItemElement::isDrawnByProtocol() {
-    const auto known = properties_.last();
-    return known && known->isDone() && known->error().empty() && desktop_->bar.draws(known->id(), known->isPassive());
+    const auto request = properties_.last();
+    if (request && request->isDone() && !request->error().empty()) return false;
+    // An item that has told nothing yet is most likely one that the bar will draw.
+    const auto traits = item_.traits->get().value_or(StatusItemTraits());
+    return desktop_->bar.draws(traits.id, traits.isPassive);
 }
 
 /// An item is gone for all references as soon as its program ends or unregisters it.
@@ -55,41 +58,39 @@ std::shared_ptr<ItemProperties> StatusItemElement::propertiesForReading(std::str
 
 /// The properties that decide a click hardly ever change, so the last reading is good enough. A busy program then gets the
 /// click itself instead of a question that it may answer too late.
-std::shared_ptr<ItemProperties> StatusItemElement::propertiesForClick() {
-    auto known = properties_.last();
-    if (known && known->isDone() && known->error().empty()) return known;
+std::optional<StatusItemTraits> StatusItemElement::traitsForClick(Deadline deadline) {
+    if (auto known = item_.traits->get()) return known;
     // Not by the batch, whose request may have been sent long ago and in vain.
-    return properties_.forReading("AXPress", [this] { return ItemProperties::request(desktop_->session, item_); });
+    const auto properties =
+        properties_.forReading("AXPress", [this] { return ItemProperties::request(desktop_->session, item_); });
+    if (!properties->waitUntil(deadline)) return std::nullopt;
+    return properties->traits();
 }
 
-AccessibilityError StatusItemElement::request(const ItemProperties& properties, StatusItemRequest request,
-                                              Deadline deadline) {
-    const auto menu = properties.menu();
+AccessibilityError StatusItemElement::request(const StatusItemTraits& traits, StatusItemRequest request, Deadline deadline) {
     switch (request) {
         case StatusItemRequest::menu:
-            if (menu && desktop_->menus.show(item_.address.destination, *menu, deadline - std::chrono::steady_clock::now()))
+            if (traits.menu &&
+                desktop_->menus.show(item_.address.destination, *traits.menu, deadline - std::chrono::steady_clock::now()))
                 return AccessibilityError::success;
             return AccessibilityError::actionUnsupported;
         case StatusItemRequest::activate:
-            return callAtPosition(properties, "Activate", deadline);
+            return callAtPosition(traits.interface, "Activate", deadline);
         case StatusItemRequest::secondaryActivate:
-            return callAtPosition(properties, "SecondaryActivate", deadline);
+            return callAtPosition(traits.interface, "SecondaryActivate", deadline);
         case StatusItemRequest::contextMenu:
-            return callAtPosition(properties, "ContextMenu", deadline);
+            return callAtPosition(traits.interface, "ContextMenu", deadline);
     }
     return AccessibilityError::failure;
 }
 
-AccessibilityError StatusItemElement::callAtPosition(const ItemProperties& properties, const std::string& method,
+AccessibilityError StatusItemElement::callAtPosition(const std::string& interface, const std::string& method,
                                                      Deadline deadline) {
     const Point position = desktop_->menus.position();
     const auto coordinate = [](double value) { return static_cast<std::int32_t>(std::lround(value)); };
-    const BusReply reply = desktop_->session.callAndWait({item_.address.destination,
-                                                          item_.address.path,
-                                                          properties.interface(),
-                                                          method,
-                                                          {coordinate(position.x), coordinate(position.y)}},
-                                                         deadline - std::chrono::steady_clock::now());
+    const BusReply reply = desktop_->session.callAndWait(
+        {item_.address.destination, item_.address.path, interface, method, {coordinate(position.x), coordinate(position.y)}},
+        deadline - std::chrono::steady_clock::now());
     return reply.isError() ? accessibilityError(reply.error) : AccessibilityError::success;
 }
 

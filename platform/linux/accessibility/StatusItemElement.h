@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/linux/accessibility/LinuxAccessibility.h"
@@ -27,9 +28,10 @@ private:
 
     [[nodiscard]] bool isRegistered() const;
     [[nodiscard]] std::shared_ptr<ItemProperties> propertiesForReading(std::string_view attribute);
-    [[nodiscard]] std::shared_ptr<ItemProperties> propertiesForClick();
-    [[nodiscard]] AccessibilityError request(const ItemProperties& properties, StatusItemRequest request, Deadline deadline);
-    [[nodiscard]] AccessibilityError callAtPosition(const ItemProperties& properties, const std::string& method,
+    /// Nothing when the item does not answer in time.
+    [[nodiscard]] std::optional<StatusItemTraits> traitsForClick(Deadline deadline);
+    [[nodiscard]] AccessibilityError request(const StatusItemTraits& traits, StatusItemRequest request, Deadline deadline);
+    [[nodiscard]] AccessibilityError callAtPosition(const std::string& interface, const std::string& method,
                                                     Deadline deadline);
 
     const std::shared_ptr<const LinuxAccessibility::Desktop> desktop_;

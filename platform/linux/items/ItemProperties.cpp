@@ -80,12 +80,13 @@ void ItemProperties::collected(int attempt, const std::string& error) {
     if (properties_.empty())
         error_ = error;
     else
-        keepIcon();
+        keep();
     finish();
 }
 
 /// Keeps the item's icon if it is shown, and drops all other pictures of the message to save memory.
-void ItemProperties::keepIcon() {
+void ItemProperties::keep() {
+    item_.traits->set(traits());
     if (item_.icon) item_.icon->set(itemIcon(properties_));
     for (auto& [name, value] : properties_) dropBytes(value);
 }
@@ -106,17 +107,15 @@ std::string ItemProperties::description() const {
     return !text.empty() ? text : property("IconAccessibleDesc").string();
 }
 
-std::string ItemProperties::id() const { return property("Id").string(); }
+StatusItemTraits ItemProperties::traits() const {
+    const auto* status = property("Status").as<std::string>();
+    return {interface_, property("Id").string(), status != nullptr && *status == "Passive", menu(), isMenu()};
+}
 
 std::optional<std::string> ItemProperties::menu() const {
     std::string path = property("Menu").string();
     if (!path.starts_with('/') || path == "/" || path == noMenu) return std::nullopt;
     return path;
-}
-
-bool ItemProperties::isPassive() const {
-    const auto* status = property("Status").as<std::string>();
-    return status != nullptr && *status == "Passive";
 }
 
 std::optional<bool> ItemProperties::isMenu() const {

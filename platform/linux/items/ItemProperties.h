@@ -20,19 +20,10 @@ public:
 
     /// The error of the last attempt when no property could be read; empty otherwise.
     [[nodiscard]] const std::string& error() const { return error_; }
-    /// Which of the two names the item's interface has.
-    [[nodiscard]] const std::string& interface() const { return interface_; }
-
     [[nodiscard]] std::string title() const;
     /// The tool tip, or else the icon's description.
     [[nodiscard]] std::string description() const;
-    [[nodiscard]] std::string id() const;
-    /// The path of the item's menu; nothing when it says that it has none.
-    [[nodiscard]] std::optional<std::string> menu() const;
-    /// Whether the item asks bars to hide it.
-    [[nodiscard]] bool isPassive() const;
-    /// The property `ItemIsMenu`; nothing when the item does not have it.
-    [[nodiscard]] std::optional<bool> isMenu() const;
+    [[nodiscard]] StatusItemTraits traits() const;
 
 private:
     ItemProperties(Bus& bus, StatusNotifierItem item) : bus_(bus), item_(std::move(item)) {}
@@ -42,7 +33,9 @@ private:
     void askForAll(int attempt);
     void askForEach(int attempt);
     void collected(int attempt, const std::string& error);
-    void keepIcon();
+    void keep();
+    [[nodiscard]] std::optional<std::string> menu() const;
+    [[nodiscard]] std::optional<bool> isMenu() const;
     [[nodiscard]] const BusValue& property(const std::string& name) const;
 
     Bus& bus_;

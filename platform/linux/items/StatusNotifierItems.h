@@ -1,8 +1,10 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ProcessInfo.h"
@@ -12,10 +14,44 @@
 
 namespace ovin {
 
+/// What an item has told of itself that decides whether a bar draws it and what a click on it does.
+struct StatusItemTraits {
+    /// Which of its two names the item's interface has.
+    std::string interface;
+    std::string id;
+    /// Whether the item asks bars to hide it.
+    bool isPassive = false;
+    /// The path of the item's menu; nothing when it says that it has none.
+    std::optional<std::string> menu;
+    /// The property `ItemIsMenu`; nothing when the item does not have it.
+    std::optional<bool> isMenu;
+};
+
+/// The traits of an item as they were read last. Any thread.
+class LatestTraits {
+public:
+    void set(StatusItemTraits traits) {
+        const std::lock_guard lock(mutex_);
+        traits_ = std::move(traits);
+    }
+
+    /// Nothing before the first answer.
+    [[nodiscard]] std::optional<StatusItemTraits> get() const {
+        const std::lock_guard lock(mutex_);
+        return traits_;
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::optional<StatusItemTraits> traits_;
+};
+
 /// A status item on the session bus, and the process behind it.
 struct StatusNotifierItem {
     StatusItemAddress address;
     ProcessID pid = 0;
+    /// So that an item whose program hangs stays what it was. Never null.
+    std::shared_ptr<LatestTraits> traits = std::make_shared<LatestTraits>();
     /// The icon as it was read last. Only the first item of a process keeps one; null for the others.
     std::shared_ptr<LatestItemIcon> icon = {};
 

@@ -25,9 +25,12 @@ public:
     virtual ~BusRequest() = default;
 
     /// Waits until all answers have come, for at most `bound` after the calls were sent; false when they have not.
-    [[nodiscard]] bool wait(Duration bound) {
+    [[nodiscard]] bool wait(Duration bound) { return waitUntil(sent_ + bound); }
+
+    /// The same, for a caller with a bound of its own, until a point in time.
+    [[nodiscard]] bool waitUntil(std::chrono::steady_clock::time_point deadline) {
         std::unique_lock lock(mutex_);
-        return changed_.wait_until(lock, sent_ + bound, [this] { return isDone_; });
+        return changed_.wait_until(lock, deadline, [this] { return isDone_; });
     }
 
     /// Whether all answers have come.
