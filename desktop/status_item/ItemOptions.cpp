@@ -34,8 +34,8 @@ A status item (StatusNotifierItem) that does what it is told and prints what hap
   --commands           obey the lines of the standard input: "title N TITLE" gives item N another title
 
 Misbehaviour:
-  --menu-fault KIND    missing, empty or silent: the menu that --menu asks for is named, but is not there, has no entries
-                       or does not answer
+  --menu-fault KIND    missing, empty, silent or late: the menu that --menu asks for is named, but is not there, has no
+                       entries, does not answer, or has entries only once it is said to be about to show
   --stop-answering     answer no call, but stay connected
   --answer-after MS    answer every call that much later
   --garbage            properties of wrong types, and pictures whose sizes do not match their bytes
@@ -179,6 +179,7 @@ bool readMenuFault(std::string_view text, MenuFault& fault) {
     if (text == "missing") return fault = MenuFault::Missing, true;
     if (text == "empty") return fault = MenuFault::Empty, true;
     if (text == "silent") return fault = MenuFault::Silent, true;
+    if (text == "late") return fault = MenuFault::Late, true;
     return false;
 }
 

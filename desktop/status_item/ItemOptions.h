@@ -12,7 +12,7 @@ namespace ovin {
 enum class RegisterBy { Path, Name, Both, WellKnown };
 
 /// What becomes of the menu that an item names.
-enum class MenuFault { None, Missing, Empty, Silent };
+enum class MenuFault { None, Missing, Empty, Silent, Late };
 
 /// What the command line asks the program to show, and in which ways to misbehave.
 struct ItemOptions {

@@ -30,7 +30,9 @@ int explain(const char* what, int error) {
 
 ItemServer::ItemServer(ItemOptions options)
     : options_(std::move(options)),
-      menu_(options_.menuFault == MenuFault::Empty ? std::vector<std::string>{} : options_.menu,
+      menu_(options_.menuFault == MenuFault::Empty || options_.menuFault == MenuFault::Late ? std::vector<std::string>{}
+                                                                                            : options_.menu,
+            options_.menuFault == MenuFault::Late ? options_.menu : std::vector<std::string>{},
             [this](const std::string& label) { print("menu " + label, ""); }) {
     items_.reserve(options_.items);
     registrations_.reserve(options_.items);

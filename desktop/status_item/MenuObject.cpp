@@ -83,8 +83,8 @@ const Strings menuProperties{"Version", "Status", "TextDirection", "IconThemePat
 
 }  // namespace
 
-MenuObject::MenuObject(Strings labels, std::function<void(const std::string&)> onClick)
-    : labels_(std::move(labels)), onClick_(std::move(onClick)) {}
+MenuObject::MenuObject(Strings labels, Strings lateLabels, std::function<void(const std::string&)> onClick)
+    : labels_(std::move(labels)), lateLabels_(std::move(lateLabels)), onClick_(std::move(onClick)) {}
 
 int MenuObject::answer(sd_bus_message* call) {
     using Handler = int (MenuObject::*)(sd_bus_message*);
@@ -247,7 +247,10 @@ int MenuObject::answerEventGroup(sd_bus_message* call) {
     return result < 0 ? result : sd_bus_reply_method_return(call, "ai", 0);
 }
 
-int MenuObject::answerAboutToShow(sd_bus_message* call) { return sd_bus_reply_method_return(call, "b", 0); }
+int MenuObject::answerAboutToShow(sd_bus_message* call) {
+    if (!lateLabels_.empty()) labels_ = std::exchange(lateLabels_, {});
+    return sd_bus_reply_method_return(call, "b", 0);
+}
 
 int MenuObject::answerAboutToShowGroup(sd_bus_message* call) { return sd_bus_reply_method_return(call, "aiai", 0, 0); }
 

@@ -16,7 +16,9 @@ public:
     static constexpr auto interface = "com.canonical.dbusmenu";
 
     /// `onClick` gets the label of an entry that somebody chooses.
-    MenuObject(std::vector<std::string> labels, std::function<void(const std::string&)> onClick);
+    /// There are `lateLabels` instead of `labels` from when the menu is said to be about to show, if there are any.
+    MenuObject(std::vector<std::string> labels, std::vector<std::string> lateLabels,
+               std::function<void(const std::string&)> onClick);
 
     /// Answers a method call to the menu's path. Negative: the error to answer with.
     int answer(sd_bus_message* call);
@@ -40,6 +42,7 @@ private:
     void writeEntry(MessageWriter& writer, std::int32_t id, const std::vector<std::string>& wanted) const;
 
     std::vector<std::string> labels_;
+    std::vector<std::string> lateLabels_;
     std::function<void(const std::string&)> onClick_;
     std::int32_t firstId_ = 1;
     std::uint32_t revision_ = 1;

@@ -176,6 +176,11 @@ class Pressing(DesktopTestCase):
                 item.output.truncate()
                 self.assertFinds([])
 
+    def testAMenuThatIsFilledWhenItIsAboutToShowOpens(self):
+        item = self.startItem("--title", "Pressed", "--menu", "A,B,C", "--menu-fault", "late", "--item-is-menu", "true")
+        self.pressAndChoose(item, 1)
+        self.assertEvents(item, ["menu B"])
+
     def testAMenuItemWithoutAMenuIsAskedForOne(self):
         item = self.startPressable("--item-is-menu", "true")
         self.press("Pressed")

@@ -108,7 +108,8 @@ void DBusMenu::loaded(std::optional<DBusMenuNode> layout) {
     if (layout) layout_ = std::move(layout);
     fillAll();
     sinceLoaded_.start();
-    finishPreparing();
+    // A program may fill its menu only when that is about to show: an empty one counts as read after that.
+    if ((layout_ && !layout_->children.empty()) || (isAnnounced_ && !isOutdated_)) finishPreparing();
     // Not at once, because a program whose layout changes all the time would be asked all the time.
     if (isOutdated_) changed();
 }
@@ -129,8 +130,10 @@ void DBusMenu::finishPreparing() {
 
 /// Reads the layout again whatever the answer is, which says whether that needs to be, because it is often wrong.
 void DBusMenu::announce(int id) {
-    callLater(bus_, call(QStringLiteral("AboutToShow"), {id}), longestAnnouncement, this,
-              [this](const QDBusMessage&) { load(); });
+    callLater(bus_, call(QStringLiteral("AboutToShow"), {id}), longestAnnouncement, this, [this](const QDBusMessage&) {
+        isAnnounced_ = true;
+        load();
+    });
 }
 
 void DBusMenu::sendEvent(int id, const QString& event) {

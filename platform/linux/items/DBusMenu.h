@@ -67,6 +67,8 @@ private:
     QElapsedTimer sinceLoaded_;
     std::chrono::milliseconds pause_{0};
     bool isListening_ = false;
+    /// Whether the program has had its time to bring the menu up to date.
+    bool isAnnounced_ = false;
     bool isLoading_ = false;
     bool isOutdated_ = false;
 };
