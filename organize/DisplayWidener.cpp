@@ -57,7 +57,8 @@ WidenResult DisplayWidener::widen(double toFit) {
 
     if (!writeRecord({current->id, display})) return WidenResult::failed;
     if (!platform_.displays.apply(chosen->id, display)) {
-        removeRecord();
+        // A refusal may have taken effect all the same, and then the mode is still to be put back.
+        (void)restore();
         return WidenResult::failed;
     }
     scale_ = static_cast<double>(chosen->width) / static_cast<double>(std::max(current->width, 1));

@@ -154,6 +154,28 @@ TEST_F(DisplayWidenerTest, WhenTheSystemRefusesNothingRemains) {
     EXPECT_THAT(world.log.lines(), IsEmpty());
 }
 
+TEST_F(DisplayWidenerTest, ARefusalThatTookEffectIsUndone) {
+    displays.answer = MemoryDisplays::Answer::refuses;
+    displays.onEffect = [this](EffectMoment moment) {
+        if (moment != EffectMoment::after || displays.applyCount > 1) return;
+        displays.answer = MemoryDisplays::Answer::switches;
+        display().current = wide;
+    };
+    EXPECT_EQ(widener.widen(1700), WidenResult::failed);
+    EXPECT_EQ(display().current, usual);
+    EXPECT_FALSE(hasRecord());
+    EXPECT_EQ(widener.scale(), 1.0);
+}
+
+TEST_F(DisplayWidenerTest, ARefusalThatTookEffectAndCannotBeUndoneStaysOnRecord) {
+    displays.answer = MemoryDisplays::Answer::refuses;
+    displays.onEffect = [this](EffectMoment moment) {
+        if (moment == EffectMoment::after) display().current = wide;
+    };
+    EXPECT_EQ(widener.widen(1700), WidenResult::failed);
+    expectRecord();
+}
+
 TEST_F(DisplayWidenerTest, ARecordIsNeverOverwritten) {
     ASSERT_EQ(widener.widen(1700), WidenResult::widened);
     EXPECT_EQ(widener.widen(2000), WidenResult::failed);
