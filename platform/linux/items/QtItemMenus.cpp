@@ -53,7 +53,9 @@ void QtItemMenus::open(const QString& destination, const QString& path, std::sha
     menu_->prepare([this](bool isUsable) {
         this->answer(isUsable);
         if (!isUsable) return discard();
-        connect(&menu_->menu(), &QMenu::aboutToHide, this, &QtItemMenus::close, Qt::QueuedConnection);
+        // Forgotten with the menu, because the next one may have been asked for meanwhile.
+        connect(
+            &menu_->menu(), &QMenu::aboutToHide, menu_.get(), [this] { close(); }, Qt::QueuedConnection);
         anchor_ = std::make_unique<MenuAnchor>(menu_->menu(), "Menu of a status item");
         menu_->menu().popup(QCursor::pos());
     });
