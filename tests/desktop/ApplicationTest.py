@@ -282,8 +282,7 @@ class TheStatusItem(ApplicationTestCase):
     def openMenu(self):
         """Ovin's own menu; the bar draws the one of a right click itself."""
         x, y = awaited(self.slot)
-        askForOwnMenu(x, y)
-        self.assertTrue(becomes(lambda: self.isOpen(self.ovin)), "no menu opens")
+        self.assertTrue(askForOwnMenu(x, y))
         self.assertTrue(becomes(lambda: self.isOpen(self.ovin)), "no menu opens")
         return x, windowsOf(self.ovin.pid)[0]
 
@@ -331,7 +330,7 @@ class TheStatusItem(ApplicationTestCase):
 
     def testASecondRequestReplacesTheMenu(self):
         _, first = self.openMenu()
-        askForOwnMenu(*awaited(self.slot))
+        self.assertTrue(askForOwnMenu(*awaited(self.slot)))
         self.assertTrue(becomes(lambda: len(windowsOf(self.ovin.pid)) == 1 and windowsOf(self.ovin.pid) != [first]))
         run("xdotool", "key", "Escape")
         self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)))
@@ -504,7 +503,7 @@ class TheEnd(ApplicationTestCase):
 
     def testASignalEndsItWithItsMenuOpen(self):
         ovin = self.startShown()
-        askForOwnMenu(*awaited(self.slot))
+        self.assertTrue(askForOwnMenu(*awaited(self.slot)))
         self.assertTrue(becomes(lambda: self.isOpen(ovin)))
         ovin.terminate()
         self.assertEnds(ovin)

@@ -39,7 +39,7 @@ def click(x, y, button=1):
 
 def askForOwnMenu(x, y):
     """Has Ovin open its own menu at a place, as bars do that open no menus themselves; this one does that for a right click, and
-    nobody finds the entries in its menus."""
+    nobody finds the entries in its menus. Returns whether Ovin was there to be asked."""
     run("xdotool", "mousemove", str(x), str(y))
     bus = Gio.bus_get_sync(Gio.BusType.SESSION)
 
@@ -59,9 +59,10 @@ def askForOwnMenu(x, y):
             if isOvin and call(name, slash + path, properties, "Get", item, "Id")[0] == "Ovin.Control":
                 # One bar tells the same place for every click.
                 call(name, slash + path, item, "ContextMenu", 0, 25)
-                return
+                return True
         except (GLib.Error, OSError):
             continue  # it went meanwhile
+    return False
 
 
 def heedSignals():

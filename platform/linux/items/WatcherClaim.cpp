@@ -77,7 +77,11 @@ void WatcherClaim::takeUnlessWanted() {
 }
 
 void WatcherClaim::takeNow() {
-    if (!steps_.take()) return;
+    if (!steps_.take()) {
+        // Who has the name instead is told at once, and ends this. Where the bus did not answer, nobody has it.
+        if (owner_.empty()) takeAfterGrace();
+        return;
+    }
     owner_ = self_;
     stopLooking();
     barMayCome(self_);

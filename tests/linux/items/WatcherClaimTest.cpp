@@ -20,15 +20,16 @@ protected:
     std::string waiting;
     std::set<std::string> connected{"bar", "other"};
     int looks = 0;
-    WatcherClaim claim{
-        time,
-        "ovin",
-        {[this] { return owner.empty() && (setOwner("ovin"), true); }, [this] { setOwner(std::exchange(waiting, "")); },
-         [this] {
-             ++looks;
-             time.async([this] { claim.told(!waiting.empty()); });
-         },
-         [this](const std::string& program) { return connected.contains(program); }}};
+    bool busAnswers = true;
+    WatcherClaim claim{time,
+                       "ovin",
+                       {[this] { return busAnswers && owner.empty() && (setOwner("ovin"), true); },
+                        [this] { setOwner(std::exchange(waiting, "")); },
+                        [this] {
+                            ++looks;
+                            time.async([this] { claim.told(!waiting.empty()); });
+                        },
+                        [this](const std::string& program) { return connected.contains(program); }}};
 
     void setOwner(const std::string& name) {
         owner = name;
@@ -55,6 +56,15 @@ protected:
         if (!namesFirst && owner == program) setOwner("");
     }
 };
+
+TEST_F(WatcherClaimTest, AFreeNameIsAskedForAgainWhereTheBusDidNotAnswer) {
+    busAnswers = false;
+    begin(WatcherClaim::Begin::atOnce);
+    EXPECT_EQ(owner, "");
+    busAnswers = true;
+    time.advance(WatcherClaim::grace);
+    EXPECT_EQ(owner, "ovin");
+}
 
 TEST_F(WatcherClaimTest, AFreeNameIsTakenAfterTheGrace) {
     begin();
