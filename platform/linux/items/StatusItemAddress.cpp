@@ -1,66 +1,35 @@
 #include "platform/linux/items/StatusItemAddress.h"
 
-#include <algorithm>
+#include <systemd/sd-bus.h>
+
 #include <cstddef>
+#include <utility>
 
 namespace ovin {
 namespace {
 
-constexpr std::size_t longestName = 255;
 constexpr std::size_t longestPath = 1024;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-bool isWordCharacter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isDigit(c) || c == '_'; }
-
-bool isPathElement(std::string_view element) {
-    return !element.empty() && std::all_of(element.begin(), element.end(), isWordCharacter);
-}
-
-bool isNameElement(std::string_view element, bool mayStartWithDigit) {
-    const auto fits = [](char c) { return isWordCharacter(c) || c == '-'; };
-    return !element.empty() && (mayStartWithDigit || !isDigit(element.front())) &&
-           std::all_of(element.begin(), element.end(), fits);
-}
-
-/// Whether every piece of `text` between separators passes; `count` becomes the number of pieces.
-template <typename Check>
-bool allPieces(std::string_view text, char separator, Check passes, int& count) {
-    for (count = 1;; ++count) {
-        const std::size_t end = text.find(separator);
-        if (!passes(text.substr(0, end))) return false;
-        if (end == std::string_view::npos) return true;
-        text.remove_prefix(end + 1);
-    }
-}
+/// The library of the bus reads no further than to a zero byte.
+bool isReadWhole(const std::string& text) { return text.find('\0') == std::string::npos; }
 
 /// Whether the bus accepts `name` as a connection's name; it disconnects programs that send it any other.
-bool isBusName(std::string_view name) {
-    if (name.size() > longestName) return false;
-    const bool isUnique = name.starts_with(':');
-    int elements = 0;
-    return allPieces(
-               name.substr(isUnique ? 1 : 0), '.', [&](std::string_view e) { return isNameElement(e, isUnique); },
-               elements) &&
-           elements >= 2;
-}
+bool isBusName(const std::string& name) { return isReadWhole(name) && sd_bus_service_name_is_valid(name.c_str()) > 0; }
 
 }  // namespace
 
 std::optional<StatusItemAddress> statusItemAddress(std::string_view argument, std::string_view sender) {
     const std::size_t slash = argument.find('/');
-    std::string_view name = slash == 0 ? sender : argument.substr(0, slash);
-    const std::string_view path = slash == std::string_view::npos ? customaryItemPath : argument.substr(slash);
+    std::string name(slash == 0 ? sender : argument.substr(0, slash));
+    std::string path(slash == std::string_view::npos ? customaryItemPath : argument.substr(slash));
     // GNOME's watcher lists items like this.
-    if (slash != std::string_view::npos && name.ends_with('@')) name.remove_suffix(1);
+    if (slash != std::string_view::npos && name.ends_with('@')) name.pop_back();
     if (!isBusName(name) || !isObjectPath(path)) return std::nullopt;
-    return StatusItemAddress{std::string(name), std::string(path)};
+    return StatusItemAddress{std::move(name), std::move(path)};
 }
 
-bool isObjectPath(std::string_view path) {
-    if (path.size() > longestPath || !path.starts_with('/')) return false;
-    int elements = 0;
-    return path == "/" || allPieces(path.substr(1), '/', isPathElement, elements);
+bool isObjectPath(const std::string& path) {
+    return path.size() <= longestPath && isReadWhole(path) && sd_bus_object_path_is_valid(path.c_str()) > 0;
 }
 
 }  // namespace ovin

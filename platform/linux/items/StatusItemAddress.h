@@ -27,6 +27,6 @@ struct StatusItemAddress {
 [[nodiscard]] std::optional<StatusItemAddress> statusItemAddress(std::string_view argument, std::string_view sender);
 
 /// Whether the bus accepts `path` as an object's path, and it has at most 1024 bytes.
-[[nodiscard]] bool isObjectPath(std::string_view path);
+[[nodiscard]] bool isObjectPath(const std::string& path);
 
 }  // namespace ovin

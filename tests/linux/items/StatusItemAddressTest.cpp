@@ -39,6 +39,11 @@ TEST(StatusItemAddress, IsNothingForGarbage) {
     }
 }
 
+TEST(StatusItemAddress, IsNothingForATextWithAZeroByte) {
+    EXPECT_EQ(joined({"a.b\0c", 5}), "none");
+    EXPECT_EQ(joined({"/a\0b", 4}), "none");
+}
+
 TEST(StatusItemAddress, IsNothingForAPathOfNobody) { EXPECT_EQ(joined("/item", ""), "none"); }
 
 TEST(StatusItemAddress, IsNothingForAbsurdLengths) {
