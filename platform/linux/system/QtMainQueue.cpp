@@ -35,10 +35,10 @@ void QtMainQueue::async(Work work) {
         waiting_.push_back(std::move(work));
     }
     // One event for each piece of work, so that the toolkit can handle its own events between two.
-    QCoreApplication::postEvent(&receiver_, new QEvent(QEvent::User));
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
-void QtMainQueue::runNext() {
+void QtMainQueue::customEvent(QEvent*) {
     Work work;
     {
         const std::lock_guard lock(mutex_);

@@ -9,31 +9,19 @@
 namespace ovin {
 
 /// The event loop of the Qt program, made on its thread. Work waits for the loop to run, also that of a menu or an alert.
-class QtMainQueue final : public MainQueue {
+class QtMainQueue final : private QObject, public MainQueue {
 public:
     void async(Work work) override;
     [[nodiscard]] std::unique_ptr<Timer> after(std::chrono::nanoseconds delay, Work work) override;
 
 private:
-    void runNext();
-
-    /// Gets an event for each piece of work.
-    class Receiver final : public QObject {
-    public:
-        explicit Receiver(QtMainQueue& queue) : queue_(queue) {}
-
-    protected:
-        void customEvent(QEvent*) override { queue_.runNext(); }
-
-    private:
-        QtMainQueue& queue_;
-    };
+    /// Runs one piece of work.
+    void customEvent(QEvent*) override;
 
     // Work waits here instead of in the toolkit's queue, because the thread sanitizer does not see that queue's locks and
     // would report every piece of work that comes from a task as a race.
     std::mutex mutex_;
     std::deque<Work> waiting_;
-    Receiver receiver_{*this};
 };
 
 }  // namespace ovin
