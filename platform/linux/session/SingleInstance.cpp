@@ -5,7 +5,6 @@
 #include <QDBusMessage>
 #include <QThread>
 #include <algorithm>
-#include <utility>
 
 #include "platform/linux/system/DBusCall.h"
 
@@ -56,19 +55,16 @@ SingleInstance::Claim SingleInstance::claim(milliseconds bound, const QString& a
     return Claim::unresponsive;
 }
 
-void SingleInstance::onActivate(std::function<void(const QString&)> handler) {
-    handler_ = std::move(handler);
-    for (const QString& action : std::exchange(wanted_, {})) activateLater(action);
-}
-
 /// Queues the handler, so that the caller has its answer before the handler does any work.
 void SingleInstance::activateLater(const QString& action) {
     if (isGivenUp_) {
         if (calledFromDBus()) sendErrorReply(QDBusError::Failed, "The program is about to end");
         return;
     }
-    QMetaObject::invokeMethod(
-        this, [this, action] { handler_ ? handler_(action) : wanted_.append(action); }, Qt::QueuedConnection);
+    const auto handle = [this, action] {
+        if (handler_) handler_(action);
+    };
+    QMetaObject::invokeMethod(this, handle, Qt::QueuedConnection);
 }
 
 void SingleInstance::Activate(const QVariantMap&) { activateLater(); }

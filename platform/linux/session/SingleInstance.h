@@ -8,6 +8,7 @@
 #include <QVariantMap>
 #include <chrono>
 #include <functional>
+#include <utility>
 
 namespace ovin {
 
@@ -39,8 +40,8 @@ public:
     [[nodiscard]] Claim claim(std::chrono::milliseconds bound, const QString& action = {});
 
     /// Sets what to do when another program asks this one for an action, or to come forward: then the action is empty. Names
-    /// may be anything. Called from the event loop, also for requests that came before.
-    void onActivate(std::function<void(const QString& action)> handler);
+    /// may be anything. Called from the event loop, so set it before that runs.
+    void onActivate(std::function<void(const QString& action)> handler) { handler_ = std::move(handler); }
 
     /// This program is about to end: instances that ask are refused, and take over when this object is destroyed.
     void giveUp() { isGivenUp_ = true; }
@@ -57,8 +58,6 @@ private:
     const QString name_;
     QDBusConnection bus_;
     std::function<void(const QString& action)> handler_;
-    /// What was asked for before there was a handler.
-    QStringList wanted_;
     bool isGivenUp_ = false;
 };
 
