@@ -60,8 +60,6 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, const QString& service, const QSt
     load();
 }
 
-DBusMenu::~DBusMenu() = default;
-
 QDBusMessage DBusMenu::call(const QString& method, const QVariantList& arguments) const {
     return dbusCall(service_, path_, menuInterface, method, arguments);
 }

@@ -26,7 +26,6 @@ class DBusMenu : public QObject {
 
 public:
     DBusMenu(const QDBusConnection& bus, const QString& service, const QString& path);
-    ~DBusMenu() override;
 
     /// Tells the program that its menu is about to be shown, lets it bring the menu up to date, and calls `ready` once,
     /// within half a second, with whether there is anything to show.
