@@ -82,7 +82,7 @@ int run(TerminationSignal& signals, const QString& action) {
     if (!isPreview) {
         if (const auto status = giveWay(instance, action)) return *status;
     }
-    const auto world = LinuxWorld::open(isPreview ? LinuxWorld::Watcher::never : LinuxWorld::Watcher::afterGrace);
+    const auto world = LinuxWorld::open(isPreview ? std::nullopt : std::optional(WatcherClaim::Begin::afterGrace));
     if (!world) return fail("there is no session bus");
     world->application().endWith(signals);
     IconLoader::share(std::make_unique<IconLoader>("/proc/self/exe"));

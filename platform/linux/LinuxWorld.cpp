@@ -34,12 +34,9 @@ LinuxWorld::LinuxWorld(std::unique_ptr<Bus> session, Watcher watcher)
       defaults_(userDefaultsPath()),
       consent_(accessibilityBus_, defaults_, mainQueue_),
       accessibility_({*session_, accessibilityBus_, consent_, items_, menus_, barSettings_, hasBar_}, askForTrust) {
-    if (watcher != Watcher::never) {
-        watcher_.emplace(QDBusConnection::sessionBus(), mainQueue_,
-                         watcher == Watcher::atOnce ? WatcherClaim::Begin::atOnce : WatcherClaim::Begin::afterGrace);
-    }
+    if (watcher) watcher_.emplace(QDBusConnection::sessionBus(), mainQueue_, *watcher);
     // What only looks, or shows one window, changes nothing.
-    if (watcher == Watcher::afterGrace) consent_.beginToAct();
+    if (watcher == WatcherClaim::Begin::afterGrace) consent_.beginToAct();
     if (!defaults_.isReadable())
         log_.write("Ovin: the settings cannot be read, and are left as they are: " + defaults_.place());
 }

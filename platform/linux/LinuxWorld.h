@@ -22,6 +22,7 @@
 #include "platform/linux/items/QtItemMenus.h"
 #include "platform/linux/items/StatusNotifierItems.h"
 #include "platform/linux/items/StatusNotifierWatcher.h"
+#include "platform/linux/items/WatcherClaim.h"
 #include "platform/linux/own_item/QtStatusItem.h"
 #include "platform/linux/session/AutostartEntry.h"
 #include "platform/linux/session/QtApplication.h"
@@ -45,11 +46,11 @@ namespace ovin {
 class LinuxWorld {
 public:
     /// When this program becomes the watcher, with which status items register, where no other program is: after a while in
-    /// which a bar may come, or at once because it only looks and ends.
-    enum class Watcher { afterGrace, atOnce, never };
+    /// which a bar may come, or at once because it only looks and ends; with nothing, never.
+    using Watcher = std::optional<WatcherClaim::Begin>;
 
     /// Null without a session bus.
-    [[nodiscard]] static std::unique_ptr<LinuxWorld> open(Watcher watcher = Watcher::atOnce);
+    [[nodiscard]] static std::unique_ptr<LinuxWorld> open(Watcher watcher = WatcherClaim::Begin::atOnce);
 
     LinuxWorld(const LinuxWorld&) = delete;
     LinuxWorld& operator=(const LinuxWorld&) = delete;
