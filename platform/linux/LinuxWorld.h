@@ -3,7 +3,6 @@
 #include <atomic>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 #include "platform/NoUpdates.h"
 #include "platform/Platform.h"

@@ -1,6 +1,5 @@
 #include "platform/linux/accessibility/AccessibilityBus.h"
 
-#include <algorithm>
 #include <atomic>
 #include <future>
 #include <utility>

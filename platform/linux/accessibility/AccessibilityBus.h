@@ -4,7 +4,6 @@
 #include <future>
 #include <memory>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include "platform/ProcessInfo.h"

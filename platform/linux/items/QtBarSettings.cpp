@@ -1,7 +1,6 @@
 #include "platform/linux/items/QtBarSettings.h"
 
 #include <QDBusArgument>
-#include <QDBusConnectionInterface>
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>

@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace ovin {
