@@ -15,7 +15,7 @@ import os
 import re
 import sys
 
-SOURCE_SUFFIXES = (".h", ".cpp", ".mm", ".m")
+SOURCE_SUFFIXES = (".h", ".cpp", ".mm")
 
 # Which other logic folders a logic folder may include.
 LOGIC = {
@@ -188,8 +188,6 @@ def refusal(path, what):
             return "the logic and the interfaces are built on the C++ standard library alone"
         return None if REALISATIONS[realisation][1] else f"platform/{realisation} is built on the C++ standard library alone"
 
-    if own.endswith(".moc") and realisation == "linux":
-        return None
     if ".." in own.split("/"):
         return "an include gives the path from the root"
     target = folder_of(own)

@@ -103,7 +103,6 @@ class CheckIncludes(unittest.TestCase):
     def test_worlds_may_use_interfaces_and_what_worlds_share(self):
         self.accepts("platform/linux/A.cpp", '#include <QString>\n#include "platform/Clock.h"\n')
         self.accepts("platform/linux/A.cpp", '#include "platform/icu/B.h"\n#include "platform/threads/B.h"\n')
-        self.accepts("platform/linux/A.cpp", '#include "A.moc"\n')
         self.accepts("platform/macos/A.mm", '#import <AppKit/AppKit.h>\n#include "platform/threads/B.h"\n')
         self.accepts("platform/memory/A.h", '#include <mutex>\n#include "platform/icu/B.h"\n')
         self.accepts("platform/threads/A.cpp", "#include <thread>\n")
