@@ -127,8 +127,6 @@ std::optional<BusValue> readValue(sd_bus_message* message, Place place) {
             return readBasic<std::int64_t, std::int64_t>(message, type);
         case 't':
             return readBasic<std::uint64_t, std::uint64_t>(message, type);
-        case 'd':
-            return readBasic<double, double>(message, type);
         case 's':
         case 'o':
         case 'g':

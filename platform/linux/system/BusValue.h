@@ -11,13 +11,14 @@ struct sd_bus_message;
 namespace ovin {
 
 /// A value as it came over a message bus. Structures are arrays of their members, a variant is the value that it holds,
-/// object paths and signatures are strings, and a dictionary whose keys are no strings is an empty value.
+/// object paths and signatures are strings. Numbers that are no integers, and dictionaries whose keys are no strings, are
+/// empty values.
 struct BusValue {
     using Array = std::vector<BusValue>;
     using Bytes = std::vector<std::uint8_t>;
     using Dictionary = std::map<std::string, BusValue, std::less<>>;
 
-    std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, std::string, Array, Dictionary, Bytes> content;
+    std::variant<std::monostate, bool, std::int64_t, std::uint64_t, std::string, Array, Dictionary, Bytes> content;
 
     template <typename Type>
     [[nodiscard]] const Type* as() const {
