@@ -12,7 +12,8 @@ namespace ovin {
 /// An accessible object of some program.
 class AccessibleElement final : public LinuxElement {
 public:
-    /// A part of a window has the item of another program as its only child if its description names one. A window has none.
+    /// A part of a window, however deep in it, has a status item as its only child if its description is the address of one.
+    /// A window has none, whatever its description.
     enum class Kind { window, part };
 
     AccessibleElement(std::shared_ptr<const LinuxAccessibility::Desktop> desktop, AccessibleName name, Kind kind,

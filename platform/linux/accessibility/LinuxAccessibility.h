@@ -19,8 +19,9 @@ namespace ovin {
 /// A process that has registered status items has an extras menu bar, "AXExtrasMenuBar", with these items as its children.
 /// Their texts are the properties of the StatusNotifierItem: the title is "AXTitle", the tool tip (or else the icon's
 /// description) is "AXDescription", the id is "AXIdentifier". The windows of a process and what is in them are its
-/// accessible objects. An object whose description is the address of a status item stands for that item; menu bars that show
-/// items give such descriptions. "AXPress" does what a click on the item does, "AXShowMenu" shows its menu.
+/// accessible objects. An object within a window, however deep, whose description is the address of a status item has that
+/// item as its only child; menu bars that show items give such descriptions. "AXPress" does what a click on the item does,
+/// "AXShowMenu" shows its menu.
 ///
 /// Only the layout of a bar needs the accessibility bus. So this program is trusted unless assistive programs are known to
 /// be disabled, such a bar runs and the user has not been asked. Who has refused to enable them is not asked by the ledge
