@@ -7,7 +7,7 @@ import re
 
 @dataclasses.dataclass
 class Signature:
-    """A method, a property, a function or a constant. Only properties have a `setter_type`, and no parameters."""
+    """A method, a property or a function."""
 
     name: str
     type: str
