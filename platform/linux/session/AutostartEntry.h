@@ -27,8 +27,8 @@ struct AutostartPlaces {
 /// By the XDG rules, from the environment of this process.
 [[nodiscard]] AutostartPlaces autostartPlaces();
 
-/// Ovin among the programs that the desktop starts at login: the entry "org.ovin.Ovin.desktop" in the user's folder
-/// "autostart", as the XDG autostart specification has it.
+/// Ovin among the programs that the desktop starts at login, by the XDG rules: the entry "org.ovin.Ovin.desktop" in the
+/// user's folder "autostart".
 ///
 /// - Not registered: there is no such entry, or it starts nothing here, because it names another program or a missing one,
 ///   or is for other desktops. Registering repairs the entry and keeps other keys, comments and translations. It drops the
