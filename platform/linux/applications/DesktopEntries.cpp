@@ -71,11 +71,12 @@ struct DesktopEntries::Installed::Files {
         [[nodiscard]] std::string path() const { return folder.native() + '/' + name; }
     };
 
-    /// By what they run at first sight, equal ones in order of precedence.
+    /// By the program that each file runs, of which only those lines have been read. Files of one program in order of
+    /// precedence.
     std::multimap<std::string, File> byExecutable;
     std::map<Path, FolderState> folders;
     std::mutex mutex;
-    /// What has been asked for, and is installed at first sight.
+    /// What `find` has answered, from files read whole; nothing where none of them is in order.
     std::map<std::string, std::optional<DesktopEntry>> known;
 
     /// `firstByID` has the files of the folders before this one.

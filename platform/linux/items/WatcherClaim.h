@@ -77,7 +77,7 @@ private:
     /// What may be bars and has not stayed for a second.
     std::set<std::string> newcomers_;
     std::unique_ptr<MainQueue::Timer> settling_;
-    /// Of the grace while the name is free, and of the next look at the queue while this program owns it.
+    /// While the name is free: the grace. While this program owns it: the next look at the queue.
     std::unique_ptr<MainQueue::Timer> timer_;
     std::size_t looks_ = 0;
     bool isBar_ = false;
