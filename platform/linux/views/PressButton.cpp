@@ -16,10 +16,7 @@ bool isReturn(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
 }  // namespace
 
-PressButton::PressButton(int tag) : tag_(tag) {
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
-}
+PressButton::PressButton(int tag) : tag_(tag) { setFocusPolicy(Qt::StrongFocus); }
 
 bool PressButton::event(QEvent* event) {
     // Return presses the button that the user has moved to with the keyboard, otherwise the window's default button.
