@@ -15,7 +15,6 @@
 #include <string>
 
 #include "platform/linux/system/DBusCall.h"
-#include "platform/linux/views/ItemButton.h"
 #include "platform/linux/views/PressButton.h"
 #include "tests/contract/StatusItemProgram.h"
 
@@ -127,9 +126,8 @@ std::vector<Rect> LinuxUser::windows() {
 
 void LinuxUser::click(int tag) {
     for (auto* const button : onlyWindow().findChildren<QAbstractButton*>()) {
-        const auto* const ofPage = dynamic_cast<PressButton*>(button);
-        const bool isOfLedge = dynamic_cast<ItemButton*>(button) != nullptr;
-        if (isOfLedge || (ofPage != nullptr && ofPage->tag() == tag)) return button->click();
+        auto* const ofView = dynamic_cast<PressButton*>(button);
+        if (ofView != nullptr && ofView->tag() == tag) return ofView->click();
     }
     require(false, "There is no such button.");
 }

@@ -12,7 +12,6 @@
 #include "platform/linux/drawing/LedgeIcon.h"
 #include "platform/linux/drawing/QtFonts.h"
 #include "platform/linux/drawing/ShownText.h"
-#include "platform/linux/views/PressButton.h"
 
 namespace ovin {
 namespace {
@@ -38,7 +37,7 @@ AttributedText shown(AttributedText title) {
 }  // namespace
 
 ItemButton::ItemButton(const Button& button)
-    : title_(shown(button.title)), imagePosition_(button.imagePosition), tag_(button.tag) {
+    : PressButton(button.tag), title_(shown(button.title)), imagePosition_(button.imagePosition) {
     if (imagePosition_ != Button::ImagePosition::only) titleSize_ = title().size();
     setText(plainText(title_));
     setShortcut({});
@@ -127,18 +126,8 @@ void ItemButton::takeIcon(bool readsAgain) {
 }
 
 void ItemButton::changeEvent(QEvent* event) {
-    QAbstractButton::changeEvent(event);
+    PressButton::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) takeIcon(false);
-}
-
-void ItemButton::enterEvent(QEnterEvent* event) {
-    QAbstractButton::enterEvent(event);
-    update();
-}
-
-void ItemButton::leaveEvent(QEvent* event) {
-    QAbstractButton::leaveEvent(event);
-    update();
 }
 
 }  // namespace ovin

@@ -1,30 +1,26 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QElapsedTimer>
 #include <QPixmap>
 #include <optional>
 
 #include "platform/Views.h"
 #include "platform/linux/drawing/TextLines.h"
+#include "platform/linux/views/PressButton.h"
 
 namespace ovin {
 
 /// A button of the ledge: no border until the pointer is over it, an image, a title, or both beside one another.
-class ItemButton final : public QAbstractButton {
+class ItemButton final : public PressButton {
     Q_OBJECT
 
 public:
     explicit ItemButton(const Button& button);
 
-    /// That of the button that it shows.
-    [[nodiscard]] int tag() const { return tag_; }
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -35,7 +31,6 @@ private:
 
     const AttributedText title_;
     const Button::ImagePosition imagePosition_;
-    const int tag_;
     std::optional<Image> image_;
     /// What is known of the image, for this many pixels to a side. Initials stand for one that does not come soon.
     QPixmap picture_;

@@ -5,8 +5,8 @@
 
 namespace ovin {
 
-/// The base of the buttons of a page. Tab reaches them and shows a focus ring, Space and Return press them; all other keys
-/// go to the widgets around them, so that a page scrolls.
+/// The base of all buttons of views. On a page Tab reaches them and shows a focus ring, Space and Return press them; all
+/// other keys go to the widgets around them, so that the page scrolls.
 class PressButton : public QAbstractButton {
 public:
     /// Tells buttons apart; passed to the click handler.

@@ -29,12 +29,10 @@ struct Make {
         return new StackWidget(stack, views);
     }
     QWidget* operator()(const Label& label) const { return new LabelWidget(label); }
-    QWidget* operator()(const Button& button) const { return clickable(new ItemButton(button), button.tag); }
-    QWidget* operator()(const PushButton& button) const { return clickable(new PushButtonWidget(button), button.tag); }
-    QWidget* operator()(const DisclosureTriangle& triangle) const {
-        return clickable(new DisclosureWidget(triangle), triangle.tag);
-    }
-    QWidget* operator()(const TextButton& button) const { return clickable(new TextButtonWidget(button), button.tag); }
+    QWidget* operator()(const Button& button) const { return clickable(new ItemButton(button)); }
+    QWidget* operator()(const PushButton& button) const { return clickable(new PushButtonWidget(button)); }
+    QWidget* operator()(const DisclosureTriangle& triangle) const { return clickable(new DisclosureWidget(triangle)); }
+    QWidget* operator()(const TextButton& button) const { return clickable(new TextButtonWidget(button)); }
     QWidget* operator()(const ImageView& image) const { return new ImageWidget(image); }
     QWidget* operator()(const Separator& separator) const { return new SeparatorWidget(separator); }
     QWidget* operator()(const Spacer& spacer) const {
@@ -57,10 +55,11 @@ struct Make {
     }
 
 private:
-    QWidget* clickable(QAbstractButton* button, int tag) const {
+    QWidget* clickable(PressButton* button) const {
         // Queued, because the handler may delete the button while it still handles the click.
         QObject::connect(
-            button, &QAbstractButton::clicked, button, [clicked = clicked, tag] { clicked(tag); }, Qt::QueuedConnection);
+            button, &PressButton::clicked, button, [clicked = clicked, tag = button->tag()] { clicked(tag); },
+            Qt::QueuedConnection);
         return button;
     }
 };
