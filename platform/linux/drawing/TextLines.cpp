@@ -11,21 +11,24 @@
 namespace ovin {
 namespace {
 
-QTextCharFormat format(const TextRun& run, const TextLines::Defaults& defaults, const QPalette& palette) {
+/// Those of all controls that show such text.
+constexpr Font defaultFont{13, Font::Weight::regular};
+constexpr Color defaultColor{SystemColor::label};
+
+QTextCharFormat format(const TextRun& run, const QPalette& palette) {
     QTextCharFormat result;
-    result.setFont(qtFont(run.font.value_or(defaults.font)));
-    result.setForeground(qtColor(run.color.value_or(defaults.color), palette));
+    result.setFont(qtFont(run.font.value_or(defaultFont)));
+    result.setForeground(qtColor(run.color.value_or(defaultColor), palette));
     result.setFontUnderline(run.isUnderlined);
     return result;
 }
 
-QList<QTextLayout::FormatRange> formats(const AttributedText& text, const TextLines::Defaults& defaults,
-                                        const QPalette& palette) {
+QList<QTextLayout::FormatRange> formats(const AttributedText& text, const QPalette& palette) {
     QList<QTextLayout::FormatRange> ranges;
     int start = 0;
     for (const TextRun& run : text) {
         const auto length = static_cast<int>(QString::fromStdString(run.text).size());
-        ranges.push_back({start, length, format(run, defaults, palette)});
+        ranges.push_back({start, length, format(run, palette)});
         start += length;
     }
     return ranges;
@@ -33,12 +36,12 @@ QList<QTextLayout::FormatRange> formats(const AttributedText& text, const TextLi
 
 }  // namespace
 
-TextLines::TextLines(const AttributedText& text, const Defaults& defaults, const QPalette& palette,
-                     std::optional<double> wrapWidth, double lineSpacing)
+TextLines::TextLines(const AttributedText& text, const QPalette& palette, std::optional<double> wrapWidth,
+                     double lineSpacing)
     : layout_(plainText(text).replace(QChar::LineFeed, QChar::LineSeparator),
-              qtFont(text.empty() ? defaults.font : text.front().font.value_or(defaults.font))),
-      color_(qtColor(defaults.color, palette)) {
-    layout_.setFormats(formats(text, defaults, palette));
+              qtFont(text.empty() ? defaultFont : text.front().font.value_or(defaultFont))),
+      color_(qtColor(defaultColor, palette)) {
+    layout_.setFormats(formats(text, palette));
     QTextOption option;
     option.setWrapMode(wrapWidth ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::ManualWrap);
     layout_.setTextOption(option);

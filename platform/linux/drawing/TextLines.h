@@ -10,15 +10,9 @@ namespace ovin {
 /// Text of several styles, laid out in lines. The text is never taken for mark-up; a line feed begins a new line.
 class TextLines {
 public:
-    /// For runs that have no font or colour of their own.
-    struct Defaults {
-        Font font;
-        Color color;
-    };
-
     /// Lines wrap at `wrapWidth`; without it they break only at line feeds.
-    TextLines(const AttributedText& text, const Defaults& defaults, const QPalette& palette,
-              std::optional<double> wrapWidth = {}, double lineSpacing = 0);
+    TextLines(const AttributedText& text, const QPalette& palette, std::optional<double> wrapWidth = {},
+              double lineSpacing = 0);
 
     /// As wide as the longest line, and in whole pixels, so that nothing is cut off.
     [[nodiscard]] QSize size() const { return size_; }

@@ -19,7 +19,6 @@ namespace {
 /// The padding on either side of a title, and the gap between an image and a title.
 constexpr int titlePadding = 6;
 constexpr int imageGap = 4;
-constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor::label}};
 /// As many as the ledge shows of an application that has no icon.
 constexpr std::size_t initialsShown = 2;
 constexpr Font initialsFont{13, Font::Weight::regular};
@@ -54,7 +53,7 @@ ItemButton::ItemButton(const Button& button)
     setFixedWidth(button.width ? qRound(*button.width) : contentWidth());
 }
 
-TextLines ItemButton::title() const { return {title_, defaults, palette()}; }
+TextLines ItemButton::title() const { return {title_, palette()}; }
 
 QSize ItemButton::sizeHint() const {
     const QSize content(contentWidth(), std::max(titleSize_.height(), iconSize().height()));

@@ -1,11 +1,6 @@
 #include "platform/linux/views/LabelWidget.h"
 
 namespace ovin {
-namespace {
-
-constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor::label}};
-
-}  // namespace
 
 LabelWidget::LabelWidget(const Label& label) : label_(label) {
     setTextFormat(Qt::PlainText);
@@ -19,7 +14,7 @@ LabelWidget::LabelWidget(const Label& label) : label_(label) {
 }
 
 TextLines LabelWidget::lines(std::optional<double> wrapWidth) const {
-    return {label_.text, defaults, palette(), wrapWidth, label_.lineSpacing};
+    return {label_.text, palette(), wrapWidth, label_.lineSpacing};
 }
 
 QSize LabelWidget::sizeHint() const {

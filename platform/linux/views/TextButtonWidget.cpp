@@ -6,7 +6,6 @@
 namespace ovin {
 namespace {
 
-constexpr TextLines::Defaults defaults{{13, Font::Weight::regular}, {SystemColor::label}};
 constexpr double ringRadius = 3;
 constexpr double pressedOpacity = 0.6;
 
@@ -22,7 +21,7 @@ TextButtonWidget::TextButtonWidget(const TextButton& button) : PressButton(butto
     setPlainToolTip(*this, button.toolTip);
 }
 
-TextLines TextButtonWidget::lines() const { return {title_, defaults, palette()}; }
+TextLines TextButtonWidget::lines() const { return {title_, palette()}; }
 
 QSize TextButtonWidget::sizeHint() const { return lines().size(); }
 
