@@ -11,13 +11,6 @@ namespace {
 /// The style that the toolkit falls back to.
 const char* const plainStyle = "fusion";
 
-QString opaque(const QColor& color, const QColor& below) {
-    const auto mixed = [alpha = color.alphaF()](float over, float under) { return over * alpha + under * (1 - alpha); };
-    return QColor::fromRgbF(mixed(color.redF(), below.redF()), mixed(color.greenF(), below.greenF()),
-                            mixed(color.blueF(), below.blueF()))
-        .name();
-}
-
 }  // namespace
 
 void giveMenuLook(QMenu& menu) {
@@ -25,6 +18,7 @@ void giveMenuLook(QMenu& menu) {
     const QPalette palette = menu.palette();
     const QColor window = palette.color(QPalette::Window);
     const QColor selection = behindText(palette.color(QPalette::Highlight));
+    const auto onWindow = [&](SystemColor color) { return over(qtColor({color}, palette), window).name(); };
     menu.setStyleSheet(QString("QMenu { background: %1; color: %2; border: 1px solid %3; padding: 5px; menu-scrollable: 1; }"
                                "QMenu::item { padding: 5px 20px 5px 26px; border-radius: 5px; }"
                                "QMenu::item:selected { background: %4; color: %5; }"
@@ -33,10 +27,8 @@ void giveMenuLook(QMenu& menu) {
                                "QMenu::indicator { width: 12px; height: 12px; left: 7px; }"
                                "QMenu::separator { height: 1px; background: %7; margin: 5px 8px; }")
                            .arg(window.name(), palette.color(QPalette::WindowText).name(),
-                                opaque(qtColor({SystemColor::quaternaryLabel}, palette), window), selection.name(),
-                                readableOn(selection).name(),
-                                opaque(qtColor({SystemColor::secondaryLabel}, palette), window),
-                                opaque(qtColor({SystemColor::separator}, palette), window)));
+                                onWindow(SystemColor::quaternaryLabel), selection.name(), readableOn(selection).name(),
+                                onWindow(SystemColor::secondaryLabel), onWindow(SystemColor::separator)));
 }
 
 }  // namespace ovin

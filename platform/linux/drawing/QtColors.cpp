@@ -20,11 +20,6 @@ constexpr int lighterStep = 102;
 constexpr int mostSteps = 80;
 constexpr double focusOpacity = 0.18;
 
-QColor faded(QColor color, double opacity) {
-    color.setAlphaF(static_cast<float>(opacity));
-    return color;
-}
-
 /// The relative luminance of a colour, from 0 to 1.
 double luminance(const QColor& color) {
     const auto linear = [](double part) { return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
@@ -76,6 +71,17 @@ QColor qtColor(const Color& color, const QPalette& palette) {
         result = systemColor(std::get<SystemColor>(color.base), palette);
     }
     return color.alpha == 1 ? result : faded(result, color.alpha);
+}
+
+QColor faded(QColor color, double opacity) {
+    color.setAlphaF(static_cast<float>(opacity));
+    return color;
+}
+
+QColor over(const QColor& above, const QColor& below) {
+    const auto mixed = [share = above.alphaF()](float on, float under) { return under + share * (on - under); };
+    return QColor::fromRgbF(mixed(above.redF(), below.redF()), mixed(above.greenF(), below.greenF()),
+                            mixed(above.blueF(), below.blueF()));
 }
 
 QColor readableOn(const QColor& background) {

@@ -11,6 +11,12 @@ namespace ovin {
 /// A colour as this desktop shows it: system colours come from the palette, and so follow its light or dark appearance.
 [[nodiscard]] QColor qtColor(const Color& color, const QPalette& palette);
 
+/// A colour with this opacity, from 0 to 1.
+[[nodiscard]] QColor faded(QColor color, double opacity);
+
+/// The opaque colour that a translucent one makes on an opaque one.
+[[nodiscard]] QColor over(const QColor& above, const QColor& below);
+
 /// Black or white, whichever is easier to read on `background`.
 [[nodiscard]] QColor readableOn(const QColor& background);
 

@@ -10,6 +10,7 @@
 #include "platform/icu/IcuText.h"
 #include "platform/linux/drawing/IconLoader.h"
 #include "platform/linux/drawing/LedgeIcon.h"
+#include "platform/linux/drawing/QtColors.h"
 #include "platform/linux/drawing/QtFonts.h"
 #include "platform/linux/drawing/ShownText.h"
 
@@ -71,10 +72,8 @@ void ItemButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (isDown() || underMouse() || hasFocus()) {
-        QColor highlight = palette().color(QPalette::WindowText);
-        highlight.setAlphaF(static_cast<float>(isDown() ? pressOpacity : hoverOpacity));
         painter.setPen(Qt::NoPen);
-        painter.setBrush(highlight);
+        painter.setBrush(faded(palette().color(QPalette::WindowText), isDown() ? pressOpacity : hoverOpacity));
         painter.drawRoundedRect(rect(), highlightRadius, highlightRadius);
     }
 

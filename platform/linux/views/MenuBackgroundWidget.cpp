@@ -11,15 +11,6 @@
 namespace ovin {
 namespace {
 
-/// The opaque colour that a translucent one makes on another. The edge's line needs it, because half of the line lies
-/// outside the fill, where a translucent line would show what is below the window.
-QColor over(const QColor& below, const QColor& above) {
-    const float share = above.alphaF();
-    const auto mixed = [share](float under, float on) { return under + share * (on - under); };
-    return QColor::fromRgbF(mixed(below.redF(), above.redF()), mixed(below.greenF(), above.greenF()),
-                            mixed(below.blueF(), above.blueF()));
-}
-
 /// The squares at the corners, in which the outline is not straight.
 QRegion cornersOf(const QRect& whole, double radius) {
     const QSize size = QSize(qCeil(radius), qCeil(radius)).boundedTo(whole.size());
@@ -66,7 +57,8 @@ void MenuBackgroundWidget::paintEvent(QPaintEvent*) {
     const double radius = cornerRadius_ * pixels;
 
     const QColor fill = palette().color(QPalette::Window);
-    const QColor line = over(fill, qtColor({SystemColor::quaternaryLabel}, palette()));
+    // Opaque, because half of the line lies outside the fill: there it would show what is below the window.
+    const QColor line = over(qtColor({SystemColor::quaternaryLabel}, palette()), fill);
     const QRegion corners = cornersOf(whole, radius);
     const QRegion edge = QRegion(whole) - whole.adjusted(thickness, thickness, -thickness, -thickness);
     for (const QRect& straight : QRegion(whole) - corners) painter.fillRect(straight, fill);

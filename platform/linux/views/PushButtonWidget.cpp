@@ -27,11 +27,6 @@ constexpr int pressedPercent = 118;
 constexpr double ringWidth = 2;
 constexpr double ringDistance = 3.5;
 
-QColor withOpacity(QColor color, double opacity) {
-    color.setAlphaF(static_cast<float>(opacity));
-    return color;
-}
-
 void drawCapsule(QPainter& painter, const QRectF& rect) {
     const double radius = rect.height() / 2;
     painter.drawRoundedRect(rect, radius, radius);
@@ -81,9 +76,9 @@ QColor PushButtonWidget::fill() const {
         if (isDown()) return body.darker(pressedPercent);
         return underMouse() ? body.darker(hoverPercent) : body;
     }
-    if (isDown()) return withOpacity(isDefault_ ? accent : palette().color(QPalette::WindowText), pressedOpacity * 1.5);
-    if (isDefault_) return withOpacity(accent, underMouse() ? pressedOpacity : defaultOpacity);
-    return withOpacity(palette().color(QPalette::WindowText), underMouse() ? hoverOpacity : restingOpacity);
+    if (isDown()) return faded(isDefault_ ? accent : palette().color(QPalette::WindowText), pressedOpacity * 1.5);
+    if (isDefault_) return faded(accent, underMouse() ? pressedOpacity : defaultOpacity);
+    return faded(palette().color(QPalette::WindowText), underMouse() ? hoverOpacity : restingOpacity);
 }
 
 QColor PushButtonWidget::textColor() const {
