@@ -5,7 +5,6 @@
 
 #include "platform/linux/drawing/QtColors.h"
 #include "platform/linux/drawing/QtFonts.h"
-#include "platform/linux/views/ViewAccessibles.h"
 
 namespace ovin {
 namespace {
@@ -20,7 +19,6 @@ constexpr double ringRadius = 4;
 
 DisclosureWidget::DisclosureWidget(const DisclosureTriangle& triangle)
     : PressButton(triangle.tag), fontSize_(triangle.font.size) {
-    installViewAccessibles();
     setCheckable(true);
     setChecked(triangle.isOn);
     setAccessibleName(QString::fromStdString(triangle.accessibilityLabel));

@@ -5,13 +5,11 @@
 #include <cmath>
 
 #include "platform/linux/drawing/QtIcons.h"
-#include "platform/linux/views/ViewAccessibles.h"
 
 namespace ovin {
 
 ImageWidget::ImageWidget(const ImageView& image)
     : icon_(qtIcon(image.image)), size_(image.size.width, image.size.height), cornerRadius_(image.cornerRadius) {
-    installViewAccessibles();
     setAccessibleName(QString::fromStdString(image.accessibilityLabel));
     setFixedSize(size_.toSize());
 }

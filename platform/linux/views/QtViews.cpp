@@ -13,6 +13,7 @@
 #include "platform/linux/views/StackWidget.h"
 #include "platform/linux/views/TextButtonWidget.h"
 #include "platform/linux/views/UprightScroller.h"
+#include "platform/linux/views/ViewAccessibles.h"
 
 namespace ovin {
 namespace {
@@ -67,6 +68,7 @@ private:
 }  // namespace
 
 QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked, const ExistingWidget& existing) {
+    installViewAccessibles();
     if (existing) {
         if (QWidget* const widget = existing(view)) return widget;
     }

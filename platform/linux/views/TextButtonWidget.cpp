@@ -1,7 +1,6 @@
 #include "platform/linux/views/TextButtonWidget.h"
 
 #include "platform/linux/drawing/QtColors.h"
-#include "platform/linux/views/ViewAccessibles.h"
 
 namespace ovin {
 namespace {
@@ -12,7 +11,6 @@ constexpr double pressedOpacity = 0.6;
 }  // namespace
 
 TextButtonWidget::TextButtonWidget(const TextButton& button) : PressButton(button.tag), title_(button.title) {
-    installViewAccessibles();
     // Before the text, because assistive programs read the role, which depends on the cursor, together with it.
     if (button.isLink) setCursor(Qt::PointingHandCursor);
     setText(plainText(button.title));
