@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/Image.h"
 #include "platform/linux/drawing/NamedIcon.h"

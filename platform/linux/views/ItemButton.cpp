@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <string>
 
 #include "platform/icu/IcuText.h"
 #include "platform/linux/drawing/IconLoader.h"

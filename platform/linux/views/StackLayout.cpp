@@ -5,8 +5,6 @@
 
 namespace ovin {
 
-StackLayout::~StackLayout() = default;
-
 void StackLayout::add(QWidget* widget, int gapAfter) {
     addWidget(widget);
     items_.back().gapAfter = gapAfter;
@@ -57,10 +55,7 @@ QSize StackLayout::contentSize(const std::vector<Shown>& views) const {
     return orientation_ == Stack::Orientation::horizontal ? QSize(length, breadth) : QSize(breadth, length);
 }
 
-QSize StackLayout::sizeHint() const {
-    const QMargins insets = contentsMargins();
-    return contentSize(shown()).grownBy(insets);
-}
+QSize StackLayout::sizeHint() const { return contentSize(shown()).grownBy(contentsMargins()); }
 
 int StackLayout::offsetAcross(int room, int length) const {
     return alignment_ == Stack::Alignment::center ? (room - length) / 2 : 0;

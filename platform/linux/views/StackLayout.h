@@ -14,7 +14,6 @@ class StackLayout final : public QLayout {
 public:
     StackLayout(Stack::Orientation orientation, Stack::Alignment alignment)
         : orientation_(orientation), alignment_(alignment) {}
-    ~StackLayout() override;
 
     /// With a gap, in points, between the widget and the next one that is shown.
     void add(QWidget* widget, int gapAfter);
