@@ -6,8 +6,8 @@
 #include <chrono>
 #include <utility>
 
+#include "platform/linux/drawing/MenuAnchor.h"
 #include "platform/linux/items/DBusMenu.h"
-#include "platform/linux/items/MenuAnchor.h"
 
 namespace ovin {
 
@@ -56,7 +56,8 @@ void QtItemMenus::open(const QString& destination, const QString& path, std::sha
         // Forgotten with the menu, because the next one may have been asked for meanwhile.
         connect(
             &menu_->menu(), &QMenu::aboutToHide, menu_.get(), [this] { close(); }, Qt::QueuedConnection);
-        anchor_ = std::make_unique<MenuAnchor>(menu_->menu(), "Menu of a status item");
+        anchor_ = std::make_unique<MenuAnchor>("Menu of a status item");
+        anchor_->setMenu(&menu_->menu());
         menu_->menu().popup(QCursor::pos());
     });
 }

@@ -49,24 +49,21 @@ void addEntry(QMenu& menu, const MenuEntry& entry) {
 
 }  // namespace
 
-QtStatusMenu::~QtStatusMenu() { delete owner_; }
+QtStatusMenu::~QtStatusMenu() { delete anchor_; }
 
 void QtStatusMenu::show(const Menu& entries, QPoint where) {
     // Deleted later, because an entry of this menu may be running.
-    if (owner_) {
-        owner_->menu()->close();
-        owner_->deleteLater();
+    if (anchor_) {
+        anchor_->menu()->close();
+        anchor_->deleteLater();
     }
-    owner_ = new QToolButton;
-    owner_->setAccessibleName("Ovin");
-    owner_->setPopupMode(QToolButton::MenuButtonPopup);
-    auto* const menu = new ShortcutMenu(owner_);
+    anchor_ = new MenuAnchor("Ovin");
+    auto* const menu = new ShortcutMenu(anchor_);
     giveMenuLook(*menu);
     for (const auto& entry : entries) entry ? addEntry(*menu, *entry) : void(menu->addSeparator());
-    owner_->setMenu(menu);
-    owner_->winId();
+    anchor_->setMenu(menu);
     // Queued, because a menu reports the click after it has begun to hide.
-    QObject::connect(menu, &QMenu::aboutToHide, owner_, &QObject::deleteLater, Qt::QueuedConnection);
+    QObject::connect(menu, &QMenu::aboutToHide, anchor_, &QObject::deleteLater, Qt::QueuedConnection);
     menu->popup(where);
 }
 

@@ -2,9 +2,9 @@
 
 #include <QPoint>
 #include <QPointer>
-#include <QToolButton>
 
 #include "platform/Menu.h"
+#include "platform/linux/drawing/MenuAnchor.h"
 
 namespace ovin {
 
@@ -22,8 +22,8 @@ public:
     void show(const Menu& menu, QPoint where);
 
 private:
-    /// Invisible; needed because assistive programs find a menu only below a window that is no menu.
-    QPointer<QToolButton> owner_;
+    /// The parent of the open menu.
+    QPointer<MenuAnchor> anchor_;
 };
 
 }  // namespace ovin
