@@ -96,8 +96,8 @@ void ItemsPanel::host(const View& content, Size size) {
             if (const auto self = weak.lock()) self->close();
         });
     }
-    panel_->onMenuRequest(handlerFor(ItemProvider::showMenu));
-    panel_->show(content, {ledgeOrigin(*screen_, size), size}, handlerFor(ItemProvider::activate));
+    panel_->show(content, {ledgeOrigin(*screen_, size), size}, handlerFor(ItemProvider::activate),
+                 handlerFor(ItemProvider::showMenu));
     if (!clickMonitor_) installClickMonitor();
 }
 

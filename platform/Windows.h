@@ -21,13 +21,11 @@ public:
 
     /// Shows `content`, in place of what was shown before, at `frame` in global coordinates. `clicked` is called with the
     /// tag of a button of this content that was clicked, also when the click is delivered only after other content has taken
-    /// its place, but never after the panel has been destroyed.
-    virtual void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) = 0;
-
-    /// Sets what is called, in the same way, with the tag of a button whose menu the user asks for by a click with the right
-    /// mouse button. It counts for the content that is shown next. Never called where the system knows no such click.
-    // NOLINTNEXTLINE(performance-unnecessary-value-param): a world that heeds it keeps it
-    virtual void onMenuRequest(std::function<void(int tag)> /*handler*/) {}
+    /// its place, but never after the panel has been destroyed. `menuRequested` is called in the same way with the tag of a
+    /// button whose menu the user asks for by a click with the right mouse button, but not where the system knows no such
+    /// click.
+    virtual void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked,
+                      std::function<void(int tag)> menuRequested = {}) = 0;
 
     /// Sets what is called when the user puts the panel away with the Escape key, or the system does. Never called where
     /// neither can be.

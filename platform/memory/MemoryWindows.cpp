@@ -79,23 +79,22 @@ public:
         if (windows_.panel_ == this) windows_.ledge_.reset();
     }
 
-    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override {
+    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked,
+              std::function<void(int tag)> menuRequested) override {
         const auto whileAlive = [this](const std::function<void(int tag)>& handler) {
             return [alive = std::weak_ptr(alive_), handler](int tag) {
                 if (!alive.expired() && handler) handler(tag);
             };
         };
-        windows_.ledge_ = Ledge{content, frame, whileAlive(clicked), whileAlive(menuRequested_), dismissed_};
+        windows_.ledge_ = Ledge{content, frame, whileAlive(clicked), whileAlive(menuRequested), dismissed_};
         windows_.panel_ = this;
         ++windows_.layoutCount_;
     }
 
-    void onMenuRequest(std::function<void(int tag)> handler) override { menuRequested_ = std::move(handler); }
     void onDismissal(std::function<void()> handler) override { dismissed_ = std::move(handler); }
 
 private:
     MemoryWindows& windows_;
-    std::function<void(int tag)> menuRequested_;
     std::function<void()> dismissed_;
     const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };

@@ -33,8 +33,8 @@ public:
 
     /// Takes ownership of `content` and shows it in place of the old content. The window has been painted when this returns.
     /// If it has come up under the pointer, presses do nothing for the time of a double click: the second press of one on
-    /// whatever opened the ledge is meant for no button of it. `menuRequested` may be empty.
-    void present(QWidget* content, const QRect& frame, MenuRequest menuRequested = {});
+    /// whatever opened the ledge is meant for no button of it.
+    void present(QWidget* content, const QRect& frame, MenuRequest menuRequested);
 
     /// Removes it from the screen. The event loop deletes the content, because a button of it may be handling a click.
     void dismiss();

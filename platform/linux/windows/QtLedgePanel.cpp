@@ -28,7 +28,8 @@ QtLedgePanel::~QtLedgePanel() {
     reserve_->window = std::move(window_);
 }
 
-void QtLedgePanel::show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) {
+void QtLedgePanel::show(const View& content, const Rect& frame, std::function<void(int tag)> clicked,
+                        std::function<void(int tag)> menuRequested) {
     const auto whileAlive = [this](const std::function<void(int tag)>& handler) {
         return [alive = std::weak_ptr(alive_), handler](int tag) {
             if (!alive.expired() && handler) handler(tag);
@@ -38,7 +39,7 @@ void QtLedgePanel::show(const View& content, const Rect& frame, std::function<vo
     QWidget* const widget =
         makeWidget(content, deliver, [&](const View& view) { return reserve_->measured.take(view, deliver); });
     window_->present(widget, QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect(),
-                     whileAlive(menuRequested_));
+                     whileAlive(menuRequested));
 }
 
 }  // namespace ovin

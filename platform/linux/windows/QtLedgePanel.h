@@ -25,8 +25,8 @@ public:
     explicit QtLedgePanel(std::shared_ptr<LedgeReserve> reserve);
     ~QtLedgePanel() override;
 
-    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override;
-    void onMenuRequest(std::function<void(int tag)> handler) override { menuRequested_ = std::move(handler); }
+    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked,
+              std::function<void(int tag)> menuRequested) override;
     void onDismissal(std::function<void()> handler) override { window_->onDismissal(std::move(handler)); }
 
 private:
@@ -34,7 +34,6 @@ private:
     const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
     const std::shared_ptr<LedgeReserve> reserve_;
     std::unique_ptr<LedgeWindow> window_;
-    std::function<void(int tag)> menuRequested_;
 };
 
 }  // namespace ovin

@@ -30,7 +30,8 @@ class MacLedgePanel final : public LedgePanel {
 public:
     ~MacLedgePanel() override { dismiss(panel_); }
 
-    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked) override {
+    void show(const View& content, const Rect& frame, std::function<void(int tag)> clicked,
+              std::function<void(int tag)> /*menuRequested*/) override {
         clickedBefore_ = std::exchange(clicked_, std::make_shared<const ClickHandler>(std::move(clicked)));
         target_ = [[OvinClickTarget alloc] initWithHandler:clicked_];
         setContent(panel_, makeNativeView(content, target_));

@@ -205,10 +205,6 @@ class QtLedgeMenuTest : public QtWindowsTest {
 protected:
     void SetUp() override {
         QCursor::setPos(500, 500);
-        ledge->onMenuRequest([this](int tag) {
-            asked.push_back(tag);
-            ledge.reset();
-        });
         show();
     }
 
@@ -221,7 +217,12 @@ protected:
         Stack row;
         row.orientation = Stack::Orientation::horizontal;
         row.views = {{one}, {two}};
-        ledge->show({row}, {{100, 30}, {160, 28}}, [this](int tag) { clicked.push_back(tag); });
+        ledge->show(
+            {row}, {{100, 30}, {160, 28}}, [this](int tag) { clicked.push_back(tag); },
+            [this](int tag) {
+                asked.push_back(tag);
+                ledge.reset();
+            });
     }
 
     [[nodiscard]] static ItemButton& button(int tag) {
@@ -400,8 +401,8 @@ std::vector<QWidget*> ledgeWindows() {
 TEST_F(QtWindowsTest, ALedgeThatHasClosedKeepsNothingOfWhatItsHandlersHold) {
     const auto held = std::make_shared<int>();
     auto ledge = windows.makeLedgePanel();
-    ledge->onMenuRequest([held](int) {});
-    ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}}, [held](int) {});
+    ledge->show(
+        itemButton("Item", 7), {{100, 30}, {80, 28}}, [held](int) {}, [held](int) {});
     ledge.reset();
     handleEvents();
     EXPECT_EQ(held.use_count(), 1);
