@@ -138,11 +138,6 @@ bool overlaps(const Rect& a, const Rect& b) {
     return common && common->size.width > toleratedOverlap;
 }
 
-double rightEdge(const Rect& frame) { return frame.origin.x + frame.size.width; }
-
-/// A frame with an edge that is not a number overlaps none.
-bool hasEdges(const Rect& frame) { return !std::isnan(rightEdge(frame)) && !std::isnan(frame.origin.y + frame.size.height); }
-
 /// Goes through the slots from left to right. Each is compared only with the one of every row (slots at one height) that
 /// reaches farthest to the right so far. Another slot of that row needs no comparison: what overlaps it from further right
 /// overlaps the farthest too, and the farthest overlaps that other slot.
@@ -150,6 +145,7 @@ void markDrawn(std::vector<Entry>& entries) {
     std::vector<Entry*> fromLeft;
     for (Entry& entry : entries) {
         entry.isDrawn = true;
+        // A frame with an edge that is not a number overlaps none.
         if (hasEdges(entry.frame)) fromLeft.push_back(&entry);
     }
     std::sort(fromLeft.begin(), fromLeft.end(),
@@ -161,7 +157,7 @@ void markDrawn(std::vector<Entry>& entries) {
             if (overlaps(other->frame, entry->frame)) other->isDrawn = entry->isDrawn = false;
         }
         Entry*& own = farthest.try_emplace({entry->frame.origin.y, entry->frame.size.height}, entry).first->second;
-        if (rightEdge(own->frame) < rightEdge(entry->frame)) own = entry;
+        if (right(own->frame) < right(entry->frame)) own = entry;
     }
 }
 

@@ -34,16 +34,16 @@ struct Rect {
 [[nodiscard]] inline double right(const Rect& rect) { return rect.origin.x + rect.size.width; }
 [[nodiscard]] inline double bottom(const Rect& rect) { return rect.origin.y + rect.size.height; }
 
+/// Whether all edges are numbers: the far ones of an infinite rectangle may not be, although the near ones and the lengths
+/// are.
+[[nodiscard]] inline bool hasEdges(const Rect& rect) { return !std::isnan(right(rect)) && !std::isnan(bottom(rect)); }
+
 /// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and rectangles
 /// that share only an edge or a corner have a common part without area: both are the rules of the macOS function
 /// `CGRectIntersection`. The result is nothing when an edge or a length is not a number, or when the rectangles meet only at
 /// infinity.
 [[nodiscard]] inline std::optional<Rect> intersection(const Rect& a, const Rect& b) {
-    const auto hasNumbers = [](const Rect& rect) {
-        // The far edge of an infinite rectangle may be not a number although its near edge and its length are numbers.
-        return !std::isnan(right(rect)) && !std::isnan(bottom(rect));
-    };
-    if (!hasNumbers(a) || !hasNumbers(b)) return std::nullopt;
+    if (!hasEdges(a) || !hasEdges(b)) return std::nullopt;
 
     const auto lower = [](double origin, double length) { return std::min(origin, origin + length); };
     const auto upper = [](double origin, double length) { return std::max(origin, origin + length); };
