@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QEvent>
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -19,6 +20,19 @@ namespace {
 
 constexpr int noDisplay = 1;
 constexpr int wrongUsage = 2;
+
+/// The toolkit closes all menus when the keyboard leaves the program. It notices that a little after a window has closed,
+/// and a menu that has opened since has the keyboard to itself.
+class MenuKeepingApplication final : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call): the toolkit does it in between
+        if (event->type() == QEvent::ApplicationDeactivate) return QGuiApplication::notify(receiver, event);
+        return QApplication::notify(receiver, event);
+    }
+};
 
 void print(std::FILE* stream, const QString& text) { std::fputs(text.toLocal8Bit().constData(), stream); }
 
@@ -67,7 +81,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int& argumentCount, char** arg
         return std::make_unique<QCoreApplication>(argumentCount, arguments);
     }
     if (!isPlatformChosen(argumentCount, arguments)) choosePlatform(argumentCount, arguments);
-    return std::make_unique<QApplication>(argumentCount, arguments);
+    return std::make_unique<MenuKeepingApplication>(argumentCount, arguments);
 }
 
 CommandLine readCommandLine(const std::vector<CommandLineAction>& actions) {
