@@ -515,7 +515,8 @@ class Checks(unittest.TestCase):
     @under(lambda: not desktop.drawsItems)
     def testWithoutABarTheLedgeHasAButtonForItsMenu(self):
         ovin = self.startWith("Active")
-        self.openLedge(ovin)
+        # The list that comes in replaces all buttons, and a press on one that is gone is lost.
+        self.assertLists(ovin, [1])
         own = lambda: [button for button in buttonsOf("Ovin") if "Ovin" in button.get_name()]
         self.assertBecomes(own, lambda: f"the ledge has only {[button.get_name() for button in buttonsOf('Ovin')]}")
         own()[0].do_action(0)
