@@ -70,7 +70,8 @@ Image pixels(int number) {
         bytes[i] = 0xff;
         bytes[i + 1] = static_cast<std::uint8_t>(number);
     }
-    return Image(std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{iconSide, iconSide, bytes}));
+    auto icon = std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{iconSide, iconSide, bytes});
+    return Image(std::make_shared<ItemOrApplicationIcon>(std::make_shared<LatestItemIcon>(std::move(icon)), ""));
 }
 
 std::vector<DiscoveredItem> makeItems(int count, const std::string& icon, bool isLabelled) {

@@ -161,13 +161,12 @@ RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries:
         if (!entry->name.empty()) application.localizedName = entry->name;
         if (!entry->icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry->icon));
     }
-    if (auto icon = items_.iconOf(pid)) {
-        if (!application.icon) {
-            application.icon = Image(std::move(icon));
-        } else if (items_.itemsOf(pid).size() == 1) {
-            // Several items would all look like the first one.
-            application.icon = Image(std::make_shared<ItemOrApplicationIcon>(std::move(icon), entry->icon));
-        }
+    // Several items would all look like the first one.
+    const auto items = items_.itemsOf(pid);
+    const bool hasIcon = !items.empty() && items.front().icon && items.front().icon->get();
+    if (hasIcon && (items.size() == 1 || !application.icon)) {
+        const std::string icon = entry == nullptr ? std::string() : entry->icon;
+        application.icon = Image(std::make_shared<ItemOrApplicationIcon>(items.front().icon, icon));
     }
     if (!application.localizedName && !name.empty()) application.localizedName = name;
     if (pid == getpid()) application.bundleIdentifier = ownBundleIdentifier_;

@@ -1,19 +1,20 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
 
 #include "platform/Image.h"
-#include "platform/linux/drawing/NamedIcon.h"
 #include "platform/linux/system/BusValue.h"
 
 namespace ovin {
 
 /// The icon of a status item as its program sent it: a name, pixels or both, perhaps with a smaller one upon it. Whether a
 /// name leads to a picture turns out when the icon is drawn.
-class ItemIcon final : public Image::Content {
+class ItemIcon {
 public:
     /// Rows of pixels, each alpha, red, green and blue. There are 4 * width * height bytes; a side has at most `largestSide`
     /// pixels.
@@ -52,16 +53,6 @@ public:
     }
 };
 
-/// An item's icon, and that of its application, which is drawn where the item's leads to no picture.
-class ItemOrApplicationIcon final : public Image::Content {
-public:
-    ItemOrApplicationIcon(std::shared_ptr<const ItemIcon> itemIcon, std::string applicationIcon)
-        : item(std::move(itemIcon)), application(std::make_shared<NamedIcon>(std::move(applicationIcon))) {}
-
-    const Image item;
-    const Image application;
-};
-
 /// The icon in the properties of a status item, as its status has it: one that needs attention may have another. Of the
 /// pictures, the smallest one that suffices for the ledge, or else the largest. Null when there is no usable icon.
 [[nodiscard]] std::shared_ptr<const ItemIcon> itemIcon(const BusValue::Dictionary& properties);
@@ -69,11 +60,14 @@ public:
 /// Passes the icon of an item from the threads that read it to those that show it. Any thread.
 class LatestItemIcon {
 public:
+    explicit LatestItemIcon(std::shared_ptr<const ItemIcon> icon = nullptr) : icon_(std::move(icon)) {}
+
     /// Keeps the last icon when the new one is equal to it.
     void set(std::shared_ptr<const ItemIcon> icon) {
         const std::lock_guard lock(mutex_);
-        if (icon && icon_ && *icon == *icon_) return;
+        if (icon && icon_ ? *icon == *icon_ : icon == icon_) return;
         icon_ = std::move(icon);
+        for (const auto& [viewer, changed] : viewers_) changed();
     }
 
     [[nodiscard]] std::shared_ptr<const ItemIcon> get() const {
@@ -81,9 +75,33 @@ public:
         return icon_;
     }
 
+    /// Calls `changed`, on the thread that brings another icon, until `viewer` leaves. `changed` must not call this object.
+    void addViewer(const void* viewer, std::function<void()> changed) {
+        const std::lock_guard lock(mutex_);
+        viewers_[viewer] = std::move(changed);
+    }
+
+    /// When it returns, `changed` does not run and will not run again.
+    void removeViewer(const void* viewer) {
+        const std::lock_guard lock(mutex_);
+        viewers_.erase(viewer);
+    }
+
 private:
     mutable std::mutex mutex_;
     std::shared_ptr<const ItemIcon> icon_;
+    std::map<const void*, std::function<void()>> viewers_;
+};
+
+/// An item's icon, always the latest, and the name of its application's, which is drawn where the item's leads to no
+/// picture; empty when there is none.
+class ItemOrApplicationIcon final : public Image::Content {
+public:
+    ItemOrApplicationIcon(std::shared_ptr<LatestItemIcon> itemIcon, std::string applicationIcon)
+        : item(std::move(itemIcon)), application(std::move(applicationIcon)) {}
+
+    const std::shared_ptr<LatestItemIcon> item;
+    const std::string application;
 };
 
 }  // namespace ovin

@@ -60,10 +60,10 @@ Picture pictureOf(const ItemIcon& item, const Wish& wish) {
 
 Picture pictureOf(const Image& image, const Wish& wish) {
     const Image::Content& content = image.content();
-    if (const auto* item = dynamic_cast<const ItemIcon*>(&content)) return pictureOf(*item, wish);
     if (const auto* either = dynamic_cast<const ItemOrApplicationIcon*>(&content)) {
-        const Picture item = pictureOf(either->item, wish);
-        return isNone(item) ? pictureOf(either->application, wish) : item;
+        const auto icon = either->item->get();
+        const Picture item = icon ? pictureOf(*icon, wish) : QImage();
+        return isNone(item) ? namedPicture(iconName(either->application), wish.side, wish.textColor, wish.readsAgain) : item;
     }
     const auto* named = dynamic_cast<const NamedIcon*>(&content);
     if (named == nullptr) return QImage();

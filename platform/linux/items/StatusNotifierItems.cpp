@@ -152,11 +152,6 @@ std::vector<StatusNotifierItem> StatusNotifierItems::itemsOf(ProcessID pid) cons
     return result;
 }
 
-std::shared_ptr<const ItemIcon> StatusNotifierItems::iconOf(ProcessID pid) const {
-    const auto items = itemsOf(pid);
-    return items.empty() || !items.front().icon ? nullptr : items.front().icon->get();
-}
-
 std::optional<StatusNotifierItem> StatusNotifierItems::itemAt(const std::string& address) const {
     const auto parsed = statusItemAddress(address, {});
     return parsed ? itemAt(*parsed) : std::nullopt;

@@ -52,7 +52,8 @@ struct StatusNotifierItem {
     ProcessID pid = 0;
     /// So that an item whose program hangs stays what it was. Never null.
     std::shared_ptr<LatestTraits> traits = std::make_shared<LatestTraits>();
-    /// The icon as it was read last. Only the first item of a process keeps one; null for the others.
+    /// The icon as it was read last: when the item registered or when its texts were read. Only the first item of a process
+    /// keeps one; null for the others.
     std::shared_ptr<LatestItemIcon> icon = {};
 
     friend bool operator==(const StatusNotifierItem& a, const StatusNotifierItem& b) {
@@ -73,10 +74,6 @@ public:
 
     /// The items of a process, in the order of their registration.
     [[nodiscard]] std::vector<StatusNotifierItem> itemsOf(ProcessID pid) const;
-
-    /// The icon of the first item of a process as it was read last; null when there is none. Never blocks: icons are read
-    /// when items register and whenever their texts are read.
-    [[nodiscard]] std::shared_ptr<const ItemIcon> iconOf(ProcessID pid) const;
 
     /// The item at an address; the text is an address as the watcher lists it.
     [[nodiscard]] std::optional<StatusNotifierItem> itemAt(const StatusItemAddress& address) const;

@@ -44,6 +44,13 @@ ItemButton::ItemButton(const Button& button)
         image_ = button.image->image;
         if (const auto* loader = IconLoader::shared())
             connect(loader, &IconLoader::loaded, this, [this] { takeIcon(false); });
+        if (const auto* either = dynamic_cast<const ItemOrApplicationIcon*>(&image_->content())) {
+            itemIcon_ = either->item;
+            itemIcon_->addViewer(this, [this] {
+                QMetaObject::invokeMethod(
+                    this, [this] { takeIcon(true); }, Qt::QueuedConnection);
+            });
+        }
         setIconSize(QSizeF(button.image->size.width, button.image->size.height).toSize());
     }
     setPlainToolTip(*this, button.toolTip);
@@ -51,6 +58,10 @@ ItemButton::ItemButton(const Button& button)
     setFocusPolicy(Qt::TabFocus);
     if (button.height) setFixedHeight(qRound(*button.height));
     setFixedWidth(button.width ? qRound(*button.width) : contentWidth());
+}
+
+ItemButton::~ItemButton() {
+    if (itemIcon_) itemIcon_->removeViewer(this);
 }
 
 TextLines ItemButton::title() const { return {title_, palette()}; }

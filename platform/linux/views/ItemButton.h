@@ -2,9 +2,11 @@
 
 #include <QElapsedTimer>
 #include <QPixmap>
+#include <memory>
 #include <optional>
 
 #include "platform/Views.h"
+#include "platform/linux/drawing/ItemIcon.h"
 #include "platform/linux/drawing/TextLines.h"
 #include "platform/linux/views/PressButton.h"
 
@@ -16,6 +18,7 @@ class ItemButton final : public PressButton {
 
 public:
     explicit ItemButton(const Button& button);
+    ~ItemButton() override;
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -32,6 +35,8 @@ private:
     const AttributedText title_;
     const Button::ImagePosition imagePosition_;
     std::optional<Image> image_;
+    /// Of the item's program; null where the image is no item's.
+    std::shared_ptr<LatestItemIcon> itemIcon_;
     /// What is known of the image, for this many pixels to a side. Initials stand for one that does not come soon.
     QPixmap picture_;
     int pictureSide_ = 0;

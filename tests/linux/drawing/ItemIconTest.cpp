@@ -36,7 +36,10 @@ int sideOf(const BusValue::Dictionary& properties) {
 }
 
 /// What the ledge draws of what an item has sent.
-QImage shown(const BusValue::Dictionary& properties) { return ledgeIcon(Image(itemIcon(properties)), 28, Qt::black); }
+QImage shown(const BusValue::Dictionary& properties) {
+    auto latest = std::make_shared<LatestItemIcon>(itemIcon(properties));
+    return ledgeIcon(Image(std::make_shared<ItemOrApplicationIcon>(std::move(latest), "")), 28, Qt::black);
+}
 
 TEST(ItemIcon, ThePixelsOfAnItemAreDrawnInTheirColours) {
     const QImage drawn = shown(pictures({squarePicture(28)}));

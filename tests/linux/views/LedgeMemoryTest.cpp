@@ -42,7 +42,8 @@ private:
 Image picture(std::uint8_t shade) {
     constexpr int side = 32;
     BusValue::Bytes bytes(static_cast<std::size_t>(4) * side * side, shade);
-    return Image(std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{side, side, bytes}));
+    auto icon = std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{side, side, bytes});
+    return Image(std::make_shared<ItemOrApplicationIcon>(std::make_shared<LatestItemIcon>(std::move(icon)), ""));
 }
 
 std::vector<DiscoveredItem> items(int count) {

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "ledge/LedgeView.h"
@@ -108,14 +109,25 @@ protected:
     const QTemporaryDir folder;
     const std::string red = folder.filePath("red.png").toStdString();
 
+    static std::shared_ptr<const ItemIcon> itemIcon(const std::string& name) {
+        return std::make_shared<ItemIcon>(name, "", ItemIcon::Pixels{});
+    }
+    static std::shared_ptr<LatestItemIcon> latest(const std::string& name) {
+        return std::make_shared<LatestItemIcon>(itemIcon(name));
+    }
+
+    QWidget* button(const Image& image) { return makeWidget(ledgeRow(world.text, {item("App", image, {})}, ""), {}); }
+
     /// Whether the button, painted again and again, shows this colour before long.
     bool comesToShow(const Image& image, QColor colour) {
-        const View row = ledgeRow(world.text, {item("App", image, {})}, "");
-        const std::unique_ptr<QWidget> widget(makeWidget(row, {}));
+        const std::unique_ptr<QWidget> widget(button(image));
         widget->show();
+        return comesToShow(*widget, colour);
+    }
+    static bool comesToShow(QWidget& widget, QColor colour) {
         const QDeadlineTimer deadline(20'000);
         for (;;) {
-            const QImage seen = widget->grab().toImage();
+            const QImage seen = widget.grab().toImage();
             for (int pixel = 0; pixel < seen.width() * seen.height(); ++pixel) {
                 if (seen.pixelColor(pixel % seen.width(), pixel / seen.width()) == colour) return true;
             }
@@ -128,14 +140,32 @@ protected:
 TEST_F(IconOnTheLedge, ComesLater) { EXPECT_TRUE(comesToShow(Image(std::make_shared<NamedIcon>(red)), Qt::red)); }
 
 TEST_F(IconOnTheLedge, IsTheApplicationsWhereTheItemsNameLeadsNowhere) {
-    const auto item = [](const std::string& name) { return std::make_shared<ItemIcon>(name, "", ItemIcon::Pixels{}); };
-    EXPECT_TRUE(comesToShow(Image(std::make_shared<ItemOrApplicationIcon>(item("/nowhere.png"), red)), Qt::red));
-    EXPECT_TRUE(comesToShow(Image(std::make_shared<ItemOrApplicationIcon>(item(red), "/nowhere.png")), Qt::red));
+    EXPECT_TRUE(comesToShow(Image(std::make_shared<ItemOrApplicationIcon>(latest("/nowhere.png"), red)), Qt::red));
+    EXPECT_TRUE(comesToShow(Image(std::make_shared<ItemOrApplicationIcon>(latest(red), "/nowhere.png")), Qt::red));
+}
+
+TEST_F(IconOnTheLedge, IsTheItemsLatestAlsoWhenItIsReadWhileTheButtonIsShown) {
+    const auto itemsIcon = latest("/nowhere.png");
+    const std::unique_ptr<QWidget> shown(button(Image(std::make_shared<ItemOrApplicationIcon>(itemsIcon, red))));
+    shown->show();
+    EXPECT_TRUE(comesToShow(*shown, Qt::red));
+    QImage picture(22, 22, QImage::Format_RGB32);
+    picture.fill(Qt::green);
+    const std::string green = folder.filePath("green.png").toStdString();
+    ASSERT_TRUE(picture.save(QString::fromStdString(green)));
+    std::thread([&] { itemsIcon->set(itemIcon(green)); }).join();
+    EXPECT_TRUE(comesToShow(*shown, Qt::green));
+}
+
+TEST_F(IconOnTheLedge, OutlivesItsButton) {
+    const auto itemsIcon = latest(red);
+    delete button(Image(std::make_shared<ItemOrApplicationIcon>(itemsIcon, "")));
+    itemsIcon->set(itemIcon("/nowhere.png"));
+    QCoreApplication::processEvents();
 }
 
 TEST_F(IconOnTheLedge, IsReadAgainWhenTheLedgeOpensAlsoWhereItIsTheApplications) {
-    const Image image(
-        std::make_shared<ItemOrApplicationIcon>(std::make_shared<ItemIcon>("/nowhere.png", "", ItemIcon::Pixels{}), red));
+    const Image image(std::make_shared<ItemOrApplicationIcon>(latest("/nowhere.png"), red));
     EXPECT_TRUE(comesToShow(image, Qt::red));
     QImage picture(22, 22, QImage::Format_RGB32);
     picture.fill(Qt::green);

@@ -33,7 +33,8 @@ const Image& icon() {
         for (int pixel = 0; pixel < width * height; ++pixel) {
             for (const int part : {255, pixel % 200, pixel % 90, 7}) bytes.push_back(static_cast<std::uint8_t>(part));
         }
-        return Image(std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{width, height, std::move(bytes)}));
+        auto icon = std::make_shared<const ItemIcon>("", "", ItemIcon::Pixels{width, height, std::move(bytes)});
+        return Image(std::make_shared<ItemOrApplicationIcon>(std::make_shared<LatestItemIcon>(std::move(icon)), ""));
     }();
     return image;
 }
