@@ -38,6 +38,11 @@ struct Rect {
 /// are.
 [[nodiscard]] inline bool hasEdges(const Rect& rect) { return !std::isnan(right(rect)) && !std::isnan(bottom(rect)); }
 
+/// The near edges belong to a rectangle, the far ones do not.
+[[nodiscard]] inline bool contains(const Rect& rect, Point point) {
+    return point.x >= rect.origin.x && point.x < right(rect) && point.y >= rect.origin.y && point.y < bottom(rect);
+}
+
 /// The common part of two rectangles, or nothing when they are disjoint. Negative sizes are normalised first, and rectangles
 /// that share only an edge or a corner have a common part without area: both are the rules of the macOS function
 /// `CGRectIntersection`. The result is nothing when an edge or a length is not a number, or when the rectangles meet only at

@@ -14,10 +14,6 @@ constexpr std::size_t partialLength = 12;
 
 bool hasArea(const std::optional<Rect>& rect) { return rect && rect->size.width > 0 && rect->size.height > 0; }
 
-bool contains(const Rect& rect, Point point) {
-    return point.x >= rect.origin.x && point.x < right(rect) && point.y >= rect.origin.y && point.y < bottom(rect);
-}
-
 Rect placeOf(const Strut& strut, Size screen) {
     const double length = strut.last - strut.first + 1;
     switch (strut.edge) {

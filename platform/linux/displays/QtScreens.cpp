@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 #include <utility>
 
 #include "platform/linux/displays/XcbDocks.h"
@@ -22,10 +23,11 @@ Rect inPixels(const QScreen& screen) {
     return rectOf({points.topLeft(), points.size() * screen.devicePixelRatio()});
 }
 
-Point inPixels(const QScreen& screen, QPointF point) {
-    const QPointF origin = screen.geometry().topLeft();
-    const QPointF pixels = origin + (point - origin) * screen.devicePixelRatio();
-    return {pixels.x(), pixels.y()};
+const QScreen* screenAt(Point pixel) {
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const auto found =
+        std::ranges::find_if(screens, [pixel](const QScreen* screen) { return contains(inPixels(*screen), pixel); });
+    return found == screens.end() ? nullptr : *found;
 }
 
 Point inPoints(const QScreen& screen, Point point) {
@@ -83,14 +85,14 @@ std::unique_ptr<Screens::Observation> QtScreens::observeChanges(std::function<vo
     return std::make_unique<Connected>(QObject::connect(&changes_, &ScreenChanges::changed, std::move(handler)));
 }
 
-std::optional<Screen> QtScreens::ofItem(std::optional<QPoint> clicked) const {
+std::optional<Screen> QtScreens::ofItem(std::optional<Point> clicked) const {
     const auto layout = readDocks();
-    const QScreen* const screen = clicked ? QGuiApplication::screenAt(*clicked) : nullptr;
+    const QScreen* const screen = clicked ? screenAt(*clicked) : nullptr;
     if (!layout) return screenOf(screen, layout);
     // Under Wayland the pointer is known only over windows of X programs, and no bar is one.
     const bool isKnown = screen != nullptr && !isWaylandSession();
     if (isKnown) {
-        const auto bar = barAt(*layout, inPixels(*screen), visiblePixels(*layout, *screen), inPixels(*screen, *clicked));
+        const auto bar = barAt(*layout, inPixels(*screen), visiblePixels(*layout, *screen), *clicked);
         if (bar) return withBar(*screen, *layout, *bar);
     }
     for (const QScreen* const other : QGuiApplication::screens()) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPoint>
 #include <optional>
 
 #include "platform/Screens.h"
@@ -18,9 +17,9 @@ public:
     /// A change of `visibleFrame` counts as well, because docks follow a change of the screens a moment later.
     [[nodiscard]] std::unique_ptr<Observation> observeChanges(std::function<void()> handler) override;
 
-    /// The screen of a status item that was last clicked at a point in global coordinates, with the bar that is there. Where
-    /// the point tells no bar, the only bar that there is has the item. Nothing when neither point nor bar are known.
-    [[nodiscard]] std::optional<Screen> ofItem(std::optional<QPoint> clicked) const;
+    /// The screen of a status item that was last clicked at a point in pixels of the X server, with the bar that is there.
+    /// Where the point tells no bar, the only bar that there is has the item. Nothing when neither point nor bar are known.
+    [[nodiscard]] std::optional<Screen> ofItem(std::optional<Point> clicked) const;
 
 private:
     ScreenChanges changes_;

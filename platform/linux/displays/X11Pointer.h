@@ -1,8 +1,21 @@
 #pragma once
 
+#include <optional>
+
+#include "platform/Geometry.h"
+
 namespace ovin {
 
-/// Whether the user holds down a button of the mouse at this moment, wherever the pointer is. False without an X server.
-[[nodiscard]] bool isMouseButtonDown();
+/// The mouse and the keys that go with it at one moment, wherever the pointer is.
+struct X11Pointer {
+    /// In pixels of the X server.
+    Point position;
+    /// Whether the user holds down a button.
+    bool hasButtonDown = false;
+    bool hasControlDown = false;
+
+    /// One round trip to the X server; nothing without one.
+    [[nodiscard]] static std::optional<X11Pointer> read();
+};
 
 }  // namespace ovin

@@ -13,7 +13,6 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/linux/displays/X11Pointer.h"
 #include "platform/linux/drawing/QtDrawing.h"
 #include "platform/linux/drawing/SymbolImage.h"
 #include "platform/linux/system/DBusCall.h"
@@ -81,11 +80,7 @@ struct QtStatusItem::Registration {
 
 QtStatusItem::QtStatusItem(const QtScreens& screens, std::function<bool()> hasBar, std::function<void(bool)> hostChanged)
     : screens_(screens), hasBar_(std::move(hasBar)), hostChanged_(std::move(hostChanged)), object_("Ovin") {
-    // Bars report only the button. With the Control key held, the left button counts as the secondary one, as on macOS.
-    object_.activated = [this] {
-        const bool isSecondary = QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
-        clicked(isSecondary ? StatusItemClick::rightMouseUp : StatusItemClick::leftMouseUp);
-    };
+    object_.activated = [this] { clicked(StatusItemClick::leftMouseUp); };
     object_.contextMenuRequested = [this] { clicked(StatusItemClick::rightMouseUp); };
     release_.setSingleShot(true);
     connect(&release_, &QTimer::timeout, this, &QtStatusItem::deliverClicks);
@@ -195,7 +190,9 @@ void QtStatusItem::draw() {
 
 void QtStatusItem::showMenu(const Menu& menu) { menu_.show(menu, QCursor::pos()); }
 
-std::optional<Screen> QtStatusItem::screen() const { return screens_.ofItem(position_); }
+std::optional<Screen> QtStatusItem::screen() const {
+    return screens_.ofItem(pointer_ ? std::optional(pointer_->position) : std::nullopt);
+}
 
 bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
     if (object == qGuiApp && event->type() == QEvent::ApplicationPaletteChange) draw();
@@ -205,7 +202,9 @@ bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {
 /// Bars report the press, but a click is delivered at the release. Besides, the bar holds the pointer while the button is
 /// down, so that a menu could grab neither the pointer nor the keyboard.
 void QtStatusItem::clicked(StatusItemClick click) {
-    position_ = QCursor::pos();
+    pointer_ = X11Pointer::read();
+    // Bars report only the button. With the Control key held, the left button counts as the secondary one, as on macOS.
+    if (pointer_ && pointer_->hasControlDown) click = StatusItemClick::rightMouseUp;
     // Drops a right click whose menu has not opened yet, because this press would have closed that menu. This press counts
     // as a click all the same, because the user has seen no menu that it could have been meant to close.
     if (!clicks_.empty() && clicks_.back() == StatusItemClick::rightMouseUp) clicks_.pop_back();
@@ -214,13 +213,13 @@ void QtStatusItem::clicked(StatusItemClick click) {
 }
 
 void QtStatusItem::deliverClicks() {
-    bool isDown = isMouseButtonDown();
-    if (isDown && !releases_) {
-        // Saves waiting for the timer. The release may have come before this listened, so look again.
-        releases_ = RawButtons::listen(RawButtons::Event::release, [this] { release_.start(0); });
-        isDown = isMouseButtonDown();
+    if (pointer_ && pointer_->hasButtonDown) {
+        // Saves waiting for the timer. The release may have come before this listened.
+        if (!releases_) releases_ = RawButtons::listen(RawButtons::Event::release, [this] { release_.start(0); });
+        const auto now = X11Pointer::read();
+        pointer_->hasButtonDown = now && now->hasButtonDown;
+        if (pointer_->hasButtonDown) return release_.start(releaseInterval);
     }
-    if (isDown) return release_.start(releaseInterval);
     releases_.reset();
     const QPointer<QtStatusItem> self = this;
     for (const StatusItemClick click : std::exchange(clicks_, {})) {

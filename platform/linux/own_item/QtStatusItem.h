@@ -3,7 +3,6 @@
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QImage>
-#include <QPoint>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -15,6 +14,7 @@
 #include "platform/StatusItem.h"
 #include "platform/linux/displays/QtScreens.h"
 #include "platform/linux/displays/RawButtons.h"
+#include "platform/linux/displays/X11Pointer.h"
 #include "platform/linux/own_item/MenuObject.h"
 #include "platform/linux/own_item/QtStatusMenu.h"
 #include "platform/linux/own_item/StatusNotifierObject.h"
@@ -74,8 +74,8 @@ private:
     Picture picture_;
     QString iconName_;
     QtStatusMenu menu_;
-    /// Where the last click was, in the toolkit's coordinates.
-    std::optional<QPoint> position_;
+    /// As it was at the last click.
+    std::optional<X11Pointer> pointer_;
     /// The clicks that have not been delivered, in their order. The button of the last one may still be held down.
     std::vector<StatusItemClick> clicks_;
     QTimer release_;

@@ -239,7 +239,7 @@ TEST_F(QtStatusItemTest, ItsScreenIsKnownFromTheFirstClickOn) {
         screens, [] { return true; }, [](bool) {});
     EXPECT_EQ(item.screen(), std::nullopt);
     press("Activate");
-    EXPECT_EQ(item.screen(), screens.ofItem(QPoint(30, 40)));
+    EXPECT_EQ(item.screen(), screens.ofItem(Point{30, 40}));
     EXPECT_NE(item.screen(), std::nullopt);
 }
 
