@@ -100,6 +100,11 @@ public:
     ItemOrApplicationIcon(std::shared_ptr<LatestItemIcon> itemIcon, std::string applicationIcon)
         : item(std::move(itemIcon)), application(std::move(applicationIcon)) {}
 
+    [[nodiscard]] bool isSameAs(const Content& other) const override {
+        const auto* icon = dynamic_cast<const ItemOrApplicationIcon*>(&other);
+        return icon != nullptr && icon->item == item && icon->application == application;
+    }
+
     const std::shared_ptr<LatestItemIcon> item;
     const std::string application;
 };

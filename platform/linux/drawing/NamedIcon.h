@@ -13,6 +13,11 @@ class NamedIcon final : public Image::Content {
 public:
     explicit NamedIcon(std::string iconName) : name(std::move(iconName)) {}
 
+    [[nodiscard]] bool isSameAs(const Content& other) const override {
+        const auto* icon = dynamic_cast<const NamedIcon*>(&other);
+        return icon != nullptr && icon->name == name;
+    }
+
     const std::string name;
 };
 

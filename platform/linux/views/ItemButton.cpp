@@ -133,6 +133,13 @@ void ItemButton::takeIcon(bool readsAgain) {
     update();
 }
 
+/// When it is shown again, the pointer may be elsewhere, and files of icons may have changed.
+void ItemButton::hideEvent(QHideEvent*) {
+    setDown(false);
+    setAttribute(Qt::WA_UnderMouse, false);
+    pictureSide_ = 0;
+}
+
 void ItemButton::changeEvent(QEvent* event) {
     PressButton::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) takeIcon(false);

@@ -22,11 +22,10 @@ using Clicked = std::function<void(int tag)>;
 
 struct Make {
     const Clicked& clicked;
-    const ExistingWidget& existing;
 
     QWidget* operator()(const Stack& stack) const {
         std::vector<QWidget*> views;
-        for (const View& view : stack.views) views.push_back(makeWidget(view, clicked, existing));
+        for (const View& view : stack.views) views.push_back(makeWidget(view, clicked));
         return new StackWidget(stack, views);
     }
     QWidget* operator()(const Label& label) const { return new LabelWidget(label); }
@@ -47,12 +46,12 @@ struct Make {
         return space;
     }
     QWidget* operator()(const ScrollView& scroll) const {
-        QWidget* const content = makeWidget(*scroll.content, clicked, existing);
+        QWidget* const content = makeWidget(*scroll.content, clicked);
         if (scroll.orientation == Stack::Orientation::vertical) return new UprightScroller(content, scroll.size);
         return new SidewaysScroller(content, scroll.size);
     }
     QWidget* operator()(const MenuBackground& background) const {
-        return new MenuBackgroundWidget(makeWidget(*background.content, clicked, existing), background.cornerRadius);
+        return new MenuBackgroundWidget(makeWidget(*background.content, clicked), background.cornerRadius);
     }
 
 private:
@@ -67,12 +66,9 @@ private:
 
 }  // namespace
 
-QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked, const ExistingWidget& existing) {
+QWidget* makeWidget(const View& view, const std::function<void(int tag)>& clicked) {
     installViewAccessibles();
-    if (existing) {
-        if (QWidget* const widget = existing(view)) return widget;
-    }
-    QWidget* const widget = std::visit(Make{clicked, existing}, view.content);
+    QWidget* const widget = std::visit(Make{clicked}, view.content);
     if (view.isHidden) widget->hide();
     return widget;
 }

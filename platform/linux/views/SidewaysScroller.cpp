@@ -54,6 +54,8 @@ void SidewaysScroller::wheelEvent(QWheelEvent* event) {
     event->accept();
 }
 
+void SidewaysScroller::hideEvent(QHideEvent*) { horizontalScrollBar()->setValue(0); }
+
 void SidewaysScroller::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
     scroller_->setGeometry(0, height() - scrollerHeight - 1, width(), scrollerHeight);

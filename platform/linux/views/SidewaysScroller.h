@@ -14,6 +14,7 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

@@ -11,6 +11,8 @@
 
 #include "platform/linux/views/ItemButton.h"
 #include "platform/linux/views/MenuBackgroundWidget.h"
+#include "platform/linux/views/PressButton.h"
+#include "platform/linux/views/QtViews.h"
 #include "platform/linux/windows/WindowManager.h"
 
 namespace ovin {
@@ -37,15 +39,23 @@ bool LedgeWindow::isUpToDate() const {
     return testAttribute(Qt::WA_TranslucentBackground) == WindowManager::composesWindows();
 }
 
-void LedgeWindow::present(QWidget* content, const QRect& frame, MenuRequest menuRequested) {
-    dropContent();
-    content_ = content;
-    menuRequested_ = std::move(menuRequested);
-    layout_.addWidget(content);
+void LedgeWindow::present(const View& content, const QRect& frame, TagHandler clicked, TagHandler menuRequested) {
     const bool wasVisible = isVisible();
+    if (LaidOutView laidOut{content}; wasVisible || shown_ != laidOut) {
+        dropContent();
+        clicked_ = std::make_shared<TagHandler>();
+        content_ = makeWidget(content, [clicked = clicked_](int tag) {
+            // Called from a copy, because the handler may close the ledge.
+            if (const TagHandler handler = *clicked) handler(tag);
+        });
+        layout_.addWidget(content_);
+        shown_ = std::move(laidOut);
+    }
+    *clicked_ = std::move(clicked);
+    menuRequested_ = std::move(menuRequested);
     setGeometry(frame);
     // In a window that is shown already, both would otherwise wait for the event loop, and it would be painted empty now.
-    content->show();
+    content_->show();
     layout_.activate();
     show();
     raise();
@@ -55,7 +65,7 @@ void LedgeWindow::present(QWidget* content, const QRect& frame, MenuRequest menu
         startToolTip();
     else
         ignoreDoubleClick(frame);
-    content->setAttribute(Qt::WA_TransparentForMouseEvents, doubleClick_.isActive());
+    content_->setAttribute(Qt::WA_TransparentForMouseEvents, doubleClick_.isActive());
     // A window without the keyboard hears of no key.
     if (!escape_) escape_ = EscapeKey::grab([this] { tellOfDismissal(); });
 }
@@ -111,12 +121,15 @@ void LedgeWindow::mouseReleaseEvent(QMouseEvent* event) {
 
 void LedgeWindow::dismiss() {
     dismissed_.reset();
-    // It may hold all that the ledge showed, and the next ledge may never come.
-    menuRequested_ = nullptr;
     escape_.reset();
     doubleClick_.stop();
     hide();
-    dropContent();
+    pressed_ = nullptr;
+    // They may hold all that the ledge showed, and the next ledge may never come.
+    if (clicked_) *clicked_ = nullptr;
+    menuRequested_ = nullptr;
+    for (PressButton* const button : findChildren<PressButton*>())
+        QCoreApplication::removePostedEvents(button, QEvent::MetaCall);
 }
 
 void LedgeWindow::dropContent() {

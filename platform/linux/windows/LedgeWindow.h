@@ -1,16 +1,28 @@
 #pragma once
 
+#include <QApplication>
 #include <QBoxLayout>
+#include <QFont>
 #include <QPointer>
 #include <QRect>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 
+#include "platform/Views.h"
 #include "platform/linux/displays/EscapeKey.h"
 
 namespace ovin {
+
+/// A view, and what else decides how it is laid out.
+struct LaidOutView {
+    View view;
+    QFont font = QApplication::font();
+
+    friend bool operator==(const LaidOutView&, const LaidOutView&) = default;
+};
 
 /// A window without a frame that the window manager does not manage: so it stays above full-screen windows, takes no focus
 /// and appears at once.
@@ -25,18 +37,19 @@ public:
     /// way round.
     [[nodiscard]] bool isUpToDate() const;
 
-    /// What the event loop calls with the tag of a button of the ledge that was clicked with the right mouse button.
-    using MenuRequest = std::function<void(int tag)>;
+    /// What the event loop calls with the tag of a button of the ledge.
+    using TagHandler = std::function<void(int tag)>;
 
     /// Sets what the event loop calls when the user presses the Escape key or the system closes the window, until `dismiss`.
     void onDismissal(std::function<void()> handler);
 
-    /// Takes ownership of `content` and shows it in place of the old content. The window has been painted when this returns.
+    /// Shows `content`, with the widgets of the last time when they show the same. `clicked` is for the left mouse button,
+    /// `menuRequested` for the right one. The window has been painted when this returns.
     /// If it has come up under the pointer, presses do nothing for the time of a double click: the second press of one on
     /// whatever opened the ledge is meant for no button of it.
-    void present(QWidget* content, const QRect& frame, MenuRequest menuRequested);
+    void present(const View& content, const QRect& frame, TagHandler clicked, TagHandler menuRequested);
 
-    /// Removes it from the screen. The event loop deletes the content, because a button of it may be handling a click.
+    /// Removes it from the screen, and drops clicks that have not been told of. The widgets stay for the next time.
     void dismiss();
 
 protected:
@@ -53,8 +66,11 @@ private:
     void dropContent();
 
     QHBoxLayout layout_{this};
+    std::optional<LaidOutView> shown_;
     QWidget* content_ = nullptr;
-    MenuRequest menuRequested_;
+    /// That of the content, which keeps it: a click is for what its button showed, also once other content is shown.
+    std::shared_ptr<TagHandler> clicked_;
+    TagHandler menuRequested_;
     /// What the right button was pressed on, until it is released.
     QPointer<QWidget> pressed_;
     /// Runs while presses do nothing.

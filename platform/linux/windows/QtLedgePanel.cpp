@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "platform/linux/views/QtViews.h"
-
 namespace ovin {
 namespace {
 
@@ -35,11 +33,8 @@ void QtLedgePanel::show(const View& content, const Rect& frame, std::function<vo
             if (!alive.expired() && handler) handler(tag);
         };
     };
-    const auto deliver = whileAlive(clicked);
-    QWidget* const widget =
-        makeWidget(content, deliver, [&](const View& view) { return reserve_->measured.take(view, deliver); });
-    window_->present(widget, QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect(),
-                     whileAlive(menuRequested));
+    window_->present(content, QRectF(frame.origin.x, frame.origin.y, frame.size.width, frame.size.height).toRect(),
+                     whileAlive(clicked), whileAlive(menuRequested));
 }
 
 }  // namespace ovin

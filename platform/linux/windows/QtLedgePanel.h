@@ -2,20 +2,21 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "platform/Windows.h"
-#include "platform/linux/views/MeasuredView.h"
 #include "platform/linux/windows/LedgeWindow.h"
 
 namespace ovin {
 
 /// What one ledge leaves to the next so that it opens quickly. Main thread only.
 struct LedgeReserve {
-    /// The widgets with which the content was measured.
-    MeasuredView measured;
-    /// The window of the ledge that has closed, kept because a new window needs three more round trips to the X server
-    /// before its first frame. Null while a ledge is open.
+    /// What was measured last, and its size.
+    std::optional<LaidOutView> measured;
+    Size size;
+    /// The window of the ledge that has closed, with its widgets. A new window needs three more round trips to the X server
+    /// before its first frame, and making widgets takes longer than painting them. Null while a ledge is open.
     std::unique_ptr<LedgeWindow> window;
 };
 

@@ -2,14 +2,21 @@
 
 #include <utility>
 
+#include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/StackLayout.h"
 #include "platform/linux/windows/QtFloatingPanel.h"
 #include "platform/linux/windows/QtInformationWindow.h"
 
 namespace ovin {
 
 Size QtWindows::fittingSize(const View& view) const {
-    const QSize size = reserve_->measured.fit(view);
-    return {static_cast<double>(size.width()), static_cast<double>(size.height())};
+    if (LaidOutView laidOut{view}; reserve_->measured != laidOut) {
+        const std::unique_ptr<QWidget> widget(makeWidget(view, {}));
+        const QSize size = view.isHidden ? QSize(0, 0) : naturalSize(*widget);
+        reserve_->size = {static_cast<double>(size.width()), static_cast<double>(size.height())};
+        reserve_->measured = std::move(laidOut);
+    }
+    return reserve_->size;
 }
 
 std::unique_ptr<LedgePanel> QtWindows::makeLedgePanel() { return std::make_unique<QtLedgePanel>(reserve_); }

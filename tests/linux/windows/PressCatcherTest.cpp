@@ -64,7 +64,7 @@ protected:
         for (int i = 0; i < 1000 && isCovered(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
 
-    void openLedge() { ledge->present(new QWidget, ledgePlace, {}); }
+    void openLedge() { ledge->present({Spacer{1}}, ledgePlace, {}, {}); }
 
     const XcbConnection other{xcb_connect(nullptr, nullptr)};
     std::unique_ptr<PressCatcher> catcher;

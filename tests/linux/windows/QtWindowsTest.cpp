@@ -21,6 +21,7 @@
 #include "platform/linux/views/ItemButton.h"
 #include "platform/linux/views/PushButtonWidget.h"
 #include "platform/linux/views/QtViews.h"
+#include "platform/linux/views/SidewaysScroller.h"
 #include "platform/linux/views/UprightScroller.h"
 #include "platform/linux/windows/LedgeWindow.h"
 #include "platform/linux/windows/QtAlerts.h"
@@ -165,11 +166,12 @@ TEST_F(QtWindowsTest, AClickThatIsOnItsWayWhenTheWindowGoesIsForgotten) {
     EXPECT_TRUE(existing().empty());
 }
 
-/// The button of the only ledge that there is.
+/// The button of the only ledge that is open.
 ItemButton* ledgeButton() {
     for (QWidget* const widget : QApplication::topLevelWidgets()) {
         for (QWidget* const child : widget->findChildren<QWidget*>()) {
-            if (auto* const button = dynamic_cast<ItemButton*>(child)) return button;
+            auto* const button = dynamic_cast<ItemButton*>(child);
+            if (button != nullptr && button->isVisible()) return button;
         }
     }
     return nullptr;
@@ -334,25 +336,78 @@ View itemButton(const std::string& title, int tag) {
 
 View scrolling(const View& view) { return {ScrollView{{60, 28}, std::make_shared<const View>(view)}}; }
 
-TEST_F(QtWindowsTest, TheLedgeShowsTheWidgetsThatWereMeasuredForIt) {
-    for (const bool scrolls : {false, true}) {
-        handleEvents();  // the ledge before is gone then
-        std::vector<int> clicks;
-        const auto ledge = windows.makeLedgePanel();
-        const View view = SamplePages::row({itemButton("Item", 7)});
-        const Size size = windows.fittingSize(view);
-        const ItemButton* const measured = ledgeButton();
-        ASSERT_NE(measured, nullptr);
-        const View content = scrolls ? scrolling(view) : view;
-        ledge->show(content, {{100, 30}, size}, [&](int tag) { clicks.push_back(tag); });
-        EXPECT_EQ(ledgeButton(), measured);
-        QWidget* const shown = scrolls ? measured->window()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly)
-                                       : measured->parentWidget();
-        EXPECT_EQ(differences(*shown, content), std::vector<std::string>());
-        ledgeButton()->click();
-        handleEvents();
-        EXPECT_EQ(clicks, std::vector<int>{7});
+TEST_F(QtWindowsTest, TheNextLedgeHasTheWidgetsOfTheOneBeforeWhenItShowsTheSame) {
+    std::vector<int> clicks;
+    const View row = SamplePages::row({itemButton("Item", 7), itemButton("Another", 8)});
+    for (const View& content : {row, scrolling(row)}) {
+        ItemButton* before = nullptr;
+        for (int opening = 1; opening <= 2; ++opening) {
+            clicks.clear();
+            const auto ledge = windows.makeLedgePanel();
+            ledge->show(content, {{100, 30}, {60, 28}}, [&](int tag) { clicks.push_back(10 * opening + tag); });
+            EXPECT_EQ(ledgeButton() == before, opening == 2);
+            before = ledgeButton();
+            QWidget* shown = before;
+            while (!shown->parentWidget()->isWindow()) shown = shown->parentWidget();
+            EXPECT_EQ(differences(*shown, content), std::vector<std::string>());
+            ledgeButton()->click();
+            handleEvents();
+            EXPECT_EQ(clicks, std::vector<int>{10 * opening + 7});
+        }
     }
+}
+
+TEST_F(QtWindowsTest, TheNextLedgeHasWidgetsOfItsOwnWhenTheFontHasChanged) {
+    const auto show = [this] {
+        const auto ledge = windows.makeLedgePanel();
+        ledge->show(itemButton("Item", 7), {{100, 30}, windows.fittingSize(itemButton("Item", 7))}, [](int) {});
+        return ledgeButton()->width();
+    };
+    const QFont usual = QApplication::font();
+    const int width = show();
+    QApplication::setFont(QFont("DejaVu Sans Mono"));
+    EXPECT_NE(show(), width);
+    QApplication::setFont(usual);
+}
+
+TEST_F(QtWindowsTest, TheNextLedgeBeginsAtItsLeftEndWithNoButtonDownOrBelowThePointer) {
+    const View content = scrolling(SamplePages::row({itemButton("Item", 7), itemButton("Another", 8)}));
+    auto ledge = windows.makeLedgePanel();
+    ledge->show(content, {{100, 30}, {60, 28}}, [](int) {});
+    auto* const scroller = ledgeButton()->window()->findChild<SidewaysScroller*>();
+    scroller->horizontalScrollBar()->setValue(20);
+    const auto seen = [] { return ledgeButton()->window()->grab().toImage(); };
+    EXPECT_EQ(scroller->horizontalScrollBar()->value(), 20);
+    ledge.reset();
+    ledge = windows.makeLedgePanel();
+    ledge->show(content, {{100, 30}, {60, 28}}, [](int) {});
+    EXPECT_EQ(scroller->horizontalScrollBar()->value(), 0);
+    const QImage fresh = seen();
+    ledgeButton()->setDown(true);
+    ledgeButton()->setAttribute(Qt::WA_UnderMouse);
+    EXPECT_NE(seen(), fresh);
+    ledge.reset();
+    ledge = windows.makeLedgePanel();
+    ledge->show(content, {{100, 30}, {60, 28}}, [](int) {});
+    EXPECT_EQ(seen(), fresh);
+}
+
+TEST_F(QtWindowsTest, AClickThatIsOnItsWayWhenTheLedgeGoesIsForgottenThoughTheNextOneShowsTheSame) {
+    int clicks = 0;
+    auto ledge = windows.makeLedgePanel();
+    const auto show = [&] { ledge->show(itemButton("Item", 7), {{100, 30}, {80, 28}}, [&](int) { ++clicks; }); };
+    show();
+    ItemButton* const button = ledgeButton();
+    button->click();
+    ledge.reset();
+    ledge = windows.makeLedgePanel();
+    show();
+    handleEvents();
+    EXPECT_EQ(clicks, 0);
+    ledge.reset();
+    button->click();  // as an assistive program may, which still knows it
+    handleEvents();
+    EXPECT_EQ(clicks, 0);
 }
 
 TEST_F(QtWindowsTest, AClickIsForTheContentThatTheButtonBelongsTo) {
@@ -384,9 +439,8 @@ TEST_F(QtWindowsTest, TheLedgeShowsNothingThatWasMeasuredForSomethingElse) {
     EXPECT_EQ(clicks, std::vector<int>{8});
 }
 
-TEST_F(QtWindowsTest, WhatWasMeasuredAndIsShownByNobodyIsGoneAMomentLater) {
+TEST_F(QtWindowsTest, NothingIsKeptOfWhatWasMeasured) {
     (void)windows.fittingSize(itemButton("Item", 7));
-    handleEvents();
     EXPECT_EQ(ledgeButton(), nullptr);
 }
 
