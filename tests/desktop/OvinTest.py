@@ -173,14 +173,16 @@ def press(element):
 
 
 def buttonsOf(application):
-    """The buttons of an application; none while it cannot be looked at."""
+    """The buttons of an application's open windows; none while it cannot be looked at."""
     def below(element):
         return [button for child in children(element)
                 for button in ([child] if child.get_role() == Atspi.Role.PUSH_BUTTON else below(child))]
 
     element = accessible(application)
     try:
-        return below(element) if element is not None else []
+        windows = children(element) if element is not None else []
+        return [button for window in windows if window.get_state_set().contains(Atspi.StateType.SHOWING)
+                for button in below(window)]
     except GLib.Error:
         return []
 
