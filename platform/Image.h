@@ -17,7 +17,7 @@ public:
         Content& operator=(const Content&) = delete;
         virtual ~Content() = default;
 
-        /// Whether both are known to be the same picture; it need not be found out.
+        /// Whether both are the same picture, as far as that is known without drawing them.
         [[nodiscard]] virtual bool isSameAs(const Content& other) const { return this == &other; }
     };
 

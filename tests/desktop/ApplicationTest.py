@@ -86,6 +86,28 @@ class TheLedge(ApplicationTestCase):
         self.assertTrue(becomes(lambda: item.events() == ["context-menu"]), item.lines())
         self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "the ledge stays open")
 
+    def testOnlyTheButtonBelowThePointerIsLitThoughOneWasHeldDownWhenTheLedgeClosed(self):
+        def areas():
+            self.openLedge(self.ovin)
+            found = [button.get_extents(Atspi.CoordType.SCREEN) for button in buttonsOf("Ovin")[:2]]
+            return [(area.x, area.y, area.width, area.height) for area in found]
+
+        def pointAt(area):
+            run("xdotool", "mousemove", str(area[0] + area[2] // 2), str(area[1] + area[3] // 2))
+
+        first, second = awaited(areas)
+        pointAt(first)
+        time.sleep(0.6)  # presses do nothing for the time of a double click
+        run("xdotool", "mousedown", "1", "key", "Escape")
+        self.assertTrue(becomes(lambda: not self.isOpen(self.ovin)), "the ledge stays open")
+        run("xdotool", "mouseup", "1", "mousemove", "300", "500")
+        areas()
+        plain = colours(first)
+        pointAt(first)
+        self.assertTrue(becomes(lambda: colours(first) != plain), "the button below the pointer is not lit")
+        pointAt(second)
+        self.assertTrue(becomes(lambda: colours(first) == plain), "another button stays lit")
+
     def testAProgramWithoutADesktopEntryShowsTheIconOfItsItem(self):
         place = geometry(self.openLedge(self.ovin))
         self.assertIn((0xC0, 0x10, 0x90), colours(place))

@@ -86,14 +86,13 @@ def overlap(one, other):
 
 def textsOf(application):
     """All texts that a program shows."""
-    def below(element):
-        for child in children(element):
+    def below(elements):
+        for child in elements:
             yield child.get_name()
-            yield from below(child)
+            yield from below(children(child))
 
     try:
-        element = accessible(application)
-        return [text for text in below(element) if text] if element is not None else []
+        return [text for text in below(OvinTest.openWindows(application)) if text]
     except OvinTest.GLib.Error:
         return []
 

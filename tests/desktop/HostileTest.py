@@ -514,7 +514,8 @@ class HostileNeighbours(ApplicationTestCase):
                        if self.daemon("GetConnectionUnixProcessID", item.partition("/")[0]) == victim.process.pid)
         connections = [name for name in self.daemon("ListNames")
                        if name.startswith(":") and self.daemon("GetConnectionUnixProcessID", name) == self.ovin.pid]
-        del victim.lines[:]
+        while becomes(lambda: victim.said("layout") is not None, 1):
+            del victim.lines[:]  # of the menu that opens
         stranger.tell("forge", address, *connections)
         time.sleep(1)
         self.assertIsNone(victim.said("layout"), "a stranger's signal has the menu read again")

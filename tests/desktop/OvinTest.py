@@ -172,17 +172,21 @@ def press(element):
     element.do_action(0)
 
 
+def openWindows(application):
+    """Those that assistive programs are told are shown. A window that has closed may be there still."""
+    element = accessible(application)
+    return [] if element is None else [window for window in children(element)
+                                       if window.get_state_set().contains(Atspi.StateType.SHOWING)]
+
+
 def buttonsOf(application):
     """The buttons of an application's open windows; none while it cannot be looked at."""
-    def below(element):
-        return [button for child in children(element)
-                for button in ([child] if child.get_role() == Atspi.Role.PUSH_BUTTON else below(child))]
+    def below(elements):
+        return [button for child in elements
+                for button in ([child] if child.get_role() == Atspi.Role.PUSH_BUTTON else below(children(child)))]
 
-    element = accessible(application)
     try:
-        windows = children(element) if element is not None else []
-        return [button for window in windows if window.get_state_set().contains(Atspi.StateType.SHOWING)
-                for button in below(window)]
+        return below(openWindows(application))
     except GLib.Error:
         return []
 

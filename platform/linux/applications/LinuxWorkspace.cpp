@@ -161,10 +161,12 @@ RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries:
         if (!entry->name.empty()) application.localizedName = entry->name;
         if (!entry->icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry->icon));
     }
-    // Several items would all look like the first one.
+    // Several items would all look like the first one. An item may have no icon yet.
     const auto items = items_.itemsOf(pid);
-    const bool hasIcon = !items.empty() && items.front().icon && items.front().icon->get();
-    if (hasIcon && (items.size() == 1 || !application.icon)) {
+    const auto mayHaveIcon = [&application](const StatusNotifierItem& item) {
+        return item.icon && (application.icon || item.icon->get());
+    };
+    if (!items.empty() && mayHaveIcon(items.front()) && (items.size() == 1 || !application.icon)) {
         const std::string icon = entry == nullptr ? std::string() : entry->icon;
         application.icon = Image(std::make_shared<ItemOrApplicationIcon>(items.front().icon, icon));
     }

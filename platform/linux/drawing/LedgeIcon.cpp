@@ -84,10 +84,10 @@ Picture namedPicture(const IconName& name, int side, const QColor& textColor, bo
     return shape.toImage();
 }
 
-QImage ledgeIcon(const Image& image, int side, const QColor& textColor, bool readsAgain) {
+Picture ledgeIcon(const Image& image, int side, const QColor& textColor, bool readsAgain) {
     Picture picture = pictureOf(image, {side, textColor, readsAgain});
     if (isNone(picture)) picture = namedPicture(iconName("application-x-executable"), side, textColor, readsAgain);
-    return picture.value_or(QImage());
+    return picture;
 }
 
 }  // namespace ovin

@@ -17,7 +17,8 @@ namespace ovin {
                                                  bool readsAgain = false);
 
 /// The picture of an application or an item: the first that there is of what the image names, the pixels that came with it,
-/// and a generic one. Null while one that comes first is still to come, and where there is none.
-[[nodiscard]] QImage ledgeIcon(const Image& image, int side, const QColor& textColor, bool readsAgain = false);
+/// and a generic one. Null where there is none, and nothing while one that comes first is still to come.
+[[nodiscard]] std::optional<QImage> ledgeIcon(const Image& image, int side, const QColor& textColor,
+                                              bool readsAgain = false);
 
 }  // namespace ovin

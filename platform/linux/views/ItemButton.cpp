@@ -129,7 +129,9 @@ void ItemButton::drawImage(QPainter& painter, const QRect& place) {
 
 void ItemButton::takeIcon(bool readsAgain) {
     if (pictureSide_ == 0) return;
-    picture_ = QPixmap::fromImage(ledgeIcon(*image_, pictureSide_, palette().color(QPalette::WindowText), readsAgain));
+    // Until another icon has come, the last one stays.
+    const auto picture = ledgeIcon(*image_, pictureSide_, palette().color(QPalette::WindowText), readsAgain);
+    if (picture) picture_ = QPixmap::fromImage(*picture);
     update();
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/windows/LedgeWindow.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
@@ -11,7 +12,6 @@
 
 #include "platform/linux/views/ItemButton.h"
 #include "platform/linux/views/MenuBackgroundWidget.h"
-#include "platform/linux/views/PressButton.h"
 #include "platform/linux/views/QtViews.h"
 #include "platform/linux/windows/WindowManager.h"
 
@@ -128,12 +128,15 @@ void LedgeWindow::dismiss() {
     // They may hold all that the ledge showed, and the next ledge may never come.
     if (clicked_) *clicked_ = nullptr;
     menuRequested_ = nullptr;
-    for (PressButton* const button : findChildren<PressButton*>())
+    for (QAbstractButton* const button : findChildren<QAbstractButton*>())
         QCoreApplication::removePostedEvents(button, QEvent::MetaCall);
+    // The toolkit is not told of a release after this, and would take the widget for pressed for as long as it lives.
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) dropContent();
 }
 
 void LedgeWindow::dropContent() {
     if (content_ == nullptr) return;
+    shown_.reset();
     // Hidden, because it would be painted until it is deleted.
     content_->hide();
     content_->deleteLater();

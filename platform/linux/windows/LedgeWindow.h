@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QFont>
+#include <QPalette>
 #include <QPointer>
 #include <QRect>
 #include <QTimer>
@@ -16,10 +17,11 @@
 
 namespace ovin {
 
-/// A view, and what else decides how it is laid out.
+/// A view, and what of the desktop the widgets take over that show it.
 struct LaidOutView {
     View view;
     QFont font = QApplication::font();
+    QPalette palette = QApplication::palette();
 
     friend bool operator==(const LaidOutView&, const LaidOutView&) = default;
 };

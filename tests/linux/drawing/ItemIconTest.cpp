@@ -38,7 +38,7 @@ int sideOf(const BusValue::Dictionary& properties) {
 /// What the ledge draws of what an item has sent.
 QImage shown(const BusValue::Dictionary& properties) {
     auto latest = std::make_shared<LatestItemIcon>(itemIcon(properties));
-    return ledgeIcon(Image(std::make_shared<ItemOrApplicationIcon>(std::move(latest), "")), 28, Qt::black);
+    return ledgeIcon(Image(std::make_shared<ItemOrApplicationIcon>(std::move(latest), "")), 28, Qt::black).value();
 }
 
 TEST(ItemIcon, ThePixelsOfAnItemAreDrawnInTheirColours) {

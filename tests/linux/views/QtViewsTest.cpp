@@ -124,13 +124,17 @@ protected:
         widget->show();
         return comesToShow(*widget, colour);
     }
+    static bool shows(QWidget& widget, QColor colour) {
+        const QImage seen = widget.grab().toImage();
+        for (int pixel = 0; pixel < seen.width() * seen.height(); ++pixel) {
+            if (seen.pixelColor(pixel % seen.width(), pixel / seen.width()) == colour) return true;
+        }
+        return false;
+    }
     static bool comesToShow(QWidget& widget, QColor colour) {
         const QDeadlineTimer deadline(20'000);
         for (;;) {
-            const QImage seen = widget.grab().toImage();
-            for (int pixel = 0; pixel < seen.width() * seen.height(); ++pixel) {
-                if (seen.pixelColor(pixel % seen.width(), pixel / seen.width()) == colour) return true;
-            }
+            if (shows(widget, colour)) return true;
             if (deadline.hasExpired()) return false;
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
         }
@@ -154,6 +158,8 @@ TEST_F(IconOnTheLedge, IsTheItemsLatestAlsoWhenItIsReadWhileTheButtonIsShown) {
     const std::string green = folder.filePath("green.png").toStdString();
     ASSERT_TRUE(picture.save(QString::fromStdString(green)));
     std::thread([&] { itemsIcon->set(itemIcon(green)); }).join();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    EXPECT_TRUE(shows(*shown, Qt::red)) << "the other has not come";
     EXPECT_TRUE(comesToShow(*shown, Qt::green));
 }
 

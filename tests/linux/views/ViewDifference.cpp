@@ -84,7 +84,7 @@ bool isPicture(const QImage& shown, const Image& asked) {
 /// What a button shows of an image by now.
 QImage pictureOf(const SizedImage& image, const QPalette& palette) {
     const int side = qRound(std::min(image.size.width, image.size.height));
-    return ledgeIcon(image.image, side, palette.color(QPalette::WindowText));
+    return ledgeIcon(image.image, side, palette.color(QPalette::WindowText)).value_or(QImage());
 }
 
 /// A letter and what it looks like. Blanks do not count, because where a line breaks there may be one or none.

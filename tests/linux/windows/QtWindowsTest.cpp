@@ -14,6 +14,7 @@
 #include <QWindow>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/drawing/NamedIcon.h"
@@ -357,17 +358,26 @@ TEST_F(QtWindowsTest, TheNextLedgeHasTheWidgetsOfTheOneBeforeWhenItShowsTheSame)
     }
 }
 
-TEST_F(QtWindowsTest, TheNextLedgeHasWidgetsOfItsOwnWhenTheFontHasChanged) {
-    const auto show = [this] {
+TEST_F(QtWindowsTest, TheNextLedgeHasWidgetsOfItsOwnWhenFontOrColoursHaveChanged) {
+    const View content = itemButton("Item", 7);
+    QPointer<ItemButton> before;
+    const auto isSame = [&] {
         const auto ledge = windows.makeLedgePanel();
-        ledge->show(itemButton("Item", 7), {{100, 30}, windows.fittingSize(itemButton("Item", 7))}, [](int) {});
-        return ledgeButton()->width();
+        ledge->show(content, {{100, 30}, windows.fittingSize(content)}, [](int) {});
+        return std::exchange(before, ledgeButton()) == ledgeButton();
     };
+    EXPECT_FALSE(isSame());
+    EXPECT_TRUE(isSame());
+    const int width = before->width();
     const QFont usual = QApplication::font();
-    const int width = show();
     QApplication::setFont(QFont("DejaVu Sans Mono"));
-    EXPECT_NE(show(), width);
+    EXPECT_FALSE(isSame());
+    EXPECT_NE(before->width(), width);
     QApplication::setFont(usual);
+    EXPECT_FALSE(isSame());
+    QApplication::setPalette(Qt::darkGray);
+    EXPECT_FALSE(isSame());
+    QApplication::setPalette({});
 }
 
 TEST_F(QtWindowsTest, TheNextLedgeBeginsAtItsLeftEndWithNoButtonDownOrBelowThePointer) {
@@ -427,21 +437,10 @@ TEST_F(QtWindowsTest, AClickIsForTheContentThatTheButtonBelongsTo) {
     EXPECT_EQ(clicks.back(), "Second 7");
 }
 
-TEST_F(QtWindowsTest, TheLedgeShowsNothingThatWasMeasuredForSomethingElse) {
-    std::vector<int> clicks;
-    const auto ledge = windows.makeLedgePanel();
+TEST_F(QtWindowsTest, NoWidgetIsKeptOfWhatWasMeasured) {
+    const auto before = QApplication::allWidgets().size();
     (void)windows.fittingSize(itemButton("Item", 7));
-    ledge->show(itemButton("Item", 8), {{100, 30}, {80, 28}}, [&](int tag) { clicks.push_back(tag); });
-    handleEvents();
-    ASSERT_NE(ledgeButton(), nullptr);
-    ledgeButton()->click();
-    handleEvents();
-    EXPECT_EQ(clicks, std::vector<int>{8});
-}
-
-TEST_F(QtWindowsTest, NothingIsKeptOfWhatWasMeasured) {
-    (void)windows.fittingSize(itemButton("Item", 7));
-    EXPECT_EQ(ledgeButton(), nullptr);
+    EXPECT_EQ(QApplication::allWidgets().size(), before);
 }
 
 std::vector<QWidget*> ledgeWindows() {
@@ -522,24 +521,20 @@ TEST_F(QtWindowsTest, TheNextLedgeShowsOnlyItsOwnItemsThoughItTakesTheWindowOfTh
 
 TEST_F(QtWindowsTest, AnOpenLedgeThatShowsOtherItemsHasPaintedThemAtOnce) {
     const auto ledge = windows.makeLedgePanel();
-    for (const bool isMeasured : {false, true}) {
-        ledge->show(itemButton("First", 1), {{100, 30}, {80, 28}}, [](int) {});
-        handleEvents();
-        const View row = SamplePages::row({itemButton("Second", 2), itemButton("Third", 3)});
-        const Size size = windows.fittingSize(row);
-        if (!isMeasured) handleEvents();
-        ledge->show(row, {{100, 30}, size}, [](int) {});
-        QWidget& window = *ledgeWindows().at(0);
-        int shown = 0;
-        for (QWidget* const child : window.findChildren<QWidget*>()) {
-            const auto* const button = dynamic_cast<ItemButton*>(child);
-            if (button == nullptr || !button->isVisible()) continue;
-            ++shown;
-            EXPECT_GT(button->width(), 1);
-            EXPECT_TRUE(window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())));
-        }
-        EXPECT_EQ(shown, 2);
+    ledge->show(itemButton("First", 1), {{100, 30}, {80, 28}}, [](int) {});
+    handleEvents();
+    const View row = SamplePages::row({itemButton("Second", 2), itemButton("Third", 3)});
+    ledge->show(row, {{100, 30}, windows.fittingSize(row)}, [](int) {});
+    QWidget& window = *ledgeWindows().at(0);
+    int shown = 0;
+    for (QWidget* const child : window.findChildren<QWidget*>()) {
+        const auto* const button = dynamic_cast<ItemButton*>(child);
+        if (button == nullptr || !button->isVisible()) continue;
+        ++shown;
+        EXPECT_GT(button->width(), 1);
+        EXPECT_TRUE(window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())));
     }
+    EXPECT_EQ(shown, 2);
 }
 
 TEST_F(QtWindowsTest, ALedgeWithFewerItemsIsSmallerThanTheOneBefore) {
