@@ -41,7 +41,10 @@ bool LedgeWindow::isUpToDate() const {
 
 void LedgeWindow::present(const View& content, const QRect& frame, TagHandler clicked, TagHandler menuRequested) {
     const bool wasVisible = isVisible();
-    if (LaidOutView laidOut{content}; wasVisible || shown_ != laidOut) {
+    // The toolkit hears of no release after a window has gone, and takes what was pressed there for pressed as long as it
+    // lives.
+    const bool isPressed = QGuiApplication::mouseButtons() != Qt::NoButton;
+    if (LaidOutView laidOut{content}; wasVisible || isPressed || shown_ != laidOut) {
         dropContent();
         clicked_ = std::make_shared<TagHandler>();
         content_ = makeWidget(content, [clicked = clicked_](int tag) {
@@ -130,13 +133,10 @@ void LedgeWindow::dismiss() {
     menuRequested_ = nullptr;
     for (QAbstractButton* const button : findChildren<QAbstractButton*>())
         QCoreApplication::removePostedEvents(button, QEvent::MetaCall);
-    // The toolkit is not told of a release after this, and would take the widget for pressed for as long as it lives.
-    if (QGuiApplication::mouseButtons() != Qt::NoButton) dropContent();
 }
 
 void LedgeWindow::dropContent() {
     if (content_ == nullptr) return;
-    shown_.reset();
     // Hidden, because it would be painted until it is deleted.
     content_->hide();
     content_->deleteLater();
