@@ -85,14 +85,15 @@ def overlap(one, other):
 
 
 def textsOf(application):
-    """All texts that a program shows."""
-    def below(elements):
-        for child in elements:
+    """All texts in a program's windows and menus; a ledge that has closed has its buttons still."""
+    def below(element):
+        for child in children(element):
             yield child.get_name()
-            yield from below(children(child))
+            yield from below(child)
 
     try:
-        return [text for text in below(OvinTest.openWindows(application)) if text]
+        element = accessible(application)
+        return [text for text in below(element) if text] if element is not None else []
     except OvinTest.GLib.Error:
         return []
 
