@@ -161,14 +161,12 @@ RunningApplication LinuxWorkspace::describe(ProcessID pid, const DesktopEntries:
         if (!entry->name.empty()) application.localizedName = entry->name;
         if (!entry->icon.empty()) application.icon = Image(std::make_shared<NamedIcon>(entry->icon));
     }
-    // Several items would all look like the first one. An item may have no icon yet.
     const auto items = items_.itemsOf(pid);
-    const auto mayHaveIcon = [&application](const StatusNotifierItem& item) {
-        return item.icon && (application.icon || item.icon->get());
-    };
-    if (!items.empty() && mayHaveIcon(items.front()) && (items.size() == 1 || !application.icon)) {
-        const std::string icon = entry == nullptr ? std::string() : entry->icon;
-        application.icon = Image(std::make_shared<ItemOrApplicationIcon>(items.front().icon, icon));
+    const auto itemIcon = items.empty() ? nullptr : items.front().icon;
+    // Several items would all look like the first one. An item that has no icon yet may come to have one.
+    if (itemIcon && (application.icon ? items.size() == 1 : itemIcon->get() != nullptr)) {
+        const std::string applicationIcon = entry == nullptr ? std::string() : entry->icon;
+        application.icon = Image(std::make_shared<ItemOrApplicationIcon>(itemIcon, applicationIcon));
     }
     if (!application.localizedName && !name.empty()) application.localizedName = name;
     if (pid == getpid()) application.bundleIdentifier = ownBundleIdentifier_;

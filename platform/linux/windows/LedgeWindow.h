@@ -46,9 +46,9 @@ public:
     void onDismissal(std::function<void()> handler);
 
     /// Shows `content`, with the widgets of the last time when they show the same. `clicked` is for the left mouse button,
-    /// `menuRequested` for the right one. The window has been painted when this returns.
-    /// If it has come up under the pointer, presses do nothing for the time of a double click: the second press of one on
-    /// whatever opened the ledge is meant for no button of it.
+    /// `menuRequested` for the right one. The window has been painted when this returns. If it has come up under the
+    /// pointer, presses do nothing for the time of a double click: the second press of one on whatever opened the ledge is
+    /// meant for no button of it.
     void present(const View& content, const QRect& frame, TagHandler clicked, TagHandler menuRequested);
 
     /// Removes it from the screen, and drops clicks that have not been told of. The widgets stay for the next time.
@@ -68,6 +68,7 @@ private:
     void dropContent();
 
     QHBoxLayout layout_{this};
+    /// What the content shows.
     std::optional<LaidOutView> shown_;
     QWidget* content_ = nullptr;
     /// That of the content, which keeps it: a click is for what its button showed, also once other content is shown.
