@@ -1,5 +1,6 @@
 #include "platform/linux/updates/QtUpdateFeed.h"
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -29,9 +30,8 @@ bool isSafe(const QUrl& url) {
 
 QNetworkRequest requestFor(const QUrl& url) {
     QNetworkRequest request(url);
-    // Each redirection is checked before it is followed.
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
-    request.setMaximumRedirectsAllowed(mostRedirections);
+    // Where it leads is checked first. (What the toolkit follows itself, it may also leak when it ends soon afterwards.)
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
@@ -41,67 +41,58 @@ QNetworkRequest requestFor(const QUrl& url) {
     return request;
 }
 
-/// One request, which the constructor carries out on its thread.
-class Request {
-public:
-    Request(const QUrl& url, std::chrono::milliseconds patience) : url_(url), reply_(network_.get(requestFor(url))) {
-        reply_->setReadBufferSize(bufferSize);
-        QObject::connect(reply_, &QNetworkReply::redirected, &loop_, [this](const QUrl& to) { redirected(to); });
-        QObject::connect(reply_, &QNetworkReply::readyRead, &loop_, [this] { readAvailable(); });
-        QObject::connect(reply_, &QNetworkReply::finished, &loop_, &QEventLoop::quit);
-        QTimer::singleShot(patience, &loop_, [this] { fail(FeedFailure::unreachable); });
-        if (!reply_->isFinished()) loop_.exec();
-        readAvailable();
-    }
+/// What a server answers: a text, another address, or nothing of use.
+using Answer = std::variant<QByteArray, QUrl, FeedFailure>;
 
-    [[nodiscard]] std::variant<QByteArray, FeedFailure> answer() {
-        if (failure_) return *failure_;
-        const QNetworkReply::NetworkError error = reply_->error();
-        if (error == QNetworkReply::SslHandshakeFailedError || error == QNetworkReply::InsecureRedirectError)
-            return FeedFailure::insecure;
-        const QVariant status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-        if (!status.isValid()) return FeedFailure::unreachable;
-        if (!reply_->isFinished() || error != QNetworkReply::NoError || status.toInt() != 200) return FeedFailure::unusable;
-        return text_;
-    }
-
-private:
-    void readAvailable() {
-        text_ += reply_->readAll();
-        if (text_.size() > longestFeed) fail(FeedFailure::unusable);
-    }
-
-    void redirected(const QUrl& to) {
-        const bool isDowngrade = url_.scheme() == QLatin1String("https") && to.scheme() != QLatin1String("https");
-        if (isDowngrade || !isSafe(to)) return fail(FeedFailure::insecure);
-        url_ = to;
-        Q_EMIT reply_->redirectAllowed();
-    }
-
-    void fail(FeedFailure failure) {
-        failure_ = failure;
-        loop_.quit();
-    }
-
-    QNetworkAccessManager network_;
-    QEventLoop loop_;
-    /// The address after the redirections so far.
-    QUrl url_;
-    /// Owned by the network access.
-    QNetworkReply* const reply_;
-    QByteArray text_;
-    std::optional<FeedFailure> failure_;
-};
+Answer ask(QNetworkAccessManager& network, const QUrl& url, QDeadlineTimer deadline) {
+    QEventLoop loop;
+    const std::unique_ptr<QNetworkReply> reply(network.get(requestFor(url)));
+    QByteArray text;
+    std::optional<FeedFailure> failure;
+    const auto fail = [&](FeedFailure why) {
+        failure = why;
+        loop.quit();
+    };
+    const auto readAvailable = [&] {
+        text += reply->readAll();
+        if (text.size() > longestFeed) fail(FeedFailure::unusable);
+    };
+    reply->setReadBufferSize(bufferSize);
+    QObject::connect(reply.get(), &QNetworkReply::readyRead, &loop, readAvailable);
+    QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(std::chrono::milliseconds(deadline.remainingTime()), &loop, [&] { fail(FeedFailure::unreachable); });
+    if (!reply->isFinished()) loop.exec();
+    readAvailable();
+    if (failure) return *failure;
+    if (reply->error() == QNetworkReply::SslHandshakeFailedError) return FeedFailure::insecure;
+    const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    if (!status.isValid()) return FeedFailure::unreachable;
+    if (!reply->isFinished() || reply->error() != QNetworkReply::NoError) return FeedFailure::unusable;
+    const QUrl elsewhere = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+    if (!elsewhere.isEmpty()) return url.resolved(elsewhere);
+    if (status.toInt() != 200) return FeedFailure::unusable;
+    return text;
+}
 
 UpdateFeed::Answer readFrom(const std::string& address, std::chrono::milliseconds patience) {
-    const QUrl url(QString::fromStdString(address), QUrl::StrictMode);
+    const QDeadlineTimer deadline(patience);
+    QNetworkAccessManager network;
+    QUrl url(QString::fromStdString(address), QUrl::StrictMode);
     if (!isSafe(url)) return FeedFailure::insecure;
-    const auto answer = Request(url, patience).answer();
-    if (const auto* const failure = std::get_if<FeedFailure>(&answer)) return *failure;
-    const auto& text = std::get<QByteArray>(answer);
-    auto items = readFeed({text.constData(), static_cast<std::size_t>(text.size())});
-    if (!items) return FeedFailure::unusable;
-    return *std::move(items);
+    for (int redirections = 0; redirections <= mostRedirections; ++redirections) {
+        const Answer answer = ask(network, url, deadline);
+        if (const auto* const failure = std::get_if<FeedFailure>(&answer)) return *failure;
+        if (const auto* const text = std::get_if<QByteArray>(&answer)) {
+            auto items = readFeed({text->constData(), static_cast<std::size_t>(text->size())});
+            if (!items) return FeedFailure::unusable;
+            return *std::move(items);
+        }
+        const auto& elsewhere = std::get<QUrl>(answer);
+        const bool isDowngrade = url.scheme() == QLatin1String("https") && elsewhere.scheme() != QLatin1String("https");
+        if (isDowngrade || !isSafe(elsewhere)) return FeedFailure::insecure;
+        url = elsewhere;
+    }
+    return FeedFailure::unusable;
 }
 
 class ThreadReading final : public UpdateFeed::Reading {
