@@ -62,9 +62,9 @@ void IconLoader::share(std::unique_ptr<IconLoader> loader) {
 
 void IconLoader::load(const IconName& icon, int side) {
     const Request request{icon, side};
-    const ReadIcon* known = known_.object(request);
+    const Known* known = known_.object(request);
     const bool isOfTheme = icon.themeFolder.isEmpty() && !icon.name.startsWith(QLatin1Char('/'));
-    if (known != nullptr && !known->picture.isNull() && isOfTheme) return;
+    if (known != nullptr && !known->icon.picture.isNull() && isOfTheme && known->theme == QIcon::themeName()) return;
     if (outstanding_.size() >= mostOutstanding || outstanding_.contains(request) || hanging_.values().contains(request))
         return;
     outstanding_.append(request);
@@ -75,8 +75,8 @@ void IconLoader::load(const IconName& icon, int side) {
 }
 
 std::optional<ReadIcon> IconLoader::known(const IconName& icon, int side) const {
-    const ReadIcon* known = known_.object({icon, side});
-    return known == nullptr ? std::nullopt : std::optional(*known);
+    const Known* known = known_.object({icon, side});
+    return known == nullptr ? std::nullopt : std::optional(known->icon);
 }
 
 void IconLoader::start() {
@@ -94,13 +94,14 @@ void IconLoader::start() {
     connect(reader_, &QProcess::finished, this, lost, Qt::QueuedConnection);
     // What was no icon comes last: a reader may not have survived it, and others wait for it no second time.
     std::stable_partition(outstanding_.begin(), outstanding_.end(), [this](const Request& request) {
-        const ReadIcon* known = known_.object(request);
-        return known == nullptr || !known->picture.isNull();
+        const Known* known = known_.object(request);
+        return known == nullptr || !known->icon.picture.isNull();
     });
     patience_.start();
     reader_->start(program_, {QLatin1String(readIconsArgument)});
     QDataStream theme(reader_);
-    theme << QIcon::themeName() << QIcon::fallbackThemeName() << QIcon::themeSearchPaths() << QIcon::fallbackSearchPaths();
+    theme_ = QIcon::themeName();
+    theme << theme_ << QIcon::fallbackThemeName() << QIcon::themeSearchPaths() << QIcon::fallbackSearchPaths();
     for (const Request& request : std::as_const(outstanding_)) send(request);
 }
 
@@ -130,7 +131,7 @@ void IconLoader::settle(ReadIcon icon) {
     const Request request = outstanding_.takeFirst();
     const qsizetype characters = request.icon.name.size() + request.icon.themeFolder.size();
     const qsizetype bytes = icon.picture.sizeInBytes() + 2 * characters + 100;
-    known_.insert(request, new ReadIcon(std::move(icon)), bytes);
+    known_.insert(request, new Known{std::move(icon), theme_}, bytes);
 }
 
 void IconLoader::giveUp() {

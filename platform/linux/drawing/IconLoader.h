@@ -29,8 +29,8 @@ public:
     [[nodiscard]] static IconLoader* shared();
     static void share(std::unique_ptr<IconLoader> loader);
 
-    /// Asks for an icon in the size that fits a square of `side` pixels, again if a file may have changed since. `loaded`
-    /// follows unless it is known and cannot have changed.
+    /// Asks for an icon in the size that fits a square of `side` pixels, again if a file or the theme may have changed
+    /// since. `loaded` follows unless it is known and cannot have changed.
     void load(const IconName& icon, int side);
 
     /// The icon as far as it is known; nothing while it has never come.
@@ -51,6 +51,12 @@ private:
         }
     };
 
+    struct Known {
+        ReadIcon icon;
+        /// The theme in which it was looked for.
+        QString theme;
+    };
+
     void start();
     void send(const Request& request);
     void receive();
@@ -64,6 +70,8 @@ private:
     QTimer patience_;
     /// Null while nothing is asked. Those that were dismissed are children of this object until they have ended.
     QProcess* reader_ = nullptr;
+    /// The theme that the last reader was told.
+    QString theme_;
     /// Those that are not answered, in the order in which the reader gets them.
     QList<Request> outstanding_;
     /// Killed readers that have not ended, each with the icon at which it was: a file system that took a question holds
@@ -71,7 +79,7 @@ private:
     QHash<const QProcess*, Request> hanging_;
     int failures_ = 0;
     /// Counted in bytes.
-    QCache<Request, ReadIcon> known_;
+    QCache<Request, Known> known_;
 };
 
 }  // namespace ovin

@@ -51,6 +51,20 @@ protected:
         return comes(loader, icon) && !loader.known(icon, side)->picture.isNull();
     }
 
+    /// A theme that has `mail` alone.
+    void makeTheme(const QString& name, int size, const QColor& color) {
+        const QDir theme(folder.filePath(name));
+        ASSERT_TRUE(theme.mkpath("apps"));
+        QFile index(theme.filePath("index.theme"));
+        ASSERT_TRUE(index.open(QIODevice::WriteOnly));
+        index.write("[Icon Theme]\nName=Theme\nDirectories=apps\n[apps]\nSize=" + QByteArray::number(size) + "\n");
+        QImage image(size, size, QImage::Format_ARGB32);
+        image.fill(color);
+        ASSERT_TRUE(image.save(theme.filePath("apps/mail.png")));
+        QIcon::setThemeSearchPaths({folder.path()});
+    }
+
+    const IconName mail{"mail", {}};
     const QTemporaryDir folder;
 };
 
@@ -131,22 +145,32 @@ TEST_F(IconLoaderTest, WhatAReaderSaysIsNotBelieved) {
 }
 
 TEST_F(IconLoaderTest, IconsOfThemesFitTheirPlaceOnAScaledDesktopToo) {
-    const QDir theme(folder.filePath("hicolor"));
-    ASSERT_TRUE(theme.mkpath("48x48/apps"));
-    QFile index(theme.filePath("index.theme"));
-    ASSERT_TRUE(index.open(QIODevice::WriteOnly));
-    index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps\n[48x48/apps]\nSize=48\n");
-    index.close();
-    ASSERT_TRUE(QImage(48, 48, QImage::Format_ARGB32).save(theme.filePath("48x48/apps/mail.png")));
-    QIcon::setThemeSearchPaths({folder.path()});
+    makeTheme("hicolor", 48, Qt::red);
     QIcon::setThemeName("hicolor");
     qputenv("QT_SCALE_FACTOR", "2");
     IconLoader loader(OVIN_PROGRAM);
-    const IconName mail{"mail", {}};
     loader.load(mail, side);
     EXPECT_TRUE(comes(loader, mail));
     qunsetenv("QT_SCALE_FACTOR");
     EXPECT_EQ(loader.known(mail, side)->picture.size(), QSize(side, side));
+}
+
+TEST_F(IconLoaderTest, AnIconOfAThemeIsReadAgainOnlyInAnotherTheme) {
+    makeTheme("light", side, Qt::red);
+    makeTheme("dark", side, Qt::green);
+    QIcon::setThemeName("light");
+    IconLoader loader(OVIN_PROGRAM);
+    loader.load(mail, side);
+    ASSERT_TRUE(isThere(loader, mail));
+    const auto color = [&] { return loader.known(mail, side)->picture.pixelColor(8, 8); };
+    QIcon::setThemeName("dark");
+    loader.load(mail, side);
+    EXPECT_EQ(color(), QColor(Qt::red));
+    EXPECT_TRUE(within(20s, [&] { return color() == QColor(Qt::green); }));
+    EXPECT_TRUE(within(20s, [&] { return loader.findChildren<QProcess*>().isEmpty(); }));
+    loader.load(mail, side);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(loader.findChildren<QProcess*>().isEmpty()) << "it is read again in the same theme";
 }
 
 TEST_F(IconLoaderTest, WithoutAReaderThereAreNoIcons) {
