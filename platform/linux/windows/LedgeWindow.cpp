@@ -145,10 +145,18 @@ void LedgeWindow::dropContent() {
 }
 
 /// Paints without waiting for the X server's request, which is read only when the event loop runs again. No window manager
-/// delays this window, so the server maps it at once and accepts what is drawn after that.
+/// delays this window, so the server maps it at once and accepts what is drawn after that. Showing has posted a painting of
+/// each widget, which would be a second one, and is left out.
 void LedgeWindow::paintNow() {
     setAttribute(Qt::WA_Mapped);
+    qApp->installEventFilter(this);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
+    qApp->removeEventFilter(this);
     repaint();
+}
+
+bool LedgeWindow::eventFilter(QObject* object, QEvent* event) {
+    return event->type() == QEvent::UpdateLater && object->isWidgetType() && static_cast<QWidget*>(object)->window() == this;
 }
 
 void LedgeWindow::resizeEvent(QResizeEvent*) {

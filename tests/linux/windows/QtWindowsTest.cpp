@@ -537,6 +537,34 @@ TEST_F(QtWindowsTest, AnOpenLedgeThatShowsOtherItemsHasPaintedThemAtOnce) {
     EXPECT_EQ(shown, 2);
 }
 
+/// Counts how often buttons of ledges are painted.
+class Paintings final : public QObject {
+public:
+    Paintings() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Paint && dynamic_cast<ItemButton*>(object) != nullptr) ++count;
+        return false;
+    }
+
+    int count = 0;
+};
+
+TEST_F(QtWindowsTest, AButtonIsPaintedOnceWhenItsLedgeOpens) {
+    const View row = SamplePages::row({itemButton("First", 1), itemButton("Second", 2)});
+    for (int opening = 1; opening <= 2; ++opening) {
+        const Paintings paintings;
+        const auto ledge = windows.makeLedgePanel();
+        ledge->show(row, {{100, 30}, windows.fittingSize(row)}, [](int) {});
+        EXPECT_EQ(paintings.count, 2);
+        QElapsedTimer timer;
+        timer.start();
+        while (!ledgeWindows().at(0)->windowHandle()->isExposed() && timer.elapsed() < 10000) handleEvents();
+        handleEvents();
+        EXPECT_EQ(paintings.count, 2) << "opening " << opening;
+    }
+}
+
 TEST_F(QtWindowsTest, ALedgeWithFewerItemsIsSmallerThanTheOneBefore) {
     const auto menu = [](const View& row) { return View{MenuBackground{10, std::make_shared<const View>(row)}}; };
     const View many = menu(SamplePages::row({itemButton("First", 1), itemButton("Second", 2), itemButton("Third", 3)}));
