@@ -48,6 +48,9 @@ public:
     const Pixels pixels;
     const Overlay overlay;
 
+    /// Whether it names nothing, so that no file of it can change.
+    [[nodiscard]] bool isOfPixelsAlone() const { return name.empty() && overlay.name.empty() && !pixels.bytes.empty(); }
+
     friend bool operator==(const ItemIcon& a, const ItemIcon& b) {
         return a.name == b.name && a.themeFolder == b.themeFolder && a.pixels == b.pixels && a.overlay == b.overlay;
     }

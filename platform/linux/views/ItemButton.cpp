@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 #include "platform/icu/IcuText.h"
 #include "platform/linux/drawing/IconLoader.h"
@@ -42,14 +43,11 @@ ItemButton::ItemButton(const Button& button)
     setShortcut({});
     if (button.image) {
         image_ = button.image->image;
-        if (const auto* loader = IconLoader::shared())
-            connect(loader, &IconLoader::loaded, this, [this] { takeIcon(false); });
+        if (const auto* loader = IconLoader::shared()) connect(loader, &IconLoader::loaded, this, &ItemButton::showLoaded);
         if (const auto* either = dynamic_cast<const ItemOrApplicationIcon*>(&image_->content())) {
             itemIcon_ = either->item;
-            itemIcon_->addViewer(this, [this] {
-                QMetaObject::invokeMethod(
-                    this, [this] { takeIcon(true); }, Qt::QueuedConnection);
-            });
+            itemIcon_->addViewer(
+                this, [this] { QMetaObject::invokeMethod(this, qOverload<>(&QWidget::update), Qt::QueuedConnection); });
         }
         setIconSize(QSizeF(button.image->size.width, button.image->size.height).toSize());
     }
@@ -106,7 +104,7 @@ void ItemButton::paintEvent(QPaintEvent*) {
 
 void ItemButton::drawImage(QPainter& painter, const QRect& place) {
     const int side = static_cast<int>(std::ceil(std::min(place.width(), place.height()) * devicePixelRatioF()));
-    if (side != pictureSide_ && image_) {
+    if (image_ && (side != pictureSide_ || (itemIcon_ && itemIcon_->get() != pictured_))) {
         pictureSide_ = side;
         takeIcon(true);
         asked_.start();
@@ -128,10 +126,15 @@ void ItemButton::drawImage(QPainter& painter, const QRect& place) {
 }
 
 void ItemButton::takeIcon(bool readsAgain) {
-    if (pictureSide_ == 0) return;
+    if (itemIcon_) pictured_ = itemIcon_->get();
     // Until another icon has come, the last one stays.
-    const auto picture = ledgeIcon(*image_, pictureSide_, palette().color(QPalette::WindowText), readsAgain);
-    if (picture) picture_ = QPixmap::fromImage(*picture);
+    auto picture = ledgeIcon(*image_, pictureSide_, palette().color(QPalette::WindowText), readsAgain);
+    if (picture) picture_ = QPixmap::fromImage(*std::move(picture));
+}
+
+void ItemButton::showLoaded() {
+    if (!isVisible() || pictureSide_ == 0) return;
+    takeIcon(false);
     update();
 }
 
@@ -139,12 +142,12 @@ void ItemButton::takeIcon(bool readsAgain) {
 void ItemButton::hideEvent(QHideEvent*) {
     setDown(false);
     setAttribute(Qt::WA_UnderMouse, false);
-    pictureSide_ = 0;
+    if (!pictured_ || !pictured_->isOfPixelsAlone()) pictureSide_ = 0;
 }
 
 void ItemButton::changeEvent(QEvent* event) {
     PressButton::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) takeIcon(false);
+    if (event->type() == QEvent::PaletteChange) pictureSide_ = 0;
 }
 
 }  // namespace ovin

@@ -32,6 +32,7 @@ private:
     [[nodiscard]] TextLines title() const;
     void drawImage(QPainter& painter, const QRect& place);
     void takeIcon(bool readsAgain);
+    void showLoaded();
 
     const AttributedText title_;
     const Button::ImagePosition imagePosition_;
@@ -40,7 +41,10 @@ private:
     std::shared_ptr<LatestItemIcon> itemIcon_;
     /// What is known of the image, for this many pixels to a side. Initials stand for one that does not come soon.
     QPixmap picture_;
+    /// 0 when it is to be asked for again.
     int pictureSide_ = 0;
+    /// The item's icon when the picture was asked for.
+    std::shared_ptr<const ItemIcon> pictured_;
     QElapsedTimer asked_;
     /// Kept because layouts ask for sizes again and again, and laying out a text costs more than all the rest of a button.
     /// Empty where no title is shown.

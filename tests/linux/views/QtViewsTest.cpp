@@ -163,6 +163,36 @@ TEST_F(IconOnTheLedge, IsTheItemsLatestAlsoWhenItIsReadWhileTheButtonIsShown) {
     EXPECT_TRUE(comesToShow(*shown, Qt::green));
 }
 
+TEST_F(IconOnTheLedge, IsTheItemsLatestWhenTheButtonIsShownAgainThoughItWasNotToldOfThat) {
+    const auto pixels = [](std::uint8_t isRed, std::uint8_t isGreen) {
+        const BusValue::Bytes bytes{255, isRed, isGreen, 0};
+        return std::make_shared<ItemIcon>("", "", ItemIcon::Pixels{1, 1, bytes});
+    };
+    const auto itemsIcon = std::make_shared<LatestItemIcon>(pixels(255, 0));
+    const std::unique_ptr<QWidget> shown(button(Image(std::make_shared<ItemOrApplicationIcon>(itemsIcon, ""))));
+    shown->show();
+    EXPECT_TRUE(shows(*shown, Qt::red));
+    itemsIcon->set(pixels(0, 255));
+    shown->hide();
+    // As a ledge that closes drops clicks.
+    for (QObject* const child : shown->findChildren<QObject*>())
+        QCoreApplication::removePostedEvents(child, QEvent::MetaCall);
+    shown->show();
+    EXPECT_TRUE(shows(*shown, QColor(Qt::green)));
+}
+
+TEST_F(IconOnTheLedge, IsReadAgainWhenTheSameButtonIsShownAgain) {
+    const std::unique_ptr<QWidget> shown(button(Image(std::make_shared<NamedIcon>(red))));
+    shown->show();
+    EXPECT_TRUE(comesToShow(*shown, Qt::red));
+    QImage picture(22, 22, QImage::Format_RGB32);
+    picture.fill(Qt::green);
+    ASSERT_TRUE(picture.save(QString::fromStdString(red)));
+    shown->hide();
+    shown->show();
+    EXPECT_TRUE(comesToShow(*shown, Qt::green));
+}
+
 TEST_F(IconOnTheLedge, OutlivesItsButton) {
     const auto itemsIcon = latest(red);
     delete button(Image(std::make_shared<ItemOrApplicationIcon>(itemsIcon, "")));
