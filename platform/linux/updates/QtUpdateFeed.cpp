@@ -30,7 +30,8 @@ bool isSafe(const QUrl& url) {
 
 QNetworkRequest requestFor(const QUrl& url) {
     QNetworkRequest request(url);
-    // Where it leads is checked first. (What the toolkit follows itself, it may also leak when it ends soon afterwards.)
+    // Redirections are followed here: each is checked first, and the toolkit (Qt 6.4) leaks memory when its network access
+    // is destroyed soon after having followed one.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
@@ -42,9 +43,9 @@ QNetworkRequest requestFor(const QUrl& url) {
 }
 
 /// What a server answers: a text, another address, or nothing of use.
-using Answer = std::variant<QByteArray, QUrl, FeedFailure>;
+using Response = std::variant<QByteArray, QUrl, FeedFailure>;
 
-Answer ask(QNetworkAccessManager& network, const QUrl& url, QDeadlineTimer deadline) {
+Response ask(QNetworkAccessManager& network, const QUrl& url, QDeadlineTimer deadline) {
     QEventLoop loop;
     const std::unique_ptr<QNetworkReply> reply(network.get(requestFor(url)));
     QByteArray text;
@@ -80,14 +81,14 @@ UpdateFeed::Answer readFrom(const std::string& address, std::chrono::millisecond
     QUrl url(QString::fromStdString(address), QUrl::StrictMode);
     if (!isSafe(url)) return FeedFailure::insecure;
     for (int redirections = 0; redirections <= mostRedirections; ++redirections) {
-        const Answer answer = ask(network, url, deadline);
-        if (const auto* const failure = std::get_if<FeedFailure>(&answer)) return *failure;
-        if (const auto* const text = std::get_if<QByteArray>(&answer)) {
+        const Response response = ask(network, url, deadline);
+        if (const auto* const failure = std::get_if<FeedFailure>(&response)) return *failure;
+        if (const auto* const text = std::get_if<QByteArray>(&response)) {
             auto items = readFeed({text->constData(), static_cast<std::size_t>(text->size())});
             if (!items) return FeedFailure::unusable;
             return *std::move(items);
         }
-        const auto& elsewhere = std::get<QUrl>(answer);
+        const auto& elsewhere = std::get<QUrl>(response);
         const bool isDowngrade = url.scheme() == QLatin1String("https") && elsewhere.scheme() != QLatin1String("https");
         if (isDowngrade || !isSafe(elsewhere)) return FeedFailure::insecure;
         url = elsewhere;

@@ -57,6 +57,10 @@ class Handler(http.server.SimpleHTTPRequestHandler):
     def _redirect_for_ever(self):
         self.redirect("/_redirect-for-ever")
 
+    def _redirect_slowly(self):
+        time.sleep(0.3)
+        self.redirect("/_redirect-slowly")
+
     def _error(self):
         self.begin(500, Content_Length=10)
         self.wfile.write(b"0123456789")
