@@ -104,11 +104,13 @@ void ItemButton::paintEvent(QPaintEvent*) {
 
 void ItemButton::drawImage(QPainter& painter, const QRect& place) {
     const int side = static_cast<int>(std::ceil(std::min(place.width(), place.height()) * devicePixelRatioF()));
-    if (image_ && (side != pictureSide_ || (itemIcon_ && itemIcon_->get() != pictured_))) {
+    const bool isFirst = side != pictureSide_;
+    if (image_ && (isFirst || (itemIcon_ && itemIcon_->get() != pictured_))) {
         pictureSide_ = side;
         takeIcon(true);
-        asked_.start();
-        if (picture_.isNull()) QTimer::singleShot(hesitation, this, qOverload<>(&QWidget::update));
+        // Initials stay while one icon follows another and none comes.
+        if (isFirst) asked_.start();
+        if (isFirst && picture_.isNull()) QTimer::singleShot(hesitation, this, qOverload<>(&QWidget::update));
     }
     if (picture_.isNull()) {
         if (!asked_.hasExpired(hesitation.count())) return;
