@@ -164,21 +164,22 @@ TEST_F(IconOnTheLedge, IsTheItemsLatestAlsoWhenItIsReadWhileTheButtonIsShown) {
 }
 
 TEST_F(IconOnTheLedge, IsTheItemsLatestWhenTheButtonIsShownAgainThoughItWasNotToldOfThat) {
-    const auto pixels = [](std::uint8_t isRed, std::uint8_t isGreen) {
-        const BusValue::Bytes bytes{255, isRed, isGreen, 0};
+    const auto pixelOf = [](const QColor& colour) {
+        const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
+        const BusValue::Bytes bytes{255, byte(colour.red()), byte(colour.green()), byte(colour.blue())};
         return std::make_shared<ItemIcon>("", "", ItemIcon::Pixels{1, 1, bytes});
     };
-    const auto itemsIcon = std::make_shared<LatestItemIcon>(pixels(255, 0));
+    const auto itemsIcon = std::make_shared<LatestItemIcon>(pixelOf(Qt::red));
     const std::unique_ptr<QWidget> shown(button(Image(std::make_shared<ItemOrApplicationIcon>(itemsIcon, ""))));
     shown->show();
     EXPECT_TRUE(shows(*shown, Qt::red));
-    itemsIcon->set(pixels(0, 255));
+    itemsIcon->set(pixelOf(Qt::green));
     shown->hide();
     // As a ledge that closes drops clicks.
     for (QObject* const child : shown->findChildren<QObject*>())
         QCoreApplication::removePostedEvents(child, QEvent::MetaCall);
     shown->show();
-    EXPECT_TRUE(shows(*shown, QColor(Qt::green)));
+    EXPECT_TRUE(shows(*shown, Qt::green));
 }
 
 TEST_F(IconOnTheLedge, IsReadAgainWhenTheSameButtonIsShownAgain) {

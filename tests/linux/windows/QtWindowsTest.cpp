@@ -553,7 +553,7 @@ public:
 TEST_F(QtWindowsTest, AButtonIsPaintedOnceWhenItsLedgeOpens) {
     const View row = SamplePages::row({itemButton("First", 1), itemButton("Second", 2)});
     for (int opening = 1; opening <= 2; ++opening) {
-        const Paintings paintings;
+        Paintings paintings;
         const auto ledge = windows.makeLedgePanel();
         ledge->show(row, {{100, 30}, windows.fittingSize(row)}, [](int) {});
         EXPECT_EQ(paintings.count, 2);
