@@ -83,8 +83,8 @@ class TheQuestionForAccessibility(ApplicationTestCase):
         self.assertEnds(ovin)
 
     def testBesideABarThatCanBeReadItIsAskedOnce(self):
-        ovin = self.startShown()
         setAccessibility(False)
+        ovin = self.startShown()
         click(*awaited(self.slot))
         self.answer("Escape")
         self.assertIn(self.REFUSED, readSettings())
